@@ -1,0 +1,14 @@
+# The relocatable bundle that every platform gets: Tunedeck.app in the build folder.
+set(TUNEDECK_BUNDLE ${PROJECT_BINARY_DIR}/Tunedeck.app)
+set(TUNEDECK_CONTENTS ${TUNEDECK_BUNDLE}/Contents)
+
+configure_file(packaging/Info.plist ${TUNEDECK_CONTENTS}/Info.plist COPYONLY)
+
+# tunedeck_bundle_program(TARGET FOLDER NAME): TARGET is built as Contents/FOLDER/NAME.
+function(tunedeck_bundle_program target folder name)
+  set_target_properties(${target} PROPERTIES
+    RUNTIME_OUTPUT_DIRECTORY ${TUNEDECK_CONTENTS}/${folder}
+    LIBRARY_OUTPUT_DIRECTORY ${TUNEDECK_CONTENTS}/${folder}
+    OUTPUT_NAME ${name}
+    PREFIX "")
+endfunction()
