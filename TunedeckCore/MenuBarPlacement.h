@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+
+#include <expected>
+#include <optional>
+
+namespace tunedeck {
+
+/// Whether the user can see the icon.
+struct MenuBarIconVisibility {
+    enum class Kind { hidden, unknown, visible };
+
+    Kind kind = Kind::unknown; ///< unknown before the first measurement
+    QString reason = {};       ///< why it is hidden, for the user
+
+    static MenuBarIconVisibility hidden(QString reason) { return {Kind::hidden, std::move(reason)}; }
+    static MenuBarIconVisibility visible() { return {Kind::visible, {}}; }
+
+    /// "visible", "unknown" or "hidden: " and the reason.
+    [[nodiscard]] QString description() const;
+    bool operator==(const MenuBarIconVisibility&) const = default;
+};
+
+/// Where the icon ended up, in points of its screen.
+struct MenuBarPlacement {
+    double itemMinX = 0;
+    double itemWidth = 0;
+    double screenWidth = 0;
+    std::optional<double> leftAreaWidth;  ///< left of the notch; absent without one
+    std::optional<double> rightAreaWidth; ///< right of the notch; absent without one
+    bool occluded = false;
+    bool userHidden = false;
+
+    [[nodiscard]] bool underNotch() const;
+    [[nodiscard]] bool offScreen() const;
+    [[nodiscard]] MenuBarIconVisibility visibility() const;
+    /// Records the measurement as JSON, atomically. Failures are the platform's description.
+    [[nodiscard]] std::expected<void, QString> write(const QString& path, const QDateTime& now) const;
+    bool operator==(const MenuBarPlacement&) const = default;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <cstdint>
+#include <expected>
+#include <optional>
+
+namespace tunedeck {
+
+/// The bytes of a regular file, or nothing when it is missing, unreadable, no regular file (a FIFO is never waited
+/// for) or larger than the limit in bytes.
+std::optional<QByteArray> readFile(const QString& path, std::int64_t limit = 64 * 1024 * 1024);
+
+/// Replaces a file as a whole: after success it holds exactly these bytes, after a failure what it held before. Keeps
+/// an existing file's mode and follows a symbolic link to what it names. The folder must exist. Failures are the
+/// platform's description.
+std::expected<void, QString> writeFileAtomically(const QString& path, const QByteArray& bytes);
+
+/// Creates a folder with those above it; success when it exists already. Failures are the platform's description.
+std::expected<void, QString> createFolder(const QString& path);
+
+} // namespace tunedeck

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "TunedeckCore/Assistants.h"
+#include "TunedeckCore/MenuBarPlacement.h"
+#include "TunedeckCore/Toolbox.h"
+#include "TunedeckMenu/Panel/ServiceState.h"
+#include "TunedeckMenu/Panel/UpdateState.h"
+
+#include <QDateTime>
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+namespace tunedeck {
+
+/// Everything that the panel shows, as plain values: the model owns one, the panel's functions read it.
+struct PanelState {
+    ServiceState service;
+    std::optional<QString> actionError; ///< at most one of error and note is set
+    std::optional<QString> actionNote;
+    bool isRestarting = false;
+    MenuBarIconVisibility menuBarIcon;
+    std::optional<QString> copied; ///< key of the value copied a moment ago
+    bool revealSecrets = false;
+    std::vector<AssistantLink> links;
+    bool linksBusy = false;
+    std::optional<ToolboxReport> toolbox;
+    UpdateState update;
+    QString appVersion;
+    bool libraryBusy = false;
+    QString home;                        ///< plain path
+    std::optional<QString> customFolder; ///< the download folder that the settings file names
+    bool opensAtLogin = false;
+    bool operator==(const PanelState&) const = default;
+};
+
+} // namespace tunedeck

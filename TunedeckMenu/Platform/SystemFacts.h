@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+
+#include <array>
+#include <cstdint>
+
+namespace tunedeck {
+
+/// What the application needs to know of the machine and of itself.
+struct SystemFacts {
+    QString home;                       ///< the user's home folder, plain path without a trailing "/"
+    std::uint32_t uid = 0;              ///< real user id
+    std::array<int, 3> systemVersion{}; ///< major, minor, patch
+    QString systemVersionText;          ///< as the system names itself
+    QString architecture;               ///< "arm64", "x86_64", …
+    QString bundle;                     ///< path of the application bundle, noted at start
+    QString bundleIdentifier;           ///< by its Info.plist
+    QString appVersion;                 ///< by its Info.plist; "dev" without one
+};
+
+/// The facts as they are at start.
+SystemFacts systemFacts();
+
+} // namespace tunedeck
