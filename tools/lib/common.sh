@@ -1,0 +1,107 @@
+# Shared by the scripts of tools/: messages, installing packages, configuring and building. Sourced, never run.
+# shellcheck shell=bash
+
+project=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+may_install=yes
+
+say() { printf '%s\n' "$*"; }
+stop() { # stop SENTENCE: the only way these scripts give up
+    printf 'tools: %s\n' "$*" >&2
+    exit 1
+}
+
+# The comment at the head of the calling script is its help.
+help_of() { sed -n '2,/^[^#]/{/^#/s/^# \{0,1\}//p}' "$1"; }
+
+packages_of() { # packages_of GROUP…: the packages of these groups of packages.txt
+    awk -v wanted=" $* " '
+        /^\[/ { group = substr($0, 2, length($0) - 2); next }
+        NF && !/^#/ && index(wanted, " " group " ") && !seen[$1]++ { print $1 }' "$project/tools/packages.txt"
+}
+
+missing_packages() { # missing_packages PACKAGE…: those that aren't installed
+    local -A have=()
+    local state package
+    while read -r state package; do
+        [ "$state" != installed ] || have[$package]=yes
+    done < <(LC_ALL=C dpkg-query -W -f '${db:Status-Status} ${Package}\n' "$@" 2>/dev/null)
+    for package in "$@"; do [ -n "${have[$package]-}" ] || echo "$package"; done
+}
+
+# Runs apt-get as root. $apt_log gets its output; a failure ends the script with the reason that apt-get gave.
+apt() {
+    local status
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive LC_ALL=C apt-get -q -y -o DPkg::Lock::Timeout=300 \
+        -o Acquire::Retries=2 "$@" >"$apt_log" 2>&1 </dev/null
+    status=$?
+    # `update` only warns when it reached nothing.
+    [ "$1" != update ] || ! grep -q '^W: Failed to fetch' "$apt_log" || status=1
+    [ "$status" -ne 0 ] || return 0
+    grep -E '^(E|W|dpkg)' "$apt_log" | tail -n 5 | sed 's/^/    /' >&2
+    if grep -qE 'No space left|enough free space' "$apt_log"; then
+        stop "the disk is full: apt-get could not store the packages (whole output: $apt_log)"
+    elif grep -qE 'Could not resolve|Temporary failure|Failed to fetch|Could not connect|Unable to connect' "$apt_log"; then
+        stop "no network: apt-get did not reach the package server (whole output: $apt_log)"
+    elif grep -qE 'Unable to locate|no installation candidate' "$apt_log"; then
+        stop "this system's package lists lack a package; the project builds on Debian 12 (whole output: $apt_log)"
+    elif grep -q 'Could not get lock' "$apt_log"; then
+        stop "another program is installing packages; try again when it has ended (whole output: $apt_log)"
+    fi
+    stop "apt-get $1 failed (whole output: $apt_log)"
+}
+
+install_packages() { # install_packages GROUP…: says and installs what is missing of these groups
+    local wanted missing package as_root=() apt_log
+    mapfile -t wanted < <(packages_of "$@")
+    [ "$may_install" = yes ] || return 0
+    command -v dpkg-query >/dev/null && command -v apt-get >/dev/null ||
+        stop "this is no Debian system (there is no apt-get); install what tools/packages.txt names, then pass --no-install"
+    mapfile -t missing < <(missing_packages "${wanted[@]}")
+    [ "${#missing[@]}" -gt 0 ] || return 0
+    if [ "$EUID" -ne 0 ]; then
+        command -v sudo >/dev/null ||
+            stop "packages are missing and there is no sudo. As root: apt-get install ${missing[*]}"
+        # Without a terminal nobody can type a password.
+        if [ -t 0 ]; then as_root=(sudo); else as_root=(sudo -n); fi
+        "${as_root[@]}" true 2>/dev/null || stop "packages are missing and sudo refused. As root: apt-get install ${missing[*]}"
+    fi
+    apt_log=$(mktemp "${TMPDIR:-/tmp}/tunedeck-apt.XXXXXX") || stop "no file can be written in ${TMPDIR:-/tmp}: is the disk full?"
+    say "updating the package lists"
+    apt update
+    for package in "${missing[@]}"; do say "installing $package"; done
+    apt install --no-install-recommends "${missing[@]}"
+    rm -f "$apt_log"
+}
+
+# The compiler cache finds the same file again from another folder with a copy of the project.
+export CCACHE_BASEDIR=$project CCACHE_NOHASHDIR=1 CCACHE_SLOPPINESS=time_macros
+
+configure() { # configure PRESET [CMAKE-ARGUMENT…]: quiet when nothing changed
+    local preset=$1 log
+    shift
+    mkdir -p "$project/build" || stop "the folder build can't be made in $project"
+    log=$project/build/configure-$preset.log
+    if [ -f "$project/build/$preset/build.ninja" ] && [ $# -eq 0 ]; then
+        return 0 # the build configures anew by itself when a CMake file changed
+    fi
+    say "configuring $preset"
+    (cd "$project" && cmake --preset "$preset" "$@") >"$log" 2>&1 </dev/null ||
+        { cat "$log" >&2; stop "CMake could not configure the preset $preset (see above)"; }
+}
+
+has_target() { # has_target PRESET TARGET
+    ninja -C "$project/build/$1" -t query "$2" >/dev/null 2>&1
+}
+
+build() { # build PRESET [TARGET…]: all targets when none is named; prints warnings and errors only
+    local preset=$1 args=() target
+    shift
+    for target in "$@"; do args+=(--target "$target"); done
+    say "building $preset${*:+ ($*)}"
+    (cd "$project" && cmake --build --preset "$preset" -j "$(nproc)" "${args[@]}" -- --quiet) </dev/null || {
+        local free
+        free=$(df --output=avail -k "$project/build" | tail -n 1)
+        [ "$free" -gt 51200 ] || stop "the disk is full: $((free / 1024)) MiB are left for $project/build"
+        stop "the build of the preset $preset failed (see above)"
+    }
+}
