@@ -4,6 +4,9 @@ set(TUNEDECK_CONTENTS ${TUNEDECK_BUNDLE}/Contents)
 
 configure_file(packaging/Info.plist ${TUNEDECK_CONTENTS}/Info.plist COPYONLY)
 
+# The target "bundle" builds all that belongs into it, and nothing else.
+add_custom_target(bundle)
+
 # tunedeck_bundle_program(TARGET FOLDER NAME): TARGET is built as Contents/FOLDER/NAME.
 function(tunedeck_bundle_program target folder name)
   set_target_properties(${target} PROPERTIES
@@ -11,4 +14,5 @@ function(tunedeck_bundle_program target folder name)
     LIBRARY_OUTPUT_DIRECTORY ${TUNEDECK_CONTENTS}/${folder}
     OUTPUT_NAME ${name}
     PREFIX "")
+  add_dependencies(bundle ${target})
 endfunction()
