@@ -82,7 +82,8 @@ configure() { # configure PRESET [CMAKE-ARGUMENT…]: quiet when nothing changed
     mkdir -p "$project/build" || stop "the folder build can't be made in $project"
     log=$project/build/configure-$preset.log
     if [ -f "$project/build/$preset/build.ninja" ] && [ $# -eq 0 ]; then
-        return 0 # the build configures anew by itself when a CMake file changed
+        # Configures anew when a CMake file changed or a source came or went.
+        ninja -C "$project/build/$preset" --quiet build.ninja >"$log" 2>&1 </dev/null && return 0
     fi
     say "configuring $preset"
     (cd "$project" && cmake --preset "$preset" "$@") >"$log" 2>&1 </dev/null ||
@@ -104,4 +105,12 @@ build() { # build PRESET [TARGET…]: all targets when none is named; prints war
         [ "$free" -gt 51200 ] || stop "the disk is full: $((free / 1024)) MiB are left for $project/build"
         stop "the build of the preset $preset failed (see above)"
     }
+}
+
+own_files() { # own_files EXTENSION…: the project's files with these endings, also those that aren't committed yet
+    local patterns=() extension
+    for extension in "$@"; do patterns+=("*.$extension"); done
+    git -C "$project" ls-files --cached --others --exclude-standard -- "${patterns[@]}" | while read -r name; do
+        [ ! -f "$project/$name" ] || echo "$name"
+    done
 }

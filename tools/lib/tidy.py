@@ -1,0 +1,80 @@
+#!/usr/bin/env python3
+"""Runs clang-tidy over the project's own sources of a compilation database, several at a time.
+
+    tidy.py BUILD-FOLDER JOBS [FILE ...]      exit status 1 when there are findings
+
+A file is skipped when it, the headers of ours that it includes, its compile command and .clang-tidy are what they were
+when it last passed: the build folder remembers a digest of them.
+"""
+import concurrent.futures
+import hashlib
+import json
+import pathlib
+import re
+import subprocess
+import sys
+import time
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+FOLDERS = ("TunedeckCore", "TunedeckMenu", "DemoService", "Tests", "Benchmarks", "Fuzz")
+INCLUDE = re.compile(rb'^\s*#\s*include\s+"([^"]+)"', re.M)
+
+
+def with_headers(source, seen):
+    """The file and, from there on, all files of the project that it includes."""
+    if source in seen or not source.is_file():
+        return seen
+    seen.add(source)
+    for name in INCLUDE.findall(source.read_bytes()):
+        for base in (ROOT, source.parent):
+            with_headers((base / name.decode()).resolve(), seen)
+    return seen
+
+
+def digest(entry, settings):
+    value = hashlib.sha256(settings + entry["command"].encode())
+    for name in sorted(with_headers(pathlib.Path(entry["file"]), set())):
+        value.update(name.read_bytes())
+    return value.hexdigest()
+
+
+def check(build, entry):
+    run = subprocess.run(["clang-tidy-19", "--quiet", "-p", build, entry["file"]], stdin=subprocess.DEVNULL,
+                         stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+    # Without a finding, what clang-tidy prints is a count of those that it suppressed.
+    problem = run.stdout or (run.stderr if run.returncode else "")
+    return "" if run.returncode == 0 and not run.stdout.strip() else problem
+
+
+def main():
+    build, jobs = pathlib.Path(sys.argv[1]), int(sys.argv[2])
+    chosen = {pathlib.Path(name).resolve() for name in sys.argv[3:]}
+    entries = {}
+    for entry in json.loads((build / "compile_commands.json").read_text()):
+        source = pathlib.Path(entry["file"])
+        ours = ROOT in source.parents and source.relative_to(ROOT).parts[0] in FOLDERS
+        if ours and (not chosen or source in chosen):
+            entries.setdefault(source, entry)
+
+    memory = build / "tidy-passed.json"
+    passed = json.loads(memory.read_text()) if memory.exists() else {}
+    settings = (ROOT / ".clang-tidy").read_bytes()
+    digests = {source: digest(entry, settings) for source, entry in entries.items()}
+    todo = [source for source in entries if passed.get(str(source)) != digests[source]]
+    start, failed = time.monotonic(), 0
+    with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
+        runs = {pool.submit(check, str(build), entries[source]): source for source in todo}
+        for run in concurrent.futures.as_completed(runs):
+            source = runs[run]
+            if run.result():
+                failed += 1
+                print(run.result().replace(f"{ROOT}/", ""), flush=True)
+            else:
+                passed[str(source)] = digests[source]
+    memory.write_text(json.dumps(passed, indent=1, sort_keys=True))
+    print(f"clang-tidy: {len(todo)} of {len(entries)} files looked at in {time.monotonic() - start:.0f} s, "
+          f"{failed} with findings")
+    return 1 if failed else 0
+
+
+sys.exit(main())
