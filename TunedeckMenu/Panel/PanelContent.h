@@ -276,6 +276,7 @@ struct DownloadsView {
     Q_PROPERTY(QString folderTitle MEMBER folderTitle)
     Q_PROPERTY(QString folderSubtitle MEMBER folderSubtitle)
     Q_PROPERTY(QString folderHelp MEMBER folderHelp)
+    Q_PROPERTY(QString revealLabel MEMBER revealLabel)
     Q_PROPERTY(QString stoppedText MEMBER stoppedText)
     Q_PROPERTY(tunedeck::BannerView warning MEMBER warning)
     Q_PROPERTY(QString changeButton MEMBER changeButton)
@@ -291,6 +292,7 @@ public:
     QString folderTitle;
     QString folderSubtitle;
     QString folderHelp;
+    QString revealLabel; ///< of the control beside the folder that shows it in the file manager
     QString stoppedText; ///< instead of the folder while the service isn't running
     BannerView warning;
     QString changeButton;
