@@ -54,7 +54,7 @@ install_packages() { # install_packages GROUP…: says and installs what is miss
     local wanted missing package as_root=() apt_log
     mapfile -t wanted < <(packages_of "$@")
     [ "$may_install" = yes ] || return 0
-    command -v dpkg-query >/dev/null && command -v apt-get >/dev/null ||
+    { command -v dpkg-query && command -v apt-get; } >/dev/null ||
         stop "this is no Debian system (there is no apt-get); install what tools/packages.txt names, then pass --no-install"
     mapfile -t missing < <(missing_packages "${wanted[@]}")
     [ "${#missing[@]}" -gt 0 ] || return 0
