@@ -1,0 +1,48 @@
+# The tray's icons and the application's, painted once at build time.
+set(TUNEDECK_TRAY_SIZES 16 22 24 32 44 48 64)
+set(TUNEDECK_APP_ICON_SIZES 16 32 48 64 128 256 512)
+
+add_executable(tunedeck-paint-icons ${PROJECT_SOURCE_DIR}/TunedeckMenu/Icons/PaintIcons.cpp)
+target_link_libraries(tunedeck-paint-icons PRIVATE tunedeck_flags Qt6::Svg)
+
+# tunedeck_tray_icons(TARGET): both symbols as masks (black, alpha for the shape), one PNG a size, compiled into TARGET as
+# :/tunedeck/tray/NAME-SIZE.png with NAME "music.note.list" or "exclamationmark.triangle".
+function(tunedeck_tray_icons target)
+  set(folder ${CMAKE_CURRENT_BINARY_DIR}/tray)
+  file(MAKE_DIRECTORY ${folder})
+  set(sources "")
+  set(files "")
+  set(entries "")
+  foreach(name music.note.list exclamationmark.triangle)
+    tunedeck_symbol_file(${name} drawing)
+    list(APPEND sources ${name}=${drawing})
+    foreach(size IN LISTS TUNEDECK_TRAY_SIZES)
+      list(APPEND files ${folder}/${name}-${size}.png)
+      string(APPEND entries "    <file>${name}-${size}.png</file>\n")
+    endforeach()
+  endforeach()
+  add_custom_command(OUTPUT ${files}
+    COMMAND tunedeck-paint-icons mask ${folder} ${sources} -- ${TUNEDECK_TRAY_SIZES}
+    DEPENDS tunedeck-paint-icons VERBATIM COMMENT "Painting the tray icons")
+  file(CONFIGURE OUTPUT ${folder}/tray.qrc CONTENT
+    "<RCC>\n  <qresource prefix=\"/tunedeck/tray\">\n${entries}  </qresource>\n</RCC>\n")
+  add_custom_command(OUTPUT ${folder}/tray.cpp
+    COMMAND Qt6::rcc --name tunedeck_tray --output ${folder}/tray.cpp ${folder}/tray.qrc
+    DEPENDS ${files} ${folder}/tray.qrc VERBATIM)
+  # An object library of its own: a resource in a plain static library would be left out by the linker.
+  add_library(${target}TrayIcons OBJECT ${folder}/tray.cpp)
+  set_target_properties(${target}TrayIcons PROPERTIES AUTOMOC OFF AUTORCC OFF)
+  target_link_libraries(${target}TrayIcons PRIVATE Qt6::Core)
+  target_sources(${target} INTERFACE $<TARGET_OBJECTS:${target}TrayIcons>)
+endfunction()
+
+# The application's icon in the bundle: Resources/tunedeck-SIZE.png.
+set(app_icon_folder ${TUNEDECK_CONTENTS}/Resources)
+file(MAKE_DIRECTORY ${app_icon_folder})
+tunedeck_symbol_file(music.note.list app_glyph)
+list(TRANSFORM TUNEDECK_APP_ICON_SIZES REPLACE "(.+)" "${app_icon_folder}/tunedeck-\\1.png" OUTPUT_VARIABLE app_icons)
+add_custom_command(OUTPUT ${app_icons}
+  COMMAND tunedeck-paint-icons app ${app_icon_folder} ${app_glyph} -- ${TUNEDECK_APP_ICON_SIZES}
+  DEPENDS tunedeck-paint-icons VERBATIM COMMENT "Painting the application's icon")
+add_custom_target(app-icons ALL DEPENDS ${app_icons})
+add_dependencies(bundle app-icons)
