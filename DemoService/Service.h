@@ -1,0 +1,47 @@
+#pragma once
+
+#include "DemoService/Log.h"
+#include "DemoService/Router.h"
+#include "DemoService/RuntimeFile.h"
+#include "DemoService/Server.h"
+#include "DemoService/World.h"
+
+#include <condition_variable>
+#include <mutex>
+#include <stop_token>
+
+namespace tunedeck::demo {
+
+/// The running service: the world on the machine's clock, behind HTTP, with its files. Between events and requests it
+/// sleeps.
+class Service {
+public:
+    Service(World world, ServiceFacts facts, Log log);
+
+    /// Takes the port (0: any free one) and publishes it; false, with a line in the log, when it can't be had.
+    bool start(int port);
+    int port() const { return m_facts.port; }
+    /// Serves until stop() is called from another thread. Then the state is saved and the runtime file withdrawn.
+    void run();
+    void stop();
+
+private:
+    Reply handle(const Request& request);
+    void live(const std::stop_token& stop);
+    void flush();
+    void save(const std::string& text) const;
+    void writeImportXml(const std::string& text) const;
+
+    std::mutex m_mutex;
+    std::condition_variable_any m_changed;
+    /// Guarded by the mutex, as is the flag.
+    World m_world;
+    bool m_unsaved = true;
+
+    ServiceFacts m_facts;
+    Log m_log;
+    RuntimeFile m_runtimeFile;
+    Server m_server;
+};
+
+} // namespace tunedeck::demo
