@@ -12,7 +12,8 @@ void spawn(QCoro::Task<> task);
 /// The tasks of one owner, as its last member: when the owner goes, they are told to stop.
 ///
 /// The token is both the cancellation and the proof of life. A member coroutine takes it first and, after every
-/// co_await, returns without touching the owner when it has been stopped.
+/// co_await, returns without touching the owner when it has been stopped. Stopping resumes what waits at once, from
+/// inside stop().
 class TaskScope {
 public:
     TaskScope() = default;
@@ -24,7 +25,11 @@ public:
     [[nodiscard]] std::stop_token token() const { return m_source.get_token(); }
 
     /// Cancels what runs; the scope can't be used again.
-    void stop() { m_source.request_stop(); }
+    void stop() {
+        // What is resumed by this may destroy the owner: the source outlives the call.
+        auto source = m_source;
+        source.request_stop();
+    }
 
     /// Cancels what runs and makes the scope usable again for new tasks.
     void restart();

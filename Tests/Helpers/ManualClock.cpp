@@ -1,0 +1,121 @@
+#include "Tests/Helpers/ManualClock.h"
+
+#include "TunedeckCore/Support/Wait.h"
+
+#include <algorithm>
+
+namespace tunedeck::test {
+
+using std::chrono::milliseconds;
+using std::chrono::nanoseconds;
+
+namespace {
+
+struct Sleeper {
+    Sleeper(nanoseconds moment, bool suspend, const std::stop_token& stop)
+        : due(moment), throughSuspend(suspend), wait(stop) {}
+    nanoseconds due;
+    bool throughSuspend;
+    Wait wait;
+};
+
+} // namespace
+
+/// Shared with the sleepers, so that clock and sleepers may go in any order.
+struct ManualClock::State {
+    QDateTime now;
+    nanoseconds elapsed = std::chrono::hours(1);
+    nanoseconds uptime = std::chrono::hours(2);
+    std::vector<Sleeper*> sleepers; // in the order in which they asked
+    std::vector<milliseconds> asked;
+
+    [[nodiscard]] nanoseconds left(const Sleeper& sleeper) const {
+        return sleeper.due - (sleeper.throughSuspend ? uptime : elapsed);
+    }
+
+    void move(nanoseconds step, bool awake) {
+        now = now.addMSecs(std::chrono::floor<milliseconds>(step).count());
+        uptime += step;
+        elapsed += awake ? step : nanoseconds::zero();
+    }
+
+    static void pass(const std::shared_ptr<State>& state, nanoseconds duration, bool awake) {
+        for (;;) {
+            Sleeper* next = nullptr;
+            for (auto* sleeper : state->sleepers) {
+                if ((awake || sleeper->throughSuspend) && (!next || state->left(*sleeper) < state->left(*next))) {
+                    next = sleeper;
+                }
+            }
+            if (!next || state->left(*next) > duration) {
+                break;
+            }
+            const auto step = std::max(state->left(*next), nanoseconds::zero());
+            duration -= step;
+            state->move(step, awake);
+            std::erase(state->sleepers, next);
+            next->wait.wake();
+        }
+        state->move(duration, awake);
+    }
+
+    static QCoro::Task<bool> sleep(std::shared_ptr<State> state, milliseconds duration, bool throughSuspend,
+                                   std::stop_token stop) {
+        state->asked.push_back(duration);
+        if (stop.stop_requested() || duration <= milliseconds::zero()) {
+            co_return !stop.stop_requested();
+        }
+        const auto from = throughSuspend ? state->uptime : state->elapsed;
+        Sleeper sleeper(from + duration, throughSuspend, stop);
+        state->sleepers.push_back(&sleeper);
+        const bool slept = co_await sleeper.wait.next();
+        std::erase(state->sleepers, &sleeper);
+        co_return slept;
+    }
+};
+
+ManualClock::ManualClock(QDateTime now) : m_state(std::make_shared<State>()) {
+    m_state->now = std::move(now);
+}
+
+QDateTime ManualClock::now() const {
+    return m_state->now;
+}
+
+nanoseconds ManualClock::elapsed() const {
+    return m_state->elapsed;
+}
+
+nanoseconds ManualClock::uptime() const {
+    return m_state->uptime;
+}
+
+QCoro::Task<bool> ManualClock::sleep(milliseconds duration, std::stop_token stop) {
+    return State::sleep(m_state, duration, false, std::move(stop));
+}
+
+QCoro::Task<bool> ManualClock::sleepThroughSuspend(milliseconds duration, std::stop_token stop) {
+    return State::sleep(m_state, duration, true, std::move(stop));
+}
+
+void ManualClock::advance(milliseconds duration) {
+    State::pass(std::shared_ptr(m_state), duration, true);
+}
+
+void ManualClock::suspend(milliseconds duration) {
+    State::pass(std::shared_ptr(m_state), duration, false);
+}
+
+void ManualClock::setNow(const QDateTime& now) {
+    m_state->now = now.toUTC();
+}
+
+const std::vector<milliseconds>& ManualClock::sleeps() const {
+    return m_state->asked;
+}
+
+std::size_t ManualClock::sleeping() const {
+    return m_state->sleepers.size();
+}
+
+} // namespace tunedeck::test

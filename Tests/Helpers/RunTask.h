@@ -1,0 +1,85 @@
+#pragma once
+
+#include <QCoroTask>
+#include <QTimer>
+
+#include <chrono>
+#include <exception>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <utility>
+#include <variant>
+
+namespace tunedeck::test {
+
+using namespace std::chrono_literals;
+
+/// Runs the event loop until the condition holds, which may depend on other threads; false when it took too long.
+bool runUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit = 10s);
+
+/// Runs the event loop until nothing is due at once.
+void runDueEvents();
+
+/// How a task ended.
+template<class T>
+struct Ending {
+    using Value = std::conditional_t<std::is_void_v<T>, std::monostate, T>;
+    std::optional<Value> value;
+    std::exception_ptr exception;
+    [[nodiscard]] bool isThere() const { return value.has_value() || exception; }
+};
+
+namespace detail {
+template<class T>
+QCoro::Task<> collect(QCoro::Task<T> task, std::shared_ptr<Ending<T>> ending) {
+    try {
+        if constexpr (std::is_void_v<T>) {
+            co_await task;
+            ending->value.emplace();
+        } else {
+            ending->value.emplace(co_await task);
+        }
+    } catch (...) {
+        ending->exception = std::current_exception();
+    }
+}
+} // namespace detail
+
+/// Lets a task run by itself; the ending is filled in when it comes.
+template<class T>
+std::shared_ptr<Ending<T>> endingOf(QCoro::Task<T> task) {
+    auto ending = std::make_shared<Ending<T>>();
+    detail::collect<T>(std::move(task), ending);
+    return ending;
+}
+
+/// Runs the event loop until the task has ended and returns its result; throws what it threw, and
+/// std::runtime_error when it takes longer than the limit.
+template<class T>
+T runToEnd(QCoro::Task<T> task, std::chrono::milliseconds limit = 10s) {
+    const auto ending = endingOf(std::move(task));
+    if (!runUntil([&] { return ending->isThere(); }, limit)) {
+        throw std::runtime_error("the task didn't end in time");
+    }
+    if (ending->exception) {
+        std::rethrow_exception(ending->exception);
+    }
+    if constexpr (!std::is_void_v<T>) {
+        return std::move(*ending->value);
+    }
+}
+
+/// Counts how often the event loop came round while this lives: ticks of a 1 ms timer.
+class Heartbeat {
+public:
+    Heartbeat();
+    [[nodiscard]] int ticks() const { return m_ticks; }
+
+private:
+    QTimer m_timer;
+    int m_ticks = 0;
+};
+
+} // namespace tunedeck::test

@@ -1,0 +1,113 @@
+#include "TunedeckCore/Support/Clock.h"
+
+#include "TunedeckCore/Support/Wait.h"
+
+#include <QSocketNotifier>
+#include <QTimer>
+
+#include <sys/timerfd.h>
+#include <time.h>
+#include <unistd.h>
+
+#include <algorithm>
+
+namespace tunedeck {
+
+namespace {
+
+using namespace std::chrono_literals;
+using std::chrono::milliseconds;
+using std::chrono::nanoseconds;
+
+/// Far enough for any sleep, near enough for nanoseconds never to overflow.
+constexpr milliseconds longestSleep = std::chrono::hours(24 * 365 * 100);
+
+nanoseconds read(clockid_t clock) {
+    timespec time{};
+    clock_gettime(clock, &time);
+    return std::chrono::seconds(time.tv_sec) + nanoseconds(time.tv_nsec);
+}
+
+nanoseconds end(clockid_t clock, milliseconds duration) {
+    return read(clock) + std::clamp(duration, 0ms, longestSleep);
+}
+
+/// Timers may fire early and count no more than 24 days: the clock decides, they only say when to look.
+QCoro::Task<bool> sleepByTimer(clockid_t clock, nanoseconds end, milliseconds longestNap, std::stop_token stop) {
+    Wait wait(stop);
+    QTimer timer;
+    timer.setTimerType(Qt::PreciseTimer);
+    timer.setSingleShot(true);
+    QObject::connect(&timer, &QTimer::timeout, [&wait] { wait.wake(); });
+    do {
+        const auto left = std::chrono::ceil<milliseconds>(end - read(clock));
+        timer.start(std::clamp(left, 0ms, longestNap));
+        if (!co_await wait.next()) {
+            co_return false;
+        }
+    } while (read(clock) < end);
+    co_return true;
+}
+
+/// Owns a file descriptor.
+class Descriptor {
+public:
+    explicit Descriptor(int number) : m_number(number) {}
+    ~Descriptor() {
+        if (m_number >= 0) {
+            close(m_number);
+        }
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    [[nodiscard]] int number() const { return m_number; }
+
+private:
+    int m_number;
+};
+
+/// A descriptor that becomes readable when CLOCK_BOOTTIME reaches a moment; -1 when there are none left.
+int bootTimer(nanoseconds moment) {
+    const int number = timerfd_create(CLOCK_BOOTTIME, TFD_CLOEXEC | TFD_NONBLOCK);
+    const auto seconds = std::chrono::floor<std::chrono::seconds>(moment);
+    itimerspec when{};
+    when.it_value.tv_sec = seconds.count();
+    when.it_value.tv_nsec = (moment - seconds).count();
+    if (number >= 0 && timerfd_settime(number, TFD_TIMER_ABSTIME, &when, nullptr) != 0) {
+        close(number);
+        return -1;
+    }
+    return number;
+}
+
+} // namespace
+
+QDateTime SystemClock::now() const {
+    return QDateTime::currentDateTimeUtc();
+}
+
+nanoseconds SystemClock::elapsed() const {
+    return read(CLOCK_MONOTONIC);
+}
+
+nanoseconds SystemClock::uptime() const {
+    return read(CLOCK_BOOTTIME);
+}
+
+QCoro::Task<bool> SystemClock::sleep(milliseconds duration, std::stop_token stop) {
+    return sleepByTimer(CLOCK_MONOTONIC, end(CLOCK_MONOTONIC, duration), 24h, std::move(stop));
+}
+
+QCoro::Task<bool> SystemClock::sleepThroughSuspend(milliseconds duration, std::stop_token stop) {
+    const auto moment = end(CLOCK_BOOTTIME, duration);
+    const Descriptor timer(bootTimer(moment));
+    if (timer.number() < 0) {
+        co_return co_await sleepByTimer(CLOCK_BOOTTIME, moment, 1min, stop);
+    }
+    Wait wait(stop);
+    QSocketNotifier notifier(timer.number(), QSocketNotifier::Read);
+    QObject::connect(&notifier, &QSocketNotifier::activated, [&wait] { wait.wake(); });
+    co_return co_await wait.next();
+}
+
+} // namespace tunedeck
