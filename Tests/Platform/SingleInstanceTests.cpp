@@ -66,8 +66,10 @@ TEST_F(SingleInstanceTest, ASecondStartHandsItsRequestAndItsActivationTokenToThe
 
     // The one that ends leaves the place to the next at once.
     EXPECT_EQ(ask(QStringLiteral("quit")), QStringLiteral("handed over"));
+    EXPECT_EQ(nextLine(*first), QStringLiteral("quit token-7"));
     const auto next = startInstance(socket(), QStringLiteral("show"));
     EXPECT_EQ(nextLine(*next), QStringLiteral("first"));
+    EXPECT_TRUE(first->waitForFinished());
     EXPECT_EQ(ask(QStringLiteral("quit")), QStringLiteral("handed over"));
     EXPECT_TRUE(next->waitForFinished());
 }
@@ -83,7 +85,10 @@ TEST_F(SingleInstanceTest, OfManySimultaneousStartsOneIsTheFirst) {
         QProcess* first = nullptr;
         for (const auto& start : starts) {
             const auto said = nextLine(*start);
-            handedOver += said == QStringLiteral("handed over");
+            if (said == QStringLiteral("handed over")) {
+                ++handedOver;
+                start->waitForFinished();
+            }
             if (said == QStringLiteral("first")) {
                 ++firsts;
                 first = start.get();
