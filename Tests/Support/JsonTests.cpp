@@ -115,6 +115,7 @@ TEST(Json, ReadsNumbersOfAnySizeAsDoublesUnlessTheyAreInfinite) {
     EXPECT_EQ(read(with(R"("progress":1e300)"))->progress, 1e300);
     EXPECT_EQ(read(with(R"("progress":1e-400)"))->progress, 0);
     EXPECT_EQ(read(with(R"("progress":9223372036854775808)"))->progress, 9223372036854775808.0);
+    EXPECT_EQ(read(with("\"progress\":-0." + QByteArray(400, '0') + "1E5"))->progress, 0);
     EXPECT_FALSE(read(with(R"("progress":1.8e308)")));
     EXPECT_FALSE(read(with(R"("progress":1e999)")));
 }
@@ -177,7 +178,7 @@ TEST(Json, BoundsDepthAndSizeWithoutUsingTheStack) {
     EXPECT_EQ(refusal(nested(129)), u": the document is nested deeper than 128 levels"_s);
     EXPECT_TRUE(read(nested(129)).error().beyondLimits);
     EXPECT_FALSE(read(QByteArray(10'000'000, '[')));
-    EXPECT_TRUE(read(nested(5'000'000), {.bytes = 1 << 30, .depth = 6'000'000}));
+    EXPECT_TRUE(read(nested(500'000), {.bytes = 1 << 30, .depth = 500'000}));
     const QByteArray document = with("\"x\":1");
     EXPECT_TRUE(read(document, {.bytes = document.size()}));
     EXPECT_TRUE(read(document, {.bytes = document.size() - 1}).error().beyondLimits);

@@ -147,13 +147,15 @@ private:
             return expected("a number"_L1, token);
         }
         const std::string_view digits = text(token);
-        if (std::from_chars(digits.data(), digits.data() + digits.size(), value).ec != std::errc()) {
-            value = m_tape.text(token).toDouble(); // too small for a double: zero; too large: infinite
+        const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+        if (read.ec == std::errc()) {
+            return {};
         }
-        if (!std::isfinite(value)) {
-            return Error{{}, u"holds a number that is too large"_s, true};
-        }
-        return {};
+        // The parser lets through no number of more than 308 digits or a greater exponent, so this tells which it is.
+        const bool tiny = digits.starts_with("0.") || digits.starts_with("-0.") ||
+                          digits.find("e-") != std::string_view::npos || digits.find("E-") != std::string_view::npos;
+        value = 0;
+        return tiny ? std::nullopt : std::optional(Error{{}, u"holds a number that is too large"_s, true});
     }
 
     std::optional<Error> readList(std::uint32_t index, const TypeShape& shape, void* value) const {
