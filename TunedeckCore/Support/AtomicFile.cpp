@@ -101,7 +101,7 @@ std::expected<void, QString> writeFileAtomically(const QString& path, const QByt
     }
     if (exists) {
         // Of the owner's things root may write too, and leaves them the owner's. Others can't change an owner anyway.
-        static_cast<void>(::fchown(file.get(), old.st_uid, old.st_gid));
+        [[maybe_unused]] const int kept = ::fchown(file.get(), old.st_uid, old.st_gid);
     }
     // A full disk shows at the write, at the flush or at the closing, depending on the file system.
     const bool written = (!exists || ::fchmod(file.get(), old.st_mode & 07777) == 0) &&
