@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -31,14 +32,20 @@ public:
         return std::get_if<T>(&m_value);
     }
 
+    /// Hands the value to a function that takes every type.
+    template<class Visitor>
+    void visit(Visitor&& visitor) const {
+        std::visit(std::forward<Visitor>(visitor), m_value);
+    }
+
     bool operator==(const PropertyValue&) const = default;
 
 private:
     Storage m_value;
 };
 
-/// Reads an XML property list whose root is a dictionary; nothing for anything else (binary lists included), for
-/// nesting deeper than 64 and for more than 1 MiB.
+/// Reads an XML property list whose root is a dictionary; nothing for anything else (binary lists included), for lists
+/// with entities of their own, for nesting deeper than 64 and for more than 1 MiB.
 std::optional<PropertyDictionary> parsePropertyList(const QByteArray& xml);
 
 /// The XML form, keys sorted, tab-indented.
