@@ -1,0 +1,121 @@
+#include "Tests/Helpers/RunTask.h"
+#include "Tests/Helpers/TemporaryHome.h"
+#include "TunedeckCore/Support/Process.h"
+#include "TunedeckCore/Support/TaskScope.h"
+
+#include <QElapsedTimer>
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <memory>
+
+namespace tunedeck {
+namespace {
+
+using namespace Qt::StringLiterals;
+using test::runToEnd;
+
+ProcessRequest shell(const QString& script) {
+    return {.program = u"/bin/sh"_s, .arguments = {u"-c"_s, script}, .keepOutput = true};
+}
+
+TEST(ProcessTest, GivesStatusAndOutputWithoutBlocking) {
+    const test::Heartbeat heartbeat;
+    const auto result = runToEnd(runProcess(shell(u"echo out; echo err >&2; read x || sleep 0.1; exit 7"_s), {}));
+    ASSERT_TRUE(result);
+    EXPECT_EQ(result->exitStatus, 7);
+    EXPECT_EQ(result->output, "out\n");
+    EXPECT_GT(heartbeat.ticks(), 10);
+    EXPECT_EQ(runToEnd(runProcess(shell(u"kill -TERM $$"_s), {}))->exitStatus, 128 + SIGTERM);
+}
+
+TEST(ProcessTest, KeepsOutputUpToItsLimitAndReadsTheRest) {
+    auto request = shell(u"head -c 3000000 /dev/zero; echo end"_s);
+    EXPECT_EQ(runToEnd(runProcess(request, {}))->output, QByteArray(1024 * 1024, '\0'));
+    request.outputLimit = 10'000'000;
+    EXPECT_TRUE(runToEnd(runProcess(request, {}))->output.endsWith("\0end\n"));
+    request.keepOutput = false;
+    EXPECT_EQ(runToEnd(runProcess(request, {}))->output, QByteArray());
+}
+
+TEST(ProcessTest, ArgumentsArriveAsTheyAre) {
+    const QStringList arguments{u"a b"_s, u""_s, u"$HOME \"'\\"_s, u"ü😀\n"_s};
+    const auto result =
+        runToEnd(runProcess({.program = u"/bin/sh"_s,
+                             .arguments = QStringList{u"-c"_s, u"printf '%s|' \"$@\""_s, u"sh"_s} + arguments,
+                             .keepOutput = true},
+                            {}));
+    ASSERT_TRUE(result);
+    EXPECT_EQ(QString::fromUtf8(result->output), arguments.join(u'|') + u'|');
+}
+
+TEST(ProcessTest, AProgramThatCannotBeStartedIsASentence) {
+    const test::TemporaryHome home;
+    const auto notExecutable = home.write(u"file"_s, "text");
+    for (const auto& program : {u"/nonexistent/program"_s, home.path(), notExecutable}) {
+        const auto result = runToEnd(runProcess({.program = program}, {}));
+        ASSERT_FALSE(result);
+        EXPECT_TRUE(result.error().startsWith(program + u": "_s)) << result.error().toStdString();
+    }
+    EXPECT_FALSE(startDetached(u"/nonexistent/program"_s, {}));
+}
+
+/// An owner whose coroutine ends the owner as soon as it resumes.
+struct Owner {
+    std::unique_ptr<Owner>* self;
+    std::shared_ptr<bool> ended;
+    TaskScope scope = {};
+
+    QCoro::Task<> run(QString script) {
+        const auto stop = scope.token();
+        const auto done = ended;
+        const auto result = co_await runProcess(shell(script), stop);
+        if (!stop.stop_requested()) {
+            self->reset();
+        }
+        *done = true;
+    }
+};
+
+TEST(ProcessTest, StoppingEndsTheProgramAtOnceAndTheOwnerMayGo) {
+    const test::TemporaryHome home;
+    const auto ended = std::make_shared<bool>(false);
+    std::unique_ptr<Owner> owner;
+    owner.reset(new Owner{&owner, ended});
+    spawn(owner->run(u"echo $$ > %1; trap '' TERM; while :; do sleep 0.05; done"_s.arg(home.path(u"pid"_s))));
+    ASSERT_TRUE(test::runUntil([&] { return home.read(u"pid"_s).endsWith('\n'); }));
+    const auto pid = home.read(u"pid"_s).trimmed().toInt();
+    ASSERT_EQ(::kill(pid, 0), 0);
+    QElapsedTimer timer;
+    timer.start();
+    owner.reset();
+    EXPECT_TRUE(*ended);
+    EXPECT_LT(timer.elapsed(), 100);
+    EXPECT_TRUE(test::runUntil([&] { return ::kill(pid, 0) != 0; }));
+}
+
+TEST(ProcessTest, TheOwnerMayGoInTheMomentItHears) {
+    const auto ended = std::make_shared<bool>(false);
+    std::unique_ptr<Owner> owner;
+    owner.reset(new Owner{&owner, ended});
+    spawn(owner->run(u"exit 0"_s));
+    EXPECT_TRUE(test::runUntil([&] { return *ended; }));
+    EXPECT_FALSE(owner);
+    std::stop_source stopped;
+    stopped.request_stop();
+    EXPECT_FALSE(runToEnd(runProcess(shell(u"exit 0"_s), stopped.get_token())));
+}
+
+TEST(ProcessTest, ADetachedProgramHasASessionOfItsOwn) {
+    const test::TemporaryHome home;
+    const auto file = home.path(u"session"_s);
+    ASSERT_TRUE(startDetached(u"/bin/sh"_s,
+                              {u"-c"_s, u"ps -o sid= -p $$ > \"$1\".new; mv \"$1\".new \"$1\""_s, u"sh"_s, file}));
+    ASSERT_TRUE(test::runUntil([&] { return !home.read(u"session"_s).isEmpty(); }));
+    EXPECT_NE(home.read(u"session"_s).trimmed().toInt(), ::getsid(0));
+}
+
+} // namespace
+} // namespace tunedeck
