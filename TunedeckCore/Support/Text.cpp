@@ -21,7 +21,7 @@ QString fromIcu(const icu::UnicodeString& text) {
 
 /// English, because all other words are; the region decides on the order of day and month and on the clock.
 icu::Locale userLocale() {
-    return {"en", QLocale::territoryToCode(QLocale::system().territory()).toLatin1().constData()};
+    return {"en", QLocale::territoryToCode(QLocale().territory()).toLatin1().constData()};
 }
 
 /// A number of units of time; negative ones lie in the past.
@@ -36,7 +36,7 @@ std::int64_t rounded(std::int64_t amount, std::int64_t unit) {
 
 /// How many weeks of the calendar lie between two days.
 std::int64_t weeksBetween(QDate earlier, QDate later) {
-    const auto first = QLocale::system().firstDayOfWeek();
+    const auto first = QLocale().firstDayOfWeek();
     const auto startOfWeek = [first](QDate day) { return day.addDays(-((day.dayOfWeek() - first + 7) % 7)); };
     return startOfWeek(earlier).daysTo(startOfWeek(later)) / 7;
 }

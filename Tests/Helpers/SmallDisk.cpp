@@ -1,0 +1,82 @@
+#include "Tests/Helpers/SmallDisk.h"
+
+#include <QFile>
+
+#include <fcntl.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <stdexcept>
+
+namespace tunedeck::test {
+
+namespace {
+
+bool write(const char* path, const QByteArray& text) {
+    const int file = ::open(path, O_WRONLY | O_CLOEXEC);
+    const bool written = file >= 0 && ::write(file, text.constData(), static_cast<size_t>(text.size())) == text.size();
+    if (file >= 0) {
+        ::close(file);
+    }
+    return written;
+}
+
+/// Gives this thread mounts of its own: for root at once, for others as the root of a user namespace.
+bool separateMounts() {
+    if (::geteuid() != 0) {
+        const auto user = QByteArray::number(::geteuid());
+        const auto group = QByteArray::number(::getegid());
+        if (::unshare(CLONE_NEWUSER) != 0 || !write("/proc/self/setgroups", "deny") ||
+            !write("/proc/self/uid_map", "0 " + user + " 1") || !write("/proc/self/gid_map", "0 " + group + " 1")) {
+            return false;
+        }
+    }
+    return ::unshare(CLONE_NEWNS) == 0 && ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+}
+
+} // namespace
+
+SmallDisk::SmallDisk(int kilobytes) : m_kilobytes(kilobytes) {
+    const auto size = "size=" + std::to_string(kilobytes) + "k";
+    if (!separateMounts() || ::mount("tmpfs", folder().c_str(), "tmpfs", 0, size.c_str()) != 0) {
+        m_reason = std::string("no disk of its own can be mounted here: ") + std::strerror(errno);
+    }
+}
+
+SmallDisk::~SmallDisk() {
+    if (isThere()) {
+        ::umount2(folder().c_str(), MNT_DETACH);
+    }
+}
+
+QString SmallDisk::path(const QString& relative) const {
+    return relative.isEmpty() ? m_folder.path() : m_folder.filePath(relative);
+}
+
+void SmallDisk::fill() const {
+    QFile file(path(QStringLiteral(".filler")));
+    file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered);
+    while (file.write(QByteArray(4096, 'x')) == 4096) {
+    }
+}
+
+void SmallDisk::makeRoom() const {
+    QFile::remove(path(QStringLiteral(".filler")));
+}
+
+void SmallDisk::setReadOnly(bool readOnly) const {
+    const auto size = "size=" + std::to_string(m_kilobytes) + "k";
+    const auto flags = static_cast<unsigned long>(MS_REMOUNT | (readOnly ? MS_RDONLY : 0));
+    if (::mount(nullptr, folder().c_str(), nullptr, flags, size.c_str()) != 0) {
+        throw std::runtime_error(std::strerror(errno));
+    }
+}
+
+std::string SmallDisk::folder() const {
+    return QFile::encodeName(m_folder.path()).toStdString();
+}
+
+} // namespace tunedeck::test

@@ -1,0 +1,145 @@
+#include "Tests/Helpers/SmallDisk.h"
+#include "Tests/Helpers/TemporaryHome.h"
+#include "TunedeckCore/Support/AtomicFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <thread>
+
+namespace tunedeck {
+namespace {
+
+class AtomicFileTest : public testing::Test {
+protected:
+    test::TemporaryHome m_home;
+    const QString m_path = m_home.path(QStringLiteral("file"));
+
+    static mode_t mode(const QString& path) {
+        struct stat facts{};
+        ::stat(QFile::encodeName(path).constData(), &facts);
+        return facts.st_mode & 07777;
+    }
+
+    [[nodiscard]] QStringList names(const QString& folder) const {
+        return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    }
+};
+
+TEST_F(AtomicFileTest, ReplacesTheWholeFileAndKeepsItsMode) {
+    ASSERT_TRUE(writeFileAtomically(m_path, QByteArray(100000, 'a')));
+    const auto umask = ::umask(0);
+    ::umask(umask);
+    EXPECT_EQ(mode(m_path), 0666 & ~umask);
+    for (const mode_t kept : {0600, 0400, 0755}) {
+        ::chmod(QFile::encodeName(m_path).constData(), kept);
+        ASSERT_TRUE(writeFileAtomically(m_path, QByteArray("short\0text", 10)));
+        EXPECT_EQ(readFile(m_path), QByteArray("short\0text", 10));
+        EXPECT_EQ(mode(m_path), kept);
+    }
+    EXPECT_EQ(names(m_home.path()), QStringList(QStringLiteral("file")));
+}
+
+TEST_F(AtomicFileTest, FollowsLinksAlsoToWhatIsNotThereYet) {
+    QDir(m_home.path()).mkpath(QStringLiteral("other"));
+    const auto link = m_home.path(QStringLiteral("link"));
+    const auto second = m_home.path(QStringLiteral("second"));
+    ASSERT_TRUE(QFile::link(QStringLiteral("other/real"), link));
+    ASSERT_TRUE(QFile::link(link, second));
+    for (const auto* text : {"new", "newer"}) {
+        ASSERT_TRUE(writeFileAtomically(second, text));
+        EXPECT_EQ(m_home.read(QStringLiteral("other/real")), text);
+        EXPECT_TRUE(QFileInfo(link).isSymLink() && QFileInfo(second).isSymLink());
+    }
+    const auto circle = m_home.path(QStringLiteral("circle"));
+    ASSERT_TRUE(QFile::link(QStringLiteral("circle"), circle));
+    EXPECT_FALSE(writeFileAtomically(circle, "text"));
+    EXPECT_TRUE(QFileInfo(circle).isSymLink());
+}
+
+TEST_F(AtomicFileTest, FoldersAndFifosAreRefusedWithoutWaiting) {
+    ASSERT_EQ(::mkfifo(QFile::encodeName(m_path).constData(), 0600), 0);
+    EXPECT_EQ(readFile(m_path), std::nullopt);
+    EXPECT_FALSE(writeFileAtomically(m_path, "text"));
+    EXPECT_EQ(readFile(m_home.path()), std::nullopt);
+    const auto folder = writeFileAtomically(m_home.path(), "text");
+    ASSERT_FALSE(folder);
+    EXPECT_EQ(folder.error(), m_home.path() + QStringLiteral(": Is a directory"));
+    EXPECT_FALSE(writeFileAtomically(m_home.path(QStringLiteral("missing/file")), "text"));
+    EXPECT_EQ(names(m_home.path()), QStringList(QStringLiteral("file")));
+}
+
+TEST_F(AtomicFileTest, ReadsUpToItsLimitAndFilesWithoutASize) {
+    ASSERT_TRUE(writeFileAtomically(m_path, QByteArray(10000, 'x')));
+    EXPECT_EQ(readFile(m_path, 10000), QByteArray(10000, 'x'));
+    EXPECT_EQ(readFile(m_path, 9999), std::nullopt);
+    EXPECT_EQ(readFile(m_home.path(QStringLiteral("missing"))), std::nullopt);
+    const auto environment = readFile(QStringLiteral("/proc/self/environ"));
+    ASSERT_TRUE(environment);
+    EXPECT_TRUE(environment->contains("PATH="));
+    EXPECT_EQ(readFile(QStringLiteral("/dev/zero")), std::nullopt);
+}
+
+TEST_F(AtomicFileTest, ReadersNeverSeeAHalfWrittenFile) {
+    ASSERT_TRUE(writeFileAtomically(m_path, QByteArray(50000, 'a')));
+    std::jthread writer([&](const std::stop_token& stop) {
+        for (char letter = 'a'; !stop.stop_requested(); letter = letter == 'z' ? 'a' : char(letter + 1)) {
+            EXPECT_TRUE(writeFileAtomically(m_path, QByteArray(50000, letter)));
+        }
+    });
+    for (int round = 0; round < 300; ++round) {
+        const auto bytes = readFile(m_path);
+        ASSERT_TRUE(bytes);
+        ASSERT_EQ(*bytes, QByteArray(50000, bytes->front()));
+    }
+}
+
+TEST_F(AtomicFileTest, AFullOrReadOnlyDiskKeepsTheOldFile) {
+    const test::SmallDisk disk(256);
+    if (!disk.isThere()) {
+        GTEST_SKIP() << disk.reason();
+    }
+    const auto path = disk.path(QStringLiteral("settings"));
+    ASSERT_TRUE(writeFileAtomically(path, "old"));
+    const auto expectOld = [&](const char* reason) {
+        for (const auto size : {1, 5000, 500000}) {
+            const auto written = writeFileAtomically(path, QByteArray(size, 'n'));
+            ASSERT_FALSE(written);
+            EXPECT_EQ(written.error(), path + QStringLiteral(": ") + QString::fromLatin1(reason));
+            EXPECT_EQ(readFile(path), QByteArray("old"));
+        }
+        const auto made = createFolder(disk.path(QStringLiteral("a/b")));
+        EXPECT_TRUE(made || made.error().startsWith(disk.path()));
+        const auto left = names(disk.path()).filter(QStringLiteral("tunedeck"));
+        EXPECT_TRUE(left.isEmpty()) << left.join(u' ').toStdString();
+    };
+    disk.fill();
+    expectOld("No space left on device");
+    disk.makeRoom();
+    disk.setReadOnly(true);
+    expectOld("Read-only file system");
+    disk.setReadOnly(false);
+    EXPECT_TRUE(writeFileAtomically(path, "new"));
+}
+
+TEST_F(AtomicFileTest, FoldersAreMadeUnlessAFileIsInTheWay) {
+    const auto deep = m_home.path(QStringLiteral("a/ü b/c"));
+    EXPECT_TRUE(createFolder(deep));
+    EXPECT_TRUE(createFolder(deep + u'/'));
+    EXPECT_TRUE(QFileInfo(deep).isDir());
+    ASSERT_TRUE(QFile::link(deep, m_home.path(QStringLiteral("link"))));
+    EXPECT_TRUE(createFolder(m_home.path(QStringLiteral("link/d"))));
+    m_home.write(QStringLiteral("file"), "text");
+    const auto blocked = createFolder(m_path + QStringLiteral("/below"));
+    ASSERT_FALSE(blocked);
+    EXPECT_TRUE(blocked.error().endsWith(QStringLiteral(": Not a directory"))) << blocked.error().toStdString();
+    EXPECT_FALSE(createFolder(m_path));
+    EXPECT_EQ(m_home.read(QStringLiteral("file")), "text");
+}
+
+} // namespace
+} // namespace tunedeck
