@@ -4,6 +4,11 @@ namespace tunedeck::demo {
 
 using namespace std::chrono_literals;
 
+void Cloud::reconnect(Moment now) {
+    connected.reset();
+    changeAt = now + 2s;
+}
+
 void Cloud::advance(Turn& turn) {
     if (!isDue(changeAt, turn.now)) {
         return;

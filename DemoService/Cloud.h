@@ -11,8 +11,8 @@ namespace tunedeck::demo {
 struct Cloud {
     bool enabled = true;
     std::string baseUrl;
-    std::optional<int> protocol = 2;
-    std::optional<bool> registered = true;
+    std::optional<int> protocol;
+    std::optional<bool> registered;
     /// Not known until the first attempt has ended.
     std::optional<bool> connected;
 
@@ -21,6 +21,8 @@ struct Cloud {
     /// The connection is lost now and then.
     bool wavers = false;
 
+    /// The service has just started: whether the relay can be reached shows a moment later.
+    void reconnect(Moment now);
     void advance(Turn& turn);
     std::optional<Moment> nextEvent() const { return changeAt; }
 

@@ -25,7 +25,7 @@ std::string logText(const LogLine& line, std::chrono::sys_time<std::chrono::micr
     text += levelWords[static_cast<std::size_t>(line.level)];
     text += " " + line.target + ": ";
     for (const char c : line.message) {
-        text += c == '\n' || c == '\r' ? ' ' : c;
+        text += static_cast<unsigned char>(c) < 0x20 || c == 0x7F ? ' ' : c;
     }
     return text + "\n";
 }

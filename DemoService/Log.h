@@ -15,8 +15,8 @@ struct LogLine {
     std::string message;
 };
 
-/// "2026-11-21T09:00:00.000000Z  INFO tunedeck::jobs: message" with a line feed; line breaks in the message become
-/// spaces, so that one line stays one line.
+/// "2026-11-21T09:00:00.000000Z  INFO tunedeck::jobs: message" with a line feed; control characters in the message
+/// become spaces, so that one line stays one line.
 std::string logText(const LogLine& line, std::chrono::sys_time<std::chrono::microseconds> time);
 
 /// The lowest level to write, by a filter such as "tunedeck=info" or "debug" (the variable RUST_LOG); info by default.

@@ -12,7 +12,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// A link to the web endpoint's host, which the build configures.
+/// The product's web endpoint, which the build configures.
 constexpr auto webEndpoint = TUNEDECK_WEB_ENDPOINT;
 
 // Each function changes the settled state (everything well, hours old) into its scenario.
@@ -20,8 +20,7 @@ constexpr auto webEndpoint = TUNEDECK_WEB_ENDPOINT;
 void nothing(State& /*state*/, Moment /*now*/) {}
 
 void lively(State& state, Moment now) {
-    state.cloud.connected.reset();
-    state.cloud.changeAt = now + 2s;
+    state.cloud.reconnect(now);
     state.cloud.wavers = true;
     state.links.getUsed = true;
     state.livesWhenConnected = true;
@@ -166,6 +165,8 @@ State startState(const Scenario& scenario, Moment now) {
     state.scenario = scenario.name;
     state.links.endpoint = webEndpoint;
     state.cloud.baseUrl = webEndpoint;
+    state.cloud.protocol = 2;
+    state.cloud.registered = true;
     state.cloud.connected = true;
     state.toolbox = makeToolbox(true, now - 2h);
     state.library = settledLibrary(now);

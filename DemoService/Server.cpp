@@ -2,6 +2,8 @@
 
 #include <httplib.h>
 
+#include <atomic>
+#include <chrono>
 #include <thread>
 
 namespace tunedeck::demo {
@@ -79,6 +81,7 @@ public:
 
     std::function<Reply(const Request&)> handler;
     httplib::Server http;
+    std::atomic<bool> ended = false;
 };
 
 Server::Server(std::function<Reply(const Request&)> handler)
@@ -95,10 +98,16 @@ int Server::bind(int port) {
 }
 
 bool Server::serve() {
-    return m_implementation->http.listen_after_bind();
+    const bool well = m_implementation->http.listen_after_bind();
+    m_implementation->ended = true;
+    return well;
 }
 
 void Server::stop() {
+    // The library ignores a stop that comes before it runs.
+    while (!m_implementation->http.is_running() && !m_implementation->ended) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
     m_implementation->http.stop();
 }
 

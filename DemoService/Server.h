@@ -20,6 +20,7 @@ public:
     int bind(int port);
     /// Serves until stop(); false when listening failed.
     bool serve();
+    /// Ends serve(), also one that is only about to begin.
     void stop();
 
 private:

@@ -31,15 +31,17 @@ bool Service::start(int port) {
     return true;
 }
 
-void Service::run() {
+bool Service::run() {
     std::jthread life([this](const std::stop_token& stop) { live(stop); });
-    if (!m_server.serve()) {
+    const bool served = m_server.serve();
+    if (!served) {
         m_log.write({Level::error, "tunedeck::http", "the server ended"});
     }
     life.request_stop();
     life.join();
     m_runtimeFile.withdraw(::getpid());
     m_log.write({Level::info, "tunedeck::service", "stopped"});
+    return served;
 }
 
 void Service::stop() {
@@ -79,8 +81,7 @@ void Service::live(const std::stop_token& stop) {
             const std::string state = stateText(m_world.state());
             const std::string xml = importXmlText(m_world.state().jobs, m_facts.version);
             lock.unlock();
-            save(state);
-            writeImportXml(xml);
+            save(state, xml);
             lock.lock();
             continue;
         }
@@ -96,20 +97,16 @@ void Service::live(const std::stop_token& stop) {
     }
 }
 
-void Service::save(const std::string& text) const {
-    if (const auto wrong = writeFileAtomically(m_facts.paths.stateFile(), text); !wrong.empty()) {
+void Service::save(const std::string& state, const std::string& importXml) {
+    std::string wrong = writeFileAtomically(m_facts.paths.stateFile(), state);
+    const auto xmlFile = m_facts.paths.importXml();
+    if (wrong.empty() && readFile(xmlFile) != importXml) {
+        wrong = writeFileAtomically(xmlFile, importXml);
+    }
+    if (!wrong.empty() && wrong != m_saveError) {
         m_log.write({Level::error, "tunedeck::service", wrong});
     }
-}
-
-void Service::writeImportXml(const std::string& text) const {
-    const auto path = m_facts.paths.importXml();
-    if (readFile(path) == text) {
-        return;
-    }
-    if (const auto wrong = writeFileAtomically(path, text); !wrong.empty()) {
-        m_log.write({Level::error, "tunedeck::service", wrong});
-    }
+    m_saveError = std::move(wrong);
 }
 
 } // namespace tunedeck::demo

@@ -22,15 +22,15 @@ public:
     bool start(int port);
     int port() const { return m_facts.port; }
     /// Serves until stop() is called from another thread. Then the state is saved and the runtime file withdrawn.
-    void run();
+    /// False, with a line in the log, when serving ended by itself.
+    bool run();
     void stop();
 
 private:
     Reply handle(const Request& request);
     void live(const std::stop_token& stop);
     void flush();
-    void save(const std::string& text) const;
-    void writeImportXml(const std::string& text) const;
+    void save(const std::string& state, const std::string& importXml);
 
     std::mutex m_mutex;
     std::condition_variable_any m_changed;
@@ -42,6 +42,8 @@ private:
     Log m_log;
     RuntimeFile m_runtimeFile;
     Server m_server;
+    /// What went wrong when saving last; the log isn't filled with repetitions.
+    std::string m_saveError;
 };
 
 } // namespace tunedeck::demo

@@ -23,6 +23,9 @@ State firstState(const Options& options, const HomePaths& paths, const Log& log)
     if (text) {
         if (auto last = stateFromText(*text)) {
             if (options.scenario.empty() || options.scenario == last->scenario) {
+                if (last->cloud.wavers) {
+                    last->cloud.reconnect(now);
+                }
                 return std::move(*last);
             }
         } else {
@@ -68,8 +71,9 @@ int serve(const Options& options) {
               << " on http://127.0.0.1:" << service.port() << std::endl;
 
     const auto self = pthread_self();
-    std::thread running([&service, self] {
-        service.run();
+    bool served = false;
+    std::thread running([&service, &served, self] {
+        served = service.run();
         // Should serving end by itself, the waiting ends too.
         pthread_kill(self, SIGTERM);
     });
@@ -78,7 +82,7 @@ int serve(const Options& options) {
     service.stop();
     running.join();
     std::cout << "tunedeck stopped" << std::endl;
-    return 0;
+    return served ? 0 : 1;
 }
 
 } // namespace

@@ -1,0 +1,173 @@
+#include "DemoService/Files.h"
+#include "DemoService/Record.h"
+#include "Tests/Demo/TempHome.h"
+
+#include <gtest/gtest.h>
+#include <httplib.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace tunedeck::demo {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+/// The real program in a home folder of its own, ended with the test.
+class Program {
+public:
+    Program(const HomePaths& paths, std::vector<std::string> arguments) : m_paths(paths) {
+        m_pid = ::fork();
+        if (m_pid == 0) {
+            ::setenv("HOME", paths.home.c_str(), 1);
+            arguments.insert(arguments.begin(), TUNEDECK_DEMO_PROGRAM);
+            std::vector<char*> raw;
+            for (std::string& argument : arguments) {
+                raw.push_back(argument.data());
+            }
+            raw.push_back(nullptr);
+            const std::string log = paths.home / "log";
+            if (std::freopen(log.c_str(), "a", stderr) != nullptr &&
+                std::freopen("/dev/null", "w", stdout) != nullptr) {
+                ::execv(raw.front(), raw.data());
+            }
+            ::_exit(127);
+        }
+        while (port() == 0 && ::waitpid(m_pid, &m_status, WNOHANG) == 0) {
+            std::this_thread::sleep_for(5ms);
+        }
+        m_ended = port() == 0;
+    }
+    ~Program() {
+        if (!m_ended) {
+            end(SIGKILL);
+        }
+    }
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    /// The port of the runtime file, when the file is this process's.
+    int port() const {
+        const auto text = readFile(m_paths.runtimeFile());
+        const auto file = text ? parseObject(*text) : std::nullopt;
+        return file && (*file)["pid"].GetInt() == m_pid ? (*file)["port"].GetInt() : 0;
+    }
+    /// Ends the program, unless it has ended by itself. Its exit status; negative for a signal.
+    int end(int signal) {
+        if (!std::exchange(m_ended, true)) {
+            ::kill(m_pid, signal);
+            ::waitpid(m_pid, &m_status, 0);
+        }
+        return WIFEXITED(m_status) ? WEXITSTATUS(m_status) : -WTERMSIG(m_status);
+    }
+    httplib::Client client() const { return httplib::Client("127.0.0.1", port()); }
+
+private:
+    HomePaths m_paths;
+    pid_t m_pid = 0;
+    int m_status = 0;
+    bool m_ended = false;
+};
+
+std::string get(const Program& program, const std::string& path) {
+    const auto result = program.client().Get(path);
+    return result && result->status == 200 ? result->body : "";
+}
+
+} // namespace
+
+TEST(DemoProgram, TheRuntimeFileStandsWhileItRunsAndTheStateOutlivesIt) {
+    const TempHome home;
+    std::string links;
+    {
+        Program program(home.paths, {"--scenario", "quiet", "--speed", "1000"});
+        ASSERT_GT(program.port(), 0);
+        EXPECT_EQ(program.client().Post("/local/links", R"({"kind":"chatgpt"})", "application/json")->status, 201);
+        EXPECT_EQ(
+            program.client().Post("/local/rekordbox/restore", R"({"version":"1.0.0"})", "application/json")->status,
+            200);
+        links = get(program, "/local/links");
+        EXPECT_NE(links.find("chatgpt"), std::string::npos);
+        EXPECT_EQ(program.end(SIGTERM), 0);
+    }
+    EXPECT_FALSE(std::filesystem::exists(home.paths.runtimeFile()));
+    {
+        Program again(home.paths, {});
+        EXPECT_EQ(get(again, "/local/links"), links);
+        EXPECT_NE(get(again, "/local/status").find("Before restoring v1.0.0"), std::string::npos);
+        EXPECT_EQ(again.end(SIGINT), 0);
+    }
+    const Program other(home.paths, {"--scenario", "fresh"});
+    EXPECT_EQ(get(other, "/local/links"), R"({"links":[]})");
+}
+
+TEST(DemoProgram, WhatWasSavedSurvivesAKillAndABrokenStateFileOnlyStartsAnew) {
+    const TempHome home;
+    Program program(home.paths, {"--scenario", "quiet", "--speed", "1000"});
+    program.client().Post("/local/rekordbox/restore", R"({"version":"1.0.0"})", "application/json");
+    for (int i = 0; i < 1000 && readFile(home.paths.stateFile()).value_or("").find("2.0.0") == std::string::npos; ++i) {
+        std::this_thread::sleep_for(5ms);
+    }
+    program.end(SIGKILL);
+    EXPECT_TRUE(std::filesystem::exists(home.paths.runtimeFile())) << "nobody was there to remove it";
+    {
+        const Program again(home.paths, {});
+        EXPECT_NE(get(again, "/local/status").find("2.0.0"), std::string::npos);
+    }
+    writeFileAtomically(home.paths.stateFile(), "{\"scenario\":");
+    const Program anew(home.paths, {});
+    EXPECT_NE(get(anew, "/local/status"), "");
+    EXPECT_NE(readFile(home.paths.home / "log")->find(" WARN tunedeck::service: "), std::string::npos);
+}
+
+TEST(DemoProgram, AnInstallationIsSeenFromOutside) {
+    const TempHome home;
+    const Program program(home.paths, {"--scenario", "fresh", "--speed", "50"});
+    EXPECT_EQ(program.client().Post("/local/toolbox/install")->status, 202) << "also without a body or its length";
+    EXPECT_NE(get(program, "/local/toolbox").find(R"("installing":true,"step":"Downloading )"), std::string::npos);
+    std::string report;
+    for (int i = 0; i < 1000 && report.find(R"("installing":false)") == std::string::npos; ++i) {
+        std::this_thread::sleep_for(10ms);
+        report = get(program, "/local/toolbox");
+    }
+    EXPECT_EQ(report.find(R"("ready":false)"), std::string::npos) << report;
+}
+
+TEST(DemoProgram, ClientsThatMisbehaveGetAnAnswerAndHurtNobody) {
+    const TempHome home;
+    const Program program(home.paths, {"--scenario", "quiet", "--speed", "1000"});
+    auto client = program.client();
+    const std::string id = (*parseObject(get(program, "/local/links")))["links"][0]["id"].GetString();
+    EXPECT_EQ(client.Delete("/local/links/" + id)->status, 204);
+    const auto again = client.Delete("/local/links/" + id);
+    EXPECT_EQ(again->status, 404);
+    EXPECT_EQ(again->get_header_value("Content-Type"), "application/json");
+    EXPECT_EQ(client.Put("/local/status", "x", "text/plain")->get_header_value("Allow"), "GET");
+    EXPECT_EQ(client.Post("/local/links", std::string(100'000, 'x'), "application/json")->status, 413);
+    EXPECT_EQ(client.Post("/local/links", std::string(60'000, '['), "application/json")->status, 400);
+    EXPECT_GE(client.Get("/local/" + std::string(7000, 'x'))->status, 400);
+    EXPECT_NE(get(program, "/local/status"), "");
+}
+
+TEST(DemoProgram, APortThatIsTakenIsAnErrorAndQuestionsChangeNothing) {
+    const TempHome home;
+    const Program program(home.paths, {"--scenario", "quiet"});
+    ASSERT_GT(program.port(), 0);
+    const TempHome second;
+    const auto outcome = [&](std::vector<std::string> arguments) {
+        return Program(second.paths, std::move(arguments)).end(SIGTERM);
+    };
+    EXPECT_EQ(outcome({"--port", std::to_string(program.port())}), 1);
+    EXPECT_EQ(outcome({"--help"}), 0);
+    EXPECT_EQ(outcome({"--list-scenarios"}), 0);
+    EXPECT_EQ(outcome({"--scenario", "nonsense"}), 2);
+    EXPECT_FALSE(std::filesystem::exists(second.paths.folder()));
+}
+
+} // namespace tunedeck::demo

@@ -1,0 +1,108 @@
+#include "DemoService/Record.h"
+#include "DemoService/Router.h"
+#include "Tests/Demo/TempHome.h"
+#include "Tests/Demo/TestWorld.h"
+
+#include <gtest/gtest.h>
+
+namespace tunedeck::demo {
+
+namespace {
+
+/// A world with an interface, on a home folder of its own.
+struct Asked {
+    explicit Asked(std::string_view scenario) : test(scenario) {}
+
+    Reply operator()(std::string method, std::string target, std::string body = {}) {
+        return answer(test.world, {.version = "1.2.3", .paths = home.paths, .port = 8123},
+                      {.method = std::move(method), .target = std::move(target), .body = std::move(body)}, test.now);
+    }
+
+    TempHome home;
+    TestWorld test;
+};
+
+bool hasError(const Reply& reply) {
+    const auto body = parseObject(reply.body);
+    return body && body->HasMember("error") && (*body)["error"].IsString();
+}
+
+} // namespace
+
+TEST(DemoRouter, WrongAddressesMethodsAndBodiesAreRefusedWithAReason) {
+    Asked ask("quiet");
+    const std::string before = stateText(ask.test.state());
+    for (const char* target :
+         {"/", "", "/local", "/status", "/local/", "/local/nothing", "/local/status/more", "/local/toolbox/remove",
+          "/local/rekordbox", "/local/rekordbox/explode", "/local/links/x/y", "/local/links/x/rotate/z", "*"}) {
+        const Reply reply = ask("GET", target);
+        EXPECT_EQ(reply.status, 404) << target;
+        EXPECT_TRUE(hasError(reply)) << target;
+    }
+    const auto allowed = [&](const char* method, const char* target) {
+        const Reply reply = ask(method, target);
+        EXPECT_EQ(reply.status, 405) << method << " " << target;
+        EXPECT_TRUE(hasError(reply));
+        return reply.allow;
+    };
+    EXPECT_EQ(allowed("POST", "/local/status"), "GET");
+    EXPECT_EQ(allowed("DELETE", "/local/toolbox"), "GET");
+    EXPECT_EQ(allowed("GET", "/local/toolbox/install"), "POST");
+    EXPECT_EQ(allowed("PUT", "/local/links"), "GET, POST");
+    EXPECT_EQ(allowed("GET", "/local/links/x"), "DELETE");
+    EXPECT_EQ(allowed("DELETE", "/local/links/x/rotate"), "POST");
+    EXPECT_EQ(allowed("GET", "/local/rekordbox/apply"), "POST");
+    for (const char* body : {"{", "[]", "\"x\"", "{} x", "\xff", "{\"kind\":5}", "{}"}) {
+        EXPECT_EQ(ask("POST", "/local/links", body).status, 400) << body;
+        const Reply restore = ask("POST", "/local/rekordbox/restore", body);
+        EXPECT_EQ(restore.status, 400) << body;
+        EXPECT_TRUE(hasError(restore) && restore.body.starts_with(R"({"ok":false,)")) << restore.body;
+    }
+    EXPECT_EQ(stateText(ask.test.state()), before);
+}
+
+TEST(DemoRouter, AnIdIsDecodedAndStaysOnePartOfThePath) {
+    State state = startState(*findScenario("quiet"), TestWorld::start);
+    const std::string id = "a/b ?%2F\"ü";
+    state.links.all.front().id = id;
+    Asked ask("quiet");
+    ask.test.world = World(std::move(state), 1);
+    const std::string encoded = "/local/links/a%2Fb%20%3F%252F%22%C3%BC";
+    EXPECT_EQ(ask("DELETE", "/local/links/a/b").status, 404);
+    const Reply rotated = ask("POST", encoded + "/rotate?x=/y");
+    EXPECT_EQ(rotated.status, 200);
+    const auto body = parseObject(rotated.body);
+    ASSERT_TRUE(body);
+    EXPECT_EQ(std::string((*body)["id"].GetString()), id);
+    EXPECT_EQ(ask("DELETE", encoded).status, 204);
+    const Reply again = ask("DELETE", encoded);
+    EXPECT_EQ(again.status, 404);
+    EXPECT_NE(again.body.find(R"("code":"link_not_found")"), std::string::npos);
+}
+
+TEST(DemoRouter, TheStatusTellsClientsEverythingButWhatTheServiceKeepsForItself) {
+    for (const Scenario& scenario : scenarios()) {
+        Asked ask(scenario.name);
+        const Reply reply = ask("GET", "/local/status");
+        ASSERT_EQ(reply.status, 200);
+        const auto status = parseObject(reply.body);
+        ASSERT_TRUE(status) << scenario.name;
+        for (const char* text : {"version", "download_dir", "download_dir_source", "import_xml"}) {
+            EXPECT_TRUE(status->HasMember(text) && (*status)[text].IsString()) << text;
+        }
+        EXPECT_TRUE((*status)["download_dir_writable"].IsBool());
+        EXPECT_TRUE((*status)["cloud"]["enabled"].IsBool());
+        EXPECT_TRUE((*status)["cloud"]["base_url"].IsString());
+        EXPECT_TRUE((*status)["recent_jobs"].IsArray());
+        EXPECT_EQ(status->HasMember("rekordbox_db"), scenario.name != "no-rekordbox");
+        for (const char* own : {"next_step", "doomed", "toggle_at", "failure_percent", "change_at", "seed"}) {
+            EXPECT_EQ(reply.body.find(own), std::string::npos) << own;
+        }
+        EXPECT_EQ(ask("GET", "/local/links").body.find("get_used"), std::string::npos);
+        EXPECT_EQ(ask("GET", "/local/toolbox").body.find("installs"), std::string::npos);
+    }
+    Asked ask("cloud-off");
+    EXPECT_EQ(ask("GET", "/local/status").body.find("\"connected\""), std::string::npos);
+}
+
+} // namespace tunedeck::demo
