@@ -38,6 +38,14 @@ def digest(entry, settings):
     return value.hexdigest()
 
 
+def findings(output, known):
+    """The findings in clang-tidy's output that aren't known yet: every file that includes a header tells its faults."""
+    parts = re.split(r"^(?=\S+:\d+:\d+: (?:error|warning):)", output.replace(f"{ROOT}/", ""), flags=re.M)
+    new = [part for part in parts if part.strip() and part.split("\n")[0] not in known]
+    known.update(part.split("\n")[0] for part in new)
+    return "".join(new)
+
+
 def check(build, entry):
     run = subprocess.run(["clang-tidy-19", "--quiet", "-p", build, entry["file"]], stdin=subprocess.DEVNULL,
                          stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
@@ -58,17 +66,17 @@ def main():
 
     memory = build / "tidy-passed.json"
     passed = json.loads(memory.read_text()) if memory.exists() else {}
-    settings = (ROOT / ".clang-tidy").read_bytes()
+    settings = b"".join(name.read_bytes() for name in sorted(ROOT.glob(".clang-tidy")) + sorted(ROOT.glob("*/.clang-tidy")))
     digests = {source: digest(entry, settings) for source, entry in entries.items()}
     todo = [source for source in entries if passed.get(str(source)) != digests[source]]
-    start, failed = time.monotonic(), 0
+    start, failed, known = time.monotonic(), 0, set()
     with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
         runs = {pool.submit(check, str(build), entries[source]): source for source in todo}
         for run in concurrent.futures.as_completed(runs):
             source = runs[run]
             if run.result():
                 failed += 1
-                print(run.result().replace(f"{ROOT}/", ""), flush=True)
+                print(findings(run.result(), known), end="", flush=True)
             else:
                 passed[str(source)] = digests[source]
     memory.write_text(json.dumps(passed, indent=1, sort_keys=True))

@@ -1,0 +1,69 @@
+#include "TunedeckCore/QRCode.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace tunedeck::test {
+
+namespace {
+
+constexpr int panelSize = 112; // points on a side, as the panel shows a code
+
+/// A grey picture of the code on a plate of the given size, drawn without smoothing.
+QByteArray picture(const QRCode::Image& code, int side) {
+    QByteArray made = "P5 " + QByteArray::number(side) + " " + QByteArray::number(side) + " 255\n";
+    for (int y = 0; y < side; ++y) {
+        for (int x = 0; x < side; ++x) {
+            made.append(code.isDark(x * code.size / side, y * code.size / side) ? '\0' : '\xff');
+        }
+    }
+    return made;
+}
+
+/// What a scanner reads from it.
+QString scanned(const QRCode::Image& code, int side) {
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("code.pgm")));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(picture(code, side));
+    file.close();
+    QProcess scanner;
+    scanner.start(QStringLiteral("zbarimg"), {QStringLiteral("--raw"), QStringLiteral("-q"), file.fileName()});
+    EXPECT_TRUE(scanner.waitForFinished()) << "zbarimg is missing";
+    return QString::fromUtf8(scanner.readAllStandardOutput()).trimmed();
+}
+
+} // namespace
+
+TEST(QRCode, ScansAtTheSizeOfThePanel) {
+    const QString start = QStringLiteral("https://t.me/tunedeck_bot?start=Xy9_-s3cretsecretsecretsecret");
+    const auto code = QRCode::image(start);
+    ASSERT_TRUE(code);
+    for (const int scale : {1, 2, 3}) {
+        EXPECT_EQ(scanned(*code, panelSize * scale), start) << scale;
+    }
+}
+
+TEST(QRCode, KeepsBytesBeyondAsciiAndTheQuietZone) {
+    const QString text = QStringLiteral("Grüße 🎧");
+    const auto code = QRCode::image(text);
+    ASSERT_TRUE(code);
+    EXPECT_EQ(scanned(*code, code->size * 4), text);
+    for (int i = 0; i < code->size; ++i) {
+        for (int edge = 0; edge < 4; ++edge) {
+            EXPECT_FALSE(code->isDark(i, edge) || code->isDark(edge, i) || code->isDark(i, code->size - 1 - edge));
+        }
+    }
+    EXPECT_TRUE(code->isDark(4, 4)) << "the finder's corner begins right behind the quiet zone";
+}
+
+TEST(QRCode, GivesNothingForWhatNoCodeHolds) {
+    EXPECT_FALSE(QRCode::image(QString()));
+    EXPECT_TRUE(QRCode::image(QString(2331, u'x'))) << "the most that version 40 holds at level M";
+    EXPECT_FALSE(QRCode::image(QString(2332, u'x')));
+}
+
+} // namespace tunedeck::test

@@ -1,0 +1,143 @@
+#pragma once
+
+#include "TunedeckMenu/Platform/Desktop.h"
+#include "TunedeckMenu/Platform/LoginItem.h"
+#include "TunedeckMenu/Platform/NotificationCenter.h"
+#include "TunedeckMenu/Platform/Relauncher.h"
+#include "TunedeckMenu/Platform/StatusItem.h"
+#include "TunedeckMenu/Platform/Workspace.h"
+
+#include <QStringList>
+
+#include <utility>
+#include <vector>
+
+namespace tunedeck::test {
+
+/// A status item that the test docks and clicks.
+class FakeStatusItem final : public StatusItem {
+public:
+    void install() override { ++installs; }
+    [[nodiscard]] bool isAvailable() const override { return available; }
+    void setSymbol(const QString& newSymbol, const QString& newToolTip) override {
+        symbol = newSymbol;
+        toolTip = newToolTip;
+        symbols << newSymbol;
+    }
+    [[nodiscard]] std::optional<QRect> geometry() const override { return rectangle; }
+    [[nodiscard]] std::optional<MenuBarPlacement> placement() const override { return place; }
+
+    /// The desktop's tray comes or goes.
+    void setAvailable(bool isNowAvailable) {
+        available = isNowAvailable;
+        Q_EMIT availabilityChanged();
+    }
+
+    int installs = 0;
+    bool available = true;
+    QString symbol;
+    QString toolTip;
+    QStringList symbols; ///< every one that was set
+    std::optional<QRect> rectangle;
+    std::optional<MenuBarPlacement> place = MenuBarPlacement{.itemMinX = 1200, .itemWidth = 24, .screenWidth = 1600};
+};
+
+/// A notification centre that keeps what it was given.
+class FakeNotificationCenter final : public NotificationCenter {
+public:
+    void start() override { ++starts; }
+    void post(const UserNotification& notification) override { posted.push_back(notification); }
+
+    int starts = 0;
+    std::vector<UserNotification> posted;
+};
+
+/// A workspace that keeps what it was asked to open.
+class FakeWorkspace final : public Workspace {
+public:
+    bool open(const QUrl& url) override {
+        opened.push_back(url);
+        return works;
+    }
+    void reveal(const QString& path) override { revealed << path; }
+    QIcon icon(const QString& path) override {
+        iconsAsked << path;
+        return {};
+    }
+
+    bool works = true; ///< what open() says
+    std::vector<QUrl> opened;
+    QStringList revealed;
+    QStringList iconsAsked;
+};
+
+/// A login item that keeps its state, or fails with a sentence.
+class FakeLoginItem final : public LoginItem {
+public:
+    [[nodiscard]] bool isEnabled() const override { return enabled; }
+    std::expected<void, QString> setEnabled(bool isNowEnabled) override {
+        if (!failure.isEmpty()) {
+            return std::unexpected(failure);
+        }
+        enabled = isNowEnabled;
+        return {};
+    }
+
+    bool enabled = false;
+    QString failure;
+};
+
+/// A clipboard of the test's own.
+class FakePasteboard final : public Pasteboard {
+public:
+    void setText(const QString& newText) override {
+        text = newText;
+        texts << newText;
+    }
+
+    QString text;
+    QStringList texts; ///< every one that was put there
+};
+
+/// A folder picker that the test answers.
+class FakeFolderPicker final : public FolderPicker {
+public:
+    void choose(const QString& newTitle, const QString& newPrompt, const QString& newStart,
+                std::function<void(std::optional<QString>)> done) override {
+        title = newTitle;
+        prompt = newPrompt;
+        start = newStart;
+        answer = std::move(done);
+    }
+
+    QString title;
+    QString prompt;
+    QString start;
+    std::function<void(std::optional<QString>)> answer; ///< set while the picker is open
+};
+
+/// An appearance that the test changes.
+class FakeAppearanceSource final : public AppearanceSource {
+public:
+    [[nodiscard]] Appearance current() const override { return appearance; }
+    void set(const Appearance& newAppearance) {
+        appearance = newAppearance;
+        Q_EMIT changed();
+    }
+
+    Appearance appearance;
+};
+
+/// A relauncher that starts nothing.
+class FakeRelauncher final : public Relauncher {
+public:
+    bool relaunch(const QString& bundle, const QStringList& arguments) override {
+        relaunched.emplace_back(bundle, arguments);
+        return works;
+    }
+
+    bool works = true;
+    std::vector<std::pair<QString, QStringList>> relaunched;
+};
+
+} // namespace tunedeck::test

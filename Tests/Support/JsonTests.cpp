@@ -1,0 +1,187 @@
+#include "TunedeckCore/Support/Json.h"
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+using namespace tunedeck;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Disc {
+    std::int64_t size = 0;
+    std::optional<QString> fileName;
+    bool operator==(const Disc&) const = default;
+};
+
+struct Record {
+    QString title;
+    bool isReady = false;
+    std::int64_t count = 0;
+    std::optional<double> progress;
+    std::optional<std::int64_t> limit;
+    std::optional<Disc> disc;
+    std::vector<Disc> discs;
+    bool operator==(const Record&) const = default;
+};
+
+} // namespace
+
+template<>
+struct tunedeck::json::Members<Disc> {
+    static constexpr auto list = std::tuple{member("size", &Disc::size), member("fileName", &Disc::fileName)};
+};
+
+template<>
+struct tunedeck::json::Members<Record> {
+    static constexpr auto list = std::tuple{member("title", &Record::title), member("isReady", &Record::isReady),
+                                            member("count", &Record::count), member("progress", &Record::progress),
+                                            member("limit", &Record::limit), member("disc", &Record::disc),
+                                            member("discs", &Record::discs)};
+};
+
+namespace {
+
+std::expected<Record, json::Error> read(const QByteArray& document, json::Limits limits = {}) {
+    return json::decode<Record>(document, json::Keys::SnakeToCamel, limits);
+}
+
+/// A sound document with one member replaced or added.
+QByteArray with(const QByteArray& members) {
+    return R"({"title":"t","is_ready":true,"count":1,"discs":[],)" + members + "}";
+}
+
+/// The path and reason of the refusal; "accepted" when there is none.
+QString refusal(const QByteArray& document, json::Limits limits = {}) {
+    const auto record = read(document, limits);
+    return record ? u"accepted"_s : record.error().path + u": "_s + record.error().reason;
+}
+
+TEST(Json, FillsARecordFromADocumentInAnyOrder) {
+    const auto record =
+        read(R"( {"discs":[{"size":5000000000},{"size":-1,"file_name":"a\/b\n\u00e9\ud83c\udfb5\u0000"}],
+        "count":-9223372036854775808,"title":"Süß","is_ready":false,"progress":2,"limit":null,"disc":{"size":0}} )");
+    ASSERT_TRUE(record) << record.error().description().toStdString();
+    const Record expected{u"Süß"_s, false,       std::numeric_limits<std::int64_t>::min(),          2.0,
+                          {},       Disc{0, {}}, {{5000000000, {}}, {-1, u"a/b\né🎵"_s + QChar(0)}}};
+    EXPECT_EQ(*record, expected);
+}
+
+TEST(Json, RefusesEveryWrongTypeWithThePathOfTheMember) {
+    const std::vector<std::pair<QByteArray, QString>> cases{
+        {R"({"is_ready":true,"count":1,"discs":[]})", u"title: is missing"_s},
+        {with(R"("title":null)"), u"title: expected text, found null"_s},
+        {with(R"("title":5)"), u"title: expected text, found a number"_s},
+        {with(R"("is_ready":1)"), u"isReady: expected a boolean, found a number"_s},
+        {with(R"("is_ready":"true")"), u"isReady: expected a boolean, found text"_s},
+        {with(R"("count":true)"), u"count: expected an integer, found a boolean"_s},
+        {with(R"("count":"1")"), u"count: expected an integer, found text"_s},
+        {with(R"("limit":false)"), u"limit: expected an integer, found a boolean"_s},
+        {with(R"("progress":true)"), u"progress: expected a number, found a boolean"_s},
+        {with(R"("progress":"0.5")"), u"progress: expected a number, found text"_s},
+        {with(R"("disc":[])"), u"disc: expected an object, found a list"_s},
+        {with(R"("disc":{"size":1,"file_name":{}})"), u"disc.fileName: expected text, found an object"_s},
+        {with(R"("disc":{})"), u"disc.size: is missing"_s},
+        {with(R"("discs":{})"), u"discs: expected a list, found an object"_s},
+        {with(R"("discs":[{"size":1},null])"), u"discs[1]: expected an object, found null"_s},
+        {with(R"("discs":[{"size":1},{"size":[]}])"), u"discs[1].size: expected an integer, found a list"_s},
+        {"[]", u": expected an object, found a list"_s},
+        {"null", u": expected an object, found null"_s},
+    };
+    for (const auto& [document, expected] : cases) {
+        EXPECT_EQ(refusal(document), expected) << document.constData();
+    }
+    EXPECT_EQ(read(with(R"("disc":{})")).error().description(), u"Unreadable document: \"disc.size\" is missing."_s);
+}
+
+TEST(Json, TakesANumberForAnIntegerOnlyWhenItsValueIsOneExactly) {
+    const auto count = [](const QByteArray& number) -> std::optional<std::int64_t> {
+        const auto record = read(with("\"count\":" + number));
+        return record ? std::optional(record->count) : std::nullopt;
+    };
+    EXPECT_EQ(count("9223372036854775807"), std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(count("-0"), 0);
+    EXPECT_EQ(count("1.0"), 1);
+    EXPECT_EQ(count("5e3"), 5000);
+    EXPECT_EQ(count("9007199254740991.0"), 9007199254740991);
+    for (const char* number : {"1.5", "1e-3", "9223372036854775808", "-9223372036854775809", "9007199254740993.0",
+                               "1e19", "1e300", "0.9999999999"}) {
+        EXPECT_EQ(count(number), std::nullopt) << number;
+    }
+}
+
+TEST(Json, ReadsNumbersOfAnySizeAsDoublesUnlessTheyAreInfinite) {
+    EXPECT_EQ(read(with(R"("progress":1e300)"))->progress, 1e300);
+    EXPECT_EQ(read(with(R"("progress":1e-400)"))->progress, 0);
+    EXPECT_EQ(read(with(R"("progress":9223372036854775808)"))->progress, 9223372036854775808.0);
+    EXPECT_EQ(read(with("\"progress\":-0." + QByteArray(400, '0') + "1E5"))->progress, 0);
+    EXPECT_FALSE(read(with(R"("progress":1.8e308)")));
+    EXPECT_FALSE(read(with(R"("progress":1e999)")));
+}
+
+TEST(Json, ComparesKeysInCamelCaseKeepingOuterUnderscores) {
+    const std::vector<std::pair<QByteArray, QByteArray>> cases{{"download_dir_source", "downloadDirSource"},
+                                                               {"downloadDirSource", "downloadDirSource"},
+                                                               {"DOWNLOAD_DIR", "downloadDir"},
+                                                               {"download__dir", "downloadDir"},
+                                                               {"_download_dir__", "_downloadDir__"},
+                                                               {"DownloadDir", "DownloadDir"},
+                                                               {"one_twoThree", "oneTwothree"},
+                                                               {"_Name", "_Name"},
+                                                               {"___", "___"},
+                                                               {"", ""},
+                                                               {"size_2", "size2"},
+                                                               {"a_é_b", "aéB"}};
+    for (const auto& [key, camel] : cases) {
+        EXPECT_EQ(json::snakeToCamel(key), camel) << key.constData();
+    }
+    EXPECT_TRUE(read(R"({"title":"t","isReady":true,"COUNT_":0,"count":1,"discs":[]})"));
+    EXPECT_EQ(refusal(R"({"title":"t","_is_ready":true,"count":1,"discs":[]})"), u"isReady: is missing"_s);
+    EXPECT_EQ(refusal(R"({"Title":"t","is_ready":true,"count":1,"discs":[]})"), u"title: is missing"_s);
+    const auto asWritten = json::decode<Disc>(R"({"size":1,"file_name":5,"fileName":"f"})", json::Keys::AsWritten);
+    ASSERT_TRUE(asWritten);
+    EXPECT_EQ(asWritten->fileName, u"f"_s);
+}
+
+TEST(Json, LetsTheLastOfSeveralMembersCountAndIgnoresUnknownOnes) {
+    EXPECT_EQ(read(with(R"("count":true,"count":2)"))->count, 2);
+    EXPECT_EQ(read(with(R"("disc":{"size":1,"file_name":"a"},"disc":{"size":2})"))->disc, (Disc{2, {}}));
+    EXPECT_EQ(read(with(R"("disc":{"size":1},"disc":null)"))->disc, std::nullopt);
+    EXPECT_FALSE(read(with(R"("isReady":true,"is_ready":0)")));
+    const QByteArray longKey(100000, '_');
+    EXPECT_TRUE(read(with(R"("unknown":[[{"title":5}],1e-9],"":null,")" + longKey + R"(":0)")));
+}
+
+TEST(Json, RefusesWhatIsNoStrictJson) {
+    const std::vector<QByteArray> documents{
+        "", " ", "{", "{\"title\":", with("\"count\":01"), with("\"count\":+1"), with("\"count\":.5"),
+        with("\"count\":NaN"), with("\"x\":Infinity"), with("\"x\":'a'"), with("\"x\":1,"), with("\"x\":[1,]"),
+        with("x:1"), with("\"x\":\"\t\""), with("\"x\":\"\\x41\""), with("/* */\"x\":1"), with("\"x\":tru"),
+        with("\"x\":1") + "x", with("\"x\":1") + "{}", with("\"x\":1") + QByteArray(1, '\0'),
+        with("\"x\":1") + QByteArray("\0{}", 3), QByteArray(1, '\0'),
+        // Bytes that are no UTF-8: cut off, overlong, surrogates, beyond Unicode; and half a pair by escapes.
+        with("\"x\":\"\xC3\""), with("\"x\":\"\xC0\xAF\""), with("\"x\":\"\xED\xA0\x80\""),
+        with("\"x\":\"\xF4\x90\x80\x80\""), with("\"x\xFF\":1"), with("\"x\":\"\\ud800\""), with("\"x\":\"\\udc00\""),
+        with("\"x\":\"\\ud800\\u0041\""), with("\"\\udfff\":1"), with("\"x\":1").append("\xFE"), "\xFF\xFE{\0}\0"};
+    for (const QByteArray& document : documents) {
+        EXPECT_FALSE(read(document)) << document.toPercentEncoding().constData();
+    }
+    EXPECT_TRUE(read("\xEF\xBB\xBF\r\n\t " + with(R"("x":"퟿ \ud7ff \ue000 \u0000")") + "\r\n\t "));
+}
+
+TEST(Json, BoundsDepthAndSizeWithoutUsingTheStack) {
+    const auto nested = [](int levels) {
+        return with("\"x\":" + QByteArray(levels - 1, '[') + QByteArray(levels - 1, ']'));
+    };
+    EXPECT_TRUE(read(nested(128)));
+    EXPECT_EQ(refusal(nested(129)), u": the document is nested deeper than 128 levels"_s);
+    EXPECT_TRUE(read(nested(129)).error().beyondLimits);
+    EXPECT_FALSE(read(QByteArray(10'000'000, '[')));
+    EXPECT_TRUE(read(nested(500'000), {.bytes = 1 << 30, .depth = 500'000}));
+    const QByteArray document = with("\"x\":1");
+    EXPECT_TRUE(read(document, {.bytes = document.size()}));
+    EXPECT_TRUE(read(document, {.bytes = document.size() - 1}).error().beyondLimits);
+}
+
+} // namespace
