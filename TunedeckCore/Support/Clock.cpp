@@ -1,5 +1,6 @@
 #include "TunedeckCore/Support/Clock.h"
 
+#include "TunedeckCore/Support/FileDescriptor.h"
 #include "TunedeckCore/Support/Wait.h"
 
 #include <QSocketNotifier>
@@ -7,7 +8,6 @@
 
 #include <sys/timerfd.h>
 #include <time.h>
-#include <unistd.h>
 
 #include <algorithm>
 
@@ -49,35 +49,17 @@ QCoro::Task<bool> sleepByTimer(clockid_t clock, nanoseconds end, milliseconds lo
     co_return true;
 }
 
-/// Owns a file descriptor.
-class Descriptor {
-public:
-    explicit Descriptor(int number) : m_number(number) {}
-    ~Descriptor() {
-        if (m_number >= 0) {
-            close(m_number);
-        }
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    [[nodiscard]] int number() const { return m_number; }
-
-private:
-    int m_number;
-};
-
-/// A descriptor that becomes readable when CLOCK_BOOTTIME reaches a moment; -1 when there are none left.
-int bootTimer(nanoseconds moment) {
-    const int number = timerfd_create(CLOCK_BOOTTIME, TFD_CLOEXEC | TFD_NONBLOCK);
+/// Becomes readable when CLOCK_BOOTTIME reaches a moment; none when the process has no descriptors left.
+FileDescriptor bootTimer(nanoseconds moment) {
+    FileDescriptor timer(timerfd_create(CLOCK_BOOTTIME, TFD_CLOEXEC | TFD_NONBLOCK));
     const auto seconds = std::chrono::floor<std::chrono::seconds>(moment);
     itimerspec when{};
     when.it_value.tv_sec = seconds.count();
     when.it_value.tv_nsec = (moment - seconds).count();
-    if (number >= 0 && timerfd_settime(number, TFD_TIMER_ABSTIME, &when, nullptr) != 0) {
-        close(number);
-        return -1;
+    if (timer && timerfd_settime(timer.get(), TFD_TIMER_ABSTIME, &when, nullptr) != 0) {
+        timer.close();
     }
-    return number;
+    return timer;
 }
 
 } // namespace
@@ -100,12 +82,12 @@ QCoro::Task<bool> SystemClock::sleep(milliseconds duration, std::stop_token stop
 
 QCoro::Task<bool> SystemClock::sleepThroughSuspend(milliseconds duration, std::stop_token stop) {
     const auto moment = end(CLOCK_BOOTTIME, duration);
-    const Descriptor timer(bootTimer(moment));
-    if (timer.number() < 0) {
+    const auto timer = bootTimer(moment);
+    if (!timer) {
         co_return co_await sleepByTimer(CLOCK_BOOTTIME, moment, 1min, stop);
     }
     Wait wait(stop);
-    QSocketNotifier notifier(timer.number(), QSocketNotifier::Read);
+    QSocketNotifier notifier(timer.get(), QSocketNotifier::Read);
     QObject::connect(&notifier, &QSocketNotifier::activated, [&wait] { wait.wake(); });
     co_return co_await wait.next();
 }
