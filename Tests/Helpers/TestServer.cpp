@@ -151,7 +151,8 @@ private:
         const auto end = bytes.indexOf("\r\n\r\n");
         auto request = headOf(bytes.left(end));
         request.body = bytes.mid(end + 4);
-        const auto length = request.headers["content-length"].toLongLong();
+        const auto named = request.headers.find("content-length");
+        const auto length = named == request.headers.end() ? 0 : named->second.toLongLong();
         const auto [behaviour, when] = planFor(request.method + ' ' + request.target);
         while (when == When::RequestCame && request.body.size() < length) {
             if (!connection.receive(request.body)) {

@@ -1,0 +1,305 @@
+#include "Tests/Helpers/RunTask.h"
+#include "Tests/Helpers/TestServer.h"
+#include "TunedeckCore/Support/HttpAnswer.h"
+#include "TunedeckCore/Support/LocalHttp.h"
+
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <ostream>
+#include <vector>
+
+namespace tunedeck {
+namespace {
+
+using namespace std::chrono_literals;
+using namespace test::behave;
+using test::Behaviour;
+using test::endingOf;
+using test::runToEnd;
+using test::runUntil;
+using test::TestServer;
+using enum HttpFailure;
+using Outcome = std::expected<HttpReply, HttpFailure>;
+
+/// An outcome as text, to compare and to print: "200 body" or the failure's number.
+std::string told(const Outcome& outcome) {
+    if (!outcome) {
+        return "failure " + std::to_string(static_cast<int>(outcome.error()));
+    }
+    return std::to_string(outcome->status) + ' ' + outcome->body.toStdString();
+}
+
+std::string told(HttpFailure failure) {
+    return told(Outcome(std::unexpected(failure)));
+}
+
+HttpRequest get(const QUrl& url, std::chrono::milliseconds timeout = 5s) {
+    return {.method = HttpMethod::Get, .url = url, .timeout = timeout};
+}
+
+int nextDescriptor() {
+    const int number = dup(0);
+    close(number);
+    return number;
+}
+
+struct Misbehaviour {
+    const char* name;
+    Behaviour behaviour;
+    std::string outcome;
+    bool takesTime = false;
+};
+
+void PrintTo(const Misbehaviour& misbehaviour, std::ostream* out) {
+    *out << misbehaviour.name;
+}
+
+const QByteArray ok = "HTTP/1.1 200 OK\r\n";
+const QByteArray chunked = ok + "Transfer-Encoding: chunked\r\n\r\n";
+constexpr std::int64_t hundredMegabytes = 100LL * 1024 * 1024;
+
+std::vector<Misbehaviour> misbehaviours() {
+    const QByteArray five = ok + "Content-Length: 5\r\n\r\n";
+    return {
+        {"ClosesAfterTheRequest", raw(""), told(BrokenOff)},
+        {"ClosesInTheHead", raw("HTTP/1.1 200 OK\r\nContent-Le"), told(BrokenOff)},
+        {"ClosesInTheBody", raw(five + "1234"), told(BrokenOff)},
+        {"ClosesBeforeTheLastChunk", raw(chunked + "3\r\nabc\r\n"), told(BrokenOff)},
+        {"ClosesInTheTrailer", raw(chunked + "3\r\nabc\r\n0\r\nX: y"), told(BrokenOff)},
+        {"ResetsAtOnce", resetAfter(""), told(BrokenOff)},
+        {"ResetsInTheHead", resetAfter("HTTP/1.1 200"), told(BrokenOff)},
+        {"ResetsInTheBody", resetAfter(five + "1234"), told(BrokenOff)},
+        {"ResetsABodyWithoutLength", resetAfter(ok + "\r\n1234"), told(BrokenOff)},
+        {"ResetsAfterAWholeAnswer", resetAfter(five + "12345"), "200 12345"},
+        {"NeverAnswers", hang(), told(TimedOut), true},
+        {"StopsInTheHead", hang("HTTP/1.1 200 OK\r\n"), told(TimedOut), true},
+        {"StopsInTheBody", hang(five + "1234"), told(TimedOut), true},
+        {"DripsAHead", drip(ok + "X: y\r\nX: y\r\nX: y\r\nX: y\r\n", 10ms), told(TimedOut), true},
+        {"DripsABody",
+         after(0ms,
+               [drops = drip("x", 5ms)](auto& connection, const auto& request) {
+                   connection.send(ok + "\r\n");
+                   drops(connection, request);
+               }),
+         told(TimedOut), true},
+        {"DripsInterimAnswers", drip("HTTP/1.1 100 Continue\r\n\r\n", 1ms), told(TimedOut), true},
+        {"SendsGarbage", raw(QByteArray("\x16\x03\x01\0\xff what?\r\n\r\n", 17)), told(Malformed)},
+        {"SendsAnotherProtocol", raw("SSH-2.0-OpenSSH_9.2\r\n"), told(Malformed)},
+        {"SendsAStatusOfLetters", raw("HTTP/1.1 abc OK\r\n\r\n"), told(Malformed)},
+        {"SendsAStatusOfZero", raw("HTTP/1.1 000 No\r\nContent-Length: 0\r\n\r\n"), told(Malformed)},
+        {"SendsALengthOfLetters", raw(ok + "Content-Length: five\r\n\r\n12345"), told(Malformed)},
+        {"SendsANegativeLength", raw(ok + "Content-Length: -5\r\n\r\n12345"), told(Malformed)},
+        {"SendsTwoLengths", raw(ok + "Content-Length: 5\r\nContent-Length: 4\r\n\r\n12345"), told(Malformed)},
+        {"SendsLengthAndChunks",
+         raw(ok + "Content-Length: 5\r\nTransfer-Encoding: chunked\r\n\r\n5\r\n12345\r\n0\r\n\r\n"), told(Malformed)},
+        {"SendsABadChunk", raw(chunked + "xyz\r\nabc\r\n0\r\n\r\n"), told(Malformed)},
+        {"SendsMoreThanTheLength", raw(five + "1234567890"), "200 12345"},
+        {"SendsNoLength", raw(ok + "\r\nuntil the end"), "200 until the end"},
+        {"SendsChunks", hang(chunked + "3;a=b\r\nabc\r\n4\r\ndefg\r\n0\r\nX: y\r\n\r\n"), "200 abcdefg"},
+        {"SendsInterimAnswers",
+         hang("HTTP/1.1 100 Continue\r\n\r\nHTTP/1.1 103 Hints\r\nX: y\r\n\r\n" + five + "12345"), "200 12345"},
+        {"SwitchesProtocols", raw("HTTP/1.1 101 Switching\r\n\r\n"), told(BrokenOff)},
+        {"NeedsNoBodyFor204", hang("HTTP/1.1 204 None\r\nContent-Length: 5\r\n\r\n"), "204 "},
+        {"NeedsNoBodyFor304", hang("HTTP/1.1 304 Same\r\nContent-Length: 5\r\n\r\n"), "304 "},
+        {"Redirects", answer(307, "elsewhere", "Location: /other\r\n"), "307 elsewhere"},
+        {"Fails", answer(500, "sorry"), "500 sorry"},
+        {"SpeaksTheOlderVersion", raw("HTTP/1.0 200 OK\r\n\r\nold"), "200 old"},
+        {"SendsAnEndlessHead", flood(ok + "X: ", hundredMegabytes), told(TooLarge)},
+        {"SendsEndlessInterimAnswers", raw(QByteArray("HTTP/1.1 100 Continue\r\n\r\n").repeated(4000)), told(TooLarge)},
+        {"SendsAnEndlessChunkLine", flood(chunked + "3;", hundredMegabytes), told(TooLarge)},
+        {"SendsAHugeChunk", flood(chunked + "6400000\r\n", hundredMegabytes), told(TooLarge)},
+        {"Announces100Megabytes", hang(ok + "Content-Length: 104857600\r\n\r\n"), told(TooLarge)},
+        {"Sends100Megabytes", flood(ok + "\r\n", hundredMegabytes), told(TooLarge), true},
+    };
+}
+
+class LocalHttpPeer : public testing::TestWithParam<Misbehaviour> {};
+
+TEST_P(LocalHttpPeer, GetsOneRequestAndTheAnswerIsRight) {
+    const auto before = nextDescriptor();
+    {
+        TestServer server;
+        server.on("GET /it", GetParam().behaviour);
+        const auto mine = nextDescriptor();
+        const test::Heartbeat heart;
+        const auto timeout = GetParam().outcome == told(TimedOut) ? 150ms : 20s;
+        EXPECT_EQ(told(runToEnd(sendLocal(get(server.url("/it"), timeout), {}))), GetParam().outcome);
+        EXPECT_TRUE(!GetParam().takesTime || heart.ticks() >= 5);
+        EXPECT_TRUE(runUntil([&] { return server.open() == 0; }));
+        EXPECT_EQ(nextDescriptor(), mine);
+        EXPECT_EQ(server.connections(), 1);
+        EXPECT_EQ(server.requests().size(), 1);
+    }
+    EXPECT_EQ(nextDescriptor(), before);
+}
+
+INSTANTIATE_TEST_SUITE_P(Every, LocalHttpPeer, testing::ValuesIn(misbehaviours()),
+                         [](const auto& parameter) { return std::string(parameter.param.name); });
+
+TEST(LocalHttp, ABodyWithinALargerLimitComesWholeAndTheLoopStaysAlive) {
+    TestServer server;
+    server.on("GET /", flood(ok + "Content-Length: 104857600\r\n\r\n", hundredMegabytes));
+    const test::Heartbeat heart;
+    const HttpLimits limits{.header = 1024, .body = hundredMegabytes};
+    const auto outcome = runToEnd(sendLocal(get(server.url("/"), 30s), {}, limits), 40s);
+    ASSERT_TRUE(outcome);
+    EXPECT_EQ(outcome->body.size(), hundredMegabytes);
+    EXPECT_EQ(outcome->body.count('x'), hundredMegabytes);
+    EXPECT_GE(heart.ticks(), 5);
+}
+
+TEST(LocalHttp, SendsTheRequestAsGiven) {
+    TestServer server;
+    server.on("*", answer(200, "{}"));
+    const auto url = server.url("/a%2Fb/%C3%A9%20?q=%26&r#not-this");
+    runToEnd(sendLocal(get(url), {}));
+    runToEnd(sendLocal({.method = HttpMethod::Post, .url = server.url(), .timeout = 5s, .json = "{\"a\":1}"}, {}));
+    runToEnd(sendLocal({.method = HttpMethod::Post, .url = server.url("/p"), .timeout = 5s}, {}));
+    runToEnd(sendLocal({.method = HttpMethod::Delete, .url = server.url("/d"), .timeout = 5s}, {}));
+    const auto requests = server.requests();
+    ASSERT_EQ(requests.size(), 4);
+    const auto host = "127.0.0.1:" + QByteArray::number(server.port());
+    using Headers = std::map<QByteArray, QByteArray>;
+    EXPECT_EQ(requests[0].method + ' ' + requests[0].target, "GET /a%2Fb/%C3%A9%20?q=%26&r");
+    EXPECT_EQ(requests[0].headers, (Headers{{"host", host}, {"connection", "close"}}));
+    EXPECT_EQ(requests[1].method + ' ' + requests[1].target + requests[1].body, "POST /{\"a\":1}");
+    EXPECT_EQ(
+        requests[1].headers,
+        (Headers{
+            {"host", host}, {"connection", "close"}, {"content-type", "application/json"}, {"content-length", "7"}}));
+    EXPECT_EQ(requests[2].headers, (Headers{{"host", host}, {"connection", "close"}, {"content-length", "0"}}));
+    EXPECT_EQ(requests[3].method + ' ' + requests[3].target, "DELETE /d");
+}
+
+TEST(LocalHttp, ALargeBodyArrivesWholeOrIsAnsweredEarly) {
+    TestServer server;
+    server.on("POST /whole", after(30ms, answer(200, "whole")));
+    server.on("POST /early", answer(413, "too much"), TestServer::When::HeadCame);
+    server.on("POST /close", raw(""), TestServer::When::HeadCame);
+    const QByteArray body(8 * 1024 * 1024, 'j');
+    const auto post = [&](const QByteArray& path) {
+        return told(runToEnd(
+            sendLocal({.method = HttpMethod::Post, .url = server.url(path), .timeout = 10s, .json = body}, {})));
+    };
+    EXPECT_EQ(post("/whole"), "200 whole");
+    EXPECT_EQ(server.requests()[0].body, body);
+    EXPECT_EQ(post("/early"), "413 too much");
+    EXPECT_EQ(post("/close"), told(BrokenOff));
+    EXPECT_EQ(server.connections(), 3);
+    server.closeAtAccept();
+    EXPECT_EQ(post("/whole"), told(BrokenOff));
+    EXPECT_EQ(server.connections(), 4);
+}
+
+TEST(LocalHttp, AStopEndsTheCallAtOnceWhereverItStands) {
+    TestServer server;
+    server.on("GET /silent", hang());
+    server.on("GET /begun", hang(ok + "Content-Length: 5\r\n\r\n12"));
+    server.on("POST /deaf", hang(), TestServer::When::HeadCame);
+    const QByteArray body(8 * 1024 * 1024, 'j');
+    const auto before = nextDescriptor();
+    for (const auto& request :
+         {get(server.url("/silent")), get(server.url("/begun")),
+          HttpRequest{.method = HttpMethod::Post, .url = server.url("/deaf"), .timeout = 5s, .json = body}}) {
+        std::stop_source stop;
+        const auto seen = server.requests().size();
+        const auto ending = endingOf(sendLocal(request, stop.get_token()));
+        ASSERT_TRUE(runUntil([&] { return server.requests().size() == seen + 1; }));
+        test::runDueEvents();
+        ASSERT_FALSE(ending->isThere());
+        stop.request_stop(); // no event loop is needed
+        ASSERT_TRUE(ending->isThere());
+        EXPECT_EQ(told(*ending->value), told(Cancelled));
+        EXPECT_EQ(told(*endingOf(sendLocal(request, stop.get_token()))->value), told(Cancelled));
+        EXPECT_EQ(nextDescriptor(), before);
+    }
+    EXPECT_EQ(server.connections(), 3);
+}
+
+TEST(LocalHttp, OnlyThisMachineIsReachedAndNoNameIsLookedUp) {
+    TestServer server;
+    server.on("GET /", answer(200, "here"));
+    const auto port = QString::number(server.port());
+    for (const auto* host : {"http://127.0.0.1:%1/", "http://localhost:%1/", "http://LOCALHOST:%1"}) {
+        EXPECT_EQ(told(runToEnd(sendLocal(get(QUrl(QString::fromLatin1(host).arg(port))), {}))), "200 here") << host;
+    }
+    for (const auto* other :
+         {"https://127.0.0.1:%1/", "http://tunedeck.invalid:%1/", "http://192.0.2.1:%1/", "http://[2001:db8::1]:%1/",
+          "http://127.0.0.1.example:%1/", "http://0.0.0.0:%1/", "http://127.0.0.1:99999/", "/local/status", ""}) {
+        const auto ending =
+            endingOf(sendLocal(get(QUrl(QString::fromLatin1(other).replace(QStringLiteral("%1"), port))), {}));
+        ASSERT_TRUE(ending->isThere()) << other;
+        EXPECT_EQ(told(*ending->value), told(Unreachable)) << other;
+    }
+    EXPECT_EQ(server.connections(), 3);
+    server.stop();
+    EXPECT_EQ(told(runToEnd(sendLocal(get(server.url("/")), {}))), told(Unreachable));
+}
+
+TEST(LocalHttp, AConnectionThatIsNeverMadeTimesOut) {
+    const int listener = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&address), size), 0);
+    ASSERT_EQ(listen(listener, 0), 0);
+    ASSERT_EQ(getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size), 0);
+    const int first = socket(AF_INET, SOCK_STREAM, 0); // fills the queue
+    ASSERT_EQ(connect(first, reinterpret_cast<sockaddr*>(&address), size), 0);
+    QUrl url(QStringLiteral("http://127.0.0.1/"));
+    url.setPort(ntohs(address.sin_port));
+    const auto late = endingOf(sendLocal(get(url, 10s), {}));
+    EXPECT_EQ(told(runToEnd(sendLocal(get(url, 50ms), {}))), told(TimedOut));
+    EXPECT_FALSE(late->isThere());
+    close(listener);
+    EXPECT_TRUE(runUntil([&] { return late->isThere(); })); // the next attempt of the kernel is refused
+    EXPECT_EQ(told(*late->value), told(Unreachable));
+    close(first);
+}
+
+TEST(LocalHttp, WithoutDescriptorsNothingIsReached) {
+    TestServer server;
+    rlimit before{};
+    getrlimit(RLIMIT_NOFILE, &before);
+    const rlimit none{.rlim_cur = static_cast<rlim_t>(nextDescriptor()), .rlim_max = before.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &none);
+    const auto ending = endingOf(sendLocal(get(server.url("/")), {}));
+    setrlimit(RLIMIT_NOFILE, &before);
+    ASSERT_TRUE(ending->isThere());
+    EXPECT_EQ(told(*ending->value), told(Unreachable));
+}
+
+TEST(HttpAnswer, IsReadTheSameHoweverItsBytesAreCut) {
+    const QByteArray text = "HTTP/1.1 100 Continue\r\nX: y\r\n\r\n" + chunked +
+                            "3;a=\"b\"\r\nabc\r\nA\r\n0123456789\r\n0\r\nX: y\r\nZ: w\r\n\r\n";
+    for (qsizetype cut = 0; cut <= text.size(); ++cut) {
+        HttpAnswer answer({});
+        // With the cut at the end, every byte comes alone.
+        const auto step = cut == text.size() ? 1 : cut;
+        for (qsizetype at = 0; at < text.size();) {
+            const auto end = step == 1 ? at + 1 : (at < cut ? cut : text.size());
+            ASSERT_FALSE(answer.isWhole());
+            ASSERT_EQ(answer.feed(text.constData() + at, static_cast<std::size_t>(end - at)), std::nullopt);
+            at = end;
+        }
+        ASSERT_TRUE(answer.isWhole()) << cut;
+        EXPECT_EQ(told(answer.take()), "200 abc0123456789");
+    }
+}
+
+TEST(LocalHttp, PathsAreAppendedAsComponents) {
+    const auto appended = [](const char* base, const QByteArray& path) {
+        return appendingPath(QUrl(QString::fromLatin1(base)), path).toEncoded();
+    };
+    EXPECT_EQ(appended("http://127.0.0.1:8000", "local/status"), "http://127.0.0.1:8000/local/status");
+    EXPECT_EQ(appended("http://127.0.0.1:8000/", "local/status"), "http://127.0.0.1:8000/local/status");
+    EXPECT_EQ(appended("http://h:1/x%2Fy", "a%2Fb%3F"), "http://h:1/x%2Fy/a%2Fb%3F");
+}
+
+} // namespace
+} // namespace tunedeck

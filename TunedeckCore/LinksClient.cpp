@@ -1,0 +1,147 @@
+#include "TunedeckCore/Assistants.h"
+#include "TunedeckCore/ServiceCall.h"
+
+#include <utility>
+
+namespace tunedeck {
+
+using Failure = LinksClient::Failure;
+
+namespace {
+
+struct LinkList {
+    std::vector<AssistantLink> links;
+};
+
+// An error answer's members are read one by one: one of the wrong type doesn't hide the other.
+struct ErrorCode {
+    std::optional<QString> code;
+};
+struct ErrorText {
+    std::optional<QString> error;
+};
+
+} // namespace
+
+template<>
+struct json::Members<AssistantLink> {
+    static constexpr auto list = std::tuple{member("id", &AssistantLink::id),
+                                            member("kind", &AssistantLink::kind),
+                                            member("label", &AssistantLink::label),
+                                            member("createdAt", &AssistantLink::createdAt),
+                                            member("lastUsedAt", &AssistantLink::lastUsedAt),
+                                            member("url", &AssistantLink::url),
+                                            member("apiUrl", &AssistantLink::apiUrl),
+                                            member("token", &AssistantLink::token),
+                                            member("paired", &AssistantLink::paired),
+                                            member("telegramUsername", &AssistantLink::telegramUsername),
+                                            member("expiresAt", &AssistantLink::expiresAt)};
+};
+template<>
+struct json::Members<LinkList> {
+    static constexpr auto list = std::tuple{member("links", &LinkList::links)};
+};
+template<>
+struct json::Members<ErrorCode> {
+    static constexpr auto list = std::tuple{member("code", &ErrorCode::code)};
+};
+template<>
+struct json::Members<ErrorText> {
+    static constexpr auto list = std::tuple{member("error", &ErrorText::error)};
+};
+
+namespace {
+
+/// An answer with a status from 200 to 299.
+QCoro::Task<LinksClient::Result<HttpReply>> send(HttpRequest request, std::stop_token stop) {
+    const auto reply = co_await sendLocal(request, stop);
+    if (!reply) {
+        co_return std::unexpected(Failure{.message = service::sentence(reply.error())});
+    }
+    if (reply->status < 200 || reply->status > 299) {
+        co_return std::unexpected(Failure::from(reply->status, reply->body));
+    }
+    co_return *reply;
+}
+
+template<class Record>
+QCoro::Task<LinksClient::Result<Record>> receive(HttpRequest request, std::stop_token stop) {
+    const auto reply = co_await send(request, stop);
+    if (!reply) {
+        co_return std::unexpected(reply.error());
+    }
+    auto record = json::decode<Record>(reply->body, json::Keys::AsWritten);
+    if (!record) {
+        co_return std::unexpected(Failure{.message = service::unexpectedReply()});
+    }
+    co_return std::move(*record);
+}
+
+QCoro::Task<LinksClient::Result<std::vector<AssistantLink>>> receiveList(HttpRequest request, std::stop_token stop) {
+    auto list = co_await receive<LinkList>(request, stop);
+    if (!list) {
+        co_return std::unexpected(list.error());
+    }
+    co_return std::move(list->links);
+}
+
+QCoro::Task<LinksClient::Result<void>> receiveNothing(HttpRequest request, std::stop_token stop) {
+    const auto reply = co_await send(request, stop);
+    if (!reply) {
+        co_return std::unexpected(reply.error());
+    }
+    co_return LinksClient::Result<void>();
+}
+
+template<class T>
+QCoro::Task<LinksClient::Result<T>> refuse() {
+    co_return std::unexpected(Failure{.message = service::unexpectedReply()});
+}
+
+HttpRequest request(const LinksClient& client, HttpMethod method, const QByteArray& path) {
+    return {.method = method, .url = service::resource(client.baseURL, path), .timeout = std::chrono::seconds(30)};
+}
+
+/// The path of one link. None for ids that a path can't carry: an empty component or one of dots names another
+/// resource, however it is encoded. No link has such an id; whoever sent it sent nonsense.
+std::optional<QByteArray> pathOf(const QString& id) {
+    if (id.isEmpty() || id == QStringLiteral(".") || id == QStringLiteral("..")) {
+        return std::nullopt;
+    }
+    return "local/links/" + QUrl::toPercentEncoding(id);
+}
+
+} // namespace
+
+Failure Failure::from(int status, const QByteArray& body) {
+    const auto code = json::decode<ErrorCode>(body, json::Keys::AsWritten).value_or(ErrorCode{}).code;
+    if (code == QStringLiteral("telegram_not_configured")) {
+        return {.message = QStringLiteral("Telegram isn't available yet."), .code = code};
+    }
+    const auto text = json::decode<ErrorText>(body, json::Keys::AsWritten).value_or(ErrorText{}).error;
+    return {.message = text ? *text : QStringLiteral("tunedeck answered %1.").arg(status), .code = code};
+}
+
+QCoro::Task<LinksClient::Result<std::vector<AssistantLink>>> LinksClient::list(std::stop_token stop) const {
+    return receiveList(request(*this, HttpMethod::Get, "local/links"), std::move(stop));
+}
+
+QCoro::Task<LinksClient::Result<AssistantLink>> LinksClient::create(Assistant assistant, std::stop_token stop) const {
+    auto creation = request(*this, HttpMethod::Post, "local/links");
+    creation.json = service::object(
+        {{QStringLiteral("kind"), info(assistant).rawValue}, {QStringLiteral("label"), info(assistant).name}});
+    return receive<AssistantLink>(std::move(creation), std::move(stop));
+}
+
+QCoro::Task<LinksClient::Result<AssistantLink>> LinksClient::rotate(QString id, std::stop_token stop) const {
+    const auto path = pathOf(id);
+    return path ? receive<AssistantLink>(request(*this, HttpMethod::Post, *path + "/rotate"), std::move(stop))
+                : refuse<AssistantLink>();
+}
+
+QCoro::Task<LinksClient::Result<void>> LinksClient::remove(QString id, std::stop_token stop) const {
+    const auto path = pathOf(id);
+    return path ? receiveNothing(request(*this, HttpMethod::Delete, *path), std::move(stop)) : refuse<void>();
+}
+
+} // namespace tunedeck
