@@ -43,7 +43,8 @@ std::optional<Assistant> assistantFromRawValue(const QString& rawValue);
 /// Its setup guide on the product's web endpoint.
 QUrl guideURL(Assistant assistant);
 
-/// One connection between the user's library and an assistant, as the service reports it.
+/// One connection between the user's library and an assistant, as the service reports it. Its members are named in
+/// JSON as they are here (json::Keys::AsWritten).
 struct AssistantLink {
     QString id;
     QString kind; ///< an assistant's raw value; unknown ones are kept
@@ -66,6 +67,21 @@ struct AssistantLink {
     /// Whether an unpaired Telegram link's code no longer works at that moment.
     [[nodiscard]] bool pairingExpired(const QDateTime& now) const;
     bool operator==(const AssistantLink&) const = default;
+};
+
+template<>
+struct json::Members<AssistantLink> {
+    static constexpr auto list = std::tuple{member("id", &AssistantLink::id),
+                                            member("kind", &AssistantLink::kind),
+                                            member("label", &AssistantLink::label),
+                                            member("createdAt", &AssistantLink::createdAt),
+                                            member("lastUsedAt", &AssistantLink::lastUsedAt),
+                                            member("url", &AssistantLink::url),
+                                            member("apiUrl", &AssistantLink::apiUrl),
+                                            member("token", &AssistantLink::token),
+                                            member("paired", &AssistantLink::paired),
+                                            member("telegramUsername", &AssistantLink::telegramUsername),
+                                            member("expiresAt", &AssistantLink::expiresAt)};
 };
 
 /// A private URL as it is shown while secrets are hidden.

@@ -1,0 +1,119 @@
+#include "TunedeckCore/Assistants.h"
+
+#include <gtest/gtest.h>
+
+using namespace tunedeck;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+AssistantLink link(const QString& kind) {
+    AssistantLink link;
+    link.id = u"l1"_s;
+    link.kind = kind;
+    return link;
+}
+
+TEST(Assistants, AreKnownByExactlyTheirRawValues) {
+    QStringList rawValues;
+    for (const Assistant assistant : allAssistants) {
+        rawValues += info(assistant).rawValue;
+        EXPECT_EQ(assistantFromRawValue(info(assistant).rawValue), assistant);
+        EXPECT_GE(info(assistant).setupSteps.size(), 3);
+        EXPECT_LE(info(assistant).setupSteps.size(), 4);
+        for (const QString& step : info(assistant).setupSteps) {
+            EXPECT_TRUE(step.endsWith(u'.') && step.size() < 120) << step.toStdString();
+        }
+    }
+    EXPECT_EQ(rawValues.join(u' '), u"chatgpt claude telegram shortcut"_s);
+    EXPECT_EQ(assistantFromRawValue(u"iphone"_s), std::nullopt);
+    EXPECT_EQ(assistantFromRawValue(u"Claude"_s), std::nullopt);
+    EXPECT_EQ(guideURL(Assistant::iphone).path(), u"/connect/iphone"_s);
+    EXPECT_EQ(guideURL(Assistant::claude).path(), u"/connect/claude"_s);
+    EXPECT_TRUE(guideURL(Assistant::claude).scheme().startsWith(u"http"_s));
+}
+
+TEST(AssistantLink, IsReadWithItsMembersNamedAsWritten) {
+    const auto full = json::decode<AssistantLink>(
+        R"({"id":"1","kind":"novel","label":"l","createdAt":"c","lastUsedAt":"u","url":"v","apiUrl":"a","token":"t",
+            "paired":true,"telegramUsername":"n","expiresAt":"e"})",
+        json::Keys::AsWritten);
+    ASSERT_TRUE(full);
+    EXPECT_EQ(*full, (AssistantLink{u"1"_s, u"novel"_s, u"l"_s, u"c"_s, u"u"_s, u"v"_s, u"a"_s, u"t"_s, true, u"n"_s,
+                                    u"e"_s}));
+    const auto snake =
+        json::decode<AssistantLink>(R"({"id":"1","kind":"claude","last_used_at":5,"url":null})", json::Keys::AsWritten);
+    ASSERT_TRUE(snake);
+    EXPECT_EQ(snake->lastUsedAt, std::nullopt);
+    EXPECT_FALSE(json::decode<AssistantLink>(R"({"id":"1"})", json::Keys::AsWritten));
+    EXPECT_FALSE(json::decode<AssistantLink>(R"({"id":"1","kind":"claude","paired":1})", json::Keys::AsWritten));
+}
+
+TEST(AssistantLink, IsConnectedOncePairedOrUsed) {
+    AssistantLink used = link(u"chatgpt"_s);
+    used.url = u"https://a/b/mcp"_s;
+    used.paired = true;
+    EXPECT_FALSE(used.isConnected());
+    used.lastUsedAt = u"not a time"_s;
+    EXPECT_TRUE(used.isConnected());
+    EXPECT_EQ(used.lastUsed(), std::nullopt);
+    AssistantLink telegram = link(u"telegram"_s);
+    telegram.lastUsedAt = u"2025-03-01T18:04:05Z"_s;
+    EXPECT_FALSE(telegram.isConnected());
+    EXPECT_EQ(telegram.lastUsed(), QDateTime(QDate(2025, 3, 1), QTime(18, 4, 5), Qt::UTC));
+    telegram.paired = false;
+    EXPECT_FALSE(telegram.isConnected());
+    telegram.paired = true;
+    EXPECT_TRUE(telegram.isConnected());
+}
+
+TEST(AssistantLink, IsNamedByUserNameLabelOrKind) {
+    AssistantLink telegram = link(u"telegram"_s);
+    EXPECT_EQ(telegram.displayName(), u"Telegram"_s);
+    telegram.telegramUsername = u"dj%1"_s;
+    telegram.label = u"Mine"_s;
+    EXPECT_EQ(telegram.displayName(), u"Mine"_s);
+    telegram.paired = true;
+    EXPECT_EQ(telegram.displayName(), u"Telegram (@dj%1)"_s);
+    telegram.telegramUsername = u""_s;
+    EXPECT_EQ(telegram.displayName(), u"Mine"_s);
+    AssistantLink shortcut = link(u"shortcut"_s);
+    shortcut.telegramUsername = u"dj"_s;
+    shortcut.paired = true;
+    EXPECT_EQ(shortcut.displayName(), u"iPhone"_s);
+    EXPECT_EQ(link(u"smart speaker"_s).displayName(), u"Smart Speaker"_s);
+    EXPECT_EQ(link(u"XBOX-éa"_s).displayName(), u"Xbox-Éa"_s);
+    EXPECT_EQ(link({}).displayName(), QString());
+}
+
+TEST(AssistantLink, HasAnExpiredCodeOnlyWhileItWaitsForTelegram) {
+    AssistantLink telegram = link(u"telegram"_s);
+    const QDateTime end(QDate(2025, 3, 1), QTime(18, 4, 5, 500), Qt::UTC);
+    EXPECT_FALSE(telegram.pairingExpired(end));
+    telegram.expiresAt = u"2025-03-01T19:04:05.5+01:00"_s;
+    EXPECT_FALSE(telegram.pairingExpired(end.addMSecs(-1)));
+    EXPECT_TRUE(telegram.pairingExpired(end));
+    telegram.paired = true;
+    EXPECT_FALSE(telegram.pairingExpired(end));
+    AssistantLink other = link(u"shortcut"_s);
+    other.expiresAt = telegram.expiresAt;
+    EXPECT_FALSE(other.pairingExpired(end));
+    telegram.paired = false;
+    telegram.expiresAt = u"soon"_s;
+    EXPECT_FALSE(telegram.pairingExpired(end));
+}
+
+TEST(AssistantLink, ShowsAPrivateUrlWithoutItsSecretSegment) {
+    EXPECT_EQ(maskingSecretPath(u"https://r.example/c/0123456789abcdef/mcp"_s), u"https://r.example/c/0123…/mcp"_s);
+    EXPECT_EQ(maskingSecretPath(u"0123456789abcdef/mcp"_s), u"0123…/mcp"_s);
+    EXPECT_EQ(maskingSecretPath(u"/é123456789abcde🇩🇪/mcp"_s), u"/é123…/mcp"_s);
+    for (const auto& shown :
+         {u"https://r.example/c/0123456789abcde/mcp"_s, u"https://r.example/c/0123456789abcdef/mcp/"_s,
+          u"https://r.example/c/0123456789abcdef/MCP"_s, u"https://r.example/c/0123456789abcdef"_s,
+          u"https://r.example/0123456789abcdef/x/mcp"_s, u"https://r.example/0123456789abcdef/mcp?x"_s, u"mcp"_s, u""_s,
+          u"/mcp"_s, u"/e\u0301é23456789abcde🇩🇪/mcp"_s.remove(u'9')}) {
+        EXPECT_EQ(maskingSecretPath(shown), shown);
+    }
+}
+
+} // namespace

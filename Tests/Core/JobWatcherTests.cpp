@@ -1,0 +1,71 @@
+#include "TunedeckCore/JobWatcher.h"
+
+#include <gtest/gtest.h>
+
+using namespace tunedeck;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Jobs = std::vector<ServiceStatus::Job>;
+using Applied = std::optional<ServiceStatus::Library::Applied>;
+
+ServiceStatus::Job job(const char* id, const char* state) {
+    return {.jobId = QString::fromLatin1(id), .state = QString::fromLatin1(state)};
+}
+
+/// The events as "r:a f:b" for "requested a, finished b"; "x" stands for failed.
+QString events(JobWatcher& watcher, const Jobs& jobs) {
+    QStringList texts;
+    for (const JobEvent& event : watcher.update(jobs)) {
+        const auto kind = event.kind == JobEvent::Kind::requested  ? u'r'
+                          : event.kind == JobEvent::Kind::finished ? u'f'
+                                                                   : u'x';
+        texts += kind + u":"_s + event.job.jobId;
+    }
+    return texts.join(u' ');
+}
+
+TEST(JobWatcher, IsSilentAboutTheFirstListAndAboutUnchangedOnes) {
+    JobWatcher watcher;
+    const Jobs jobs{job("a", "done"), job("b", "failed"), job("c", "queued"), job("d", "running")};
+    EXPECT_EQ(events(watcher, jobs), u""_s);
+    EXPECT_EQ(events(watcher, jobs), u""_s);
+    JobWatcher emptyFirst;
+    EXPECT_EQ(events(emptyFirst, {}), u""_s);
+    EXPECT_EQ(events(emptyFirst, jobs), u"f:a x:b r:c r:d"_s);
+}
+
+TEST(JobWatcher, TellsEachStepOfAJobOnceInTheOrderOfTheList) {
+    JobWatcher watcher;
+    events(watcher, {job("a", "queued"), job("b", "running")});
+    EXPECT_EQ(events(watcher, {job("new", "queued"), job("a", "running"), job("b", "done")}), u"r:new f:b"_s);
+    EXPECT_EQ(events(watcher, {job("quick", "done"), job("new", "failed"), job("a", "paused"), job("b", "done")}),
+              u"f:quick x:new"_s);
+    // Back in the queue it is not new; it is when it has been gone, and a retried job may end once more.
+    EXPECT_EQ(events(watcher, {job("new", "queued"), job("b", "failed")}), u"x:b"_s);
+    EXPECT_EQ(events(watcher, {job("new", "done"), job("a", "queued")}), u"f:new r:a"_s);
+}
+
+TEST(JobWatcher, ForgetsEverythingWithAnEmptyList) {
+    JobWatcher watcher;
+    events(watcher, {job("a", "done")});
+    EXPECT_EQ(events(watcher, {}), u""_s);
+    EXPECT_EQ(events(watcher, {job("a", "done")}), u"f:a"_s);
+}
+
+TEST(LibraryWatcher, TellsOfEachUpdateOnceAndOfNoneBeforeItsFirstLook) {
+    const auto update = [](const char* at) { return Applied({QString::fromLatin1(at), {}, u"2 tracks"_s}); };
+    LibraryWatcher watcher;
+    EXPECT_EQ(watcher.update(update("1")), std::nullopt);
+    EXPECT_EQ(watcher.update(update("1")), std::nullopt);
+    EXPECT_EQ(watcher.update(update("2")), update("2"));
+    EXPECT_EQ(watcher.update(update("2")), std::nullopt);
+    EXPECT_EQ(watcher.update({}), std::nullopt);
+    EXPECT_EQ(watcher.update(update("2")), update("2"));
+    LibraryWatcher withoutAny;
+    EXPECT_EQ(withoutAny.update({}), std::nullopt);
+    EXPECT_EQ(withoutAny.update(update("")), update(""));
+}
+
+} // namespace
