@@ -24,20 +24,6 @@ struct ErrorText {
 } // namespace
 
 template<>
-struct json::Members<AssistantLink> {
-    static constexpr auto list = std::tuple{member("id", &AssistantLink::id),
-                                            member("kind", &AssistantLink::kind),
-                                            member("label", &AssistantLink::label),
-                                            member("createdAt", &AssistantLink::createdAt),
-                                            member("lastUsedAt", &AssistantLink::lastUsedAt),
-                                            member("url", &AssistantLink::url),
-                                            member("apiUrl", &AssistantLink::apiUrl),
-                                            member("token", &AssistantLink::token),
-                                            member("paired", &AssistantLink::paired),
-                                            member("telegramUsername", &AssistantLink::telegramUsername),
-                                            member("expiresAt", &AssistantLink::expiresAt)};
-};
-template<>
 struct json::Members<LinkList> {
     static constexpr auto list = std::tuple{member("links", &LinkList::links)};
 };
