@@ -1,0 +1,326 @@
+#include "Tests/Helpers/RunTask.h"
+#include "Tests/Helpers/TemporaryHome.h"
+#include "Tests/Helpers/TestServer.h"
+#include "TunedeckCore/Assistants.h"
+#include "TunedeckCore/LibraryClient.h"
+#include "TunedeckCore/ServiceStatus.h"
+#include "TunedeckCore/Support/Clock.h"
+#include "TunedeckCore/Toolbox.h"
+
+#include <QRegularExpression>
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+#include <vector>
+
+namespace tunedeck {
+namespace {
+
+using namespace std::chrono_literals;
+using namespace test::behave;
+using test::Behaviour;
+using test::endingOf;
+using test::runToEnd;
+using test::runUntil;
+using test::TestServer;
+using Url = std::optional<QUrl>;
+using Told = QCoro::Task<QString>;
+
+const QString notRunning = QStringLiteral("tunedeck isn't running.");
+const QString unexpected = QStringLiteral("Unexpected reply from tunedeck.");
+const QString none = QStringLiteral("none");
+const QString no = QStringLiteral("no");
+
+const QByteArray statusDocument =
+    R"({"version": "1.2.3", "download_dir": "/m", "download_dir_source": "default", "download_dir_writable": true,
+        "import_xml": "/x", "cloud": {"enabled": true, "base_url": "u"}, "recent_jobs": []})";
+
+// What each call of a client gives, as text.
+
+Told tellStatus(Url base, std::stop_token stop) {
+    const StatusClient client{base ? Url(base->resolved(QUrl(QStringLiteral("/local/status")))) : std::nullopt};
+    const auto status = co_await client.fetch(stop);
+    co_return status ? status->version : none;
+}
+
+Told tellReport(Url base, std::stop_token stop) {
+    const auto report = co_await ToolboxClient{base}.fetch(stop);
+    co_return report ? QString::number(report->all().size()) : none;
+}
+
+Told tellInstall(Url base, std::stop_token stop) {
+    const bool accepted = co_await ToolboxClient{base}.install(stop);
+    co_return accepted ? QStringLiteral("accepted") : no;
+}
+
+template<auto Operation, class... Arguments>
+Told tellAction(Url base, std::stop_token stop, Arguments... arguments) {
+    const LibraryClient client{base};
+    const auto reply = co_await (client.*Operation)(arguments..., stop);
+    EXPECT_TRUE(reply.ok || !reply.message || *reply.message == QStringLiteral("m"));
+    co_return reply.ok ? reply.message.value_or(none) : reply.error.value_or(none);
+}
+
+template<class T>
+QString told(const LinksClient::Result<T>& result, const QString& success) {
+    return result ? success : result.error().message;
+}
+
+Told tellList(Url base, std::stop_token stop) {
+    const auto links = co_await LinksClient{base}.list(stop);
+    co_return told(links, links ? QString::number(links->size()) : QString());
+}
+
+Told tellCreate(Url base, std::stop_token stop) {
+    const auto link = co_await LinksClient{base}.create(Assistant::iphone, stop);
+    co_return told(link, link ? link->id : QString());
+}
+
+Told tellRotate(Url base, std::stop_token stop, QString id) {
+    const auto link = co_await LinksClient{base}.rotate(id, stop);
+    co_return told(link, link ? link->id : QString());
+}
+
+Told tellRemove(Url base, std::stop_token stop, QString id) {
+    const auto gone = co_await LinksClient{base}.remove(id, stop);
+    co_return told(gone, QStringLiteral("gone"));
+}
+
+/// One call of a client, what it sends, and what becomes of it.
+struct Call {
+    const char* name;
+    std::function<Told(Url, std::stop_token)> tell;
+    QByteArray route;
+    QByteArray body;     ///< as sent
+    int status;          ///< of a good answer
+    QByteArray answer;   ///< a good one
+    QString good;        ///< what it gives
+    QString unreachable; ///< without an answer
+    QString undecodable; ///< from an answer of nonsense with the good status
+    QString failed;      ///< from a 500 with the good answer
+    std::chrono::seconds timeout;
+};
+
+void PrintTo(const Call& call, std::ostream* out) {
+    *out << call.name;
+}
+
+std::vector<Call> calls() {
+    using namespace std::placeholders;
+    using Library = LibraryClient;
+    const QByteArray link = R"({"id": "l/1", "kind": "shortcut", "paired": null, "more": 1})";
+    const QByteArray done = R"({"ok": true, "message": "Done.", "version": "7"})";
+    const auto good = QStringLiteral("Done.");
+    const auto sorry = QStringLiteral("tunedeck answered 500.");
+    const auto id = QStringLiteral("l/1");
+    std::vector<Call> all{
+        {"Status", tellStatus, "GET /local/status", "", 200, statusDocument, QStringLiteral("1.2.3"), none, none, none,
+         2s},
+        {"Report", tellReport, "GET /local/toolbox", "", 200,
+         R"({"tools": [{"name": "n", "wanted": "1", "ready": true}], "venvs": [], "installing": false})",
+         QStringLiteral("1"), none, none, none, 3s},
+        {"Install", tellInstall, "POST /local/toolbox/install", "", 202, "", QStringLiteral("accepted"), no,
+         QStringLiteral("accepted"), no, 10s},
+        {"Restore", std::bind(tellAction<&Library::restore, QString>, _1, _2, QStringLiteral("v\"7 é\n")),
+         "POST /local/rekordbox/restore", "{\"version\":\"v\\\"7 é\\n\"}", 200, done, good, notRunning, unexpected,
+         good, 120s},
+        {"List", tellList, "GET /local/links", "", 200, R"({"links": [)" + link + "]}", QStringLiteral("1"), notRunning,
+         unexpected, sorry, 30s},
+        {"Create", tellCreate, "POST /local/links", R"({"kind":"shortcut","label":"iPhone"})", 201, link, id,
+         notRunning, unexpected, sorry, 30s},
+        {"Rotate", std::bind(tellRotate, _1, _2, id), "POST /local/links/l%2F1/rotate", "", 200, link, id, notRunning,
+         unexpected, sorry, 30s},
+        {"Remove", std::bind(tellRemove, _1, _2, id), "DELETE /local/links/l%2F1", "", 204, "", QStringLiteral("gone"),
+         notRunning, QStringLiteral("gone"), sorry, 30s},
+    };
+    const auto action = [&](const char* name, auto tell, const QByteArray& path) {
+        all.push_back(
+            {name, tell, "POST /local/rekordbox/" + path, "{}", 200, done, good, notRunning, unexpected, good, 120s});
+    };
+    action("Apply", tellAction<&Library::applyNow>, "apply");
+    action("Baseline", tellAction<&Library::takeBaseline>, "baseline");
+    action("Retry", tellAction<&Library::retryFailed>, "retry");
+    action("Dismiss", tellAction<&Library::dismissFailed>, "dismiss");
+    return all;
+}
+
+class ServiceCall : public testing::TestWithParam<Call> {};
+
+TEST_P(ServiceCall, SendsOneRequestToWhereTheServiceListensNow) {
+    const auto& call = GetParam();
+    const test::TemporaryHome home;
+    const auto runtime = [&](const TestServer& server) {
+        home.write(QStringLiteral(".tunedeck/runtime.json"), "{\"port\": " + QByteArray::number(server.port()) + '}');
+    };
+    TestServer first;
+    TestServer second;
+    for (auto* server : {&first, &second}) {
+        server->on(call.route, answer(call.status, call.answer));
+        runtime(*server);
+        EXPECT_EQ(runToEnd(call.tell({}, {})), call.good);
+    }
+    EXPECT_EQ(runToEnd(call.tell(first.url(), {})), call.good); // the file names the second
+    EXPECT_EQ(first.connections(), 2);
+    EXPECT_EQ(second.connections(), 1);
+    for (const auto& request : first.requests()) {
+        EXPECT_EQ(request.method + ' ' + request.target, call.route);
+        EXPECT_EQ(request.body, call.body);
+        EXPECT_EQ(request.headers.contains("content-type"), !call.body.isEmpty());
+    }
+}
+
+TEST_P(ServiceCall, GivesTheRightWordsWhateverHappensOnTheWire) {
+    const auto& call = GetParam();
+    const QByteArray head = "HTTP/1.1 " + QByteArray::number(call.status) + " Said\r\n";
+    const std::vector<std::pair<Behaviour, QString>> happenings{
+        {raw(""), call.unreachable},
+        {raw(head + "Content-Length"), call.unreachable},
+        {raw(head + "Content-Length: 900\r\n\r\n" + call.answer), call.unreachable},
+        {resetAfter(head + "\r\n" + call.answer), call.unreachable},
+        {raw("no HTTP at all\r\n\r\n"), call.unreachable},
+        {hang(
+             "HTTP/1.1 100 Continue\r\n\r\n" + head + "Transfer-Encoding: chunked\r\n\r\n" +
+             (call.answer.isEmpty() ? "" : QByteArray::number(call.answer.size(), 16) + "\r\n" + call.answer + "\r\n") +
+             "0\r\n\r\n"),
+         call.good},
+        {answer(call.status, "nonsense"), call.undecodable},
+        {answer(call.status, "[1, true]"), call.undecodable},
+        {answer(call.status, "{}"), call.undecodable},
+        {answer(call.status, QByteArray("[").repeated(100'000)), call.undecodable},
+        {answer(500, call.answer), call.failed},
+    };
+    TestServer server;
+    int made = 0;
+    for (const auto& [behaviour, words] : happenings) {
+        server.on(call.route, behaviour);
+        EXPECT_EQ(runToEnd(call.tell(server.url(), {})), words) << "happening " << made;
+        EXPECT_EQ(server.connections(), ++made);
+    }
+    server.stop();
+    EXPECT_EQ(runToEnd(call.tell(server.url(), {})), call.unreachable);
+}
+
+INSTANTIATE_TEST_SUITE_P(Every, ServiceCall, testing::ValuesIn(calls()),
+                         [](const auto& parameter) { return std::string(parameter.param.name); });
+
+TEST(ServiceClients, GiveUpInTheirTimeAndAtOnceWhenStopped) {
+    TestServer server;
+    server.on("*", hang());
+    std::stop_source stop;
+    const auto all = calls();
+    std::vector<std::shared_ptr<test::Ending<QString>>> endings;
+    const SystemClock clock;
+    const auto start = clock.elapsed();
+    for (const auto& call : all) {
+        endings.push_back(endingOf(call.tell(server.url(), stop.get_token())));
+    }
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        if (all[i].timeout <= 3s) {
+            ASSERT_TRUE(runUntil([&] { return endings[i]->isThere(); }));
+            EXPECT_EQ(*endings[i]->value, none);
+            EXPECT_GE(clock.elapsed() - start, all[i].timeout);
+            EXPECT_LE(clock.elapsed() - start, all[i].timeout + 900ms);
+        }
+    }
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        EXPECT_EQ(endings[i]->isThere(), all[i].timeout <= 3s) << all[i].name;
+    }
+    stop.request_stop(); // as a quit does; no event loop is needed
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        ASSERT_TRUE(endings[i]->isThere()) << all[i].name;
+        EXPECT_EQ(*endings[i]->value, all[i].unreachable);
+    }
+    EXPECT_EQ(server.connections(), static_cast<int>(all.size()));
+}
+
+TEST(ServiceClients, OnlyStatus200MakesADocumentAndOnly202AnInstallation) {
+    TestServer server;
+    const auto report = QByteArray(R"({"tools": [], "venvs": [], "installing": false})");
+    for (const int status : {200, 201, 202, 203, 206, 302, 404}) {
+        server.on("GET /local/status", answer(status, statusDocument));
+        server.on("GET /local/toolbox", answer(status, report));
+        server.on("POST /local/toolbox/install", answer(status, report));
+        EXPECT_EQ(runToEnd(tellStatus(server.url(), {})) != none, status == 200) << status;
+        EXPECT_EQ(runToEnd(tellReport(server.url(), {})) != none, status == 200) << status;
+        EXPECT_EQ(runToEnd(tellInstall(server.url(), {})) != no, status == 202) << status;
+    }
+}
+
+TEST(LibraryClient, TakesAReplyAtItsWord) {
+    TestServer server;
+    const auto reply = [&](int status, const QByteArray& body) {
+        server.on("POST /local/rekordbox/apply", answer(status, body));
+        return runToEnd(LibraryClient{server.url()}.applyNow());
+    };
+    const LibraryClient::Reply refused{.ok = false, .error = QStringLiteral("Rekordbox is open.")};
+    EXPECT_EQ(reply(500, R"({"ok": false, "error": "Rekordbox is open.", "message": null})"), refused);
+    EXPECT_EQ(reply(409, R"({"ok": true, "version": "7"})"),
+              (LibraryClient::Reply{.ok = true, .version = QStringLiteral("7")}));
+    const LibraryClient::Reply nonsense{.ok = false, .error = unexpected};
+    for (const auto* body : {"", R"({"message": "done"})", R"({"ok": 1})", R"({"ok": true, "error": 5})"}) {
+        EXPECT_EQ(reply(200, body), nonsense) << body;
+    }
+}
+
+TEST(LibraryClient, TwoActionsAtOnceDontDisturbEachOther) {
+    TestServer server;
+    server.on("POST /local/rekordbox/apply", after(100ms, answer(200, R"({"ok": true, "message": "slow"})")));
+    server.on("POST /local/rekordbox/retry", answer(200, R"({"ok": true, "message": "quick"})"));
+    std::stop_source stop;
+    const LibraryClient client{server.url()};
+    const auto slow = endingOf(client.applyNow());
+    const auto stopped = endingOf(client.applyNow(stop.get_token()));
+    EXPECT_EQ(runToEnd(client.retryFailed()).message, QStringLiteral("quick"));
+    EXPECT_FALSE(slow->isThere());
+    stop.request_stop();
+    EXPECT_TRUE(stopped->isThere());
+    ASSERT_TRUE(runUntil([&] { return slow->isThere(); }));
+    EXPECT_EQ(slow->value->message, QStringLiteral("slow"));
+    EXPECT_EQ(server.connections(), 3);
+}
+
+TEST(LinksClient, NoIdReachesAnotherPath) {
+    TestServer server;
+    server.on("*", answer(200, R"({"id": "i", "kind": "k"})"));
+    const auto nonsense = LinksClient::Failure{.message = unexpected};
+    const LinksClient client{server.url()};
+    for (const auto* id : {"", ".", ".."}) {
+        const auto rotated = runToEnd(client.rotate(QString::fromLatin1(id)));
+        ASSERT_FALSE(rotated);
+        EXPECT_EQ(rotated.error(), nonsense);
+        EXPECT_FALSE(runToEnd(client.remove(QString::fromLatin1(id))));
+    }
+    ASSERT_EQ(server.connections(), 0);
+    const QRegularExpression onePath(QStringLiteral("^/local/links/([A-Za-z0-9._~%-]+)(/rotate)?$"));
+    for (const auto& id :
+         {QStringLiteral("../rekordbox/apply"), QStringLiteral("a/b"), QStringLiteral("..%2f.."),
+          QStringLiteral("%2E%2E"), QStringLiteral("a?b#c"), QStringLiteral("a b\r\nX: y"), QStringLiteral("é♫🇩🇪"),
+          QStringLiteral("..."), QStringLiteral("\\..\\"), QString(QChar(0))}) {
+        EXPECT_TRUE(runToEnd(client.rotate(id)));
+        EXPECT_TRUE(runToEnd(client.remove(id)));
+        for (const auto& request : server.requests().last(2)) {
+            const auto match = onePath.match(QString::fromLatin1(request.target));
+            EXPECT_EQ(QUrl::fromPercentEncoding(match.captured(1).toLatin1()), id) << request.target.toStdString();
+            EXPECT_EQ(match.captured(2).isEmpty(), request.method == "DELETE");
+        }
+    }
+}
+
+TEST(LinksClient, ReadsWhatAnErrorAnswerSays) {
+    const auto from = [](const QByteArray& body) { return LinksClient::Failure::from(503, body); };
+    using Failure = LinksClient::Failure;
+    const auto telegram = QStringLiteral("telegram_not_configured");
+    EXPECT_EQ(from(R"({"code": "telegram_not_configured", "error": 5})"),
+              (Failure{QStringLiteral("Telegram isn't available yet."), telegram}));
+    EXPECT_EQ(from(R"({"error": "No room.", "code": null})"), (Failure{QStringLiteral("No room.")}));
+    EXPECT_EQ(from(R"({"error": "No room.", "code": 7})"), (Failure{QStringLiteral("No room.")}));
+    EXPECT_EQ(from(R"({"error": "No room.", "code": "full"})"),
+              (Failure{QStringLiteral("No room."), QStringLiteral("full")}));
+    for (const auto* body : {"", "nonsense", "[]", "{}", "\"error\"", R"({"error": 7})", R"([{"error": "x"}])"}) {
+        EXPECT_EQ(from(body), (Failure{QStringLiteral("tunedeck answered 503.")})) << body;
+    }
+}
+
+} // namespace
+} // namespace tunedeck

@@ -1,0 +1,55 @@
+#include "Tests/Helpers/TemporaryHome.h"
+#include "TunedeckCore/ServiceEndpoint.h"
+
+#include <QDir>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+namespace tunedeck {
+namespace {
+
+const QUrl standard(QStringLiteral("http://127.0.0.1:8000"));
+
+QByteArray baseOf(const test::TemporaryHome& home, const QByteArray& bytes) {
+    return ServiceEndpoint::base(home.write(QStringLiteral(".tunedeck/runtime.json"), bytes)).toEncoded();
+}
+
+TEST(ServiceEndpoint, TakesThePortOfTheRuntimeFile) {
+    const test::TemporaryHome home;
+    EXPECT_EQ(ServiceEndpoint::runtimeFile(), home.path(QStringLiteral(".tunedeck/runtime.json")));
+    EXPECT_EQ(baseOf(home, R"({"port": 8123})"), "http://127.0.0.1:8123");
+    EXPECT_EQ(baseOf(home, R"({"pid": 4, "x": {"port": 3, "y": [1.5, null]}, "port": 1})"), "http://127.0.0.1:1");
+    EXPECT_EQ(baseOf(home, R"({"port": 65535})"), "http://127.0.0.1:65535");
+    EXPECT_EQ(baseOf(home, R"({"port": 80})"), "http://127.0.0.1:80");
+    EXPECT_EQ(baseOf(home, R"({"port": 1, "port": 2})"), "http://127.0.0.1:2");
+}
+
+TEST(ServiceEndpoint, EveryProblemYieldsTheDefault) {
+    const test::TemporaryHome home;
+    for (const auto* value : {"true", "1.5", "8123.0", "8123e0", "\"8001\"", "0", "65536", "-1", "null", "[8001]",
+                              "18446744073709551615", "4294975296", "1e400", "0x1F40", "08001"}) {
+        EXPECT_EQ(baseOf(home, QByteArray(R"({"port": )") + value + '}'), standard.toEncoded()) << value;
+    }
+    const auto deep = QByteArray("[").repeated(30'000) + QByteArray("]").repeated(30'000);
+    const auto zero = QByteArray(R"({"port": 8123})") + QByteArray("\0", 1);
+    for (const auto& file : {QByteArray(), QByteArray("{}"), QByteArray("[8123]"), QByteArray("8123"),
+                             QByteArray("\"port\""), QByteArray("not JSON"), QByteArray(R"({"port": 8123)"),
+                             QByteArray(R"({"port": 8123} x)"), QByteArray(R"({"Port": 8123})"), deep, zero}) {
+        EXPECT_EQ(baseOf(home, file), standard.toEncoded()) << file.left(40).toStdString();
+    }
+}
+
+TEST(ServiceEndpoint, WhatIsNoSmallFileYieldsTheDefaultAtOnce) {
+    const test::TemporaryHome home;
+    EXPECT_EQ(ServiceEndpoint::base(home.path(QStringLiteral("none"))), standard);
+    EXPECT_EQ(ServiceEndpoint::base(home.path()), standard);
+    EXPECT_EQ(ServiceEndpoint::base(QStringLiteral("/dev/zero")), standard);
+    const auto fifo = home.path(QStringLiteral("fifo"));
+    ASSERT_EQ(mkfifo(fifo.toLocal8Bit().constData(), 0600), 0);
+    EXPECT_EQ(ServiceEndpoint::base(fifo), standard);
+    EXPECT_EQ(baseOf(home, R"({"port": 8123})" + QByteArray(1024 * 1024, ' ')), standard.toEncoded());
+}
+
+} // namespace
+} // namespace tunedeck
