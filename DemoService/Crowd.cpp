@@ -31,9 +31,9 @@ void stageJobs(State& state, Moment now) {
                  "ask for another upload of the same tracks, or try again later when the limit has been lifted.",
                  now - 3h);
     addDoneJob(state, arabicName, 1, now - 40min);
-    addStagedJob(state, germanName, jobState::running, "Downloading 3 of 120", now - 3min);
-    addStagedJob(state, hebrewName, jobState::queued, "Waiting to start", now - 40s);
-    addStagedJob(state, emojiName, jobState::queued, "Waiting to start", now - 20s);
+    addStagedJob(state, germanName, job_state::running, "Downloading 3 of 120", now - 3min);
+    addStagedJob(state, hebrewName, job_state::queued, "Waiting to start", now - 40s);
+    addStagedJob(state, emojiName, job_state::queued, "Waiting to start", now - 20s);
 }
 
 void stageLibrary(State& state, Moment now) {
@@ -54,18 +54,18 @@ void stageLibrary(State& state, Moment now) {
 
 void stageLinks(State& state, Moment now) {
     state.links.all.clear();
-    addLink(state, linkKind::chatgpt, "ChatGPT", now - 30 * 24h, now - 3h);
-    addLink(state, linkKind::chatgpt, "ChatGPT (Arbeitsbereich der Veranstaltungsgemeinschaft Bahnhofstraße)",
+    addLink(state, link_kind::chatgpt, "ChatGPT", now - 30 * 24h, now - 3h);
+    addLink(state, link_kind::chatgpt, "ChatGPT (Arbeitsbereich der Veranstaltungsgemeinschaft Bahnhofstraße)",
             now - 9 * 24h);
-    addLink(state, linkKind::claude, "Claude", now - 26 * 24h, now - 26h);
-    addLink(state, linkKind::claude, "Claude on another Mac", now - 60 * 24h, now - 50 * 24h).url.reset();
-    addLink(state, linkKind::claude, arabicName, now - 2 * 24h);
-    addLink(state, linkKind::telegram, "Telegram", now - 20 * 24h, now - 40min);
-    addLink(state, linkKind::telegram, "Telegram", now - 1min);
-    addLink(state, linkKind::telegram, "Telegram", now - 2h);
-    addLink(state, linkKind::shortcut, "iPhone", now - 12 * 24h, now - 5h);
-    addLink(state, linkKind::shortcut, "iPhone 🏳️‍🌈", now - 11 * 24h);
-    addLink(state, linkKind::shortcut, "Old iPhone", now - 90 * 24h, now - 80 * 24h).token.reset();
+    addLink(state, link_kind::claude, "Claude", now - 26 * 24h, now - 26h);
+    addLink(state, link_kind::claude, "Claude on another Mac", now - 60 * 24h, now - 50 * 24h).url.reset();
+    addLink(state, link_kind::claude, arabicName, now - 2 * 24h);
+    addLink(state, link_kind::telegram, "Telegram", now - 20 * 24h, now - 40min);
+    addLink(state, link_kind::telegram, "Telegram", now - 1min);
+    addLink(state, link_kind::telegram, "Telegram", now - 2h);
+    addLink(state, link_kind::shortcut, "iPhone", now - 12 * 24h, now - 5h);
+    addLink(state, link_kind::shortcut, "iPhone 🏳️‍🌈", now - 11 * 24h);
+    addLink(state, link_kind::shortcut, "Old iPhone", now - 90 * 24h, now - 80 * 24h).token.reset();
     Link& unknown = addLink(state, "watch", "", now - 24h, now - 23h);
     unknown.label.reset();
 }

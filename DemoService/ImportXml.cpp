@@ -32,7 +32,7 @@ std::string escaped(std::string_view text) {
 std::string importXmlText(const Jobs& jobs, const std::string& version) {
     std::set<std::string> playlists;
     for (const Job& job : jobs.recent) {
-        if (job.state == jobState::done) {
+        if (job.state == job_state::done) {
             playlists.insert(job.playlist);
         }
     }

@@ -19,7 +19,7 @@ constexpr auto subject = "jobs";
 void Jobs::request(Turn& turn) {
     Job job;
     job.id = "job-" + std::to_string(++lastNumber);
-    job.state = jobState::queued;
+    job.state = job_state::queued;
     job.playlist = turn.random.oneOf(catalogue::playlists());
     job.message = "Waiting to start";
     job.createdAt = wholeSecond(turn.now);
@@ -37,11 +37,11 @@ void Jobs::request(Turn& turn) {
 std::vector<const Job*> Jobs::advance(Turn& turn, bool toolsReady) {
     std::vector<const Job*> done;
     for (Job& job : recent) {
-        if (job.isFinished() || !isDue(job.nextStep, turn.now) || (job.state == jobState::queued && !toolsReady)) {
+        if (job.isFinished() || !isDue(job.nextStep, turn.now) || (job.state == job_state::queued && !toolsReady)) {
             continue;
         }
         step(job, turn);
-        if (job.state == jobState::done) {
+        if (job.state == job_state::done) {
             done.push_back(&job);
         }
     }
@@ -49,8 +49,8 @@ std::vector<const Job*> Jobs::advance(Turn& turn, bool toolsReady) {
 }
 
 void Jobs::step(Job& job, Turn& turn) {
-    if (job.state == jobState::queued) {
-        job.state = jobState::running;
+    if (job.state == job_state::queued) {
+        job.state = job_state::running;
         turn.info(subject, job.id + " started");
     } else {
         ++job.got;
@@ -68,7 +68,7 @@ void Jobs::finish(Job& job, Turn& turn) {
     job.finishedAt = wholeSecond(turn.now);
     job.nextStep.reset();
     if (job.doomed) {
-        job.state = jobState::failed;
+        job.state = job_state::failed;
         job.message = turn.random.oneOf(catalogue::downloadFailures());
         job.tracks = 0;
         job.errors = job.wanted;
@@ -77,7 +77,7 @@ void Jobs::finish(Job& job, Turn& turn) {
     }
     job.errors = job.wanted > 4 && turn.random.chance(25) ? 1 : 0;
     job.tracks = job.wanted - *job.errors;
-    job.state = jobState::done;
+    job.state = job_state::done;
     job.xmlVersion = std::to_string(++xmlVersion);
     job.message = "Added " + counted(*job.tracks, "track") + " to " + inQuotes(job.playlist);
     if (*job.errors > 0) {
@@ -94,7 +94,7 @@ void Jobs::scheduleArrival(Turn& turn, Span least, Span most) {
 std::optional<Moment> Jobs::nextEvent(bool toolsReady) const {
     auto next = nextArrival;
     for (const Job& job : recent) {
-        if (!job.isFinished() && (toolsReady || job.state != jobState::queued)) {
+        if (!job.isFinished() && (toolsReady || job.state != job_state::queued)) {
             next = earlier(next, job.nextStep);
         }
     }

@@ -9,12 +9,12 @@
 
 namespace tunedeck::demo {
 
-namespace jobState {
+namespace job_state {
 inline constexpr auto queued = "queued";
 inline constexpr auto running = "running";
 inline constexpr auto done = "done";
 inline constexpr auto failed = "failed";
-} // namespace jobState
+} // namespace job_state
 
 /// One request for music.
 struct Job {
@@ -37,7 +37,7 @@ struct Job {
     /// When its next step is; a staged job without one stays as it is.
     std::optional<Moment> nextStep;
 
-    bool isFinished() const { return state == jobState::done || state == jobState::failed; }
+    bool isFinished() const { return state == job_state::done || state == job_state::failed; }
 
     static void members(auto& self, auto& archive) {
         archive("job_id", self.id);

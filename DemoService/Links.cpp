@@ -31,19 +31,19 @@ LinkProblem telegramMissing(Turn& turn) {
 } // namespace
 
 bool isKnownKind(const std::string& kind) {
-    static constexpr std::array<std::string_view, 4> kinds{linkKind::chatgpt, linkKind::claude, linkKind::telegram,
-                                                           linkKind::shortcut};
+    static constexpr std::array<std::string_view, 4> kinds{link_kind::chatgpt, link_kind::claude, link_kind::telegram,
+                                                           link_kind::shortcut};
     return std::ranges::find(kinds, kind) != kinds.end();
 }
 
 void Links::renewSecret(Turn& turn, Link& link) const {
     link.lastUsedAt.reset();
-    if (link.kind == linkKind::telegram) {
+    if (link.kind == link_kind::telegram) {
         link.url = endpoint + "/telegram?start=" + turn.random.token(20);
         link.expiresAt = wholeSecond(turn.in(pairingTime));
         link.paired = false;
         link.telegramUsername.reset();
-    } else if (link.kind == linkKind::shortcut) {
+    } else if (link.kind == link_kind::shortcut) {
         link.apiUrl = endpoint + "/api/requests";
         link.token = "td_" + turn.random.token(40);
     } else {
@@ -56,7 +56,7 @@ LinkResult Links::create(Turn& turn, const std::string& kind, std::optional<std:
     if (!isKnownKind(kind)) {
         return refused(turn, {400, "unknown_kind", "tunedeck doesn't know this kind of assistant."});
     }
-    if (kind == linkKind::telegram && !telegramConfigured) {
+    if (kind == link_kind::telegram && !telegramConfigured) {
         return telegramMissing(turn);
     }
     Link link;
@@ -74,7 +74,7 @@ LinkResult Links::rotate(Turn& turn, const std::string& id) {
     if (link == all.end()) {
         return noSuchLink(turn);
     }
-    if (link->kind == linkKind::telegram && !telegramConfigured) {
+    if (link->kind == link_kind::telegram && !telegramConfigured) {
         return telegramMissing(turn);
     }
     renewSecret(turn, *link);
@@ -96,7 +96,7 @@ void Links::advance(Turn& turn) {
             continue;
         }
         link.firstUseAt.reset();
-        if (link.kind != linkKind::telegram) {
+        if (link.kind != link_kind::telegram) {
             link.lastUsedAt = wholeSecond(turn.now);
             turn.info(subject, link.kind + " link " + link.id + " was used for the first time");
         } else if (!isDue(link.expiresAt, turn.now)) {

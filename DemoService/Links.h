@@ -9,12 +9,12 @@
 
 namespace tunedeck::demo {
 
-namespace linkKind {
+namespace link_kind {
 inline constexpr auto chatgpt = "chatgpt";
 inline constexpr auto claude = "claude";
 inline constexpr auto telegram = "telegram";
 inline constexpr auto shortcut = "shortcut";
-} // namespace linkKind
+} // namespace link_kind
 
 /// One connection between an assistant and this computer.
 struct Link {
@@ -33,7 +33,7 @@ struct Link {
     /// When the user on the other side first uses it; none when that doesn't happen by itself.
     std::optional<Moment> firstUseAt;
 
-    bool isConnected() const { return kind == linkKind::telegram ? paired.value_or(false) : lastUsedAt.has_value(); }
+    bool isConnected() const { return kind == link_kind::telegram ? paired.value_or(false) : lastUsedAt.has_value(); }
 
     static void members(auto& self, auto& archive) {
         archive("id", self.id);

@@ -3,6 +3,7 @@
 #include "DemoService/Scenarios.h"
 
 #include <charconv>
+#include <cmath>
 #include <optional>
 #include <string_view>
 
@@ -32,7 +33,7 @@ std::optional<std::string> take(Options& options, const std::string& name, const
         options.port = *port;
     } else {
         const auto speed = number<double>(value);
-        if (!speed || !(*speed > 0 && *speed <= 1000)) {
+        if (!speed || std::isnan(*speed) || *speed <= 0 || *speed > 1000) {
             return "The speed must be a number above 0, at most 1000.";
         }
         options.speed = *speed;

@@ -59,22 +59,26 @@ void installFails(State& state, Moment now) {
     state.toolbox.failsAt = "ffmpeg";
 }
 
+Library& libraryOf(State& state) {
+    return state.library ? *state.library : state.library.emplace();
+}
+
 void pending(State& state, Moment now) {
-    addPending(*state.library, "Add 5 tracks to “Friday”", now - 12min);
-    addPending(*state.library, "Add 2 tracks to the new playlist “Sunday Rooftop”", now - 4min);
+    addPending(libraryOf(state), "Add 5 tracks to “Friday”", now - 12min);
+    addPending(libraryOf(state), "Add 2 tracks to the new playlist “Sunday Rooftop”", now - 4min);
 }
 
 void rekordboxOpen(State& state, Moment now) {
     pending(state, now);
-    state.library->rekordboxRunning = true;
+    libraryOf(state).rekordboxRunning = true;
 }
 
 void failedChanges(State& state, Moment now) {
-    addFailed(*state.library, "Add 5 tracks to “Friday”", "The library database is locked by another program.",
-              now - 40min);
-    addFailed(*state.library, "Rename “Warm-up” to “Warm-up 2026”",
-              "The playlist was changed in Rekordbox in the meantime.", now - 38min);
-    state.library->lastError = state.library->failed.back().error;
+    Library& library = libraryOf(state);
+    addFailed(library, "Add 5 tracks to “Friday”", "The library database is locked by another program.", now - 40min);
+    addFailed(library, "Rename “Warm-up” to “Warm-up 2026”", "The playlist was changed in Rekordbox in the meantime.",
+              now - 38min);
+    library.lastError = library.failed.back().error;
 }
 
 void unwritable(State& state, Moment /*now*/) {
@@ -98,20 +102,20 @@ void cloudUnreachable(State& state, Moment /*now*/) {
 
 void allAssistants(State& state, Moment now) {
     state.links.all.clear();
-    addLink(state, linkKind::chatgpt, "ChatGPT", now - 30 * 24h, now - 3h);
-    addLink(state, linkKind::claude, "Claude", now - 26 * 24h, now - 26h);
-    addLink(state, linkKind::telegram, "Telegram", now - 20 * 24h, now - 40min);
-    addLink(state, linkKind::shortcut, "iPhone", now - 12 * 24h, now - 5h);
+    addLink(state, link_kind::chatgpt, "ChatGPT", now - 30 * 24h, now - 3h);
+    addLink(state, link_kind::claude, "Claude", now - 26 * 24h, now - 26h);
+    addLink(state, link_kind::telegram, "Telegram", now - 20 * 24h, now - 40min);
+    addLink(state, link_kind::shortcut, "iPhone", now - 12 * 24h, now - 5h);
 }
 
 void telegramWaiting(State& state, Moment now) {
     state.links.all.clear();
-    addLink(state, linkKind::telegram, "Telegram", now - 1min);
+    addLink(state, link_kind::telegram, "Telegram", now - 1min);
 }
 
 void telegramExpired(State& state, Moment now) {
     state.links.all.clear();
-    addLink(state, linkKind::telegram, "Telegram", now - 1h);
+    addLink(state, link_kind::telegram, "Telegram", now - 1h);
 }
 
 void noTelegram(State& state, Moment /*now*/) {
@@ -174,8 +178,8 @@ State startState(const Scenario& scenario, Moment now) {
     addDoneJob(state, "Warm-up", 6, now - 8 * 24h);
     addFailedJob(state, "Peak Time", "yt-dlp: this video isn't available in your country", now - 9h);
     addDoneJob(state, "Friday", 5, now - 5h);
-    addLink(state, linkKind::claude, "Claude", now - 26 * 24h, now - 5h);
-    addLink(state, linkKind::shortcut, "iPhone", now - 12 * 24h, now - 9h);
+    addLink(state, link_kind::claude, "Claude", now - 26 * 24h, now - 5h);
+    addLink(state, link_kind::shortcut, "iPhone", now - 12 * 24h, now - 9h);
     scenario.stage(state, now);
     return state;
 }

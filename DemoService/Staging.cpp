@@ -26,7 +26,7 @@ Job makeJob(State& state, std::string playlist, std::string jobState, std::strin
 
 void addDoneJob(State& state, std::string playlist, int tracks, Moment finishedAt) {
     const std::string message = "Added " + counted(tracks, "track") + " to " + inQuotes(playlist);
-    Job job = makeJob(state, std::move(playlist), jobState::done, message, finishedAt - 2min);
+    Job job = makeJob(state, std::move(playlist), job_state::done, message, finishedAt - 2min);
     job.finishedAt = wholeSecond(finishedAt);
     job.tracks = tracks;
     job.errors = 0;
@@ -35,7 +35,7 @@ void addDoneJob(State& state, std::string playlist, int tracks, Moment finishedA
 }
 
 void addFailedJob(State& state, std::string playlist, std::string message, Moment finishedAt) {
-    Job job = makeJob(state, std::move(playlist), jobState::failed, std::move(message), finishedAt - 1min);
+    Job job = makeJob(state, std::move(playlist), job_state::failed, std::move(message), finishedAt - 1min);
     job.finishedAt = wholeSecond(finishedAt);
     job.tracks = 0;
     job.errors = 1;
@@ -86,7 +86,7 @@ Link& addLink(State& state, const std::string& kind, std::string label, Moment c
     link.firstUseAt.reset();
     if (usedAt) {
         link.lastUsedAt = wholeSecond(*usedAt);
-        if (kind == linkKind::telegram) {
+        if (kind == link_kind::telegram) {
             link.paired = true;
             link.telegramUsername = "dj_nightowl";
             link.expiresAt.reset();

@@ -17,7 +17,7 @@ namespace tunedeck::demo {
 struct Turn {
     Moment now;
     /// How many times faster than in life things happen.
-    double speed;
+    double speed = 1;
     Random& random;
     std::vector<LogLine>& journal;
 

@@ -21,7 +21,7 @@ State withRequest(bool doomed, int wanted) {
     State state = quietState();
     Job job;
     job.id = "job-1";
-    job.state = jobState::queued;
+    job.state = job_state::queued;
     job.playlist = "Friday";
     job.wanted = wanted;
     job.doomed = doomed;
@@ -38,12 +38,12 @@ TEST(DemoJobs, ARequestIsDownloadedTrackByTrackAndReachesTheLibrary) {
     const auto& job = [&]() -> const Job& { return test.state().jobs.recent.front(); };
 
     test.live(2s);
-    EXPECT_EQ(job().state, jobState::running);
+    EXPECT_EQ(job().state, job_state::running);
     EXPECT_EQ(job().message, "Downloading 1 of 3");
     EXPECT_FALSE(job().finishedAt);
 
     test.live(30s);
-    ASSERT_EQ(job().state, jobState::done);
+    ASSERT_EQ(job().state, job_state::done);
     EXPECT_EQ(job().tracks, 3);
     EXPECT_EQ(job().message, "Added 3 tracks to “Friday”");
     EXPECT_EQ(job().xmlVersion, std::to_string(test.state().jobs.xmlVersion));
@@ -59,7 +59,7 @@ TEST(DemoJobs, ADoomedRequestFailsWithAReasonAndLeavesTheLibraryAlone) {
     const auto version = test.state().library->currentVersion;
     test.live(5min);
     const Job& job = test.state().jobs.recent.front();
-    EXPECT_EQ(job.state, jobState::failed);
+    EXPECT_EQ(job.state, job_state::failed);
     EXPECT_FALSE(job.message.empty());
     EXPECT_EQ(job.tracks, 0);
     EXPECT_TRUE(job.finishedAt);
@@ -73,11 +73,11 @@ TEST(DemoJobs, RequestsWaitForTheToolsAndStartWhenTheseAreReady) {
     state.toolbox = makeToolbox(false, TestWorld::start);
     TestWorld test(std::move(state));
     EXPECT_EQ(test.live(1h), 0) << "a waiting job must not keep the service awake";
-    EXPECT_EQ(test.state().jobs.recent.front().state, jobState::queued);
+    EXPECT_EQ(test.state().jobs.recent.front().state, job_state::queued);
 
     test.world.installTools(test.now);
     test.live(1min);
-    EXPECT_EQ(test.state().jobs.recent.front().state, jobState::done);
+    EXPECT_EQ(test.state().jobs.recent.front().state, job_state::done);
 }
 
 TEST(DemoJobs, ALivelyDayHasItsShareOfEverythingAndNeverStandsStill) {

@@ -29,8 +29,8 @@ const Link* find(const TestWorld& test, const std::string& id) {
 
 TEST(DemoLinks, EachKindGetsItsOwnSecretAndIsUsedAfterAWhile) {
     TestWorld test("fresh");
-    const Link claude = made(test.world.createLink(test.now, linkKind::claude, "Claude"));
-    const Link shortcut = made(test.world.createLink(test.now, linkKind::shortcut, "iPhone"));
+    const Link claude = made(test.world.createLink(test.now, link_kind::claude, "Claude"));
+    const Link shortcut = made(test.world.createLink(test.now, link_kind::shortcut, "iPhone"));
     EXPECT_TRUE(claude.url->ends_with("/mcp"));
     EXPECT_FALSE(claude.token);
     EXPECT_TRUE(shortcut.apiUrl && shortcut.token);
@@ -61,7 +61,7 @@ TEST(DemoLinks, APairingCodeExpiresAndARenewedOneIsPaired) {
     EXPECT_FALSE(find(expired, id)->isConnected()) << "in a standing scenario nobody scans it";
 
     TestWorld fresh("fresh");
-    const Link telegram = made(fresh.world.createLink(fresh.now, linkKind::telegram, "Telegram"));
+    const Link telegram = made(fresh.world.createLink(fresh.now, link_kind::telegram, "Telegram"));
     EXPECT_EQ(telegram.paired, false);
     fresh.live(1min);
     const Link* paired = find(fresh, telegram.id);
@@ -72,7 +72,7 @@ TEST(DemoLinks, APairingCodeExpiresAndARenewedOneIsPaired) {
 
 TEST(DemoLinks, ACodeThatExpiredBeforeItWasScannedPairsNobody) {
     TestWorld test("fresh");
-    const Link telegram = made(test.world.createLink(test.now, linkKind::telegram, "Telegram"));
+    const Link telegram = made(test.world.createLink(test.now, link_kind::telegram, "Telegram"));
     test.now += 11min;
     test.world.advance(test.now);
     EXPECT_EQ(find(test, telegram.id)->paired, false);
@@ -88,22 +88,22 @@ TEST(DemoLinks, FailuresSayWhyInACodeAndChangeNothing) {
     EXPECT_EQ(count(quiet), before);
 
     TestWorld off("cloud-off");
-    EXPECT_EQ(codeOf(off.world.createLink(off.now, linkKind::claude, "Claude")), "cloud_disabled");
+    EXPECT_EQ(codeOf(off.world.createLink(off.now, link_kind::claude, "Claude")), "cloud_disabled");
     TestWorld unreachable("cloud-unreachable");
     const std::string id = unreachable.state().links.all.front().id;
     EXPECT_EQ(unreachable.world.deleteLink(unreachable.now, id)->code, "cloud_unreachable");
     EXPECT_NE(find(unreachable, id), nullptr);
     TestWorld noTelegram("no-telegram");
-    EXPECT_EQ(codeOf(noTelegram.world.createLink(noTelegram.now, linkKind::telegram, "Telegram")),
+    EXPECT_EQ(codeOf(noTelegram.world.createLink(noTelegram.now, link_kind::telegram, "Telegram")),
               "telegram_not_configured");
-    EXPECT_EQ(codeOf(noTelegram.world.createLink(noTelegram.now, linkKind::claude, "Claude")), "");
+    EXPECT_EQ(codeOf(noTelegram.world.createLink(noTelegram.now, link_kind::claude, "Claude")), "");
 }
 
 TEST(DemoLinks, AFirstRunComesAliveWithItsFirstAssistantAndToolsOnly) {
     TestWorld test("fresh");
     EXPECT_EQ(test.live(24h), 0);
     test.world.installTools(test.now);
-    made(test.world.createLink(test.now, linkKind::claude, "Claude"));
+    made(test.world.createLink(test.now, link_kind::claude, "Claude"));
     test.live(30min);
     EXPECT_GT(test.state().jobs.recent.size(), 3U);
     EXPECT_GT(test.state().library->backups.size(), 1U);

@@ -28,6 +28,7 @@ public:
             ::setenv("HOME", paths.home.c_str(), 1);
             arguments.insert(arguments.begin(), TUNEDECK_DEMO_PROGRAM);
             std::vector<char*> raw;
+            raw.reserve(arguments.size() + 1);
             for (std::string& argument : arguments) {
                 raw.push_back(argument.data());
             }
