@@ -62,13 +62,16 @@ TEST(DemoLibrary, ARestoreBacksUpFirstSoThatItCanBeUndone) {
 }
 
 TEST(DemoLibrary, FailedChangesAreTriedAgainOrDismissed) {
-    TestWorld retried("failed-changes");
+    State state = startState(*findScenario("failed-changes"), TestWorld::start);
+    state.library->failurePercent = 100;
+    TestWorld retried(std::move(state));
     EXPECT_TRUE(retried.world.retryFailed(retried.now).ok);
     EXPECT_TRUE(retried.state().library->failed.empty());
     EXPECT_EQ(retried.state().library->pending.size(), 2U);
     EXPECT_FALSE(retried.state().library->lastError);
     retried.live(10s);
-    EXPECT_TRUE(retried.state().library->pending.empty()) << "what was asked for happens in a standing scenario too";
+    EXPECT_TRUE(retried.state().library->pending.empty())
+        << "what was asked for happens, and the second time it succeeds";
     EXPECT_TRUE(retried.state().library->failed.empty());
     EXPECT_EQ(retried.state().library->currentVersion, "1.1.2");
 

@@ -50,6 +50,20 @@ TEST(DemoScenarios, ABrokenStateFileIsRefusedOrReadAsFarAsItMakesSense) {
     EXPECT_EQ(odd->jobs.xmlVersion, 0);
 }
 
+TEST(DemoScenarios, TheCloudIsUnknownAtFirstThenThereAndStaysUnlessItWavers) {
+    State state = startState(*findScenario("quiet"), TestWorld::start);
+    state.cloud.reconnect(TestWorld::start);
+    TestWorld steady(std::move(state));
+    EXPECT_FALSE(steady.state().cloud.connected.has_value());
+    EXPECT_EQ(steady.live(1h), 1);
+    EXPECT_EQ(steady.state().cloud.connected, true);
+
+    TestWorld wavering("lively");
+    wavering.live(2h);
+    EXPECT_GT(std::ranges::count(wavering.journal, Level::warn, &LogLine::level), 2);
+    EXPECT_GT(*wavering.state().cloud.changeAt, wavering.now);
+}
+
 TEST(DemoScenarios, TheCrowdIsAsBigAsItShouldBe) {
     const TestWorld test("crowded");
     EXPECT_EQ(test.state().links.all.size(), 12U);
