@@ -49,11 +49,15 @@ QCoro::Task<std::expected<ProcessResult, QString>> runProcess(ProcessRequest req
     ProcessResult result;
     Wait wait(stop);
     const std::unique_ptr<QProcess, Retire> process(new QProcess);
-    sendStreamsNowhere(*process, request.keepOutput);
+    sendStreamsNowhere(*process, request.keepOutput || request.onOutput);
     QObject::connect(process.get(), &QProcess::readyReadStandardOutput, [&] {
         // What is over the limit is read as well, or the program would wait for somebody to take it.
         const auto bytes = process->readAllStandardOutput();
-        result.output += bytes.left(request.outputLimit - result.output.size());
+        if (request.onOutput) {
+            request.onOutput(bytes);
+        } else {
+            result.output += bytes.left(request.outputLimit - result.output.size());
+        }
     });
     QObject::connect(process.get(), &QProcess::finished, [&wait] { wait.wake(); });
     QObject::connect(process.get(), &QProcess::errorOccurred, [&wait](QProcess::ProcessError error) {

@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <expected>
+#include <functional>
 #include <optional>
 #include <stop_token>
 
@@ -23,6 +24,8 @@ struct ProcessRequest {
     QStringList arguments;
     bool keepOutput = false;          ///< else both streams go to the null device
     qint64 outputLimit = 1024 * 1024; ///< bytes of output kept
+    /// Called with each part of the standard output as it comes, which then isn't kept.
+    std::function<void(const QByteArray& part)> onOutput = {};
 };
 
 /// Runs a program and waits for its end without blocking the event loop. Fails with a sentence when it can't be

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "TunedeckMenu/Panel/Panel.h"
+
+#include <QTimeZone>
+
+namespace tunedeck::test {
+
+/// The moment at which all the panel's tests take place.
+inline QDateTime moment() {
+    return QDateTime(QDate(2026, 3, 14), QTime(15, 9, 26), Qt::UTC);
+}
+
+/// A time stamp that lies some seconds before moment().
+inline QString ago(qint64 seconds) {
+    return moment().addSecs(-seconds).toString(Qt::ISODate);
+}
+
+/// A running service with nothing going on.
+inline ServiceStatus goodStatus() {
+    ServiceStatus status;
+    status.version = QStringLiteral("2.3.4");
+    status.downloadDir = QStringLiteral("/srv/music/Tunedeck");
+    status.downloadDirSource = QStringLiteral("default");
+    status.downloadDirWritable = true;
+    status.importXml = QStringLiteral("/srv/music/tunedeck.xml");
+    status.cloud.enabled = true;
+    status.cloud.connected = true;
+    return status;
+}
+
+inline ServiceStatus::Library::Backup backup(const char* version, const QString& createdAt) {
+    return {QString::fromLatin1(version), createdAt, QStringLiteral("Before a change"), 1};
+}
+
+inline AssistantLink link(const char* id, const char* kind) {
+    AssistantLink made;
+    made.id = QString::fromLatin1(id);
+    made.kind = QString::fromLatin1(kind);
+    return made;
+}
+
+} // namespace tunedeck::test

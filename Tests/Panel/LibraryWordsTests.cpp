@@ -1,0 +1,147 @@
+#include "Tests/Panel/Fixtures.h"
+
+#include <gtest/gtest.h>
+
+namespace tunedeck::test {
+
+namespace {
+
+using Library = ServiceStatus::Library;
+
+RekordboxView card(const Library& library, bool busy = false) {
+    ServiceStatus status = goodStatus();
+    status.rekordboxDb = library;
+    return rekordboxCard(ServiceState::running(status), busy, moment());
+}
+
+Library pendingLibrary(int changes, bool open) {
+    Library library;
+    library.rekordboxRunning = open;
+    for (int i = 1; i <= changes; ++i) {
+        library.pending.push_back({QString::number(i), ago(60), QStringLiteral("Change %1").arg(i)});
+    }
+    return library;
+}
+
+DownloadsView downloads(const QString& folder, const char* source = "default") {
+    ServiceStatus status = goodStatus();
+    status.downloadDir = folder;
+    status.downloadDirSource = QString::fromLatin1(source);
+    return downloadsCard(ServiceState::running(status), {}, QStringLiteral("/Users/me"));
+}
+
+} // namespace
+
+TEST(RekordboxCard, HeadlineFollowsRekordboxAndThePendingChanges) {
+    EXPECT_EQ(card(pendingLibrary(0, true)).headline, u"Up to date · Rekordbox is open");
+    EXPECT_EQ(card(pendingLibrary(0, false)).headline, u"Up to date");
+    EXPECT_EQ(card(pendingLibrary(1, true)).headline, u"1 change waiting — quit Rekordbox to apply");
+    EXPECT_EQ(card(pendingLibrary(2, true)).headline, u"2 changes waiting — quit Rekordbox to apply");
+    EXPECT_EQ(card(pendingLibrary(1, false)).headline, u"Applying 1 change…");
+    EXPECT_EQ(card(pendingLibrary(2, false)).headline, u"Applying 2 changes…");
+}
+
+TEST(RekordboxCard, DetailPrefersTheLastErrorOnlyWhileChangesWait) {
+    Library library = pendingLibrary(0, false);
+    EXPECT_EQ(card(library).detail, QString());
+    library.lastApplied = Library::Applied{ago(305), {}, QStringLiteral("Added 3 tracks")};
+    library.lastError = QStringLiteral("Locked");
+    EXPECT_EQ(card(library).detail, u"Added 3 tracks · 5 minutes ago");
+    library.lastApplied->at = QStringLiteral("yesterday");
+    EXPECT_EQ(card(library).detail, u"Added 3 tracks");
+    library.pending = pendingLibrary(2, false).pending;
+    EXPECT_EQ(card(library).detail, u"Last try failed: Locked");
+    library.lastError.reset();
+    EXPECT_EQ(card(library).detail, u"Change 1 · Change 2");
+}
+
+TEST(RekordboxCard, OffersApplyingOnlyWhileRekordboxIsClosed) {
+    EXPECT_EQ(card(pendingLibrary(1, true)).applyButton, QString());
+    EXPECT_EQ(card(pendingLibrary(0, false)).applyButton, QString());
+    EXPECT_EQ(card(pendingLibrary(1, false)).applyButton, u"Apply Now");
+    const RekordboxView busy = card(pendingLibrary(1, false), true);
+    EXPECT_EQ(busy.applyButton, u"Applying…");
+    EXPECT_TRUE(busy.busy);
+}
+
+TEST(RekordboxCard, BackupsTellWhatTheyAreAndWhenTheyCanBeRestored) {
+    Library library;
+    library.backups = {backup("1.2.0", ago(305)), backup("1.1.0", QStringLiteral("long ago")), backup("1.2.0", ago(1))};
+    RekordboxView closed = card(library);
+    EXPECT_EQ(closed.backupsTitle, u"Backups (3)");
+    EXPECT_EQ(closed.backupsNote, QString());
+    EXPECT_EQ(closed.backups[0].date, u"5 minutes ago");
+    EXPECT_EQ(closed.backups[1].date, QString());
+    EXPECT_EQ(closed.backups[0].badge, u"Latest");
+    EXPECT_EQ(closed.backups[1].badge, QString());
+    EXPECT_EQ(closed.backups[2].badge, u"Latest") << "it has the first one's version";
+    EXPECT_TRUE(closed.backups[1].canRestore);
+    EXPECT_TRUE(closed.backups[1].help.contains(u"1.1.0"));
+    EXPECT_FALSE(card(library, true).backups[0].canRestore);
+    library.rekordboxRunning = true;
+    EXPECT_FALSE(card(library).backups[0].canRestore);
+    EXPECT_EQ(card(library).backupsNote, u"Quit Rekordbox to restore a backup.");
+}
+
+TEST(RekordboxCard, FailedChangesShareOnePairOfButtons) {
+    Library library;
+    EXPECT_EQ(card(library).retryButton, QString());
+    library.failed = {{QStringLiteral("f1"), QStringLiteral("Add Alpha"), QStringLiteral("Locked")},
+                      {QStringLiteral("f2"), QStringLiteral("Add Beta"), QStringLiteral("Gone")}};
+    const RekordboxView view = card(library);
+    ASSERT_EQ(view.failed.size(), 2);
+    EXPECT_EQ(view.failed[1].text, u"Couldn't apply “Add Beta”");
+    EXPECT_EQ(view.failed[1].detail, u"Gone");
+    EXPECT_EQ(view.retryButton, u"Retry");
+}
+
+TEST(RekordboxCard, LeavesOutWhatTheServiceDoesNotTell) {
+    const RekordboxView without = rekordboxCard(ServiceState::running(goodStatus()), false, moment());
+    EXPECT_FALSE(without.hasLibrary);
+    EXPECT_EQ(without.xmlText, u"rekordbox xml");
+    EXPECT_EQ(without.xmlHelp, u"/srv/music/tunedeck.xml");
+    const RekordboxView stopped = rekordboxCard(ServiceState::notRunning(), false, moment());
+    EXPECT_EQ(stopped.xmlText, u"Shown when tunedeck is running.");
+    EXPECT_EQ(stopped.xmlButton, QString());
+}
+
+TEST(DownloadsCard, ShortensTheHomeFolderAtASlashOnly) {
+    EXPECT_EQ(downloads(QStringLiteral("/Users/me/Music/Tunedeck")).folderSubtitle, u"~/Music/Tunedeck");
+    EXPECT_EQ(downloads(QStringLiteral("/Users/me2/Sets")).folderSubtitle, u"/Users/me2/Sets");
+    EXPECT_EQ(downloads(QStringLiteral("/")).folderTitle, u"/");
+}
+
+TEST(DownloadsCard, BadgeAndDefaultButtonGoByTheSource) {
+    const DownloadsView custom = downloads(QStringLiteral("/srv/a"), "settings");
+    EXPECT_EQ(custom.badge, u"Custom");
+    EXPECT_EQ(custom.defaultButton, u"Use Default");
+    const DownloadsView other = downloads(QStringLiteral("/srv/a"), "environment");
+    EXPECT_EQ(other.badge, u"Default");
+    EXPECT_EQ(other.defaultButton, QString());
+}
+
+TEST(DownloadsCard, WarnsOfTheFirstThingThatIsWrong) {
+    ServiceStatus status = goodStatus();
+    status.downloadDir = QStringLiteral("/Users/me/Documents/Sets");
+    const auto warning = [&](std::optional<QString> custom = {}) {
+        return downloadsCard(ServiceState::running(status), custom, QStringLiteral("/Users/me")).warning;
+    };
+    EXPECT_EQ(warning().text,
+              u"macOS may block the background service from saving to Documents. If downloads fail, pick "
+              u"a folder in ~/Music.");
+    status.downloadDirWritable = false;
+    EXPECT_EQ(warning().text, u"tunedeck can't write to this folder.");
+    status.downloadDirError = QStringLiteral("Disk full");
+    EXPECT_EQ(warning().text, u"Disk full");
+    status = goodStatus();
+    EXPECT_FALSE(warning(QStringLiteral("/Volumes/USB")).shown) << "while it runs the service's folder counts";
+
+    const auto stopped = [](std::optional<QString> custom) {
+        return downloadsCard(ServiceState::notRunning(), custom, QStringLiteral("/Users/me"));
+    };
+    EXPECT_TRUE(stopped(QStringLiteral("/Volumes/USB")).warning.text.contains(u"an external or network drive"));
+    EXPECT_FALSE(stopped({}).warning.shown);
+    EXPECT_EQ(stopped({}).stoppedText, u"Start tunedeck to see where songs are saved.");
+}
+
+} // namespace tunedeck::test

@@ -1,0 +1,136 @@
+#include "Tests/Panel/Fixtures.h"
+
+#include <gtest/gtest.h>
+
+namespace tunedeck::test {
+
+namespace {
+
+QString lineWith(bool enabled, std::optional<bool> connected) {
+    ServiceStatus status = goodStatus();
+    status.cloud.enabled = enabled;
+    status.cloud.connected = connected;
+    return statusLine(ServiceState::running(status));
+}
+
+ServiceStatus::Job job(const char* id, const char* state, std::optional<QString> created,
+                       std::optional<QString> finished = {}) {
+    ServiceStatus::Job made;
+    made.jobId = QString::fromLatin1(id);
+    made.state = QString::fromLatin1(state);
+    made.playlist = QStringLiteral("Friday");
+    made.createdAt = std::move(created);
+    made.finishedAt = std::move(finished);
+    return made;
+}
+
+ToolboxReport toolbox(bool spotdlReady, bool environmentReady, bool installing) {
+    ToolboxReport report;
+    report.tools = {{QStringLiteral("yt-dlp"), QStringLiteral("1"), QStringLiteral("1"), true},
+                    {QStringLiteral("spotdl"), {}, QStringLiteral("4"), spotdlReady}};
+    report.venvs = {{QStringLiteral("spotdl-env"), {}, QStringLiteral("4"), environmentReady}};
+    report.installing = installing;
+    return report;
+}
+
+} // namespace
+
+TEST(StatusLine, TellsTheCloudOffBeforeItsConnection) {
+    EXPECT_EQ(lineWith(false, true), u"Running · cloud off");
+    EXPECT_EQ(lineWith(false, {}), u"Running · cloud off");
+    EXPECT_EQ(lineWith(true, true), u"Running · connected to the cloud");
+    EXPECT_EQ(lineWith(true, false), u"Running · cloud not reachable yet");
+    EXPECT_EQ(lineWith(true, {}), u"Running · v2.3.4");
+    EXPECT_EQ(statusLine(ServiceState::checking()), u"Checking…");
+    EXPECT_EQ(statusLine(ServiceState::notRunning()), u"Not running");
+}
+
+TEST(NotRunningCard, StandsOnlyForAStoppedService) {
+    EXPECT_FALSE(notRunningCard(ServiceState::checking(), false).shown);
+    EXPECT_FALSE(notRunningCard(ServiceState::running(goodStatus()), true).shown);
+    const NotRunningView idle = notRunningCard(ServiceState::notRunning(), false);
+    const NotRunningView starting = notRunningCard(ServiceState::notRunning(), true);
+    EXPECT_TRUE(idle.shown && starting.shown);
+    EXPECT_EQ(idle.button, u"Start tunedeck");
+    EXPECT_EQ(starting.button, u"Starting…");
+}
+
+TEST(RecentCard, CutsToThreeJobsAndTellsWhenEachWas) {
+    ServiceStatus status = goodStatus();
+    EXPECT_FALSE(recentCard(ServiceState::running(status), moment()).shown);
+    status.recentJobs = {
+        job("1", "running", ago(400)),
+        job("2", "done", ago(9000), ago(305)),
+        job("3", "failed", ago(9000), QStringLiteral("2025-03-01 18:04:05")),
+        job("4", "done", ago(10)),
+    };
+    const RecentView card = recentCard(ServiceState::running(status), moment());
+    ASSERT_EQ(card.jobs.size(), 3);
+    EXPECT_EQ(card.jobs[0].trailing, u"Downloading");
+    EXPECT_TRUE(card.jobs[0].pulsing);
+    EXPECT_EQ(card.jobs[1].trailing, u"5 minutes ago");
+    EXPECT_EQ(card.jobs[2].trailing, QString()) << "a finish that can't be read is not replaced by the creation";
+    EXPECT_EQ(card.jobs[2].symbol, u"xmark.octagon.fill");
+
+    status.recentJobs = {job("5", "paused", ago(7500))};
+    const JobRowView other = recentCard(ServiceState::running(status), moment()).jobs.at(0);
+    EXPECT_EQ(other.symbol, u"clock.fill");
+    EXPECT_EQ(other.trailing, u"2 hours ago");
+    EXPECT_FALSE(recentCard(ServiceState::notRunning(), moment()).shown);
+}
+
+TEST(ToolsNotice, NamesEveryEntryThatIsNotReady) {
+    EXPECT_FALSE(toolsNotice({}).shown);
+    EXPECT_FALSE(toolsNotice(toolbox(true, true, false)).shown);
+
+    ToolboxReport broken = toolbox(false, false, false);
+    broken.error = QStringLiteral("No space left");
+    const ToolsNoticeView repair = toolsNotice(broken);
+    EXPECT_TRUE(repair.shown);
+    EXPECT_EQ(repair.text, u"Missing: spotdl, spotdl-env");
+    EXPECT_EQ(repair.badge, u"Needs repair");
+    EXPECT_EQ(repair.detail, u"No space left");
+}
+
+TEST(ToolsNotice, ShowsTheProgressOfAnInstallation) {
+    ToolboxReport report = toolbox(true, true, true);
+    report.step = QStringLiteral("Unpacking");
+    report.progress = 0.404;
+    const ToolsNoticeView card = toolsNotice(report);
+    EXPECT_TRUE(card.shown) << "an installation shows although everything is ready";
+    EXPECT_EQ(card.badge, u"Installing");
+    EXPECT_EQ(card.text, QString());
+    EXPECT_EQ(card.detail, u"Unpacking · 40 %");
+    report.progress = 7;
+    EXPECT_EQ(toolsNotice(report).progress, 1);
+    report.progress.reset();
+    EXPECT_LT(toolsNotice(report).progress, 0);
+}
+
+TEST(ActionBanner, ShowsTheErrorOrTheNote) {
+    EXPECT_FALSE(actionBanner({}, {}).shown);
+    EXPECT_EQ(actionBanner(QStringLiteral("Bad"), {}).tone, look::Tone::Warning);
+    const BannerView note = actionBanner({}, QStringLiteral("Done"));
+    EXPECT_EQ(note.tone, look::Tone::Good);
+    EXPECT_EQ(note.text, u"Done");
+}
+
+TEST(AboutCard, SaysWhatIsKnownOfUpdates) {
+    const auto about = [](UpdateState state) { return aboutCard(QStringLiteral("1.2.0"), state, moment()); };
+    Release release;
+    release.version = QStringLiteral("1.3.0");
+    release.notes = QStringLiteral("Faster.");
+    EXPECT_EQ(about({}).updateText, u"Tunedeck checks for updates once a day.");
+    EXPECT_EQ(about({UpdateState::UpToDate{moment().addSecs(-305)}}).updateText, u"Up to date · checked 5 minutes ago");
+    const AboutView available = about({UpdateState::Available{release}});
+    EXPECT_EQ(available.updateText, u"Tunedeck 1.3.0 is available.");
+    EXPECT_EQ(available.updateButton, u"Update to 1.3.0");
+    EXPECT_EQ(available.updateDetail, u"Faster.");
+    EXPECT_EQ(about({UpdateState::Failed{QStringLiteral("No.")}}).updateText, u"Couldn't check for updates: No.");
+    const AboutView installing = about({UpdateState::Installing{0.5}});
+    EXPECT_TRUE(installing.busy);
+    EXPECT_EQ(installing.progress, 0.5);
+    EXPECT_EQ(installing.updateButton, QString());
+}
+
+} // namespace tunedeck::test
