@@ -44,9 +44,8 @@ QCoro::Task<std::expected<int, QString>> Downloader::download(DownloadRequest re
     auto report = std::make_shared<Report>(std::move(progress));
     ProcessRequest process{
         .program = m_helper,
-        .arguments = {QStringLiteral("--file"), request.file, QStringLiteral("--limit"),
-                      QString::number(request.limit), QStringLiteral("--timeout"),
-                      QString::number(request.timeout.count()), QStringLiteral("--"),
+        .arguments = {QStringLiteral("--file"), request.file, QStringLiteral("--limit"), QString::number(request.limit),
+                      QStringLiteral("--timeout"), QString::number(request.timeout.count()), QStringLiteral("--"),
                       QString::fromLatin1(request.url.toEncoded())},
         .onOutput = [report](const QByteArray& part) { report->take(part); },
     };
@@ -60,8 +59,9 @@ QCoro::Task<std::expected<int, QString>> Downloader::download(DownloadRequest re
     co_return std::unexpected(report->error.isEmpty() ? QStringLiteral("The download broke off.") : report->error);
 }
 
-QCoro::Task<std::expected<Downloader::Document, QString>>
-Downloader::fetch(QUrl url, std::int64_t limit, std::chrono::seconds timeout, std::stop_token stop) const {
+QCoro::Task<std::expected<Downloader::Document, QString>> Downloader::fetch(QUrl url, std::int64_t limit,
+                                                                            std::chrono::seconds timeout,
+                                                                            std::stop_token stop) const {
     QTemporaryFile file;
     if (!file.open()) {
         co_return std::unexpected(file.errorString());
