@@ -120,7 +120,6 @@ bool LinuxStatusItem::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::Paint:
     case QEvent::Move:
     case QEvent::Resize:
-    case QEvent::Destroy:
         if (watched == m_dock && !(m_isAvailable && event->type() == QEvent::Paint)) {
             checkSoon();
         }

@@ -5,12 +5,20 @@
 #include <QFile>
 
 #include <algorithm>
+#include <utility>
 
 namespace tunedeck {
 
 using namespace std::chrono_literals;
 
-SessionBus::SessionBus(QObject* parent) : QObject(parent), m_connection(QDBusConnection::sessionBus()) {
+namespace {
+
+constexpr std::chrono::milliseconds firstRetry = 200ms;
+constexpr int mostDoublings = 8; // 51 s
+
+} // namespace
+
+SessionBus::SessionBus(QDBusConnection first, QObject* parent) : QObject(parent), m_connection(std::move(first)) {
     m_retry.setSingleShot(true);
     connect(&m_retry, &QTimer::timeout, this, &SessionBus::retry);
     if (m_connection.isConnected()) {
@@ -44,7 +52,7 @@ void SessionBus::follow() {
 
 void SessionBus::forget() {
     m_attempts = 0;
-    m_retry.start(1s);
+    m_retry.start(firstRetry);
     Q_EMIT lost();
 }
 
@@ -62,7 +70,7 @@ void SessionBus::retry() {
         follow();
         Q_EMIT reconnected();
     } else {
-        m_retry.start(std::min(60s, 1s * (1 << std::min(++m_attempts, 6))));
+        m_retry.start(firstRetry * (1 << std::min(++m_attempts, mostDoublings)));
     }
 }
 

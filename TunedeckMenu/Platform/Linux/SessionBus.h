@@ -15,7 +15,8 @@ namespace tunedeck {
 class SessionBus : public QObject {
     Q_OBJECT
 public:
-    explicit SessionBus(QObject* parent = nullptr);
+    /// `first`: the connection to begin with.
+    explicit SessionBus(QDBusConnection first = QDBusConnection::sessionBus(), QObject* parent = nullptr);
     ~SessionBus() override;
 
     /// The connection as it is now; calls on one that isn't connected fail at once.

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusContext>
+#include <QDBusMessage>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QVariantMap>
+
+#include <optional>
+#include <vector>
+
+namespace tunedeck::test {
+
+/// A small server of org.freedesktop.Notifications on a connection of its own.
+class NotificationServer : public QObject, protected QDBusContext {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
+public:
+    struct Call {
+        QString name;
+        uint replaces = 0;
+        QString title;
+        QString body;
+        QStringList actions;
+        QVariantMap hints;
+        uint id = 0; ///< what it got
+    };
+
+    explicit NotificationServer(QStringList capabilities, QObject* parent = nullptr);
+    ~NotificationServer() override;
+
+    /// Answers the question for the capabilities that was held back.
+    void answerCapabilities();
+
+    std::vector<Call> calls;
+    uint lastId = 0;
+    bool holdsBack = false; ///< answers no question for the capabilities until told
+    std::optional<QDBusMessage> heldBack;
+
+public Q_SLOTS:
+    QStringList GetCapabilities();
+    uint Notify(const QString& name, uint replaces, const QString& icon, const QString& title, const QString& body,
+                const QStringList& actions, const QVariantMap& hints, int expires);
+
+Q_SIGNALS:
+    void NotificationClosed(uint id, uint reason);
+    void ActionInvoked(uint id, const QString& action);
+    void ActivationToken(uint id, const QString& token);
+
+private:
+    QStringList m_capabilities;
+    QString m_connectionName;
+    QDBusConnection m_connection;
+};
+
+} // namespace tunedeck::test
