@@ -107,11 +107,7 @@ TEST(PropertyListTest, AnythingElseGivesNothing) {
 
 TEST(PropertyListTest, DepthIsBounded) {
     const auto nested = [](int depth) {
-        QByteArray value = "<true/>";
-        for (int level = 0; level < depth; ++level) {
-            value = "<array>" + value + "</array>";
-        }
-        return entry(value);
+        return entry(QByteArray("<array>").repeated(depth) + "<true/>" + QByteArray("</array>").repeated(depth));
     };
     EXPECT_TRUE(parsePropertyList(nested(60)));
     EXPECT_EQ(parsePropertyList(nested(64)), std::nullopt);

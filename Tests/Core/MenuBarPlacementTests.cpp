@@ -1,0 +1,91 @@
+#include "Tests/Helpers/TemporaryHome.h"
+#include "TunedeckCore/MenuBarPlacement.h"
+
+#include <gtest/gtest.h>
+
+namespace tunedeck {
+namespace {
+
+MenuBarIconVisibility removed() {
+    return MenuBarIconVisibility::hidden(QStringLiteral("The Tunedeck icon was removed from the menu bar."));
+}
+
+MenuBarIconVisibility behindNotch() {
+    return MenuBarIconVisibility::hidden(
+        QStringLiteral("Your menu bar is full, so macOS put the Tunedeck icon behind the notch."));
+}
+
+MenuBarIconVisibility offScreen() {
+    return MenuBarIconVisibility::hidden(QStringLiteral("Your menu bar is full, so macOS hid the Tunedeck icon."));
+}
+
+/// An item 24 wide on a screen of 1512 with the notch from 640 to 872, or without one.
+MenuBarPlacement at(double x, bool notch = true) {
+    MenuBarPlacement placement{.itemMinX = x, .itemWidth = 24, .screenWidth = 1512};
+    if (notch) {
+        placement.leftAreaWidth = 640;
+        placement.rightAreaWidth = 640;
+    }
+    return placement;
+}
+
+TEST(MenuBarPlacementTest, TheNotchHidesWhatOverlapsItAndNotWhatTouchesIt) {
+    EXPECT_EQ(at(616).visibility(), MenuBarIconVisibility::visible());
+    EXPECT_EQ(at(616.5).visibility(), behindNotch());
+    EXPECT_EQ(at(871.5).visibility(), behindNotch());
+    EXPECT_EQ(at(872).visibility(), MenuBarIconVisibility::visible());
+    EXPECT_EQ(at(700, false).visibility(), MenuBarIconVisibility::visible());
+    auto half = at(700);
+    half.rightAreaWidth.reset();
+    EXPECT_EQ(half.visibility(), MenuBarIconVisibility::visible());
+}
+
+TEST(MenuBarPlacementTest, OffTheScreenIsHiddenAndRemovalWinsOverAll) {
+    EXPECT_EQ(at(-0.5).visibility(), offScreen());
+    EXPECT_EQ(at(1512).visibility(), offScreen());
+    auto placement = at(1511.5);
+    placement.occluded = true;
+    EXPECT_EQ(placement.visibility(), MenuBarIconVisibility::visible());
+    for (const double x : {-1.0, 700.0, 1000.0}) {
+        placement = at(x);
+        placement.userHidden = true;
+        EXPECT_EQ(placement.visibility(), removed());
+    }
+    EXPECT_EQ(MenuBarIconVisibility().description(), QStringLiteral("unknown"));
+}
+
+TEST(MenuBarPlacementTest, IsRecordedAsSortedJson) {
+    const test::TemporaryHome home;
+    const auto path = home.path(QStringLiteral("menu-bar.json"));
+    const QDateTime now(QDate(2025, 3, 1), QTime(19, 4, 5, 700), Qt::OffsetFromUTC, 3600);
+    auto placement = at(700.25);
+    placement.rightAreaWidth = 639.5;
+    ASSERT_TRUE(placement.write(path, now));
+    EXPECT_EQ(home.read(QStringLiteral("menu-bar.json")), R"({
+    "checked_at": "2025-03-01T18:04:05Z",
+    "item_width": 24,
+    "item_x": 700.25,
+    "notch": [
+        640,
+        872.5
+    ],
+    "occluded": false,
+    "screen_width": 1512,
+    "status": "hidden: Your menu bar is full, so macOS put the Tunedeck icon behind the notch.",
+    "visible": false
+}
+)");
+    placement.rightAreaWidth.reset();
+    placement.occluded = true;
+    ASSERT_TRUE(placement.write(path, now));
+    const auto visible = home.read(QStringLiteral("menu-bar.json"));
+    EXPECT_TRUE(visible.contains("640,\n        1512\n")) << visible.toStdString();
+    EXPECT_TRUE(visible.contains("\"occluded\": true") && visible.contains("\"status\": \"visible\"") &&
+                visible.contains("\"visible\": true"));
+    ASSERT_TRUE(at(5, false).write(path, now));
+    EXPECT_TRUE(home.read(QStringLiteral("menu-bar.json")).contains("\"notch\": [\n    ],"));
+    EXPECT_FALSE(placement.write(home.path(QStringLiteral("missing/menu-bar.json")), now));
+}
+
+} // namespace
+} // namespace tunedeck
