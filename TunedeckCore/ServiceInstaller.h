@@ -8,6 +8,7 @@
 #include <QStringList>
 
 #include <cstdint>
+#include <expected>
 #include <functional>
 #include <optional>
 #include <stop_token>
@@ -35,12 +36,13 @@ public:
 
     static constexpr const char* label = "com.brightfold.tunedeck";
 
-    /// `home`: the user's home folder; `bundledService`: the program in the bundle; `uid`: names the launchd domain.
+    /// `home`: the user's home folder; `bundledService`: the program in the bundle; `uid`: names the launchd domain;
+    /// `clock`: of the waits between tries, lives longer than what runs.
     ServiceInstaller(QString home, std::optional<QString> bundledService, std::uint32_t uid, Launchctl launchctl,
                      Clock& clock);
 
     /// Copies the program, writes the property list and loads, reloads or restarts the agent, doing as little as the
-    /// present state allows.
+    /// present state allows. Every error becomes a failed outcome; so does a stop, whose outcome nobody should show.
     [[nodiscard]] QCoro::Task<Outcome> ensureInstalled(std::stop_token stop) const;
 
     /// The agent's property list.
@@ -54,6 +56,19 @@ public:
     static QString domainTarget(std::uint32_t uid);
     /// "gui/", the user's id, "/" and the label.
     static QString serviceTarget(std::uint32_t uid);
+
+private:
+    static QCoro::Task<Outcome> run(ServiceInstaller installer, std::stop_token stop);
+    static QCoro::Task<Outcome> load(ServiceInstaller installer, Outcome done, std::stop_token stop);
+    [[nodiscard]] std::expected<bool, QString> updateProgram() const;
+    [[nodiscard]] std::expected<bool, QString> updatePlist() const;
+    [[nodiscard]] QString below(const QString& relative) const;
+
+    QString m_home; ///< without the trailing "/" that it may have been given with
+    std::optional<QString> m_bundledService;
+    std::uint32_t m_uid;
+    Launchctl m_launchctl;
+    Clock* m_clock;
 };
 
 } // namespace tunedeck

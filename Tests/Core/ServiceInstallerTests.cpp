@@ -1,0 +1,283 @@
+#include "Tests/Helpers/ManualClock.h"
+#include "Tests/Helpers/RunTask.h"
+#include "Tests/Helpers/SmallDisk.h"
+#include "Tests/Helpers/TemporaryHome.h"
+#include "TunedeckCore/ServiceInstaller.h"
+#include "TunedeckCore/Support/AtomicFile.h"
+#include "TunedeckCore/Support/TaskScope.h"
+#include "TunedeckCore/Support/Wait.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <map>
+
+namespace tunedeck {
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using Outcome = ServiceInstaller::Outcome;
+using Kind = Outcome::Kind;
+
+/// A service manager that notes what it is asked and answers as it was told; an operation that hangs ends by its stop.
+struct Manager {
+    QStringList asked;
+    std::map<QString, int> answers;
+    QString hanging;
+
+    static QCoro::Task<std::int32_t> run(std::shared_ptr<Manager> self, QStringList arguments, std::stop_token stop) {
+        self->asked << arguments.join(u' ');
+        if (arguments.front() == self->hanging) {
+            Wait wait(stop);
+            co_await wait.next();
+        }
+        co_return self->answers[arguments.front()];
+    }
+};
+
+class ServiceInstallerTest : public testing::Test {
+protected:
+    void SetUp() override {
+        writeProgram("program 1");
+        m_manager->answers[u"print"_s] = 113;
+    }
+
+    /// The program of the bundle.
+    void writeProgram(const QByteArray& bytes) {
+        m_home.write(u"bundle/tunedeck"_s, bytes);
+        ::chmod(QFile::encodeName(m_bundled).constData(), 0755);
+    }
+
+    ServiceInstaller installer(const QString& home) {
+        return {home, m_bundled, 501,
+                [manager = m_manager](QStringList arguments, std::stop_token stop) {
+                    return Manager::run(manager, std::move(arguments), std::move(stop));
+                },
+                m_clock};
+    }
+
+    /// What one run does: its outcome as text, and the operations asked for.
+    std::string run(const QString& home) {
+        m_manager->asked.clear();
+        const auto ending = test::endingOf(installer(home).ensureInstalled({}));
+        while (!ending->isThere() && m_clock.sleeping() > 0) {
+            m_clock.advance(1ms);
+        }
+        return ending->value ? ending->value->description().toStdString() : "unfinished";
+    }
+    std::string run() { return run(m_home.path(u"u"_s)); }
+
+    /// Installs, and lets the manager say that it runs.
+    void installAndLoad() {
+        ASSERT_EQ(run(), "installed(serviceChanged: true, plistChanged: true)");
+        m_manager->answers[u"print"_s] = 0;
+    }
+
+    [[nodiscard]] QString plistPath() const {
+        return m_home.path(u"u/Library/LaunchAgents/com.brightfold.tunedeck.plist"_s);
+    }
+    [[nodiscard]] QString bootstrap() const { return u"bootstrap gui/501 "_s + plistPath(); }
+
+    const QString print = u"print gui/501/com.brightfold.tunedeck"_s;
+    const QString bootout = u"bootout gui/501/com.brightfold.tunedeck"_s;
+    const QString restart = u"kickstart -k gui/501/com.brightfold.tunedeck"_s;
+    test::TemporaryHome m_home;
+    const QString m_bundled = m_home.path(u"bundle/tunedeck"_s);
+    test::ManualClock m_clock;
+    std::shared_ptr<Manager> m_manager = std::make_shared<Manager>();
+};
+
+TEST_F(ServiceInstallerTest, AFreshAccountGetsProgramPropertyListAndService) {
+    EXPECT_EQ(run(), "installed(serviceChanged: true, plistChanged: true)");
+    EXPECT_EQ(m_manager->asked, QStringList({print, bootstrap()}));
+    EXPECT_EQ(m_home.read(u"u/.tunedeck/bin/tunedeck"_s), "program 1");
+    struct stat facts{};
+    ::stat(QFile::encodeName(m_home.path(u"u/.tunedeck/bin/tunedeck"_s)).constData(), &facts);
+    EXPECT_EQ(facts.st_mode & 07777, 0755);
+    EXPECT_EQ(QDir(m_home.path(u"u/.tunedeck/bin"_s)).entryList(QDir::Files), QStringList(u"tunedeck"_s));
+    EXPECT_EQ(parsePropertyList(m_home.read(u"u/Library/LaunchAgents/com.brightfold.tunedeck.plist"_s)),
+              installer(m_home.path(u"u"_s)).plist());
+}
+
+TEST_F(ServiceInstallerTest, ThePropertyListNamesThePathsOfTheHome) {
+    const auto plist = installer(u"/home/a b/"_s).plist();
+    EXPECT_EQ(plist, installer(u"/home/a b"_s).plist());
+    EXPECT_EQ(xmlPropertyList(plist).mid(xmlPropertyList({}).indexOf("<dict")).simplified().toStdString(),
+              "<dict> <key>EnvironmentVariables</key> <dict> <key>PATH</key> <string>/home/a b/.local/bin:"
+              "/opt/homebrew/bin:/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin</string> <key>RUST_LOG</key> "
+              "<string>tunedeck=info</string> </dict> <key>KeepAlive</key> <true/> <key>Label</key> "
+              "<string>com.brightfold.tunedeck</string> <key>ProgramArguments</key> <array> "
+              "<string>/home/a b/.tunedeck/bin/tunedeck</string> </array> <key>RunAtLoad</key> <true/> "
+              "<key>StandardErrorPath</key> <string>/home/a b/Library/Logs/tunedeck.log</string> "
+              "<key>StandardOutPath</key> <string>/home/a b/Library/Logs/tunedeck.out.log</string> "
+              "<key>ThrottleInterval</key> <integer>30</integer> <key>WorkingDirectory</key> "
+              "<string>/home/a b/.tunedeck</string> </dict> </plist>");
+}
+
+TEST_F(ServiceInstallerTest, WhatIsCurrentAndLoadedIsLeftAlone) {
+    installAndLoad();
+    const auto before = QFileInfo(plistPath()).lastModified();
+    EXPECT_EQ(run(), "upToDate");
+    EXPECT_EQ(m_manager->asked, QStringList(print));
+    // Another order of the keys and other blanks are no change.
+    auto xml = m_home.read(u"u/Library/LaunchAgents/com.brightfold.tunedeck.plist"_s);
+    xml.replace("\t<key>KeepAlive</key>\n\t<true/>\n", "")
+        .replace("</dict>\n</plist>", "<key>KeepAlive</key> <true/></dict></plist>");
+    m_home.write(u"u/Library/LaunchAgents/com.brightfold.tunedeck.plist"_s, xml);
+    EXPECT_EQ(run(), "upToDate");
+    EXPECT_EQ(m_home.read(u"u/Library/LaunchAgents/com.brightfold.tunedeck.plist"_s), xml);
+    EXPECT_LE(before, QFileInfo(plistPath()).lastModified());
+}
+
+TEST_F(ServiceInstallerTest, EachChangeDoesAsLittleAsItNeeds) {
+    installAndLoad();
+    m_manager->answers[u"kickstart"_s] = 3;
+    m_manager->answers[u"bootout"_s] = 3;
+    writeProgram("program 2");
+    EXPECT_EQ(run(), "installed(serviceChanged: true, plistChanged: false)");
+    EXPECT_EQ(m_manager->asked, QStringList({print, restart}));
+    EXPECT_EQ(m_home.read(u"u/.tunedeck/bin/tunedeck"_s), "program 2");
+
+    m_home.write(u"u/Library/LaunchAgents/com.brightfold.tunedeck.plist"_s,
+                 xmlPropertyList(installer(u"/home/other"_s).plist()));
+    EXPECT_EQ(run(), "installed(serviceChanged: false, plistChanged: true)");
+    EXPECT_EQ(m_manager->asked, QStringList({print, bootout, bootstrap()}));
+
+    m_manager->answers[u"print"_s] = -1;
+    EXPECT_EQ(run(), "upToDate");
+    EXPECT_EQ(m_manager->asked, QStringList({print, bootstrap()}));
+
+    writeProgram("program 3");
+    EXPECT_EQ(run(), "installed(serviceChanged: true, plistChanged: false)");
+    EXPECT_EQ(m_manager->asked, QStringList({print, bootstrap()}));
+    QFile::remove(plistPath());
+    EXPECT_EQ(run(), "installed(serviceChanged: false, plistChanged: true)");
+    EXPECT_EQ(m_manager->asked, QStringList({print, bootstrap()}));
+}
+
+TEST_F(ServiceInstallerTest, LoadingIsTriedTenTimesHalfASecondApart) {
+    m_manager->answers[u"bootstrap"_s] = 5;
+    EXPECT_EQ(run(), "failed(\"launchctl bootstrap exited 5\")");
+    EXPECT_EQ(m_manager->asked.count(bootstrap()), 10);
+    EXPECT_EQ(m_clock.sleeps(), std::vector<std::chrono::milliseconds>(9, 500ms));
+
+    const auto ending = test::endingOf(installer(m_home.path(u"u"_s)).ensureInstalled({}));
+    m_clock.advance(1400ms);
+    m_manager->answers[u"bootstrap"_s] = 0;
+    EXPECT_FALSE(ending->isThere());
+    m_clock.advance(100ms);
+    ASSERT_TRUE(ending->value);
+    EXPECT_EQ(*ending->value, Outcome());
+}
+
+TEST_F(ServiceInstallerTest, WithoutAUsableProgramInTheBundleNothingIsTouched) {
+    ::chmod(QFile::encodeName(m_bundled).constData(), 0644);
+    EXPECT_EQ(run(), "notBundled");
+    QFile::remove(m_bundled);
+    EXPECT_EQ(run(), "notBundled");
+    QDir().mkpath(m_bundled);
+    EXPECT_EQ(run(), "notBundled");
+    const ServiceInstaller none(m_home.path(u"u"_s), std::nullopt, 501, {}, m_clock);
+    EXPECT_EQ(test::runToEnd(none.ensureInstalled({})).kind, Kind::notBundled);
+    EXPECT_TRUE(m_manager->asked.isEmpty());
+    EXPECT_FALSE(QFileInfo::exists(m_home.path(u"u"_s)));
+}
+
+TEST_F(ServiceInstallerTest, ProgramsAreComparedByteForByte) {
+    QByteArray big(1'000'000, 'a');
+    writeProgram(big);
+    installAndLoad();
+    EXPECT_EQ(run(), "upToDate");
+    for (const auto at : {qsizetype{0}, qsizetype{262'144}, big.size() - 1}) {
+        big[at] = 'b';
+        writeProgram(big);
+        EXPECT_EQ(run(), "installed(serviceChanged: true, plistChanged: false)") << at;
+        EXPECT_EQ(m_home.read(u"u/.tunedeck/bin/tunedeck"_s), big);
+    }
+    writeProgram("");
+    EXPECT_EQ(run(), "installed(serviceChanged: true, plistChanged: false)");
+    EXPECT_EQ(run(), "upToDate");
+}
+
+TEST_F(ServiceInstallerTest, BrokenPropertyListsAreReplaced) {
+    installAndLoad();
+    const auto good = m_home.read(u"u/Library/LaunchAgents/com.brightfold.tunedeck.plist"_s);
+    for (const auto& bytes : {QByteArray(), QByteArray("bplist00\xd1\x01\x02QaQb\x08\x0b\x0d"), good.left(400),
+                              QByteArray("<plist><dict><key>Label</key><string>else</string></dict></plist>")}) {
+        m_home.write(u"u/Library/LaunchAgents/com.brightfold.tunedeck.plist"_s, bytes);
+        EXPECT_EQ(run(), "installed(serviceChanged: false, plistChanged: true)");
+        EXPECT_EQ(m_home.read(u"u/Library/LaunchAgents/com.brightfold.tunedeck.plist"_s), good);
+    }
+}
+
+TEST_F(ServiceInstallerTest, WhatIsInTheWayIsNamedAndNothingOfTheUsersIsLost) {
+    const auto other = m_home.write(u"u/.tunedeck/bin/tunedeck/keep"_s, "mine");
+    EXPECT_EQ(run(), "failed(\"" + m_home.path(u"u/.tunedeck/bin/tunedeck"_s).toStdString() + ": Is a directory\")");
+    EXPECT_EQ(readFile(other), QByteArray("mine"));
+    EXPECT_EQ(QDir(m_home.path(u"u/.tunedeck/bin"_s)).entryList(QDir::NoDotAndDotDot | QDir::AllEntries),
+              QStringList(u"tunedeck"_s));
+    QFile::remove(other); // an empty folder gives way, and so does what an interrupted run left
+    m_home.write(u"u/.tunedeck/bin/tunedeck.new"_s, "half a prog");
+    EXPECT_EQ(run(), "installed(serviceChanged: true, plistChanged: true)");
+    EXPECT_EQ(QDir(m_home.path(u"u/.tunedeck/bin"_s)).entryList(QDir::Files), QStringList(u"tunedeck"_s));
+
+    QFile::remove(plistPath());
+    QDir().mkpath(plistPath());
+    EXPECT_EQ(run(), "failed(\"" + plistPath().toStdString() + ": Is a directory\")");
+    m_home.write(u"file"_s, "mine");
+    EXPECT_TRUE(run(m_home.path(u"file"_s)).ends_with("Not a directory\")"));
+    EXPECT_EQ(m_home.read(u"file"_s), "mine");
+    EXPECT_TRUE(m_manager->asked.isEmpty());
+}
+
+TEST_F(ServiceInstallerTest, AFullOrReadOnlyDiskKeepsTheInstalledProgram) {
+    const test::SmallDisk disk(512);
+    if (!disk.isThere()) {
+        GTEST_SKIP() << disk.reason();
+    }
+    const auto home = disk.path(u"u"_s);
+    EXPECT_EQ(run(home), "installed(serviceChanged: true, plistChanged: true)");
+    const auto program = home + u"/.tunedeck/bin/tunedeck"_s;
+    writeProgram(QByteArray(300'000, 'x'));
+    disk.fill();
+    EXPECT_EQ(run(home), "failed(\"" + program.toStdString() + ".new: No space left on device\")");
+    EXPECT_FALSE(QFileInfo::exists(program + u".new"_s));
+    EXPECT_EQ(readFile(program), QByteArray("program 1"));
+    disk.makeRoom();
+    disk.setReadOnly(true);
+    EXPECT_EQ(run(home), "failed(\"" + program.toStdString() + ".new: Read-only file system\")");
+    EXPECT_TRUE(m_manager->asked.isEmpty());
+    disk.setReadOnly(false);
+    EXPECT_EQ(run(home), "installed(serviceChanged: true, plistChanged: false)");
+}
+
+TEST_F(ServiceInstallerTest, AStopEndsItAtEveryStep) {
+    for (const auto& step : {u"print"_s, u"bootout"_s, u"bootstrap"_s, u"sleep"_s}) {
+        m_manager->asked.clear();
+        m_manager->answers = {{u"bootstrap"_s, 5}};
+        m_manager->hanging = step;
+        m_home.write(u"u/Library/LaunchAgents/com.brightfold.tunedeck.plist"_s, "old");
+        TaskScope scope;
+        auto gone = std::make_unique<ServiceInstaller>(installer(m_home.path(u"u"_s)));
+        const auto ending = test::endingOf(gone->ensureInstalled(scope.token()));
+        gone.reset();
+        EXPECT_FALSE(ending->isThere()) << step.toStdString();
+        const auto asked = m_manager->asked.size();
+        scope.stop();
+        ASSERT_TRUE(ending->value) << step.toStdString();
+        EXPECT_EQ(ending->value->kind, Kind::failed);
+        EXPECT_EQ(m_manager->asked.size(), asked);
+    }
+}
+
+TEST_F(ServiceInstallerTest, DescriptionsQuoteTheirText) {
+    EXPECT_EQ((Outcome{.kind = Kind::failed, .message = u"a \"b\" \\ c"_s}.description()),
+              u"failed(\"a \\\"b\\\" \\\\ c\")"_s);
+}
+
+} // namespace
+} // namespace tunedeck
