@@ -1,0 +1,32 @@
+#pragma once
+
+#include "TunedeckMenu/Platform/Desktop.h"
+#include "TunedeckMenu/Platform/LoginItem.h"
+#include "TunedeckMenu/Platform/NotificationCenter.h"
+#include "TunedeckMenu/Platform/Relauncher.h"
+#include "TunedeckMenu/Platform/StatusItem.h"
+#include "TunedeckMenu/Platform/SystemFacts.h"
+#include "TunedeckMenu/Platform/Workspace.h"
+
+#include <memory>
+
+namespace tunedeck {
+
+/// The desktop as this system has it. Needs the application object; making it waits for nothing.
+class Platform {
+public:
+    virtual ~Platform() = default;
+    virtual StatusItem& statusItem() = 0;
+    virtual NotificationCenter& notifications() = 0;
+    virtual Workspace& workspace() = 0;
+    virtual LoginItem& loginItem() = 0;
+    virtual Pasteboard& pasteboard() = 0;
+    virtual FolderPicker& folderPicker() = 0;
+    virtual AppearanceSource& appearance() = 0;
+    virtual Relauncher& relauncher() = 0;
+};
+
+/// The platform of the system that this was built for.
+std::unique_ptr<Platform> createPlatform(const SystemFacts& facts);
+
+} // namespace tunedeck
