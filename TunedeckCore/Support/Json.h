@@ -112,7 +112,9 @@ template<class Record, std::size_t Index>
 void* place(void* record) {
     auto& value = static_cast<Record*>(record)->*std::get<Index>(Members<Record>::list).pointer;
     if constexpr (Unwrapped<std::remove_reference_t<decltype(value)>>::optional) {
-        return &value.emplace();
+        // clang takes a record nested in another for one without a default constructor when an optional of it is a
+        // member.
+        return &value.emplace(typename Unwrapped<std::remove_reference_t<decltype(value)>>::Value{});
     } else {
         return &value;
     }

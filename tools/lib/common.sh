@@ -76,18 +76,17 @@ install_packages() { # install_packages GROUP…: says and installs what is miss
 # The compiler cache finds the same file again from another folder with a copy of the project.
 export CCACHE_BASEDIR=$project CCACHE_NOHASHDIR=1 CCACHE_SLOPPINESS=time_macros
 
-configure() { # configure PRESET [CMAKE-ARGUMENT…]: quiet when nothing changed
-    local preset=$1 log
-    shift
-    mkdir -p "$project/build" || stop "the folder build can't be made in $project"
-    log=$project/build/configure-$preset.log
-    if [ -f "$project/build/$preset/build.ninja" ] && [ $# -eq 0 ]; then
+configure() { # configure PRESET: quiet when nothing changed
+    local preset=$1 folder=$project/build/$1 log=$project/build/configure-$1.log
+    mkdir -p "$folder" || stop "the folder $folder can't be made"
+    if [ -f "$folder/build.ninja" ] && cmp -s "$project/CMakePresets.json" "$folder/configured-with.json"; then
         # Configures anew when a CMake file changed or a source came or went.
-        ninja -C "$project/build/$preset" --quiet build.ninja >"$log" 2>&1 </dev/null && return 0
+        ninja -C "$folder" --quiet build.ninja >"$log" 2>&1 </dev/null && return 0
     fi
     say "configuring $preset"
-    (cd "$project" && cmake --preset "$preset" "$@") >"$log" 2>&1 </dev/null ||
+    (cd "$project" && cmake --preset "$preset") >"$log" 2>&1 </dev/null ||
         { cat "$log" >&2; stop "CMake could not configure the preset $preset (see above)"; }
+    cp "$project/CMakePresets.json" "$folder/configured-with.json"
 }
 
 has_target() { # has_target PRESET TARGET
