@@ -199,7 +199,8 @@ QCoro::Task<Outcome> ServiceInstaller::load(ServiceInstaller installer, Outcome 
         if (attempt == loadTries) {
             co_return failed(u"launchctl bootstrap exited "_s + QString::number(status));
         }
-        if (!co_await installer.m_clock->sleep(loadPause, stop)) {
+        const bool slept = co_await installer.m_clock->sleep(loadPause, stop);
+        if (!slept) {
             co_return stopped();
         }
     }

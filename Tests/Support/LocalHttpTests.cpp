@@ -87,7 +87,7 @@ std::vector<Misbehaviour> misbehaviours() {
                }),
          told(TimedOut), true},
         {"DripsInterimAnswers", drip("HTTP/1.1 100 Continue\r\n\r\n", 1ms), told(TimedOut), true},
-        {"SendsGarbage", raw(QByteArray("\x16\x03\x01\0\xff what?\r\n\r\n", 17)), told(Malformed)},
+        {"SendsGarbage", raw(QByteArray("\x16\x03\x01\0\xff what?\r\n\r\n", 15)), told(Malformed)},
         {"SendsAnotherProtocol", raw("SSH-2.0-OpenSSH_9.2\r\n"), told(Malformed)},
         {"SendsAStatusOfLetters", raw("HTTP/1.1 abc OK\r\n\r\n"), told(Malformed)},
         {"SendsAStatusOfZero", raw("HTTP/1.1 000 No\r\nContent-Length: 0\r\n\r\n"), told(Malformed)},
