@@ -16,7 +16,8 @@ QByteArray document() {
     for (int i = 0; i < 5000; ++i) {
         const QByteArray number = QByteArray::number(i);
         text += (i == 0 ? QByteArray() : QByteArray(",")) + R"({"job_id":"job-)" + number +
-                R"(","state":"done","playlist":"Friday Night )" + number + R"(","message":"12 tracks added — fertig",)" +
+                R"(","state":"done","playlist":"Friday Night )" + number +
+                R"(","message":"12 tracks added — fertig",)" +
                 R"("created_at":"2025-03-01T18:04:05Z","finished_at":"2025-03-01T18:06:07Z","links":1,"tracks":)" +
                 number + R"(,"errors":0,"xml_version":"7"})";
     }

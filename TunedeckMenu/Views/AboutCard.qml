@@ -1,0 +1,75 @@
+import QtQuick
+import Tunedeck.Views
+
+/// Version, updates and diagnostics.
+Card {
+    id: card
+
+    readonly property aboutView view: Panel.about
+
+    symbol: view.symbol
+    title: view.title
+
+    accessory: Label {
+        caption: true
+        color: Theme.secondary
+        text: card.view.version
+        wrapMode: Text.NoWrap
+    }
+
+    Column {
+        spacing: 3
+        width: parent.width
+
+        Label {
+            text: card.view.updateText
+            width: parent.width
+        }
+
+        Label {
+            caption: true
+            color: Theme.secondary
+            elide: Text.ElideRight
+            maximumLineCount: 6
+            text: card.view.updateDetail
+            width: parent.width
+            wrapMode: Text.Wrap
+        }
+    }
+
+    ProgressBar {
+        value: card.view.progress
+        visible: value >= 0
+        width: parent.width
+    }
+
+    Flow {
+        spacing: 8
+        width: parent.width
+
+        PushButton {
+            enabled: !card.view.busy
+            label: card.view.updateButton
+            prominent: true
+            visible: label !== ""
+
+            onClicked: Actions.installUpdate()
+        }
+
+        PushButton {
+            busy: card.view.busy
+            enabled: !card.view.busy
+            label: card.view.checkButton
+            visible: label !== ""
+
+            onClicked: Actions.checkForUpdates()
+        }
+
+        PushButton {
+            hint: card.view.diagnosticsHelp
+            label: card.view.diagnosticsButton
+
+            onClicked: Actions.copyDiagnostics()
+        }
+    }
+}

@@ -1,0 +1,23 @@
+import QtQuick
+import Tunedeck.Views
+
+/// The backups, newest first as the service lists them.
+Column {
+    spacing: 8
+    topPadding: 4
+
+    Repeater {
+        model: Panel.backups
+
+        BackupRow {
+            width: parent.width
+        }
+    }
+
+    Label {
+        caption: true
+        color: Theme.secondary
+        text: Panel.rekordbox.backupsNote
+        width: parent.width
+    }
+}

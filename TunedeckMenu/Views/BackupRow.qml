@@ -1,0 +1,83 @@
+import QtQuick
+import Tunedeck.Views
+
+/// One backup and its way back.
+Item {
+    id: row
+
+    required property string version
+    required property string date
+    required property string badge
+    required property string reason
+    required property string button
+    required property string help
+    required property bool canRestore
+
+    implicitHeight: words.implicitHeight
+
+    Column {
+        id: words
+
+        anchors.left: parent.left
+        anchors.right: restore.left
+        anchors.rightMargin: 10
+        spacing: 2
+
+        Item {
+            implicitHeight: version.implicitHeight
+            width: parent.width
+
+            Label {
+                id: version
+
+                elide: Text.ElideMiddle
+                font.pixelSize: Theme.captionSize
+                font.weight: Font.Medium
+                mono: true
+                text: row.version
+                width: Math.min(implicitWidth, parent.width - (latest.visible ? latest.width + 6 : 0))
+            }
+
+            Label {
+                anchors.baseline: version.baseline
+                anchors.left: version.right
+                anchors.leftMargin: 7
+                anchors.right: latest.visible ? latest.left : parent.right
+                anchors.rightMargin: latest.visible ? 6 : 0
+                caption: true
+                color: Theme.secondary
+                elide: Text.ElideRight
+                text: row.date
+            }
+
+            Badge {
+                id: latest
+
+                anchors.right: parent.right
+                anchors.verticalCenter: version.verticalCenter
+                text: row.badge
+                tone: Look.Good
+            }
+        }
+
+        Label {
+            caption: true
+            color: Theme.secondary
+            elide: Text.ElideRight
+            text: row.reason
+            width: parent.width
+        }
+    }
+
+    PushButton {
+        id: restore
+
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        enabled: row.canRestore
+        hint: row.help
+        label: row.button
+
+        onClicked: Actions.restoreBackup(row.version)
+    }
+}

@@ -1,0 +1,50 @@
+import QtQuick
+import Tunedeck.Views
+
+/// A word or two on a tinted pill; what changes cross-fades.
+HintArea {
+    id: badge
+
+    property string text
+    property int tone: Look.Secondary
+    property bool monospaced: false
+
+    implicitHeight: label.implicitHeight + 4
+    implicitWidth: label.implicitWidth + 12
+    visible: text !== ""
+
+    onTextChanged: if (visible && !Theme.still)
+        fade.restart()
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+    Accessible.description: hint
+
+    NumberAnimation {
+        id: fade
+
+        duration: Theme.appear
+        from: 0
+        property: "opacity"
+        target: label
+        to: 1
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.tint(label.color, Theme.dark ? 0.16 : 0.11)
+        radius: 5
+    }
+
+    Text {
+        id: label
+
+        anchors.centerIn: parent
+        color: Theme.ink(badge.tone)
+        font.family: badge.monospaced ? Theme.monoFamily : Theme.family
+        font.pixelSize: Theme.caption2Size
+        font.weight: Font.DemiBold
+        text: badge.text
+        textFormat: Text.PlainText
+    }
+}

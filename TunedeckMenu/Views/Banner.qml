@@ -1,0 +1,56 @@
+import QtQuick
+import Tunedeck.Views
+
+/// A line that needs attention or tells of success, with its detail below it.
+Rectangle {
+    id: banner
+
+    property string text
+    property string detail
+    property int tone: Look.Warning
+
+    color: Theme.tint(Theme.mark(tone), Theme.dark ? 0.16 : 0.12)
+    implicitHeight: words.implicitHeight + 16
+    radius: 7
+
+    Symbol {
+        id: mark
+
+        color: Theme.ink(banner.tone)
+        name: banner.tone === Look.Good ? "checkmark.circle.fill" : "exclamationmark.triangle.fill"
+        size: Math.round(14 * Theme.scale)
+        x: 9
+        y: 8 + Math.round((firstLine.height - height) / 2)
+    }
+
+    FontMetrics {
+        id: firstLine
+
+        font.family: Theme.family
+        font.pixelSize: Theme.captionSize
+    }
+
+    Column {
+        id: words
+
+        anchors.left: mark.right
+        anchors.leftMargin: 8
+        anchors.right: parent.right
+        anchors.rightMargin: 10
+        spacing: 2
+        y: 8
+
+        Label {
+            caption: true
+            text: banner.text
+            width: parent.width
+        }
+
+        Label {
+            caption: true
+            color: Theme.secondary
+            text: banner.detail
+            width: parent.width
+        }
+    }
+}

@@ -1,0 +1,115 @@
+import QtQuick
+import Tunedeck.Views
+
+/// A question; Return takes the first button, Escape and closing the window take the second.
+Window {
+    id: window
+
+    required property string message
+    required property string informativeText
+    required property string confirmLabel
+    required property string cancelLabel
+    required property bool warning
+    readonly property real wantedHeight: column.implicitHeight + 40
+    readonly property real wantedWidth: Math.round(320 + (Theme.scale - 1) * 160)
+    property bool done: false
+
+    signal answered(bool confirmed)
+
+    function answer(confirmed: bool): void {
+        if (done)
+            return;
+        done = true;
+        answered(confirmed);
+    }
+
+    color: Theme.window
+    flags: Qt.Dialog | Qt.CustomizeWindowHint | Qt.WindowTitleHint | Qt.WindowCloseButtonHint
+    modality: Qt.ApplicationModal
+    title: "Tunedeck"
+
+    onClosing: answer(false)
+
+    Item {
+        anchors.fill: parent
+        focus: true
+
+        Accessible.role: Accessible.AlertMessage
+        Accessible.name: window.message
+
+        Keys.onEnterPressed: window.answer(true)
+        Keys.onEscapePressed: window.answer(false)
+        Keys.onReturnPressed: window.answer(true)
+
+        Column {
+            id: column
+
+            spacing: 10
+            width: window.wantedWidth - 40
+            x: 20
+            y: 20
+
+            Item {
+                height: 46
+                width: parent.width
+
+                AppGlyph {
+                    id: glyph
+
+                    anchors.centerIn: parent
+                    scale: 46 / 34
+                }
+
+                Symbol {
+                    anchors.bottom: parent.bottom
+                    anchors.left: glyph.right
+                    anchors.leftMargin: -8
+                    color: Theme.warningMark
+                    name: "exclamationmark.triangle.fill"
+                    size: 20
+                    visible: window.warning
+                }
+            }
+
+            Label {
+                font.weight: Font.DemiBold
+                heading: true
+                horizontalAlignment: Text.AlignHCenter
+                text: window.message
+                width: parent.width
+            }
+
+            Label {
+                caption: true
+                color: Theme.secondary
+                horizontalAlignment: Text.AlignHCenter
+                text: window.informativeText
+                width: parent.width
+            }
+
+            Item {
+                height: 2
+                width: 1
+            }
+
+            PushButton {
+                activeFocusOnTab: true
+                label: window.confirmLabel
+                large: true
+                prominent: true
+                width: parent.width
+
+                onClicked: window.answer(true)
+            }
+
+            PushButton {
+                label: window.cancelLabel
+                large: true
+                visible: label !== ""
+                width: parent.width
+
+                onClicked: window.answer(false)
+            }
+        }
+    }
+}

@@ -1,0 +1,45 @@
+import QtQuick
+import Tunedeck.Views
+
+/// The one button of the panel: press effect, focus ring and accessibility; its looks are the `content`.
+Pressable {
+    id: control
+
+    property string label
+    property int role: Accessible.Button
+    property real pressedScale: 0.97
+    property real ringRadius: Theme.controlRadius + 2
+    default property alias content: body.data
+
+    opacity: enabled ? 1 : 0.5
+
+    Accessible.role: role
+    Accessible.name: label
+    Accessible.description: hint
+
+    Item {
+        id: body
+
+        anchors.fill: parent
+        opacity: control.pressed ? 0.8 : 1
+        scale: control.pressed && !Theme.still ? control.pressedScale : 1
+
+        Behavior on opacity  {
+            NumberAnimation {
+                duration: Theme.quick
+                easing.type: Easing.OutQuad
+            }
+        }
+        Behavior on scale  {
+            NumberAnimation {
+                duration: Theme.quick
+                easing.type: Easing.OutQuad
+            }
+        }
+    }
+
+    FocusRing {
+        radius: control.ringRadius
+        visible: control.focusShown
+    }
+}

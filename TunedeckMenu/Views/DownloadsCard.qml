@@ -1,0 +1,68 @@
+import QtQuick
+import Tunedeck.Views
+
+/// Where songs are saved, and another place for them.
+Card {
+    id: card
+
+    readonly property downloadsView view: Panel.downloads
+
+    symbol: view.symbol
+    title: view.title
+
+    accessory: Badge {
+        text: card.view.badge
+    }
+
+    PathRow {
+        hint: card.view.folderHelp
+        path: card.view.folderPath
+        subtitle: card.view.folderSubtitle
+        title: card.view.folderTitle
+        visible: card.view.hasFolder
+        width: parent.width + 12
+        x: -6
+
+        onClicked: Actions.revealDownloads()
+    }
+
+    Label {
+        color: Theme.secondary
+        text: card.view.stoppedText
+        width: parent.width
+    }
+
+    Banner {
+        text: card.view.warning.text
+        tone: card.view.warning.tone
+        visible: card.view.warning.shown
+        width: parent.width
+    }
+
+    Flow {
+        spacing: 8
+        width: parent.width
+
+        PushButton {
+            hint: card.view.changeHelp
+            label: card.view.changeButton
+            prominent: true
+
+            onClicked: Actions.chooseFolder()
+        }
+
+        PushButton {
+            label: card.view.defaultButton
+            visible: label !== ""
+
+            onClicked: Actions.useDefaultFolder()
+        }
+    }
+
+    Label {
+        caption: true
+        color: Theme.secondary
+        text: card.view.note
+        width: parent.width
+    }
+}

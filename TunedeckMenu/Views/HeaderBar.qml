@@ -1,0 +1,75 @@
+import QtQuick
+import Tunedeck.Views
+
+/// The top of the panel: glyph, title and the service's state in one line; one element for a screen reader.
+Item {
+    id: bar
+
+    required property headerView view
+
+    implicitHeight: 34 + 2 * Theme.margin
+
+    Accessible.role: Accessible.Heading
+    Accessible.name: view.title + ", " + view.status
+
+    AppGlyph {
+        id: glyph
+
+        anchors.verticalCenter: parent.verticalCenter
+        x: Theme.margin + 2
+    }
+
+    Column {
+        anchors.left: glyph.right
+        anchors.leftMargin: 10
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.margin
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 1
+
+        Text {
+            color: Theme.text
+            elide: Text.ElideRight
+            font.family: Theme.family
+            font.pixelSize: Theme.titleSize
+            font.weight: Font.DemiBold
+            text: bar.view.title
+            textFormat: Text.PlainText
+            width: parent.width
+        }
+
+        Row {
+            spacing: 6
+            width: parent.width
+
+            Dot {
+                anchors.verticalCenter: parent.verticalCenter
+                tone: bar.view.tone
+            }
+
+            Text {
+                id: status
+
+                color: Theme.secondary
+                elide: Text.ElideRight
+                font.family: Theme.family
+                font.pixelSize: Theme.captionSize
+                text: bar.view.status
+                textFormat: Text.PlainText
+                width: parent.width - 13
+
+                onTextChanged: if (!Theme.still)
+                    fade.restart()
+
+                NumberAnimation on opacity  {
+                    id: fade
+
+                    duration: Theme.appear
+                    from: 0.2
+                    running: false
+                    to: 1
+                }
+            }
+        }
+    }
+}

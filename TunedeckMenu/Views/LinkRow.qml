@@ -1,0 +1,131 @@
+import QtQuick
+import Tunedeck.Views
+
+/// One connected assistant: its state, what it is reached by, and a menu of its own.
+Column {
+    id: row
+
+    required property string rowId
+    required property string name
+    required property string detail
+    required property bool connected
+    required property string rotateTitle
+    required property string text
+    required property var fields
+    required property telegramPairingView pairing
+    required property string guideTitle
+    required property string guideHelp
+
+    spacing: 6
+
+    Item {
+        implicitHeight: Math.max(more.height, name.implicitHeight)
+        width: parent.width
+
+        Dot {
+            id: dot
+
+            anchors.verticalCenter: parent.verticalCenter
+            tone: row.connected ? Look.Good : Look.Secondary
+            width: 6
+        }
+
+        Label {
+            id: name
+
+            anchors.left: dot.right
+            anchors.leftMargin: 8
+            anchors.verticalCenter: parent.verticalCenter
+            elide: Text.ElideRight
+            font.weight: Font.Medium
+            text: row.name
+            width: Math.min(implicitWidth, more.x - x - detail.implicitWidth - 8)
+        }
+
+        Label {
+            id: detail
+
+            anchors.baseline: name.baseline
+            anchors.left: name.right
+            anchors.leftMargin: 5
+            caption: true
+            color: Theme.secondary
+            text: row.detail
+            wrapMode: Text.NoWrap
+        }
+
+        IconButton {
+            id: more
+
+            anchors.right: parent.right
+            anchors.rightMargin: -5
+            anchors.verticalCenter: parent.verticalCenter
+            expandable: true
+            expanded: menu.status === Loader.Ready
+            label: "More"
+            role: Accessible.ButtonMenu
+            symbol: "ellipsis.circle"
+
+            Accessible.description: row.name
+
+            onClicked: menu.setSource("LinkMenu.qml", {
+                    "byKeyboard": more.focusShown,
+                    "linkId": row.rowId,
+                    "rotateTitle": row.rotateTitle,
+                    "target": more
+                })
+        }
+
+        Loader {
+            id: menu
+
+            function shut(): void {
+                source = "";
+            }
+
+            onLoaded: (item as LinkMenu).closed.connect(shut)
+        }
+    }
+
+    Label {
+        caption: true
+        color: Theme.secondary
+        text: row.text
+        width: parent.width
+    }
+
+    Repeater {
+        model: row.fields
+
+        SecretField {
+            width: parent.width
+        }
+    }
+
+    Loader {
+        active: row.pairing.shown
+        visible: active
+        width: parent.width
+
+        sourceComponent: TelegramPairing {
+        }
+
+        onLoaded: {
+            const block = item as TelegramPairing;
+            block.view = Qt.binding(() => row.pairing);
+            block.openPressed.connect(() => Actions.openTelegram(row.rowId));
+            block.newCodePressed.connect(() => Actions.newTelegramCode(row.rowId));
+        }
+    }
+
+    PushButton {
+        borderless: true
+        hint: row.guideHelp
+        label: row.guideTitle
+        role: Accessible.Link
+        visible: label !== ""
+        x: -6
+
+        onClicked: Actions.openSetupGuide(row.rowId)
+    }
+}

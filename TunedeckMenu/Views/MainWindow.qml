@@ -1,0 +1,26 @@
+import QtQuick
+import Tunedeck.Views
+
+/// The panel in a window of its own; closing hides it.
+Window {
+    id: window
+
+    readonly property real wantedHeight: view.implicitHeight
+    readonly property real wantedWidth: view.implicitWidth
+
+    color: Theme.window
+    maximumWidth: wantedWidth
+    minimumHeight: 280
+    minimumWidth: wantedWidth
+    title: "Tunedeck"
+
+    PanelView {
+        id: view
+
+        anchors.fill: parent
+        focus: true
+        topInset: 16
+
+        Keys.onEscapePressed: window.close()
+    }
+}

@@ -1,0 +1,15 @@
+import QtQuick
+import Tunedeck.Views
+
+/// Parts two groups of entries.
+Item {
+    implicitHeight: 9
+    width: parent ? parent.width : 0
+
+    Rectangle {
+        anchors.centerIn: parent
+        color: Theme.raisedEdge
+        height: 1
+        width: parent.width - 12
+    }
+}

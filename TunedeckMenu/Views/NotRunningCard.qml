@@ -1,0 +1,34 @@
+import QtQuick
+import Tunedeck.Views
+
+/// Says that the background service is stopped, and starts it.
+Card {
+    id: card
+
+    property notRunningView view
+
+    symbol: view.symbol
+    title: view.title
+
+    Binding on view  {
+        restoreMode: Binding.RestoreNone
+        value: Panel.notRunning
+        when: Panel.notRunning.shown
+    }
+
+    Label {
+        text: card.view.text
+        width: parent.width
+    }
+
+    PushButton {
+        busy: card.view.starting
+        enabled: !card.view.starting
+        label: card.view.button
+        large: true
+        prominent: true
+        width: parent.width
+
+        onClicked: Actions.restartService()
+    }
+}

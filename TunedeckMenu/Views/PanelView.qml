@@ -1,0 +1,84 @@
+import QtQuick
+import Tunedeck.Views
+
+/// The whole panel: header and footer stay in sight, the cards between them scroll when there is no room.
+Rectangle {
+    id: view
+
+    /// Above 0 in the window of its own, away from the icon.
+    property real topInset: 0
+
+    color: Theme.window
+    implicitHeight: topInset + header.implicitHeight + cards.contentHeight + notice.height + footer.implicitHeight
+    implicitWidth: Theme.panelWidth
+
+    HeaderBar {
+        id: header
+
+        view: Panel.header
+        width: parent.width
+        y: view.topInset
+    }
+
+    ScrollArea {
+        id: cards
+
+        anchors.bottom: notice.top
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: header.bottom
+
+        Accessible.name: Panel.header.title
+
+        CardColumn {
+            detached: view.topInset > 0
+            width: parent.width
+        }
+    }
+
+    Rectangle {
+        anchors.top: cards.top
+        color: Theme.separator
+        height: 1
+        visible: cards.above
+        width: parent.width
+    }
+
+    Item {
+        id: notice
+
+        anchors.bottom: footer.top
+        height: line.active ? line.implicitHeight + Theme.margin : 0
+        width: parent.width
+
+        Appearing {
+            id: line
+
+            shown: Panel.banner.shown
+            width: parent.width - 2 * Theme.margin
+            x: Theme.margin
+            y: 4
+            sourceComponent: CurrentBanner {
+            }
+        }
+    }
+
+    Rectangle {
+        anchors.bottom: footer.top
+        color: Theme.separator
+        height: 1
+        width: parent.width
+    }
+
+    FooterBar {
+        id: footer
+
+        anchors.bottom: parent.bottom
+        view: Panel.footer
+        width: parent.width
+    }
+
+    HintBubble {
+        anchors.fill: parent
+    }
+}

@@ -1,0 +1,101 @@
+import QtQuick
+import Tunedeck.Views
+
+/// A menu at the control that opened it, inside the window. It is there from its making until `closed`.
+Item {
+    id: menu
+
+    required property Control target
+    property bool byKeyboard: false
+    default property alias entries: column.data
+
+    signal closed
+
+    function close(): void {
+        if (target)
+            target.forceActiveFocus(byKeyboard ? Qt.TabFocusReason : Qt.OtherFocusReason);
+        closed();
+    }
+
+    /// Moves by `step` among the entries that can be pressed, from the last to the first and back.
+    function move(step: int): void {
+        const count = column.children.length;
+        let at = -1;
+        for (let i = 0; i < count; ++i)
+            if (column.children[i].activeFocus)
+                at = i;
+        if (at < 0)
+            at = step > 0 ? -1 : count;
+        for (let i = 0; i < count; ++i) {
+            at = (at + step + count) % count;
+            const entry = column.children[at];
+            if (entry.visible && entry.activeFocusOnTab) {
+                entry.forceActiveFocus(Qt.PopupFocusReason);
+                return;
+            }
+        }
+    }
+
+    anchors.fill: parent
+    parent: target.Window.contentItem
+    z: 90
+
+    Component.onCompleted: {
+        const below = target.mapToItem(parent, 0, target.height + 2);
+        const above = target.mapToItem(parent, 0, -2);
+        box.x = Math.max(6, Math.min(parent.width - box.width - 6, below.x + target.width - box.width));
+        box.y = below.y + box.height <= parent.height - 6 ? below.y : Math.max(6, above.y - box.height);
+        if (byKeyboard)
+            move(1);
+        else
+            box.forceActiveFocus();
+    }
+
+    Keys.onDownPressed: move(1)
+    Keys.onEscapePressed: close()
+    Keys.onTabPressed: close()
+    Keys.onBacktabPressed: close()
+    Keys.onUpPressed: move(-1)
+
+    Connections {
+        function onActiveChanged(): void {
+            if (!menu.target.Window.active)
+                menu.closed();
+        }
+
+        function onVisibleChanged(): void {
+            menu.closed();
+        }
+
+        target: menu.target.Window.window
+    }
+
+    MouseArea {
+        anchors.fill: parent
+
+        onPressed: menu.close()
+        onWheel: menu.close()
+    }
+
+    Rectangle {
+        id: box
+
+        border.color: Theme.raisedEdge
+        border.width: 1
+        color: Theme.raised
+        height: column.implicitHeight + 10
+        radius: 8
+        width: Math.round(156 * Theme.scale)
+
+        Accessible.role: Accessible.PopupMenu
+        Accessible.name: menu.target.label
+
+        Column {
+            id: column
+
+            width: parent.width - 10
+            x: 5
+            y: 5
+        }
+    }
+}

@@ -1,0 +1,58 @@
+import QtQuick
+import Tunedeck.Views
+
+/// A QR code on a white plate; a symbol where the text has none.
+Item {
+    id: view
+
+    property alias text: code.text
+    property string name
+    property bool faded: false
+
+    implicitHeight: 112
+    implicitWidth: 112
+
+    Accessible.role: Accessible.Graphic
+    Accessible.name: name
+
+    Rectangle {
+        anchors.fill: parent
+        border.color: Qt.rgba(0, 0, 0, 0.08)
+        border.width: 1
+        color: "#ffffff"
+        opacity: view.faded ? 0.25 : 1
+        radius: 8
+        visible: code.drawable
+
+        Behavior on opacity  {
+            enabled: !Theme.still
+
+            NumberAnimation {
+                duration: 200
+                easing.type: Easing.OutQuad
+            }
+        }
+
+        QRCodeItem {
+            id: code
+
+            anchors.fill: parent
+        }
+    }
+
+    Symbol {
+        anchors.centerIn: parent
+        color: Theme.secondary
+        name: "qrcode"
+        size: 64
+        visible: !code.drawable
+    }
+
+    Symbol {
+        anchors.centerIn: parent
+        color: Theme.text
+        name: "clock.badge.xmark"
+        size: 28
+        visible: view.faded
+    }
+}

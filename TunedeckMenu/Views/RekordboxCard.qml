@@ -1,0 +1,166 @@
+import QtQuick
+import Tunedeck.Views
+
+/// The state of the Rekordbox library, its backups and its XML file.
+Card {
+    id: card
+
+    readonly property rekordboxView view: Panel.rekordbox
+
+    symbol: view.symbol
+    title: view.title
+
+    accessory: Badge {
+        hint: card.view.badgeHelp
+        monospaced: true
+        text: card.view.badge
+    }
+
+    Column {
+        spacing: 3
+        visible: card.view.hasLibrary
+        width: parent.width
+
+        Item {
+            implicitHeight: headline.implicitHeight
+            width: parent.width
+
+            Dot {
+                id: dot
+
+                tone: card.view.tone
+                y: Math.round((line.height - height) / 2)
+            }
+
+            FontMetrics {
+                id: line
+
+                font: headline.font
+            }
+
+            Label {
+                id: headline
+
+                anchors.left: dot.right
+                anchors.leftMargin: 8
+                anchors.right: parent.right
+                font.weight: Font.Medium
+                text: card.view.headline
+            }
+        }
+
+        Label {
+            caption: true
+            color: Theme.secondary
+            elide: Text.ElideRight
+            maximumLineCount: 3
+            text: card.view.detail
+            width: parent.width - x
+            wrapMode: Text.Wrap
+            x: 15
+        }
+    }
+
+    Column {
+        spacing: 6
+        visible: card.view.hasLibrary && card.view.retryButton !== ""
+        width: parent.width
+
+        Repeater {
+            model: Panel.failedChanges
+
+            FailedChange {
+                width: parent.width
+            }
+        }
+
+        Flow {
+            spacing: 8
+            topPadding: 2
+            width: parent.width
+
+            PushButton {
+                enabled: !card.view.busy
+                hint: card.view.busyHelp
+                label: card.view.retryButton
+
+                onClicked: Actions.retryFailedChanges()
+            }
+
+            PushButton {
+                enabled: !card.view.busy
+                hint: card.view.busyHelp
+                label: card.view.dismissButton
+
+                onClicked: Actions.dismissFailedChanges()
+            }
+        }
+    }
+
+    PushButton {
+        busy: card.view.busy
+        enabled: !card.view.busy
+        hint: card.view.busyHelp
+        label: card.view.applyButton
+        prominent: true
+        visible: card.view.hasLibrary && label !== ""
+
+        onClicked: Actions.applyLibraryNow()
+    }
+
+    Disclosure {
+        title: card.view.backupsTitle
+        visible: card.view.hasLibrary
+        width: parent.width
+
+        content: BackupList {
+        }
+    }
+
+    Rectangle {
+        color: Theme.separator
+        height: 1
+        visible: card.view.hasLibrary
+        width: parent.width
+    }
+
+    Item {
+        implicitHeight: Math.max(show.visible ? show.implicitHeight : 0, xml.implicitHeight)
+        width: parent.width
+
+        Symbol {
+            id: sheet
+
+            anchors.verticalCenter: parent.verticalCenter
+            color: Theme.secondary
+            name: card.view.xmlSymbol
+            size: Math.round(13 * Theme.scale)
+        }
+
+        Label {
+            id: xml
+
+            anchors.left: sheet.right
+            anchors.leftMargin: 7
+            anchors.right: show.visible ? show.left : parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            caption: true
+            color: show.visible ? Theme.text : Theme.secondary
+            text: card.view.xmlText
+        }
+
+        PushButton {
+            id: show
+
+            anchors.right: parent.right
+            anchors.rightMargin: -6
+            anchors.verticalCenter: parent.verticalCenter
+            borderless: true
+            hint: card.view.xmlHelp
+            label: card.view.xmlButton
+            visible: label !== ""
+
+            onClicked: Actions.revealXML()
+        }
+    }
+}

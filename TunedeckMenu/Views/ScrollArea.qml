@@ -1,0 +1,97 @@
+import QtQuick
+import Tunedeck.Views
+
+/// Shows as much of its content as fits; wheel, touch and the keyboard move the rest into sight.
+Item {
+    id: area
+
+    default property alias content: column.data
+    property alias contentSpacing: column.spacing
+    readonly property real contentHeight: column.implicitHeight
+    readonly property real reach: Math.max(0, column.implicitHeight - height)
+    readonly property bool above: flick.contentY > 0.5
+    readonly property bool below: flick.contentY < reach - 0.5
+
+    /// Moves by so many points, as far as there is content.
+    function scrollBy(points: real): void {
+        flick.contentY = Math.max(0, Math.min(reach, flick.contentY + points));
+    }
+
+    /// Moves just so far that the item is in sight.
+    function reveal(item: Item): void {
+        for (let parent = item; parent !== column; parent = parent.parent)
+            if (!parent)
+                return;
+        const top = item.mapToItem(column, 0, 0).y - 8;
+        const bottom = top + item.height + 16;
+        if (top < flick.contentY)
+            scrollBy(top - flick.contentY);
+        else if (bottom > flick.contentY + height)
+            scrollBy(bottom - flick.contentY - height);
+    }
+
+    implicitHeight: column.implicitHeight
+
+    Accessible.role: Accessible.Pane
+
+    onReachChanged: scrollBy(0)
+
+    Connections {
+        function onActiveFocusItemChanged(): void {
+            const item = area.Window.activeFocusItem;
+            if (item)
+                area.reveal(item);
+        }
+
+        target: area.Window.window
+    }
+
+    Flickable {
+        id: flick
+
+        anchors.fill: parent
+        clip: true
+        contentHeight: column.implicitHeight
+        interactive: false
+
+        Column {
+            id: column
+
+            width: flick.width
+        }
+    }
+
+    WheelHandler {
+        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+
+        onWheel: event => area.scrollBy(event.pixelDelta.y !== 0 ? -event.pixelDelta.y : -event.angleDelta.y / 120 * 48)
+    }
+
+    DragHandler {
+        property real last: 0
+
+        acceptedDevices: PointerDevice.TouchScreen
+        target: null
+        xAxis.enabled: false
+
+        onActiveChanged: last = 0
+        onActiveTranslationChanged: {
+            area.scrollBy(last - activeTranslation.y);
+            last = activeTranslation.y;
+        }
+    }
+
+    Rectangle {
+        color: Theme.text
+        height: Math.max(24, area.height * area.height / Math.max(1, column.implicitHeight))
+        opacity: 0.28
+        radius: 2
+        visible: area.reach > 0
+        width: 4
+        x: area.width - width - 3
+        y: area.reach > 0 ? flick.contentY / area.reach * (area.height - height) : 0
+
+        Accessible.role: Accessible.ScrollBar
+        Accessible.name: area.Accessible.name
+    }
+}

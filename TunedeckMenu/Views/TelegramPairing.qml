@@ -1,0 +1,67 @@
+import QtQuick
+import Tunedeck.Views
+
+/// How a Telegram link is paired: the code to scan, or the way to a new one.
+Item {
+    id: block
+
+    property telegramPairingView view
+
+    signal openPressed
+    signal newCodePressed
+
+    readonly property bool hasCode: view.startUrl !== ""
+
+    implicitHeight: hasCode ? Math.max(code.height, column.implicitHeight) : column.implicitHeight
+
+    QRCodeView {
+        id: code
+
+        faded: block.view.expired
+        name: block.view.qrName
+        text: block.view.startUrl
+        visible: block.hasCode
+    }
+
+    Column {
+        id: column
+
+        anchors.left: block.hasCode ? code.right : parent.left
+        anchors.leftMargin: block.hasCode ? 12 : 0
+        anchors.right: parent.right
+        spacing: 6
+
+        Label {
+            caption: true
+            text: block.view.text
+            width: parent.width
+        }
+
+        PushButton {
+            enabled: !block.view.busy
+            hint: block.view.openHelp
+            label: block.view.openButton
+            prominent: true
+            visible: label !== ""
+
+            onClicked: block.openPressed()
+        }
+
+        PushButton {
+            enabled: !block.view.busy
+            label: block.view.newCodeButton
+            prominent: block.view.expired
+            visible: label !== ""
+
+            onClicked: block.newCodePressed()
+        }
+
+        Label {
+            caption: true
+            color: Theme.secondary
+            font.pixelSize: Theme.caption2Size
+            text: block.view.expiryNote
+            width: parent.width
+        }
+    }
+}

@@ -1,0 +1,99 @@
+pragma Singleton
+import QtQuick
+import Tunedeck.Views
+
+/// Every colour, size and duration of the looks.
+QtObject {
+    readonly property bool dark: Surroundings.dark
+    readonly property bool still: Surroundings.reduceMotion
+    readonly property real scale: Surroundings.textScale
+    readonly property string family: Surroundings.fontFamily
+
+    // Surfaces.
+    readonly property color window: dark ? "#1d1c21" : "#f3f2f6"
+    readonly property color card: dark ? "#2a292f" : "#ffffff"
+    readonly property color cardEdge: dark ? "#38373e" : "#e4e2ea"
+    readonly property color raised: dark ? "#36353c" : "#ffffff"
+    readonly property color raisedEdge: dark ? "#4a4852" : "#d5d2dd"
+    readonly property color separator: dark ? "#36353c" : "#e2e0e8"
+    readonly property color field: dark ? "#222126" : "#f5f4f8"
+    readonly property color control: dark ? "#3d3b44" : "#ffffff"
+    readonly property color controlEdge: dark ? "#54515d" : "#cbc7d5"
+    readonly property color hint: dark ? "#45434d" : "#2c2a33"
+    readonly property color hintText: "#ffffff"
+
+    // Text and symbols.
+    readonly property color text: dark ? "#f4f3f7" : "#1e1c24"
+    readonly property color secondary: dark ? "#aeabb8" : "#625e6e"
+    readonly property color accent: dark ? "#b8a1ff" : "#6a3cdc"
+    readonly property color accentFill: dark ? "#7a4cf0" : "#6d3ee0"
+    readonly property color accentFillEdge: dark ? "#8b62f5" : "#5e31cc"
+    readonly property color accentText: "#ffffff"
+    readonly property color good: dark ? "#5fd38a" : "#137a3a"
+    readonly property color warning: dark ? "#ffb454" : "#945400"
+    readonly property color bad: dark ? "#ff8078" : "#bf2a24"
+    readonly property color goodMark: dark ? "#34c266" : "#2ba84f"
+    readonly property color warningMark: dark ? "#ff9f2e" : "#f08c00"
+    readonly property color badMark: dark ? "#ff5b52" : "#e0362e"
+    readonly property color focus: dark ? "#a88cff" : "#7d55ea"
+
+    // Type.
+    readonly property int titleSize: Math.round(15 * scale)
+    readonly property int bodySize: Math.round(13 * scale)
+    readonly property int captionSize: Math.round(11.5 * scale)
+    readonly property int caption2Size: Math.round(10.5 * scale)
+    readonly property string monoFamily: "monospace"
+
+    // Measures.
+    readonly property int panelWidth: Math.round(360 + (scale - 1) * 200)
+    readonly property int margin: 12
+    readonly property int cardGap: 10
+    readonly property int cardPadding: 12
+    readonly property int cardRadius: 11
+    readonly property int spacing: 10
+    readonly property int controlHeight: Math.round(24 * scale)
+    readonly property int largeControlHeight: Math.round(30 * scale)
+    readonly property int controlRadius: 6
+
+    // Motion.
+    readonly property int quick: 120
+    readonly property int hover: 150
+    readonly property int appear: 180
+
+    /// The colour of words and symbols of a meaning.
+    function ink(tone: int): color {
+        switch (tone) {
+        case Look.Accent:
+            return accent;
+        case Look.Good:
+            return good;
+        case Look.Warning:
+            return warning;
+        case Look.Bad:
+            return bad;
+        default:
+            return secondary;
+        }
+    }
+
+    /// The colour of dots and filled marks of a meaning, which may be livelier than text.
+    function mark(tone: int): color {
+        switch (tone) {
+        case Look.Accent:
+            return accent;
+        case Look.Good:
+            return goodMark;
+        case Look.Warning:
+            return warningMark;
+        case Look.Bad:
+            return badMark;
+        default:
+            return secondary;
+        }
+    }
+
+    /// A colour laid thinly over what is below it.
+    function tint(base: color, opacity: real): color {
+        return Qt.rgba(base.r, base.g, base.b, opacity);
+    }
+}

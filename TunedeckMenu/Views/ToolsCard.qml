@@ -1,0 +1,54 @@
+import QtQuick
+import Tunedeck.Views
+
+/// Tools that are missing, and the installation that brings them back.
+Card {
+    id: card
+
+    property toolsNoticeView view
+
+    symbol: view.symbol
+    title: view.title
+
+    Binding on view  {
+        restoreMode: Binding.RestoreNone
+        value: Panel.tools
+        when: Panel.tools.shown
+    }
+
+    accessory: Badge {
+        text: card.view.badge
+        tone: card.view.badgeTone
+    }
+
+    Label {
+        text: card.view.text
+        width: parent.width
+    }
+
+    Label {
+        caption: true
+        color: Theme.secondary
+        text: card.view.detail
+        width: parent.width
+    }
+
+    ProgressBar {
+        value: card.view.progress
+        visible: card.view.installing && value >= 0
+        width: parent.width
+    }
+
+    BusyLine {
+        text: card.view.installingText
+        visible: card.view.installing
+    }
+
+    PushButton {
+        label: card.view.button
+        prominent: true
+        visible: !card.view.installing && label !== ""
+
+        onClicked: Actions.repairTools()
+    }
+}
