@@ -28,16 +28,14 @@ missing_packages() { # missing_packages PACKAGE…: those that aren't installed
     for package in "$@"; do [ -n "${have[$package]-}" ] || echo "$package"; done
 }
 
-# Runs apt-get as root. $apt_log gets its output; a failure ends the script with the reason that apt-get gave.
+# Runs apt-get as root; its output goes to the end of $apt_log.
 apt() {
-    local status
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive LC_ALL=C apt-get -q -y -o DPkg::Lock::Timeout=300 \
-        -o Acquire::Retries=2 "$@" >"$apt_log" 2>&1 </dev/null
-    status=$?
-    # `update` only warns when it reached nothing.
-    [ "$1" != update ] || ! grep -q '^W: Failed to fetch' "$apt_log" || status=1
-    [ "$status" -ne 0 ] || return 0
-    grep -E '^(E|W|dpkg)' "$apt_log" | tail -n 5 | sed 's/^/    /' >&2
+        -o Acquire::Retries=2 "$@" >>"$apt_log" 2>&1 </dev/null
+}
+
+explain_apt_failure() { # ends the script with the reason that apt-get gave
+    grep -E '^(E|W|dpkg)[: ]' "$apt_log" | tail -n 5 | sed 's/^/    /' >&2
     if grep -qE 'No space left|enough free space' "$apt_log"; then
         stop "the disk is full: apt-get could not store the packages (whole output: $apt_log)"
     elif grep -qE 'Could not resolve|Temporary failure|Failed to fetch|Could not connect|Unable to connect' "$apt_log"; then
@@ -47,7 +45,7 @@ apt() {
     elif grep -q 'Could not get lock' "$apt_log"; then
         stop "another program is installing packages; try again when it has ended (whole output: $apt_log)"
     fi
-    stop "apt-get $1 failed (whole output: $apt_log)"
+    stop "apt-get failed (whole output: $apt_log)"
 }
 
 install_packages() { # install_packages GROUP…: says and installs what is missing of these groups
@@ -67,9 +65,9 @@ install_packages() { # install_packages GROUP…: says and installs what is miss
     fi
     apt_log=$(mktemp "${TMPDIR:-/tmp}/tunedeck-apt.XXXXXX") || stop "no file can be written in ${TMPDIR:-/tmp}: is the disk full?"
     say "updating the package lists"
-    apt update
+    apt update # some other server of the user's may be away: what counts is whether the packages can be had
     for package in "${missing[@]}"; do say "installing $package"; done
-    apt install --no-install-recommends "${missing[@]}"
+    apt install --no-install-recommends "${missing[@]}" || explain_apt_failure
     rm -f "$apt_log"
 }
 
