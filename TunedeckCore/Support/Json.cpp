@@ -208,7 +208,8 @@ private:
 
     /// The index of the member that a key names, looked for from `first` on, as documents mostly keep one order.
     std::size_t memberNamed(const Token& key, std::span<const MemberShape> members, std::size_t first) const {
-        std::array<char, longestKey> buffer;
+        std::array<char, longestKey>
+            buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): written before it is read
         std::string_view name = text(key);
         if (name.size() > buffer.size()) {
             return members.size();
@@ -226,6 +227,9 @@ private:
     }
 
     static std::optional<Error> within(const QString& place, std::optional<Error> error) {
+        if (!error) {
+            return error;
+        }
         const bool joint = !error->path.isEmpty() && !error->path.startsWith(u'[');
         error->path = place + (joint ? u"."_s : QString()) + error->path;
         return error;

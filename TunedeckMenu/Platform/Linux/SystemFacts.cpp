@@ -43,8 +43,8 @@ BundleFacts bundleFacts(const QString& bundle) {
     const auto text = readFile(bundle + QStringLiteral("/Contents/Info.plist"), mostText);
     const auto plist = (text ? parsePropertyList(*text) : std::nullopt).value_or(PropertyDictionary());
     const auto named = [&plist](const QString& key, const QString& otherwise) {
-        auto value = textValue(plist, key);
-        return value && !value->isEmpty() ? std::move(*value) : otherwise;
+        const auto value = textValue(plist, key);
+        return value && !value->isEmpty() ? *value : otherwise;
     };
     return {named(QStringLiteral("CFBundleIdentifier"), QStringLiteral("com.brightfold.tunedeck.menu")),
             named(QStringLiteral("CFBundleShortVersionString"), QStringLiteral("dev"))};
