@@ -1,0 +1,68 @@
+#include "Tests/Helpers/ManualClock.h"
+#include "TunedeckCore/ServiceInstaller.h"
+#include "TunedeckMenu/Platform/Linux/SystemdUnit.h"
+
+#include <gtest/gtest.h>
+
+namespace tunedeck {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+std::expected<SystemdUnit, QString> unitFor(const QString& home) {
+    test::ManualClock clock;
+    return systemdUnit(ServiceInstaller(home, {}, 501, {}, clock).plist());
+}
+
+TEST(SystemdUnitTest, DoesWhatThePropertyListAsksFor) {
+    const auto unit = unitFor(u"/home/dj"_s);
+    ASSERT_TRUE(unit);
+    EXPECT_EQ(unit->folders, QStringList(u"/home/dj/Library/Logs"_s));
+    EXPECT_EQ(unit->text.mid(unit->text.indexOf("[Unit]")).toStdString(), R"([Unit]
+Description=Tunedeck background service
+StartLimitIntervalSec=0
+
+[Service]
+Type=exec
+ExecStart=:"/home/dj/.tunedeck/bin/tunedeck"
+WorkingDirectory=/home/dj/.tunedeck
+Environment="PATH=/home/dj/.local/bin:/opt/homebrew/bin:/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin"
+Environment="RUST_LOG=tunedeck=info"
+Restart=always
+RestartSec=30
+TimeoutStopSec=20
+StandardOutput=append:/home/dj/Library/Logs/tunedeck.out.log
+StandardError=append:/home/dj/Library/Logs/tunedeck.log
+
+[Install]
+WantedBy=default.target
+)");
+}
+
+TEST(SystemdUnitTest, LeavesOutWhatIsNotAskedFor) {
+    const PropertyArray program{PropertyValue(u"/bin/true"_s), PropertyValue(u"an \"argument\" of 5%"_s)};
+    const auto unit =
+        systemdUnit({{u"ProgramArguments"_s, PropertyValue(program)}, {u"KeepAlive"_s, PropertyValue(false)}});
+    ASSERT_TRUE(unit);
+    EXPECT_TRUE(unit->folders.isEmpty());
+    EXPECT_TRUE(unit->text.contains("ExecStart=:\"/bin/true\" \"an \\\"argument\\\" of 5%%\"\n"));
+    for (const auto* absent : {"Restart=", "RestartSec=", "WorkingDirectory=", "Environment=", "Standard"}) {
+        EXPECT_FALSE(unit->text.contains(absent)) << absent;
+    }
+}
+
+TEST(SystemdUnitTest, RefusesWhatAUnitCannotHold) {
+    EXPECT_FALSE(systemdUnit({}));
+    EXPECT_FALSE(systemdUnit({{u"ProgramArguments"_s, PropertyValue(PropertyArray())}}));
+    EXPECT_FALSE(systemdUnit({{u"ProgramArguments"_s, PropertyValue(PropertyArray{PropertyValue(u"true"_s)})}}));
+    EXPECT_FALSE(unitFor(u"/home/a\nExecStartPre=/bin/evil"_s));
+    EXPECT_FALSE(unitFor(u"/home/\x7f"_s));
+    const PropertyArray program{PropertyValue(u"/bin/true"_s)};
+    for (const auto& log : {u"/var/log/back\\"_s, u"/var/log/space "_s}) {
+        EXPECT_FALSE(
+            systemdUnit({{u"ProgramArguments"_s, PropertyValue(program)}, {u"StandardOutPath"_s, PropertyValue(log)}}));
+    }
+}
+
+} // namespace
+} // namespace tunedeck

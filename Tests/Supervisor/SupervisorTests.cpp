@@ -1,0 +1,219 @@
+#include "Tests/Helpers/ManualClock.h"
+#include "Tests/Helpers/RunTask.h"
+#include "TunedeckCore/ServiceInstaller.h"
+#include "TunedeckCore/Support/AtomicFile.h"
+#include "TunedeckCore/Support/Process.h"
+#include "TunedeckMenu/Platform/Linux/SystemdLaunchctl.h"
+#include "TunedeckMenu/Platform/Linux/SystemdUnit.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <csignal>
+
+namespace tunedeck {
+namespace {
+
+using namespace Qt::StringLiterals;
+using test::runToEnd;
+using test::runUntil;
+
+/// The service: tells what it sees, then runs until it is ended.
+const QByteArray service = R"(#!/bin/sh
+printf '%s\n' "$0|$PWD|$PATH|$RUST_LOG" > "$PWD/seen.new" && mv "$PWD/seen.new" "$PWD/seen"
+echo out; echo err >&2
+exec sleep 1000
+)";
+
+const QString target = u"gui/501/com.brightfold.tunedeck"_s;
+
+/// With a real user manager that belongs to the test alone (tools/lib/user-manager).
+class SupervisorTest : public testing::TestWithParam<QString> {
+protected:
+    void SetUp() override {
+        if (!QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/manager.log"_s)) {
+            GTEST_SKIP() << "not to be tried on anybody's own service manager: run it with tools/lib/user-manager";
+        }
+        ASSERT_TRUE(createFolder(m_home));
+        writeProgram(service);
+    }
+
+    void TearDown() override {
+        operation({u"bootout"_s, target});
+        QFile::remove(SystemdUserManager::ofUser().unitFolder + u"/com.brightfold.tunedeck.service"_s);
+    }
+
+    void writeProgram(const QByteArray& bytes) {
+        ASSERT_TRUE(writeFileAtomically(m_bundled, bytes));
+        ::chmod(QFile::encodeName(m_bundled).constData(), 0755);
+    }
+
+    std::int32_t operation(const QStringList& arguments) { return runToEnd(m_launchctl(arguments, {})); }
+
+    ServiceInstaller installer() { return {m_home, m_bundled, 501, m_launchctl, m_clock}; }
+
+    std::string install() { return runToEnd(installer().ensureInstalled({})).description().toStdString(); }
+
+    /// Installs with another pause before a restart, in seconds.
+    void installWithPause(std::int64_t pause) {
+        ASSERT_EQ(install(), "installed(serviceChanged: true, plistChanged: true)");
+        auto plist = installer().plist();
+        plist.insert_or_assign(u"ThrottleInterval"_s, PropertyValue(pause));
+        ASSERT_TRUE(writeFileAtomically(installer().plistURL(), xmlPropertyList(plist)));
+        ASSERT_EQ(operation({u"bootout"_s, target}), 0);
+        ASSERT_EQ(operation({u"bootstrap"_s, u"gui/501"_s, installer().plistURL()}), 0);
+    }
+
+    /// The service's process, 0 when there is none.
+    static int pid() {
+        const ProcessRequest request{.program = u"systemctl"_s,
+                                     .arguments = {u"--user"_s, u"show"_s, u"--property=MainPID"_s, u"--value"_s,
+                                                   u"com.brightfold.tunedeck.service"_s},
+                                     .keepOutput = true};
+        return runToEnd(runProcess(request, {}))->output.trimmed().toInt();
+    }
+
+    static bool isEnabled() {
+        return QFileInfo(SystemdUserManager::ofUser().unitFolder +
+                         u"/default.target.wants/com.brightfold.tunedeck.service"_s)
+            .isSymLink();
+    }
+
+    [[nodiscard]] QByteArray read(const QString& relative) const {
+        return readFile(m_home + u'/' + relative).value_or(QByteArray());
+    }
+
+    const QTemporaryDir m_folder;
+    QString m_home = m_folder.filePath(u"home"_s);
+    const QString m_bundled = m_folder.filePath(u"bundled"_s);
+    test::ManualClock m_clock;
+    Launchctl m_launchctl = systemdLaunchctl(SystemdUserManager::ofUser());
+};
+
+TEST_P(SupervisorTest, TheServiceRunsWhereAndAsThePropertyListSays) {
+    m_home = m_folder.filePath(GetParam());
+    ASSERT_TRUE(createFolder(m_home));
+    EXPECT_EQ(install(), "installed(serviceChanged: true, plistChanged: true)");
+    EXPECT_EQ(operation({u"print"_s, target}), 0);
+    EXPECT_TRUE(isEnabled());
+    ASSERT_TRUE(runUntil([&] { return !read(u".tunedeck/seen"_s).isEmpty(); }));
+    const auto seen = m_home + u"/.tunedeck/bin/tunedeck|"_s + m_home + u"/.tunedeck|"_s + m_home +
+                      u"/.local/bin:/opt/homebrew/bin:/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin|tunedeck=info\n"_s;
+    EXPECT_EQ(read(u".tunedeck/seen"_s).toStdString(), seen.toStdString());
+    EXPECT_TRUE(runUntil([&] { return read(u"Library/Logs/tunedeck.log"_s) == "err\n"; }));
+    EXPECT_EQ(read(u"Library/Logs/tunedeck.out.log"_s), "out\n");
+    const auto running = pid();
+    EXPECT_GT(running, 0);
+    EXPECT_EQ(install(), "upToDate");
+    EXPECT_EQ(pid(), running);
+
+    const auto unit = systemdUnit(installer().plist());
+    ASSERT_TRUE(unit);
+    const auto file = m_folder.filePath(u"checked.service"_s);
+    ASSERT_TRUE(writeFileAtomically(file, unit->text));
+    const ProcessRequest request{.program = u"/bin/sh"_s,
+                                 .arguments = {u"-c"_s, u"systemd-analyze --user verify \"$0\" 2>&1"_s, file},
+                                 .keepOutput = true};
+    const auto verified = runToEnd(runProcess(request, {}));
+    ASSERT_TRUE(verified);
+    EXPECT_EQ(verified->exitStatus, 0);
+    EXPECT_EQ(verified->output, "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Homes, SupervisorTest,
+                         testing::Values(u"home"_s, u"DJ's \"set\" 100%h $HOME ${x} back\\slash\\t"_s,
+                                         u"Ünïcode 音楽 😀 a=b;c #d"_s, u" -~@:!+ "_s),
+                         [](const auto& parameter) { return "Home" + std::to_string(parameter.index); });
+
+TEST_F(SupervisorTest, AServiceThatDiesIsStartedAgain) {
+    installWithPause(0);
+    for (const int signal : {SIGKILL, SIGTERM}) {
+        const auto before = pid();
+        ASSERT_GT(before, 0);
+        ASSERT_EQ(::kill(before, signal), 0);
+        ASSERT_TRUE(runUntil([&] { return pid() != before && pid() > 0; }));
+    }
+    EXPECT_EQ(operation({u"print"_s, target}), 0);
+}
+
+TEST_F(SupervisorTest, WhileItWaitsForItsRestartItCountsAsLoaded) {
+    installWithPause(1000);
+    ASSERT_EQ(::kill(pid(), SIGKILL), 0);
+    ASSERT_TRUE(runUntil([&] { return pid() == 0; }));
+    EXPECT_EQ(operation({u"print"_s, target}), 0);
+    EXPECT_EQ(operation({u"kickstart"_s, target}), 0); // and can be started without waiting for it
+    EXPECT_GT(pid(), 0);
+}
+
+TEST_F(SupervisorTest, RestartingReplacesTheProcessAndStartingKeepsIt) {
+    ASSERT_EQ(install(), "installed(serviceChanged: true, plistChanged: true)");
+    const auto first = pid();
+    EXPECT_EQ(operation({u"kickstart"_s, target}), 0);
+    EXPECT_EQ(pid(), first);
+    EXPECT_EQ(operation({u"kickstart"_s, u"-k"_s, target}), 0);
+    const auto second = pid();
+    EXPECT_TRUE(second > 0 && second != first);
+    writeProgram(QByteArray(service).replace("echo out", "echo new"));
+    EXPECT_EQ(install(), "installed(serviceChanged: true, plistChanged: false)");
+    EXPECT_TRUE(pid() > 0 && pid() != second);
+    EXPECT_TRUE(runUntil([&] { return read(u"Library/Logs/tunedeck.out.log"_s).endsWith("new\n"); }));
+}
+
+TEST_F(SupervisorTest, AnUnloadedServiceIsGoneUntilItIsLoadedAgain) {
+    EXPECT_EQ(operation({u"print"_s, target}), 4);
+    EXPECT_NE(operation({u"kickstart"_s, u"-k"_s, target}), 0);
+    EXPECT_NE(operation({u"bootout"_s, target}), 0);
+    ASSERT_EQ(install(), "installed(serviceChanged: true, plistChanged: true)");
+    EXPECT_EQ(operation({u"bootout"_s, target}), 0);
+    EXPECT_EQ(pid(), 0);
+    EXPECT_EQ(operation({u"print"_s, target}), 3);
+    EXPECT_FALSE(isEnabled());
+    EXPECT_EQ(operation({u"kickstart"_s, u"-k"_s, target}), 0); // what is stopped is started
+    EXPECT_GT(pid(), 0);
+    EXPECT_EQ(operation({u"bootout"_s, target}), 0);
+    EXPECT_EQ(install(), "upToDate");
+    EXPECT_GT(pid(), 0);
+    EXPECT_TRUE(isEnabled());
+}
+
+TEST_F(SupervisorTest, WhatCannotBeDoneHasAStatusOfItsOwn) {
+    writeProgram("#!/nonexistent/interpreter\n");
+    const auto ending = test::endingOf(installer().ensureInstalled({}));
+    while (!ending->isThere()) {
+        ASSERT_TRUE(runUntil([&] { return ending->isThere() || m_clock.sleeping() > 0; }));
+        m_clock.advance(std::chrono::milliseconds(500));
+    }
+    EXPECT_EQ(ending->value->message, u"launchctl bootstrap exited 1"_s);
+    EXPECT_EQ(operation({u"bootstrap"_s, u"gui/501"_s, m_folder.filePath(u"missing.plist"_s)}), 66);
+    EXPECT_EQ(operation({u"unload"_s, target}), 64);
+    const auto missing = systemdLaunchctl({.unitFolder = m_folder.path(), .systemctl = u"/nonexistent/systemctl"_s});
+    EXPECT_EQ(runToEnd(missing({u"print"_s, target}, {})), -1);
+    const auto blocked = systemdLaunchctl({.unitFolder = m_bundled + u"/units"_s});
+    EXPECT_EQ(runToEnd(blocked({u"bootstrap"_s, u"gui/501"_s, installer().plistURL()}, {})), 73);
+}
+
+TEST_F(SupervisorTest, WithoutAUserManagerItFailsSoon) {
+    const auto plist = m_folder.filePath(u"service.plist"_s);
+    ASSERT_TRUE(writeFileAtomically(plist, xmlPropertyList(installer().plist())));
+    const auto runtime = qgetenv("XDG_RUNTIME_DIR");
+    QElapsedTimer timer;
+    timer.start();
+    for (const auto& folder : {QByteArray("/nonexistent"), QByteArray()}) {
+        folder.isEmpty() ? qunsetenv("XDG_RUNTIME_DIR") : qputenv("XDG_RUNTIME_DIR", folder);
+        for (const auto& arguments :
+             {QStringList{u"print"_s, target}, QStringList{u"bootout"_s, target}, QStringList{u"kickstart"_s, target},
+              QStringList{u"bootstrap"_s, u"gui/501"_s, plist}}) {
+            EXPECT_EQ(operation(arguments), 1) << arguments.join(u' ').toStdString();
+        }
+    }
+    EXPECT_LT(timer.elapsed(), 2000);
+    qputenv("XDG_RUNTIME_DIR", runtime);
+}
+
+} // namespace
+} // namespace tunedeck
