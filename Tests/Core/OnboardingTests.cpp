@@ -1,0 +1,147 @@
+#include "Tests/Helpers/TemporaryHome.h"
+#include "TunedeckCore/Onboarding.h"
+#include "TunedeckCore/Support/PropertyList.h"
+
+#include <QDir>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace tunedeck {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+TEST(OnboardingStepTest, StepsFollowEachOther) {
+    EXPECT_EQ(next(OnboardingStep::tools), OnboardingStep::rekordbox);
+    EXPECT_EQ(next(OnboardingStep::rekordbox), OnboardingStep::assistant);
+    EXPECT_EQ(next(OnboardingStep::assistant), std::nullopt);
+    EXPECT_EQ(onboardingStep(2), OnboardingStep::assistant);
+    EXPECT_EQ(onboardingStep(3), std::nullopt);
+    EXPECT_EQ(onboardingStep(-1), std::nullopt);
+    EXPECT_TRUE(std::is_sorted(allOnboardingSteps.begin(), allOnboardingSteps.end()));
+    EXPECT_EQ(title(OnboardingStep::rekordbox), u"Find Rekordbox"_s);
+}
+
+AssistantLink link(const QString& kind) {
+    AssistantLink made;
+    made.kind = kind;
+    return made;
+}
+
+TEST(OnboardingTest, IsForThoseWhoHaveNoWorkingAssistantYet) {
+    EXPECT_TRUE(Onboarding::shouldShow(false, std::nullopt, {}));
+    EXPECT_FALSE(Onboarding::shouldShow(true, std::nullopt, {}));
+    ServiceStatus status;
+    EXPECT_TRUE(Onboarding::shouldShow(false, status, {}));
+    status.mcp.emplace();
+    EXPECT_TRUE(Onboarding::shouldShow(false, status, {}));
+    status.mcp->publicUrl = u"https://example.org/mcp"_s;
+    EXPECT_FALSE(Onboarding::shouldShow(false, status, {}));
+}
+
+TEST(OnboardingTest, ALinkCountsOnceItIsUsedOrPaired) {
+    auto telegram = link(u"telegram"_s);
+    telegram.lastUsedAt = u"2026-11-21T09:00:00Z"_s;
+    EXPECT_TRUE(Onboarding::shouldShow(false, std::nullopt, {telegram, link(u"claude"_s), link(u"other"_s)}));
+    telegram.paired = false;
+    EXPECT_TRUE(Onboarding::shouldShow(false, std::nullopt, {telegram}));
+    telegram.paired = true;
+    EXPECT_FALSE(Onboarding::shouldShow(false, std::nullopt, {link(u"claude"_s), telegram}));
+    for (const auto& kind : {u"chatgpt"_s, u"shortcut"_s, u"other"_s}) {
+        auto used = link(kind);
+        used.paired = true;
+        EXPECT_TRUE(Onboarding::shouldShow(false, std::nullopt, {used}));
+        used.lastUsedAt = u"at some time"_s;
+        EXPECT_FALSE(Onboarding::shouldShow(false, std::nullopt, {used})) << kind.toStdString();
+    }
+}
+
+class RekordboxTest : public testing::Test {
+protected:
+    void add(const QString& bundle, const PropertyValue& version) {
+        m_home.write(bundle + u"/Contents/Info.plist"_s, xmlPropertyList({{u"CFBundleShortVersionString"_s, version}}));
+    }
+    void add(const QString& bundle, const QString& version) { add(bundle, PropertyValue(version)); }
+
+    /// Name and version of what is found, "none" for nothing.
+    [[nodiscard]] std::string found() const {
+        const auto install = RekordboxInstall::detect(m_home.path());
+        return install ? (install->name + u", "_s + install->version.value_or(u"unknown"_s)).toStdString() : "none";
+    }
+
+    test::TemporaryHome m_home;
+};
+
+TEST_F(RekordboxTest, TheHighestVersionIsFoundInEveryPlace) {
+    EXPECT_EQ(found(), "none");
+    add(u"rekordbox 6/rekordbox.app"_s, u"6.8.5"_s);
+    EXPECT_EQ(found(), "Rekordbox 6, 6.8.5");
+    add(u"rekordbox 7/rekordbox.app"_s, u"7.9.2"_s);
+    EXPECT_EQ(found(), "Rekordbox 7, 7.9.2");
+    add(u"Rekordbox.app"_s, u"7.10.0"_s);
+    EXPECT_EQ(found(), "Rekordbox 7, 7.10.0");
+    add(u"rekordbox 6.9/REKORDBOX beta.app"_s, u"10.0"_s);
+    EXPECT_EQ(found(), "Rekordbox 10, 10.0");
+}
+
+TEST_F(RekordboxTest, WhatHasAnotherNameOrLiesDeeperIsSkipped) {
+    add(u"My rekordbox.app"_s, u"9"_s);
+    add(u"Pioneer/rekordbox.app"_s, u"9"_s);
+    add(u"rekordbox 7/Manager.app"_s, u"9"_s);
+    add(u"rekordbox 7/old/rekordbox.app"_s, u"9"_s);
+    add(u"rekordbox 7/rekordbox.App"_s, u"9"_s);
+    m_home.write(u"rekordbox"_s, "a file");
+    EXPECT_EQ(found(), "none");
+    EXPECT_EQ(RekordboxInstall::detect(m_home.path(u"missing"_s)), std::nullopt);
+    EXPECT_EQ(RekordboxInstall::detect(m_home.path(u"rekordbox"_s)), std::nullopt);
+}
+
+TEST_F(RekordboxTest, AnUnknownVersionLosesToEveryOther) {
+    QDir(m_home.path()).mkpath(u"rekordbox.app"_s);
+    EXPECT_EQ(found(), "Rekordbox, unknown");
+    add(u"rekordbox 2.app"_s, PropertyValue(std::int64_t{7}));
+    m_home.write(u"rekordbox 3.app/Contents/Info.plist"_s, "no property list");
+    EXPECT_EQ(found(), "Rekordbox, unknown");
+    add(u"rekordbox 4.app"_s, u".."_s);
+    EXPECT_EQ(found(), "Rekordbox, ..");
+    add(u"rekordbox 5.app"_s, u".5.8"_s);
+    EXPECT_EQ(found(), "Rekordbox 5, .5.8");
+}
+
+TEST_F(RekordboxTest, AmongEqualsTheFirstOfTheListingWins) {
+    for (const auto& name : {u"rekordbox a.app"_s, u"rekordbox b.app"_s, u"rekordbox c.app"_s}) {
+        add(name, u"7.0"_s);
+    }
+    // The same number written otherwise shows which one it was.
+    const auto first = QDir(m_home.path()).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Unsorted).front();
+    add(first, u"7.00"_s);
+    EXPECT_EQ(found(), "Rekordbox 7, 7.00");
+}
+
+TEST(NumericOrderTest, ComparesRunsOfDigitsAsNumbers) {
+    const QStringList ordered{u""_s,
+                              u"6.8.5"_s,
+                              u"7"_s,
+                              u"7.0.1"_s,
+                              u"7.9.2"_s,
+                              u"7.10"_s,
+                              u"7.10b"_s,
+                              u"7.10b2"_s,
+                              u"7.10b10"_s,
+                              u"10"_s,
+                              u"99999999999999999999"_s,
+                              u"100000000000000000000"_s,
+                              u"x"_s};
+    for (qsizetype one = 0; one < ordered.size(); ++one) {
+        for (qsizetype other = 0; other < ordered.size(); ++other) {
+            EXPECT_EQ(isNumericallyLess(ordered[one], ordered[other]), one < other)
+                << ordered[one].toStdString() << " " << ordered[other].toStdString();
+        }
+    }
+    EXPECT_FALSE(isNumericallyLess(u"7.01"_s, u"7.1"_s) || isNumericallyLess(u"7.1"_s, u"7.01"_s));
+}
+
+} // namespace
+} // namespace tunedeck
