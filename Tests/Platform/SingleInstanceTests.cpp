@@ -28,7 +28,7 @@ protected:
     [[nodiscard]] QString socket() const { return m_folder.filePath(QStringLiteral("app.socket")); }
 
     // Hands a request over and returns what the start said.
-    [[nodiscard]] QString ask(const QString& request, int patience = 2000) const {
+    [[nodiscard]] std::string ask(const QString& request, int patience = 2000) const {
         const auto process = startInstance(socket(), request, patience);
         const auto said = nextLine(*process);
         process->waitForFinished();
@@ -52,25 +52,25 @@ protected:
 
 TEST_F(SingleInstanceTest, ASecondStartHandsItsRequestAndItsActivationTokenToTheFirst) {
     const auto first = startInstance(socket(), QStringLiteral("show"));
-    ASSERT_EQ(nextLine(*first), QStringLiteral("first"));
+    ASSERT_EQ(nextLine(*first), "first");
     struct stat info{};
     ASSERT_EQ(::stat(QFile::encodeName(socket()).constData(), &info), 0);
     EXPECT_EQ(info.st_mode & 0777, 0600U);
 
-    EXPECT_EQ(ask(QStringLiteral("show")), QStringLiteral("handed over"));
-    EXPECT_EQ(nextLine(*first), QStringLiteral("show"));
+    EXPECT_EQ(ask(QStringLiteral("show")), "handed over");
+    EXPECT_EQ(nextLine(*first), "show");
     qputenv("XDG_ACTIVATION_TOKEN", "token-7");
-    EXPECT_EQ(ask(QStringLiteral("show")), QStringLiteral("handed over"));
+    EXPECT_EQ(ask(QStringLiteral("show")), "handed over");
     qunsetenv("XDG_ACTIVATION_TOKEN");
-    EXPECT_EQ(nextLine(*first), QStringLiteral("show token-7"));
+    EXPECT_EQ(nextLine(*first), "show token-7");
 
     // The one that ends leaves the place to the next at once.
-    EXPECT_EQ(ask(QStringLiteral("quit")), QStringLiteral("handed over"));
-    EXPECT_EQ(nextLine(*first), QStringLiteral("quit token-7"));
+    EXPECT_EQ(ask(QStringLiteral("quit")), "handed over");
+    EXPECT_EQ(nextLine(*first), "quit token-7");
     const auto next = startInstance(socket(), QStringLiteral("show"));
-    EXPECT_EQ(nextLine(*next), QStringLiteral("first"));
+    EXPECT_EQ(nextLine(*next), "first");
     EXPECT_TRUE(first->waitForFinished());
-    EXPECT_EQ(ask(QStringLiteral("quit")), QStringLiteral("handed over"));
+    EXPECT_EQ(ask(QStringLiteral("quit")), "handed over");
     EXPECT_TRUE(next->waitForFinished());
 }
 
@@ -85,11 +85,11 @@ TEST_F(SingleInstanceTest, OfManySimultaneousStartsOneIsTheFirst) {
         QProcess* first = nullptr;
         for (const auto& start : starts) {
             const auto said = nextLine(*start);
-            if (said == QStringLiteral("handed over")) {
+            if (said == "handed over") {
                 ++handedOver;
                 start->waitForFinished();
             }
-            if (said == QStringLiteral("first")) {
+            if (said == "first") {
                 ++firsts;
                 first = start.get();
             }
@@ -105,29 +105,29 @@ TEST_F(SingleInstanceTest, OfManySimultaneousStartsOneIsTheFirst) {
 
 TEST_F(SingleInstanceTest, AFirstInstanceThatHangsIsSaidSoInTimeAndHearsNothingLate) {
     const auto first = startInstance(socket(), QStringLiteral("show"));
-    ASSERT_EQ(nextLine(*first), QStringLiteral("first"));
+    ASSERT_EQ(nextLine(*first), "first");
     ::kill(static_cast<pid_t>(first->processId()), SIGSTOP);
     QElapsedTimer time;
     time.start();
-    EXPECT_EQ(ask(QStringLiteral("show"), 300), QStringLiteral("unanswered"));
+    EXPECT_EQ(ask(QStringLiteral("show"), 300), "unanswered");
     EXPECT_GE(time.elapsed(), 300);
     EXPECT_LT(time.elapsed(), 3000);
     ::kill(static_cast<pid_t>(first->processId()), SIGCONT);
-    EXPECT_EQ(ask(QStringLiteral("quit")), QStringLiteral("handed over"));
-    EXPECT_EQ(nextLine(*first), QStringLiteral("quit"));
+    EXPECT_EQ(ask(QStringLiteral("quit")), "handed over");
+    EXPECT_EQ(nextLine(*first), "quit");
     EXPECT_TRUE(first->waitForFinished());
 }
 
 TEST_F(SingleInstanceTest, NonsenseOnTheSocketIsNoRequestAndHindersNobody) {
     const auto first = startInstance(socket(), QStringLiteral("show"));
-    ASSERT_EQ(nextLine(*first), QStringLiteral("first"));
+    ASSERT_EQ(nextLine(*first), "first");
     std::vector<int> clients;
     for (const auto& bytes : {QByteArray("SHOW\n"), QByteArray("\n"), QByteArray("rm -rf;x\n").prepend('.'),
                               QByteArray(5000, 'a'), QByteArray("sho"), QByteArray("\0show\n", 6)}) {
         clients.push_back(connectAndSend(bytes));
     }
-    EXPECT_EQ(ask(QStringLiteral("quit")), QStringLiteral("handed over"));
-    EXPECT_EQ(nextLine(*first), QStringLiteral("quit"));
+    EXPECT_EQ(ask(QStringLiteral("quit")), "handed over");
+    EXPECT_EQ(nextLine(*first), "quit");
     for (const int client : clients) {
         ::close(client);
     }
@@ -141,7 +141,7 @@ TEST_F(SingleInstanceTest, UnusualFoldersDoNotKeepTheApplicationFromRunning) {
     ASSERT_EQ(inDeepFolder.acquire("show"), SingleInstance::Role::first);
     inDeepFolder.answer();
     const auto second = startInstance(deep + QStringLiteral("/app.socket"), QStringLiteral("show"), 300);
-    EXPECT_EQ(nextLine(*second), QStringLiteral("unanswered")); // heard, but this process runs no event loop here
+    EXPECT_EQ(nextLine(*second), "unanswered"); // heard, but this process runs no event loop here
     second->waitForFinished();
 
     SingleInstance nowhere(m_folder.filePath(QStringLiteral("missing/app.socket")));

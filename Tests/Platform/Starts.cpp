@@ -50,14 +50,14 @@ std::unique_ptr<QProcess> startInstance(const QString& socket, const QString& re
     return process;
 }
 
-QString nextLine(QProcess& process) {
+std::string nextLine(QProcess& process) {
     const QDeadlineTimer deadline(10000);
     while (!process.canReadLine() && !deadline.hasExpired()) {
         if (!process.waitForReadyRead(static_cast<int>(deadline.remainingTime()))) {
             break;
         }
     }
-    return QString::fromUtf8(process.readLine()).trimmed();
+    return process.readLine().trimmed().toStdString();
 }
 
 } // namespace tunedeck::test

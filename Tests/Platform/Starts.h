@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <string>
 
 namespace tunedeck::test {
 
@@ -16,6 +17,6 @@ int runInstance(const QStringList& arguments);
 std::unique_ptr<QProcess> startInstance(const QString& socket, const QString& request, int patience = 2000);
 
 /// The next line that the process prints, within 10 s.
-QString nextLine(QProcess& process);
+std::string nextLine(QProcess& process);
 
 } // namespace tunedeck::test

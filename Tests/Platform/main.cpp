@@ -1,4 +1,5 @@
 #include "Tests/Platform/Starts.h"
+#include "Tests/Platform/TrayRoles.h"
 
 #include <QApplication>
 
@@ -15,6 +16,12 @@ int main(int argc, char** argv) {
             arguments << QString::fromUtf8(argv[i]);
         }
         return tunedeck::test::runInstance(arguments);
+    }
+    if (argc > 1 && std::strcmp(argv[1], "--status-item") == 0) {
+        return tunedeck::test::runStatusItem(argc, argv);
+    }
+    if (argc > 1 && std::strcmp(argv[1], "--tray-host") == 0) {
+        return tunedeck::test::runTrayHost(argc, argv);
     }
     testing::InitGoogleTest(&argc, argv);
     if (testing::GTEST_FLAG(list_tests)) {

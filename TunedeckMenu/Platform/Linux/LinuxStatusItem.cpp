@@ -155,7 +155,7 @@ void LinuxStatusItem::check() {
 
 bool LinuxStatusItem::isDocked() const {
     return m_dock && m_dock->testAttribute(Qt::WA_WState_Created) &&
-           isShownInside(static_cast<quint32>(m_dock->internalWinId()), TrayWatch::xembedWindow());
+           isShownBy(static_cast<quint32>(m_dock->internalWinId()), TrayWatch::xembedWindow());
 }
 
 std::optional<QRect> LinuxStatusItem::geometry() const {

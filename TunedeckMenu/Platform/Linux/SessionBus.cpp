@@ -1,5 +1,6 @@
 #include "TunedeckMenu/Platform/Linux/SessionBus.h"
 
+#include <QDBusError>
 #include <QDBusPendingCall>
 #include <QDBusPendingCallWatcher>
 #include <QFile>
@@ -36,6 +37,16 @@ SessionBus::~SessionBus() {
 
 void SessionBus::call(const QDBusMessage& message, std::chrono::milliseconds timeout, QObject* context,
                       std::function<void(const QDBusMessage& reply)> done) const {
+    if (!m_connection.isConnected()) {
+        // Qt's pending call would never finish.
+        QMetaObject::invokeMethod(
+            context,
+            [done = std::move(done)] {
+                done(QDBusMessage::createError(QDBusError::Disconnected, QStringLiteral("There is no session bus.")));
+            },
+            Qt::QueuedConnection);
+        return;
+    }
     auto* watcher =
         new QDBusPendingCallWatcher(m_connection.asyncCall(message, static_cast<int>(timeout.count())), context);
     connect(watcher, &QDBusPendingCallWatcher::finished, context, [watcher, done = std::move(done)] {

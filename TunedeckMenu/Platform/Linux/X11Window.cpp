@@ -24,9 +24,9 @@ xcb_connection_t* connection() {
 
 } // namespace
 
-bool isShownInside(quint32 window, quint32 ancestor) {
+bool isShownBy(quint32 window, quint32 tray) {
     auto* x = connection();
-    if (!x || window == 0 || ancestor == 0) {
+    if (!x || window == 0 || tray == 0) {
         return false;
     }
     const Reply<xcb_get_window_attributes_reply_t> attributes(
@@ -34,17 +34,19 @@ bool isShownInside(quint32 window, quint32 ancestor) {
     if (!attributes || attributes->map_state != XCB_MAP_STATE_VIEWABLE) {
         return false;
     }
-    for (auto at = window; at != 0 && at != ancestor;) {
+    // The tray's window that is known need not be the one that holds the icons, but both are of one client: their ids
+    // differ only in the bits that a client numbers its own windows with.
+    const auto client = tray & ~xcb_get_setup(x)->resource_id_mask;
+    for (auto at = window;;) {
         const Reply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(x, xcb_query_tree(x, at), nullptr));
-        if (!tree || tree->parent == tree->root) {
+        if (!tree || tree->parent == tree->root || tree->parent == XCB_WINDOW_NONE) {
             return false;
         }
         at = tree->parent;
-        if (at == ancestor) {
+        if ((at & ~xcb_get_setup(x)->resource_id_mask) == client) {
             return true;
         }
     }
-    return false;
 }
 
 std::optional<bool> wantsLightSymbols(quint32 tray) {
