@@ -108,7 +108,7 @@ TEST(RekordboxCard, LeavesOutWhatTheServiceDoesNotTell) {
 TEST(DownloadsCard, ShortensTheHomeFolderAtASlashOnly) {
     EXPECT_EQ(downloads(QStringLiteral("/Users/me/Music/Tunedeck")).folderSubtitle, u"~/Music/Tunedeck");
     EXPECT_EQ(downloads(QStringLiteral("/Users/me2/Sets")).folderSubtitle, u"/Users/me2/Sets");
-    EXPECT_EQ(downloads(QStringLiteral("/")).folderTitle, u"/");
+    EXPECT_EQ(downloads(QStringLiteral("/Users/me/Music/Tunedeck")).folderHelp, u"/Users/me/Music/Tunedeck");
 }
 
 TEST(DownloadsCard, BadgeAndDefaultButtonGoByTheSource) {

@@ -1,8 +1,6 @@
 #include "TunedeckCore/Paths.h"
 #include "TunedeckMenu/Panel/Panel.h"
 
-#include <QFileInfo>
-
 namespace tunedeck {
 
 namespace {
@@ -44,12 +42,10 @@ DownloadsView downloadsCard(const ServiceState& service, const std::optional<QSt
         .note = QStringLiteral("Applies from the next download."),
     };
     if (status) {
-        const QString name = QFileInfo(status->downloadDir).fileName();
         card.folderPath = status->downloadDir;
+        card.folderTitle = QStringLiteral("Show in Finder");
         card.folderSubtitle = abbreviatingHome(status->downloadDir, home);
-        card.folderTitle = name.isEmpty() ? card.folderSubtitle : name;
-        card.folderHelp = QStringLiteral("Show in Finder");
-        card.revealLabel = card.folderHelp;
+        card.folderHelp = status->downloadDir;
     } else {
         card.stoppedText = QStringLiteral("Start tunedeck to see where songs are saved.");
     }

@@ -246,7 +246,6 @@ struct AssistantsView {
     Q_PROPERTY(QString symbol MEMBER symbol)
     Q_PROPERTY(bool canReveal MEMBER canReveal)
     Q_PROPERTY(QString revealSymbol MEMBER revealSymbol)
-    Q_PROPERTY(QString revealLabel MEMBER revealLabel)
     Q_PROPERTY(QString emptyText MEMBER emptyText)
     Q_PROPERTY(bool busy MEMBER busy)
     Q_PROPERTY(QString cloudText MEMBER cloudText)
@@ -276,7 +275,6 @@ struct DownloadsView {
     Q_PROPERTY(QString folderTitle MEMBER folderTitle)
     Q_PROPERTY(QString folderSubtitle MEMBER folderSubtitle)
     Q_PROPERTY(QString folderHelp MEMBER folderHelp)
-    Q_PROPERTY(QString revealLabel MEMBER revealLabel)
     Q_PROPERTY(QString stoppedText MEMBER stoppedText)
     Q_PROPERTY(tunedeck::BannerView warning MEMBER warning)
     Q_PROPERTY(QString changeButton MEMBER changeButton)
@@ -292,7 +290,6 @@ public:
     QString folderTitle;
     QString folderSubtitle;
     QString folderHelp;
-    QString revealLabel; ///< of the control beside the folder that shows it in the file manager
     QString stoppedText; ///< instead of the folder while the service isn't running
     BannerView warning;
     QString changeButton;
