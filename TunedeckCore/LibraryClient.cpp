@@ -1,6 +1,7 @@
 #include "TunedeckCore/LibraryClient.h"
 
 #include "TunedeckCore/ServiceCall.h"
+#include "TunedeckCore/Support/JsonValue.h"
 
 namespace tunedeck {
 
@@ -27,12 +28,12 @@ QCoro::Task<Reply> send(HttpRequest request, std::stop_token stop) {
     co_return std::move(*reply);
 }
 
-QCoro::Task<Reply> post(const std::optional<QUrl>& base, const QByteArray& action,
-                        const std::map<QString, QString>& body, std::stop_token stop) {
+QCoro::Task<Reply> post(const std::optional<QUrl>& base, const QByteArray& action, const json::Object& body,
+                        std::stop_token stop) {
     return send({.method = HttpMethod::Post,
                  .url = service::resource(base, "local/rekordbox/" + action),
                  .timeout = std::chrono::seconds(120),
-                 .json = service::object(body)},
+                 .json = json::compactText(body)},
                 std::move(stop));
 }
 

@@ -1,12 +1,9 @@
 #pragma once
 
-#include "TunedeckCore/Support/Json.h"
-
 #include <QCoroTask>
 #include <QString>
 #include <QUrl>
 
-#include <map>
 #include <optional>
 #include <stop_token>
 

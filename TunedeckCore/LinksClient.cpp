@@ -1,5 +1,6 @@
 #include "TunedeckCore/Assistants.h"
 #include "TunedeckCore/ServiceCall.h"
+#include "TunedeckCore/Support/JsonValue.h"
 
 #include <utility>
 
@@ -13,29 +14,12 @@ struct LinkList {
     std::vector<AssistantLink> links;
 };
 
-// An error answer's members are read one by one: one of the wrong type doesn't hide the other.
-struct ErrorCode {
-    std::optional<QString> code;
-};
-struct ErrorText {
-    std::optional<QString> error;
-};
-
 } // namespace
 
 template<>
 struct json::Members<LinkList> {
     static constexpr auto list = std::tuple{member("links", &LinkList::links)};
 };
-template<>
-struct json::Members<ErrorCode> {
-    static constexpr auto list = std::tuple{member("code", &ErrorCode::code)};
-};
-template<>
-struct json::Members<ErrorText> {
-    static constexpr auto list = std::tuple{member("error", &ErrorText::error)};
-};
-
 namespace {
 
 /// An answer with a status from 200 to 299.
@@ -100,12 +84,18 @@ std::optional<QByteArray> pathOf(const QString& id) {
 } // namespace
 
 Failure Failure::from(int status, const QByteArray& body) {
-    const auto code = json::decode<ErrorCode>(body, json::Keys::AsWritten).value_or(ErrorCode{}).code;
+    const auto object = json::parseObject(body).value_or(json::Object());
+    const auto text = [&object](const QString& name) -> std::optional<QString> {
+        const auto member = object.find(name);
+        const auto* const string = member == object.end() ? nullptr : member->second.as<QString>();
+        return string ? std::optional(*string) : std::nullopt;
+    };
+    const auto code = text(QStringLiteral("code"));
     if (code == QStringLiteral("telegram_not_configured")) {
         return {.message = QStringLiteral("Telegram isn't available yet."), .code = code};
     }
-    const auto text = json::decode<ErrorText>(body, json::Keys::AsWritten).value_or(ErrorText{}).error;
-    return {.message = text ? *text : QStringLiteral("tunedeck answered %1.").arg(status), .code = code};
+    return {.message = text(QStringLiteral("error")).value_or(QStringLiteral("tunedeck answered %1.").arg(status)),
+            .code = code};
 }
 
 QCoro::Task<LinksClient::Result<std::vector<AssistantLink>>> LinksClient::list(std::stop_token stop) const {
@@ -114,7 +104,7 @@ QCoro::Task<LinksClient::Result<std::vector<AssistantLink>>> LinksClient::list(s
 
 QCoro::Task<LinksClient::Result<AssistantLink>> LinksClient::create(Assistant assistant, std::stop_token stop) const {
     auto creation = request(*this, HttpMethod::Post, "local/links");
-    creation.json = service::object(
+    creation.json = json::compactText(
         {{QStringLiteral("kind"), info(assistant).rawValue}, {QStringLiteral("label"), info(assistant).name}});
     return receive<AssistantLink>(std::move(creation), std::move(stop));
 }

@@ -6,7 +6,6 @@
 #include <QString>
 #include <QUrl>
 
-#include <map>
 #include <optional>
 
 /// What the clients of the service have in common.
@@ -15,9 +14,6 @@ namespace tunedeck::service {
 /// The URL of a path of the service, below a client's own base URL or else where the service listens at present. The
 /// path is percent-encoded already.
 QUrl resource(const std::optional<QUrl>& base, const QByteArray& encodedPath);
-
-/// A body: a JSON object of strings.
-QByteArray object(const std::map<QString, QString>& members);
 
 /// "tunedeck isn't running." when there was no answer, "Unexpected reply from tunedeck." when there was one that is
 /// too large to be taken.

@@ -1,10 +1,9 @@
 #include "TunedeckCore/ServiceEndpoint.h"
 
 #include "TunedeckCore/Support/AtomicFile.h"
+#include "TunedeckCore/Support/JsonValue.h"
 
 #include <QDir>
-
-#include <rapidjson/document.h>
 
 #include <optional>
 
@@ -12,26 +11,15 @@ namespace tunedeck::ServiceEndpoint {
 
 namespace {
 
-/// The port that a runtime file names: an integer by its form, 1 to 65535. Of several the last counts.
-std::optional<int> portIn(const QByteArray& json) {
-    // The parser takes a zero byte for the end.
-    if (json.contains('\0')) {
+/// The port that a runtime file names: an integer by its form, 1 to 65535.
+std::optional<int> portIn(const QByteArray& document) {
+    const auto object = json::parseObject(document);
+    if (!object) {
         return std::nullopt;
     }
-    rapidjson::Document document;
-    document.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag>(
-        json.constData(), static_cast<std::size_t>(json.size()));
-    if (document.HasParseError() || !document.IsObject()) {
-        return std::nullopt;
-    }
-    std::optional<int> port;
-    for (const auto& member : document.GetObject()) {
-        if (member.name == "port") {
-            const bool fits = member.value.IsInt() && member.value.GetInt() >= 1 && member.value.GetInt() <= 65535;
-            port = fits ? std::optional(member.value.GetInt()) : std::nullopt;
-        }
-    }
-    return port;
+    const auto member = object->find(QStringLiteral("port"));
+    const auto port = member == object->end() ? std::nullopt : member->second.integer();
+    return port && *port >= 1 && *port <= 65535 ? std::optional(static_cast<int>(*port)) : std::nullopt;
 }
 
 } // namespace
