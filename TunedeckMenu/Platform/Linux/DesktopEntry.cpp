@@ -4,17 +4,31 @@
 
 namespace tunedeck {
 
-QString execValue(const QString& program) {
-    QString quoted = QStringLiteral("\"");
-    for (const auto c : program) {
+namespace {
+
+// One argument in the quoting of the Exec key.
+QString quoted(const QString& argument) {
+    QString text = QStringLiteral("\"");
+    for (const auto c : argument) {
         if (c == u'"' || c == u'`' || c == u'$' || c == u'\\') {
-            quoted += u'\\';
+            text += u'\\';
         } else if (c == u'%') {
-            quoted += u'%'; // else it begins a field code
+            text += u'%'; // else it begins a field code
         }
-        quoted += c;
+        text += c;
     }
-    return escapedValue(quoted + u'"');
+    return text + u'"';
+}
+
+} // namespace
+
+QString execValue(const QString& program) {
+    // GLib looks for the program before it reads the doubled "%", and an "=" isn't allowed in it: both go through a
+    // shell.
+    const bool isPlain = !program.contains(u'%') && !program.contains(u'=');
+    return escapedValue(isPlain ? quoted(program)
+                                : QStringLiteral("/bin/sh -c ") + quoted(QStringLiteral("exec \"$0\"")) + u' ' +
+                                      quoted(program));
 }
 
 QString escapedValue(const QString& text) {

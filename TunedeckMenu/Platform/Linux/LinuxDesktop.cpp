@@ -29,11 +29,10 @@ void QtFolderPicker::choose(const QString& title, const QString& prompt, const Q
     m_dialog->setOption(QFileDialog::ShowDirsOnly);
     m_dialog->setLabelText(QFileDialog::Accept, prompt);
     m_dialog->setWindowModality(Qt::NonModal);
-    QObject::connect(
-        m_dialog, &QFileDialog::finished, m_dialog, [dialog = m_dialog.data(), done = std::move(done)](int result) {
-            const auto chosen = dialog->selectedFiles();
-            done(result == QDialog::Accepted && !chosen.isEmpty() ? std::optional(chosen.first()) : std::nullopt);
-        });
+    QObject::connect(m_dialog, &QFileDialog::finished, m_dialog, [this, done = std::move(done)](int result) {
+        const auto chosen = std::exchange(m_dialog, nullptr)->selectedFiles(); // it deletes itself
+        done(result == QDialog::Accepted && !chosen.isEmpty() ? std::optional(chosen.first()) : std::nullopt);
+    });
     m_dialog->show();
     m_dialog->activateWindow();
 }
