@@ -24,12 +24,12 @@ import xwatch
 TICK = os.sysconf("SC_CLK_TCK")
 
 
-def pss(pid):
-    """MiB of memory that are this process's share."""
+def memory(pid, field="Pss"):
+    """MiB of memory that are this process's share, or another figure of the kernel's."""
     for line in pathlib.Path(f"/proc/{pid}/smaps_rollup").read_text().splitlines():
-        if line.startswith("Pss:"):
+        if line.startswith(field + ":"):
             return int(line.split()[1]) / 1024
-    raise ValueError("smaps_rollup names no Pss")
+    raise ValueError(f"smaps_rollup names no {field}")
 
 
 def used(pid):
@@ -49,11 +49,11 @@ def ticks(pid):
     return (int(fields[11]) + int(fields[12])) * 1000 / TICK
 
 
-def others_with_qt(mine):
+def others_with_qt():
     """Processes that share Qt's memory with what is measured, and so make it look smaller."""
     found = []
     for entry in pathlib.Path("/proc").iterdir():
-        if entry.name.isdigit() and int(entry.name) not in mine:
+        if entry.name.isdigit():
             try:
                 if "libQt6Core" in (entry / "maps").read_text():
                     found.append((entry / "comm").read_text().strip())
@@ -143,18 +143,18 @@ def medians(values, programs):
 
 def at_rest(table, programs, rounds, settle, idle):
     """Memory and work of the programs when nobody touches them."""
-    memory, work, coarse, switches = ({program: [] for program in programs} for _ in range(4))
+    shares, work, coarse, switches = ({program: [] for program in programs} for _ in range(4))
     for _ in range(rounds):
         for program in programs:
             program.start()
             time.sleep(settle)
-            memory[program].append(pss(program.process.pid))
+            shares[program].append(memory(program.process.pid))
             milliseconds, by_ticks, switched = program.idle(idle)
             work[program].append(milliseconds)
             coarse[program].append(by_ticks)
             switches[program].append(switched / idle)
             program.stop()
-    table.add("PSS after start", "MiB", *medians(memory, programs), "1.2 x floor, 26 MiB")
+    table.add("PSS after start", "MiB", *medians(shares, programs), "1.2 x floor, 26 MiB")
     table.add(f"processor in {idle} s idle", "ms", *medians(work, programs), "5 ms in 30 s")
     table.add(f"the same by utime + stime (steps of {1000 // TICK} ms)", "ms", *medians(coarse, programs))
     table.add("context switches a second, idle", "", *medians(switches, programs), "under 2")
@@ -165,7 +165,7 @@ def panel(table, floor, application, openings, settle, idle):
     floor.start()
     floor.desktop.wait_for_window(floor.name)
     time.sleep(settle)
-    floor_memory = pss(floor.process.pid)
+    floor_memory = memory(floor.process.pid)
     floor.stop()
 
     application.start()
@@ -173,7 +173,7 @@ def panel(table, floor, application, openings, settle, idle):
     first, window = application.toggle()
     table.add("click until the first picture, first time", "ms", None, first * 1000, "150 ms")
     time.sleep(settle)
-    table.add("PSS with the panel open", "MiB", floor_memory, pss(application.process.pid), "48 MiB")
+    table.add("PSS with the panel open", "MiB", floor_memory, memory(application.process.pid), "48 MiB")
     frames_before = used(application.process.pid)[0]
     frames = application.desktop.frames(window, idle)
     table.add(f"frames in {idle} s with the panel open", "", None, frames, "none")
@@ -188,12 +188,14 @@ def panel(table, floor, application, openings, settle, idle):
         time.sleep(0.3)
     table.add("click until the first picture, later", "ms", None, statistics.median(later), "50 ms")
     time.sleep(settle)
-    before = pss(application.process.pid)
+    before = {field: memory(application.process.pid, field) for field in ("Pss", "Private_Dirty")}
     for _ in range(openings):
         application.toggle()
         application.close()
     time.sleep(settle)
-    table.add(f"PSS grown by {openings} openings", "MiB", None, pss(application.process.pid) - before, "2 MiB after 200")
+    for field, word in (("Pss", "PSS"), ("Private_Dirty", "memory of its own")):
+        grown = memory(application.process.pid, field) - before[field]
+        table.add(f"{word} grown by {openings} openings", "MiB", None, grown, "2 MiB after 200")
     application.stop()
 
 
@@ -255,12 +257,13 @@ def main():
                     break
                 time.sleep(0.1)
         try:
-            others = others_with_qt({os.getpid()})
+            others = set(others_with_qt())
             start_times(table, programs, rounds)
             at_rest(table, programs, 1 if options.quick else 3, settle, idle)
             if len(programs) == 2:
                 panel(table, floor_panel, programs[1], openings, settle, idle)
                 hanging_quit(table, programs[1], home, min(rounds, 5))
+            others.update(others_with_qt())
         finally:
             if service:
                 service.terminate()
@@ -269,7 +272,7 @@ def main():
     if len(programs) == 1:
         print("There is no application in this build; only the floor was measured.")
     if others:
-        print(f"Other programs with Qt ran meanwhile and make memory look smaller: {', '.join(sorted(set(others)))}")
+        print(f"Other programs with Qt ran meanwhile and make memory look smaller: {', '.join(sorted(others))}")
     print(f"Load: {os.getloadavg()[0]:.2f}, processors: {os.cpu_count()}")
     return 0
 
