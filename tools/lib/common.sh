@@ -95,8 +95,10 @@ build() { # build PRESET [TARGET…]: all targets when none is named; prints war
     local preset=$1 args=() target
     shift
     for target in "$@"; do args+=(--target "$target"); done
+    # Somebody who watches wants to see how far it is; a log doesn't.
+    [ -t 1 ] || args+=(-- --quiet)
     say "building $preset${*:+ ($*)}"
-    (cd "$project" && cmake --build --preset "$preset" -j "$(nproc)" "${args[@]}" -- --quiet) </dev/null || {
+    (cd "$project" && cmake --build --preset "$preset" -j "$(nproc)" "${args[@]}") </dev/null || {
         local free
         free=$(df --output=avail -k "$project/build" | tail -n 1)
         [ "$free" -gt 51200 ] || stop "the disk is full: $((free / 1024)) MiB are left for $project/build"
