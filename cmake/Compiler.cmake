@@ -29,7 +29,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # g++ 12 reports false positives for std::optional, std::expected and coroutine frames.
   target_compile_options(tunedeck_flags INTERFACE
     -Wno-maybe-uninitialized -Wno-subobject-linkage $<$<CONFIG:Release>:-Wno-array-bounds -Wno-stringop-overflow
-    -Wno-restrict>)
+    -Wno-restrict -Wno-dangling-pointer>)
 endif()
 if(TUNEDECK_SANITIZE)
   target_compile_options(tunedeck_flags INTERFACE
