@@ -66,7 +66,7 @@ const std::array<AssistantInfo, allAssistants.size()>& table() {
 QString capitalised(const QString& text) {
     icu::UnicodeString words(reinterpret_cast<const char16_t*>(text.utf16()), static_cast<int32_t>(text.size()));
     words.toTitle(nullptr, icu::Locale::getEnglish());
-    return QString::fromUtf16(words.getBuffer(), words.length());
+    return QString(reinterpret_cast<const QChar*>(words.getBuffer()), words.length());
 }
 
 } // namespace

@@ -62,10 +62,9 @@ TEST_F(Settings, AreCreatedWithTheirFolderAndReplacedWhenTheyAreNoObject) {
 TEST_F(Settings, KeepEveryOtherKeyToTheLetterOfItsValue) {
     EXPECT_EQ(rewritten(R"({"z":18446744073709551615,"y":-9223372036854775808,"x":[1e300,0.1,0.10,-0,1E+2,
         123456789012345678901234567890.123456789],"onboarded":0,"w":{"b":null,"a":{},"c":[],"é":[[[]]],"\u0041":true},
-        "v":"\ud83c\udfb5 \u00e9 \/ \\ \" \n\t\r\u0000\u001f\u007f\u2028","u":1,"u":2,"":""})"),
-              R"({
-  "": "",
-  "onboarded": true,
+        "v":"\ud83c\udfb5 \u00e9 \/ \\ \" \n\t\r\u0000\u001f\u007f\u2028","u":1,"u":2,"":"\ufeff"})"),
+              "{\n  \"\": \"\xEF\xBB\xBF\",\n"
+              R"(  "onboarded": true,
   "u": 2,
   "v": "🎵 é / \\ \" \n\t\r\u0000\u001f)"
               "\x7F\xE2\x80\xA8"

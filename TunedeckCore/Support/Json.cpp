@@ -101,7 +101,7 @@ public:
             if (token.kind != Token::Kind::Text) {
                 return expected("text"_L1, token);
             }
-            *static_cast<QString*>(value) = QString::fromUtf8(m_tape.text(token));
+            *static_cast<QString*>(value) = m_tape.string(token);
             return {};
         case TypeShape::Kind::Boolean:
             if (token.kind != Token::Kind::True && token.kind != Token::Kind::False) {

@@ -1,5 +1,7 @@
 #include "TunedeckCore/Support/JsonTape.h"
 
+#include <QStringDecoder>
+
 #include <rapidjson/error/en.h>
 #include <rapidjson/reader.h>
 
@@ -14,6 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr QByteArrayView byteOrderMark = "\xEF\xBB\xBF";
 constexpr unsigned parseFlags =
     rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
 
@@ -107,6 +110,14 @@ std::unexpected<Error> refused(QString reason, bool beyondLimits = false) {
 
 } // namespace
 
+QString Tape::string(const Token& token) const {
+    const QByteArrayView utf8 = text(token);
+    if (utf8.startsWith(byteOrderMark)) {
+        return QStringDecoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom)(utf8);
+    }
+    return QString::fromUtf8(utf8);
+}
+
 std::expected<Tape, Error> parseTape(const QByteArray& document, Limits limits) {
     if (document.size() > std::min<std::int64_t>(limits.bytes, std::numeric_limits<std::int32_t>::max())) {
         return refused(u"the document is larger than %1 bytes"_s.arg(limits.bytes), true);
@@ -115,7 +126,7 @@ std::expected<Tape, Error> parseTape(const QByteArray& document, Limits limits) 
         return refused(u"the document is not UTF-8 text"_s);
     }
     Tape tape;
-    tape.bytes = document.startsWith("\xEF\xBB\xBF") ? document.sliced(3) : document;
+    tape.bytes = document.startsWith(byteOrderMark) ? document.sliced(byteOrderMark.size()) : document;
     char* const bytes = tape.bytes.data(); // a copy of its own, ended by a zero; the parser unescapes in place
     rapidjson::InsituStringStream stream(bytes);
     TapeWriter writer(tape.tokens, bytes, limits.depth);

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
+#include <QString>
 
 #include <cstdint>
 #include <expected>
@@ -30,6 +31,9 @@ struct Tape {
     [[nodiscard]] QByteArrayView text(const Token& token) const {
         return QByteArrayView(bytes).sliced(token.offset, token.length);
     }
+
+    /// The text with every character of it, also a byte-order mark at its start, which QString::fromUtf8() drops.
+    [[nodiscard]] QString string(const Token& token) const;
 };
 
 /// Parses a whole document. White space around it and a byte-order mark before it are accepted, anything else beside

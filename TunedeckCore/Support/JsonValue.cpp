@@ -24,7 +24,7 @@ Value valueAt(const Tape& tape, std::uint32_t index) {
     case Token::Kind::Number:
         return Value::Storage(Number{tape.text(token).toByteArray()});
     case Token::Kind::Text:
-        return QString::fromUtf8(tape.text(token));
+        return tape.string(token);
     case Token::Kind::List: {
         Array array;
         for (std::uint32_t at = index + 1; at < token.next; at = tape.tokens[at].next) {
@@ -35,7 +35,7 @@ Value valueAt(const Tape& tape, std::uint32_t index) {
     case Token::Kind::Map: {
         Object object;
         for (std::uint32_t key = index + 1; key < token.next; key = tape.tokens[key + 1].next) {
-            object.insert_or_assign(QString::fromUtf8(tape.text(tape.tokens[key])), valueAt(tape, key + 1));
+            object.insert_or_assign(tape.string(tape.tokens[key]), valueAt(tape, key + 1));
         }
         return Value::Storage(std::move(object));
     }

@@ -95,6 +95,17 @@ QString joined(const QStringList& parts) {
     return shown.join(QStringLiteral(" · "));
 }
 
+QStringView trimmingSpaces(QStringView text) {
+    const auto isSpace = [](QChar c) { return c == u'\t' || c.category() == QChar::Separator_Space; };
+    while (!text.isEmpty() && isSpace(text.front())) {
+        text = text.sliced(1);
+    }
+    while (!text.isEmpty() && isSpace(text.back())) {
+        text.chop(1);
+    }
+    return text;
+}
+
 QString cut(const QString& text, int count) {
     if (text.size() <= count) {
         return text;

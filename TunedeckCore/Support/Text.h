@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
+#include <QStringView>
 
 #include <cstdint>
 
@@ -16,6 +17,9 @@ QString counted(std::int64_t count, const QString& noun);
 
 /// The non-empty parts joined with " · ".
 QString joined(const QStringList& parts);
+
+/// The text without spaces (of any width) and tabs at its ends; line breaks stay.
+QStringView trimmingSpaces(QStringView text);
 
 /// The first user-perceived characters of a text, at most `count`; a flag or a family emoji is never split.
 QString cut(const QString& text, int count);

@@ -1,0 +1,246 @@
+#include "Tests/Helpers/TemporaryHome.h"
+#include "TunedeckCore/Diagnostics.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unicode/regex.h>
+
+#include <atomic>
+#include <chrono>
+#include <random>
+#include <thread>
+
+using namespace tunedeck;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+TEST(Mask, HidesTokensCodesAndLongRuns) {
+    const QString run = u"abcdefghij0123456789_-AZ"_s; // 24
+    const std::vector<std::pair<QString, QString>> cases{
+        {u"Authorization: Bearer abc.def"_s, u"Authorization: Bearer …"_s},
+        {u"forBEARER \t\u00a0\n a b"_s, u"forBEARER \t\u00a0\n … b"_s},
+        {u"bearer bearer x"_s, u"bearer … x"_s},
+        {u"https://t.me/bot?start=x-1_Z&a=b"_s, u"https://t.me/bot?start=…&a=b"_s},
+        {u"?a=b&START=1 ?start=é"_s, u"?a=b&START=… ?start=é"_s},
+        {run, u"abcd…"_s},
+        {u"/"_s + run + u"xyz/mcp"_s, u"/abcd…/mcp"_s},
+        {run + u"."_s + run + u"é"_s + run, u"abcd….abcd…éabcd…"_s},
+        {u"?start="_s + run, u"?start=…"_s},
+        {u"token=\""_s + run.repeated(1000) + u"\""_s, u"token=\"abcd…\""_s},
+    };
+    for (const auto& [text, masked] : cases) {
+        EXPECT_EQ(Diagnostics::mask(text), masked) << text.toStdString();
+        EXPECT_EQ(Diagnostics::mask(masked), masked) << "masked twice";
+    }
+}
+
+TEST(Mask, LeavesAloneWhatIsNoSecret) {
+    for (const auto& text :
+         {u""_s, u"bearer"_s, u"bearer "_s, u"bearer\n"_s, u"bearertoken"_s, u"the bear er x"_s, u"start=abc"_s,
+          u"?started=abc"_s, u"?start= abc"_s, u"?start="_s, u"&restart=abc"_s, u"abcdefghij0123456789_-A"_s,
+          u"2025-03-01T18:04:05Z ERROR tunedeck::jobs: 12 tracks failed"_s, u"6ff42ae2-765d-4adf.8112"_s,
+          u"/home/me/Music/Friday Night (12 tracks)/01 – Intro.mp3"_s, u"ééééééééééééééééééééééééééé"_s,
+          u"https://r.example/v1/status?x=1&y=2"_s, u"…"_s}) {
+        EXPECT_EQ(Diagnostics::mask(text), text);
+    }
+}
+
+/// The same by regular expressions, which are the definition; fit for short texts only.
+QString maskedByExpressions(const QString& text) {
+    icu::UnicodeString masked(reinterpret_cast<const char16_t*>(text.utf16()), static_cast<int32_t>(text.size()));
+    for (const char* const pattern :
+         {R"((?i)(bearer\s+)\S+)", R"((?i)([?&]start=)[A-Za-z0-9_\-]+)",
+          R"((?<![A-Za-z0-9_\-])([A-Za-z0-9_\-]{4})[A-Za-z0-9_\-]{20,}(?![A-Za-z0-9_\-]))"}) {
+        UErrorCode error = U_ZERO_ERROR;
+        icu::RegexMatcher matcher(icu::UnicodeString::fromUTF8(pattern), masked, 0, error);
+        masked = matcher.replaceAll(icu::UnicodeString(u"$1…"), error);
+        EXPECT_TRUE(U_SUCCESS(error));
+    }
+    return QString(reinterpret_cast<const QChar*>(masked.getBuffer()), masked.length());
+}
+
+TEST(Mask, AgreesWithItsRegularExpressionsOnTextsOfTheirParts) {
+    const QStringList parts{u"bearer"_s, u"BeaRer"_s, u" "_s,       u"\t"_s,         u"\u0085"_s,
+                            u"\u00a0"_s, u"\u2028"_s, u"\u3000"_s,  u"\u200b"_s,     u"\u180e"_s,
+                            u"\v"_s,     u"\u001f"_s, u"?start="_s, u"&START="_s,    u"?\u017ftart="_s,
+                            u"start="_s, u"a"_s,      u"-_"_s,      u"0123456789"_s, u"ABCDEFGHIJKLM"_s,
+                            u"é"_s,      u"🎵"_s,     u"\u212a"_s,  u"\u017f"_s,     u"."_s,
+                            u"…"_s,      u"\n"_s,     u"\u1680"_s,  u"\u2007"_s,     u"\u202f"_s,
+                            u"\u205f"_s, u"\ufeff"_s, u"b"_s};
+    std::mt19937 random(20250301);
+    std::uniform_int_distribution<qsizetype> part(0, parts.size() - 1);
+    for (int round = 0; round < 5000; ++round) {
+        QString text;
+        for (int length = round % 24; length > 0; --length) {
+            text += parts[part(random)];
+        }
+        ASSERT_EQ(Diagnostics::mask(text), maskedByExpressions(text)) << text.toStdString();
+    }
+}
+
+TEST(Mask, TakesLinearTimeOnHostileText) {
+    const auto seconds = [](const QString& text) {
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_LE(Diagnostics::mask(text).size(), text.size());
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    };
+    constexpr qsizetype million = 1'000'000;
+    for (const auto& text : {QString(10 * million, u'x'), u"bearer"_s.repeated(million), u"bearer "_s.repeated(million),
+                             u"bearer"_s + QString(10 * million, u' '), u"?start="_s.repeated(million),
+                             u"aaaaaaaaaaaaaaaaaaaaaaa."_s.repeated(million / 2), QString(10 * million, u'b')}) {
+        EXPECT_LT(seconds(text), 5);
+    }
+}
+
+class LogTail : public testing::Test {
+protected:
+    QStringList lines(const QByteArray& log, int limit = 50, std::int64_t tailBytes = 512 * 1024) const {
+        return Diagnostics::warningLines(home.write(u"log"_s, log), limit, tailBytes);
+    }
+
+    test::TemporaryHome home;
+};
+
+TEST_F(LogTail, KeepsTheLastWarningsAndErrorsInOrder) {
+    EXPECT_EQ(lines("t WARN a\nt INFO b\n\nt ERROR c\nWARN d\nt WARN\nt WARNING e\nt  WARN  f \xFF"),
+              (QStringList{u"t WARN a"_s, u"t ERROR c"_s, u"t  WARN  f \uFFFD"_s}));
+    EXPECT_EQ(lines("1 WARN \n2 WARN \n3 WARN \n", 2), (QStringList{u"2 WARN "_s, u"3 WARN "_s}));
+    EXPECT_EQ(lines("1 WARN \n", 0), QStringList());
+    EXPECT_EQ(lines(""), QStringList());
+}
+
+TEST_F(LogTail, ReadsNoMoreThanItWasTold) {
+    const QByteArray log = "1 WARN one\n2 WARN two\n";
+    EXPECT_EQ(lines(log, 50, log.size()).size(), 2);
+    EXPECT_EQ(lines(log, 50, 17), QStringList(u"2 WARN two"_s));
+    EXPECT_EQ(lines(log, 50, 21), (QStringList{u" WARN one"_s, u"2 WARN two"_s}));
+    EXPECT_EQ(lines(log, 50, 0), QStringList());
+    QFile sparse(home.path(u"sparse"_s));
+    ASSERT_TRUE(sparse.open(QIODevice::WriteOnly) && sparse.resize(1LL << 40) && sparse.seek(1LL << 40));
+    sparse.write("\nt ERROR at the end\n");
+    sparse.close();
+    EXPECT_EQ(Diagnostics::warningLines(sparse.fileName(), 50, 4096), QStringList(u"t ERROR at the end"_s));
+}
+
+TEST_F(LogTail, IsEmptyForWhatIsNoReadableFileAndNeverWaits) {
+    EXPECT_EQ(Diagnostics::warningLines(home.path(u"missing"_s), 50, 4096), QStringList());
+    EXPECT_EQ(Diagnostics::warningLines(home.path(), 50, 4096), QStringList());
+    EXPECT_EQ(Diagnostics::warningLines(u"/dev/zero"_s, 50, 4096), QStringList());
+    const QString pipe = home.path(u"pipe"_s);
+    ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    EXPECT_EQ(Diagnostics::warningLines(pipe, 50, 4096), QStringList());
+}
+
+TEST_F(LogTail, SurvivesALogThatIsWrittenAndRotatedMeanwhile) {
+    const QString path = home.write(u"log"_s, {});
+    std::atomic_bool done = false;
+    std::jthread writer([&] {
+        for (int i = 0; !done; ++i) {
+            QFile log(path);
+            if (log.open(i % 3 == 0 ? QIODevice::WriteOnly : QIODevice::Append)) {
+                log.write(QByteArray("t WARN rotated\n").repeated(5000));
+            }
+            if (i % 5 == 0) {
+                QFile::remove(path + u".1"_s);
+                QFile::rename(path, path + u".1"_s);
+            }
+        }
+    });
+    for (int i = 0; i < 300; ++i) {
+        for (const QString& line : Diagnostics::warningLines(path, 10, 64 * 1024)) {
+            ASSERT_TRUE(u"t WARN rotated"_s.contains(line)) << line.toStdString();
+        }
+    }
+    done = true;
+}
+
+ServiceStatus status() {
+    ServiceStatus status;
+    status.downloadDir = u"/music"_s;
+    status.downloadDirWritable = true;
+    status.importXml = u"/music/import.xml"_s;
+    status.cloud.enabled = true;
+    for (int i = 1; i <= 6; ++i) {
+        status.recentJobs.push_back({.jobId = u"j%1"_s.arg(i), .state = u"done"_s, .message = u"m%1"_s.arg(i)});
+    }
+    return status;
+}
+
+const QDateTime moment(QDate(2025, 3, 1), QTime(18, 4, 5), Qt::UTC);
+
+TEST(Diagnostics, WithoutServiceTellsOnlyOfTheApplication) {
+    const Diagnostics::Input input{u"1.2.3"_s, {}, u"14.5"_s, u"Apple silicon"_s, {}, {}, {}, {}};
+    EXPECT_EQ(Diagnostics::report(input, moment), uR"(Tunedeck diagnostics · 2025-03-01T18:04:05Z
+App 1.2.3 · service not running
+macOS 14.5 · Apple silicon
+Assistants: none
+
+Recent warnings and errors:
+(none))"_s);
+}
+
+TEST(Diagnostics, TellsEverythingThatIsThereAndMasksTheWholeReport) {
+    Diagnostics::Input input{u"1.2.3"_s, u"2.0"_s, u"14.5"_s, u"Intel (x86_64)"_s, status(), ToolboxReport{}, {}, {}};
+    input.status->cloud.protocol = 3;
+    input.status->cloud.connected = false;
+    input.status->xmlVersion = u"7"_s;
+    input.status->downloadDirWritable = false;
+    input.status->rekordboxDb = ServiceStatus::Library{.rekordboxRunning = true,
+                                                       .pending = {{}, {}},
+                                                       .failed = {{}},
+                                                       .lastError = u"Bearer secret"_s,
+                                                       .currentVersion = u"42"_s};
+    input.toolbox->tools = {{u"yt-dlp"_s, u"yt-dlp==2025.1"_s, {}, true}, {u"ffmpeg"_s, {}, {}, false}};
+    input.toolbox->venvs = {{u"spotdl"_s, u"4"_s, {}, true}};
+    input.toolbox->error = u"offline"_s;
+    input.toolbox->manifest = u"2025-03"_s;
+    AssistantLink telegram;
+    telegram.kind = u"telegram"_s;
+    telegram.lastUsedAt = u"t"_s;
+    AssistantLink claude;
+    claude.kind = u"claude"_s;
+    claude.lastUsedAt = u"t"_s;
+    input.links = {telegram, claude};
+    input.logLines = {u"t WARN https://r.example/0123456789abcdefghijklmn/mcp"_s, u"t ERROR two"_s};
+    EXPECT_EQ(Diagnostics::report(input, moment.toOffsetFromUtc(3600)), uR"(Tunedeck diagnostics · 2025-03-01T18:04:05Z
+App 1.2.3 · service 2.0
+macOS 14.5 · Intel (x86_64)
+Cloud: on · protocol 3 · not connected
+Downloads: /music (NOT writable)
+Import XML: /music/import.xml · v7
+Rekordbox library: v42 · 2 pending · 1 failed · Rekordbox open
+  last error: Bearer …
+Job j1 done: m1
+Job j2 done: m2
+Job j3 done: m3
+Job j4 done: m4
+Job j5 done: m5
+Tools: yt-dlp 2025.1, ffmpeg missing (not ready)
+  toolbox error: offline
+  manifest: 2025-03
+Assistants: Telegram (not used yet), Claude (used)
+
+Recent warnings and errors:
+t WARN https://r.example/0123…/mcp
+t ERROR two)"_s);
+}
+
+TEST(Diagnostics, LeavesOutWhatIsUnknown) {
+    Diagnostics::Input input{u"1"_s, u"2"_s, u"3"_s, u"4"_s, status(), {}, {}, {}};
+    input.status->recentJobs.clear();
+    input.status->rekordboxDb = ServiceStatus::Library{};
+    EXPECT_TRUE(Diagnostics::report(input, moment).contains(uR"(
+Cloud: on
+Downloads: /music (writable)
+Import XML: /music/import.xml
+Rekordbox library: v— · 0 pending · 0 failed
+Assistants: none
+)"_s));
+    input.status->cloud = {.enabled = false, .connected = true};
+    EXPECT_TRUE(Diagnostics::report(input, moment).contains(u"\nCloud: off · connected\n"_s));
+}
+
+} // namespace
