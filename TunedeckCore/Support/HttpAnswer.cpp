@@ -95,8 +95,10 @@ public:
     }
 
 private:
+    using Parser = http::response_parser<BytesBody>;
+
     void restart() {
-        m_parser.emplace();
+        m_parser = std::make_unique<Parser>();
         m_parser->eager(true);
         m_parser->header_limit(static_cast<std::uint32_t>(std::min<std::size_t>(m_limits.header, UINT32_MAX)));
         m_parser->body_limit(m_limits.body);
@@ -136,7 +138,7 @@ private:
     }
 
     HttpLimits m_limits;
-    std::optional<http::response_parser<BytesBody>> m_parser;
+    std::unique_ptr<Parser> m_parser;
     QByteArray m_rest;
     std::size_t m_interim = 0;
 };
