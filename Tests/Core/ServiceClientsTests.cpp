@@ -243,13 +243,16 @@ TEST(ServiceClients, GiveUpInTheirTimeAndAtOnceWhenStopped) {
     EXPECT_EQ(server.connections(), static_cast<int>(all.size()));
 }
 
-TEST(ServiceClients, OnlyStatus200MakesADocumentAndOnly202AnInstallation) {
+TEST(ServiceClients, EachAcceptsItsOwnStatusCodes) {
     TestServer server;
     const auto report = QByteArray(R"({"tools": [], "venvs": [], "installing": false})");
-    for (const int status : {200, 201, 202, 203, 206, 302, 404}) {
+    for (const int status : {200, 201, 202, 206, 299, 300, 302, 404, 500}) {
         server.on("GET /local/status", answer(status, statusDocument));
         server.on("GET /local/toolbox", answer(status, report));
         server.on("POST /local/toolbox/install", answer(status, report));
+        server.on("GET /local/links", answer(status, R"({"links": []})"));
+        EXPECT_EQ(runToEnd(tellList(server.url(), {})),
+                  status < 300 ? QStringLiteral("0") : QStringLiteral("tunedeck answered %1.").arg(status));
         EXPECT_EQ(runToEnd(tellStatus(server.url(), {})) != none, status == 200) << status;
         EXPECT_EQ(runToEnd(tellReport(server.url(), {})) != none, status == 200) << status;
         EXPECT_EQ(runToEnd(tellInstall(server.url(), {})) != no, status == 202) << status;

@@ -113,7 +113,7 @@ std::vector<Misbehaviour> misbehaviours() {
         {"SendsAnEndlessChunkLine", flood(chunked + "3;", hundredMegabytes), told(TooLarge)},
         {"SendsAHugeChunk", flood(chunked + "6400000\r\n", hundredMegabytes), told(TooLarge)},
         {"Announces100Megabytes", hang(ok + "Content-Length: 104857600\r\n\r\n"), told(TooLarge)},
-        {"Sends100Megabytes", flood(ok + "\r\n", hundredMegabytes), told(TooLarge), true},
+        {"Sends100Megabytes", flood(ok + "\r\n", hundredMegabytes), told(TooLarge)},
     };
 }
 
@@ -149,7 +149,7 @@ TEST(LocalHttp, ABodyWithinALargerLimitComesWholeAndTheLoopStaysAlive) {
     ASSERT_TRUE(outcome);
     EXPECT_EQ(outcome->body.size(), hundredMegabytes);
     EXPECT_EQ(outcome->body.count('x'), hundredMegabytes);
-    EXPECT_GE(heart.ticks(), 5);
+    EXPECT_GE(heart.ticks(), 3);
 }
 
 TEST(LocalHttp, SendsTheRequestAsGiven) {
