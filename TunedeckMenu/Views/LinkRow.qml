@@ -99,6 +99,8 @@ Column {
 
         SecretField {
             width: parent.width
+
+            onCopied: Actions.copySecret(key)
         }
     }
 

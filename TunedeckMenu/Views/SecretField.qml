@@ -12,6 +12,8 @@ Item {
     required property string button
     required property string buttonSymbol
 
+    signal copied
+
     implicitHeight: copy.implicitHeight
 
     Label {
@@ -53,6 +55,6 @@ Item {
         label: field.button
         symbol: field.buttonSymbol
 
-        onClicked: Actions.copySecret(field.key)
+        onClicked: field.copied()
     }
 }
