@@ -14,16 +14,37 @@ Card {
         text: card.view.badge
     }
 
-    PathRow {
-        hint: card.view.folderHelp
-        path: card.view.folderPath
-        subtitle: card.view.folderSubtitle
-        title: card.view.folderTitle
+    Item {
+        implicitHeight: folder.implicitHeight
         visible: card.view.hasFolder
-        width: parent.width + 12
-        x: -6
+        width: parent.width
 
-        onClicked: Actions.revealDownloads()
+        PathRow {
+            id: folder
+
+            anchors.left: parent.left
+            anchors.leftMargin: -6
+            anchors.right: reveal.visible ? reveal.left : parent.right
+            hint: card.view.folderHelp
+            path: card.view.folderPath
+            subtitle: card.view.folderSubtitle
+            title: card.view.folderTitle
+
+            onClicked: Actions.revealDownloads()
+        }
+
+        IconButton {
+            id: reveal
+
+            anchors.right: parent.right
+            anchors.rightMargin: -5
+            anchors.verticalCenter: parent.verticalCenter
+            label: card.view.revealLabel
+            symbol: "magnifyingglass"
+            visible: label !== ""
+
+            onClicked: Actions.revealDownloads()
+        }
     }
 
     Label {

@@ -11,6 +11,8 @@ Item {
     required property string help
     required property string button
     required property string buttonSymbol
+    /// What tells it from its equals in other rows.
+    property string owner
 
     signal copied
 
@@ -54,6 +56,8 @@ Item {
         hint: field.help
         label: field.button
         symbol: field.buttonSymbol
+
+        Accessible.description: field.owner === "" ? hint : hint + " (" + field.owner + ")"
 
         onClicked: field.copied()
     }
