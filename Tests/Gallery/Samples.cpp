@@ -211,10 +211,9 @@ PanelContent usual() {
     content.downloads.hasFolder = true;
     content.downloads.stoppedText.clear();
     content.downloads.folderPath = homeless + u"/Music/Tunedeck"_s;
-    content.downloads.folderTitle = u"Tunedeck"_s;
-    content.downloads.revealLabel = u"Show in Finder"_s;
+    content.downloads.folderTitle = u"Show in Finder"_s;
     content.downloads.folderSubtitle = u"~/Music/Tunedeck"_s;
-    content.downloads.folderHelp = u"Show in Finder"_s;
+    content.downloads.folderHelp = homeless + u"/Music/Tunedeck"_s;
     RekordboxView& library = content.rekordbox;
     library.badge = u"Library v1.3.0"_s;
     library.badgeHelp = u"Semver of your Rekordbox library's latest backup"_s;
@@ -297,7 +296,7 @@ PanelContent longWords() {
     }
     content.downloads.folderPath = path;
     content.downloads.folderSubtitle = path;
-    content.downloads.folderTitle = u"Überraschungspartysammlung"_s;
+    content.downloads.folderHelp = path;
     content.downloads.badge = u"Custom"_s;
     content.downloads.defaultButton = u"Use Default"_s;
     content.downloads.warning = {.shown = true,

@@ -14,37 +14,16 @@ Card {
         text: card.view.badge
     }
 
-    Item {
-        implicitHeight: folder.implicitHeight
+    PathRow {
+        hint: card.view.folderHelp
+        path: card.view.folderPath
+        subtitle: card.view.folderSubtitle
+        title: card.view.folderTitle
         visible: card.view.hasFolder
-        width: parent.width
+        width: parent.width + 12
+        x: -6
 
-        PathRow {
-            id: folder
-
-            anchors.left: parent.left
-            anchors.leftMargin: -6
-            anchors.right: reveal.visible ? reveal.left : parent.right
-            hint: card.view.folderHelp
-            path: card.view.folderPath
-            subtitle: card.view.folderSubtitle
-            title: card.view.folderTitle
-
-            onClicked: Actions.revealDownloads()
-        }
-
-        IconButton {
-            id: reveal
-
-            anchors.right: parent.right
-            anchors.rightMargin: -5
-            anchors.verticalCenter: parent.verticalCenter
-            label: card.view.revealLabel
-            symbol: "magnifyingglass"
-            visible: label !== ""
-
-            onClicked: Actions.revealDownloads()
-        }
+        onClicked: Actions.revealDownloads()
     }
 
     Label {
