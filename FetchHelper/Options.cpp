@@ -21,11 +21,9 @@ bool read(std::string_view text, Number& number) {
 std::optional<Options> parseOptions(int argc, char** argv) {
     Options options;
     const std::array known{
-        option{"file", required_argument, nullptr, 'f'},
-        option{"limit", required_argument, nullptr, 'l'},
-        option{"timeout", required_argument, nullptr, 't'},
-        option{"stall", required_argument, nullptr, 's'},
-        option{nullptr, 0, nullptr, 0},
+        option{"file", required_argument, nullptr, 'f'},    option{"limit", required_argument, nullptr, 'l'},
+        option{"timeout", required_argument, nullptr, 't'}, option{"stall", required_argument, nullptr, 's'},
+        option{"parent", required_argument, nullptr, 'p'},  option{nullptr, 0, nullptr, 0},
     };
     bool good = true;
     for (int found = 0; (found = getopt_long(argc, argv, "", known.data(), nullptr)) != -1;) {
@@ -41,6 +39,9 @@ std::optional<Options> parseOptions(int argc, char** argv) {
             break;
         case 's':
             good = good && read(optarg, options.stall);
+            break;
+        case 'p':
+            good = good && read(optarg, options.parent);
             break;
         default:
             good = false;

@@ -18,6 +18,7 @@ namespace {
 /// Ends with the application that started it, and can gain nothing on the way.
 void giveUpWhatIsNotNeeded(pid_t parent) {
     prctl(PR_SET_PDEATHSIG, SIGKILL, 0, 0, 0);
+    // It may have gone before it could be tied to.
     if (getppid() != parent) {
         std::_Exit(EXIT_FAILURE);
     }
@@ -29,13 +30,15 @@ void giveUpWhatIsNotNeeded(pid_t parent) {
 } // namespace
 
 int main(int argc, char** argv) {
-    giveUpWhatIsNotNeeded(getppid());
+    const pid_t starter = getppid();
     const auto options = tunedeck::fetch::parseOptions(argc, argv);
     if (!options) {
-        std::fputs("usage: tunedeck-fetch --file FILE --limit BYTES [--timeout SECONDS] [--stall SECONDS] URL\n",
+        std::fputs("usage: tunedeck-fetch --file FILE --limit BYTES [--timeout SECONDS] [--stall SECONDS] [--parent "
+                   "PID] URL\n",
                    stderr);
         return 2;
     }
+    giveUpWhatIsNotNeeded(options->parent > 0 ? options->parent : starter);
     curl_global_init(CURL_GLOBAL_DEFAULT);
     const auto status = tunedeck::fetch::transfer(*options);
     if (!status) {

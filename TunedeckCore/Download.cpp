@@ -3,6 +3,7 @@
 #include "TunedeckCore/Support/AtomicFile.h"
 #include "TunedeckCore/Support/Process.h"
 
+#include <QCoreApplication>
 #include <QTemporaryFile>
 
 namespace tunedeck {
@@ -45,7 +46,8 @@ QCoro::Task<std::expected<int, QString>> Downloader::download(DownloadRequest re
     ProcessRequest process{
         .program = m_helper,
         .arguments = {QStringLiteral("--file"), request.file, QStringLiteral("--limit"), QString::number(request.limit),
-                      QStringLiteral("--timeout"), QString::number(request.timeout.count()), QStringLiteral("--"),
+                      QStringLiteral("--timeout"), QString::number(request.timeout.count()), QStringLiteral("--parent"),
+                      QString::number(QCoreApplication::applicationPid()), QStringLiteral("--"),
                       QString::fromLatin1(request.url.toEncoded())},
         .onOutput = [report](const QByteArray& part) { report->take(part); },
     };

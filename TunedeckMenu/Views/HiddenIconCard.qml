@@ -5,10 +5,16 @@ import Tunedeck.Views
 Card {
     id: card
 
-    readonly property textCardView view: Panel.hiddenIcon
+    property textCardView view
 
     symbol: view.symbol
     title: view.title
+
+    Binding on view  {
+        restoreMode: Binding.RestoreNone
+        value: Panel.hiddenIcon
+        when: Panel.hiddenIcon.shown
+    }
 
     Label {
         text: card.view.text

@@ -66,7 +66,7 @@ Column {
             role: Accessible.ButtonMenu
             symbol: "ellipsis.circle"
 
-            Accessible.description: row.name + " " + row.detail
+            Accessible.description: row.name
 
             onClicked: menu.setSource("LinkMenu.qml", {
                     "byKeyboard": more.focusShown,
@@ -98,10 +98,7 @@ Column {
         model: row.fields
 
         SecretField {
-            owner: (parent as LinkRow).name
             width: parent.width
-
-            onCopied: Actions.copySecret(key)
         }
     }
 
@@ -116,7 +113,6 @@ Column {
         onLoaded: {
             const block = item as TelegramPairing;
             block.view = Qt.binding(() => row.pairing);
-            block.owner = Qt.binding(() => row.name);
             block.openPressed.connect(() => Actions.openTelegram(row.rowId));
             block.newCodePressed.connect(() => Actions.newTelegramCode(row.rowId));
         }

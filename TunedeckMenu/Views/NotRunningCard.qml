@@ -5,10 +5,16 @@ import Tunedeck.Views
 Card {
     id: card
 
-    readonly property notRunningView view: Panel.notRunning
+    property notRunningView view
 
     symbol: view.symbol
     title: view.title
+
+    Binding on view  {
+        restoreMode: Binding.RestoreNone
+        value: Panel.notRunning
+        when: Panel.notRunning.shown
+    }
 
     Label {
         text: card.view.text

@@ -5,10 +5,16 @@ import Tunedeck.Views
 Card {
     id: card
 
-    readonly property recentView view: Panel.recent
+    property recentView view
 
     symbol: view.symbol
     title: view.title
+
+    Binding on view  {
+        restoreMode: Binding.RestoreNone
+        value: Panel.recent
+        when: Panel.recent.shown
+    }
 
     Column {
         spacing: 8

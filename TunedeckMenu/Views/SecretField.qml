@@ -11,10 +11,6 @@ Item {
     required property string help
     required property string button
     required property string buttonSymbol
-    /// What tells it from its equals in other rows.
-    property string owner
-
-    signal copied
 
     implicitHeight: copy.implicitHeight
 
@@ -57,8 +53,6 @@ Item {
         label: field.button
         symbol: field.buttonSymbol
 
-        Accessible.description: field.owner === "" ? hint : hint + " (" + field.owner + ")"
-
-        onClicked: field.copied()
+        onClicked: Actions.copySecret(field.key)
     }
 }

@@ -5,10 +5,16 @@ import Tunedeck.Views
 Card {
     id: card
 
-    readonly property toolsNoticeView view: Panel.tools
+    property toolsNoticeView view
 
     symbol: view.symbol
     title: view.title
+
+    Binding on view  {
+        restoreMode: Binding.RestoreNone
+        value: Panel.tools
+        when: Panel.tools.shown
+    }
 
     accessory: Badge {
         text: card.view.badge

@@ -1,0 +1,159 @@
+#include "Tests/Update/Zip.h"
+#include "TunedeckCore/Archive.h"
+#include "TunedeckCore/Support/RemoveTree.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+
+namespace tunedeck::test {
+
+namespace {
+
+constexpr unsigned linkMode = 0120777;
+
+class ArchiveTest : public testing::Test {
+protected:
+    bool unpack(const QByteArray& bytes, ArchiveLimits limits = {}) {
+        QDir(destination()).removeRecursively();
+        QDir().mkpath(destination());
+        QFile file(folder.filePath(QStringLiteral("a.zip")));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        file.close();
+        return unpackZip(file.fileName(), destination(), {}, limits);
+    }
+
+    /// Whether the archive is refused before anything is written.
+    bool refuses(const std::vector<ZipEntry>& entries, ZipStyle style = {}) {
+        std::vector<ZipEntry> all{{.name = "first", .contents = "harmless"}};
+        all.insert(all.end(), entries.begin(), entries.end());
+        return !unpack(zip(all, style)) &&
+               QDir(destination()).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot) &&
+               QDir(folder.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size() == 2;
+    }
+
+    QString destination() const { return folder.filePath(QStringLiteral("to")); }
+    QByteArray read(const char* name) const {
+        QFile file(destination() + u'/' + QFile::decodeName(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+    }
+    unsigned mode(const char* name) const {
+        struct stat facts{};
+        lstat(QFile::encodeName(destination() + u'/' + QFile::decodeName(name)).constData(), &facts);
+        return facts.st_mode;
+    }
+
+    QTemporaryDir folder;
+};
+
+} // namespace
+
+TEST_F(ArchiveTest, KeepsPermissionsAndLinksInside) {
+    ASSERT_TRUE(unpack(zip({
+        {.name = "a.app/", .mode = 040755},
+        {.name = "a.app/run", .contents = "#!", .mode = 0100755},
+        {.name = "a.app/deep/er/data", .contents = "d", .mode = 0100600},
+        {.name = "a.app/deep/link", .mode = linkMode, .linkTarget = "../run"},
+        {.name = "a.app/other", .mode = linkMode, .linkTarget = "deep/er"},
+    })));
+    EXPECT_EQ(mode("a.app/run"), 0100755U);
+    EXPECT_EQ(mode("a.app/deep/er/data"), 0100600U);
+    EXPECT_EQ(read("a.app/deep/link"), "#!");
+    EXPECT_EQ(read("a.app/other/data"), "d");
+}
+
+TEST_F(ArchiveTest, RefusesNamesThatLeaveTheFolder) {
+    for (const char* name : {"../out", "a/../../out", "/etc/out", "a/..", "//out"}) {
+        EXPECT_TRUE(refuses({{.name = name, .contents = "x"}})) << name;
+    }
+    EXPECT_TRUE(refuses({{.name = QByteArray(300, 'n')}}));
+    EXPECT_TRUE(refuses({{.name = "twice", .contents = "1"}, {.name = "twice", .contents = "2"}}));
+    EXPECT_TRUE(refuses({{.name = "a/twice"}, {.name = "a//./twice"}}));
+}
+
+TEST_F(ArchiveTest, RefusesLinksThatLeaveTheFolder) {
+    for (const char* target : {"/etc", "..", "../..", "a/../../out", "a/../b", "../../to/../x", "./../x"}) {
+        EXPECT_TRUE(refuses({{.name = "l", .mode = linkMode, .linkTarget = target}})) << target;
+    }
+    EXPECT_TRUE(refuses({{.name = "d/l", .mode = linkMode, .linkTarget = "../../x"}}));
+    EXPECT_TRUE(refuses({{.name = "l", .mode = linkMode, .linkTarget = "d"}, {.name = "l/file", .contents = "x"}}))
+        << "no name may lead through a link";
+    EXPECT_TRUE(refuses({{.name = "l/file", .contents = "x"}, {.name = "l", .mode = linkMode, .linkTarget = "d"}}));
+}
+
+TEST_F(ArchiveTest, RefusesWhatNoApplicationHolds) {
+    EXPECT_TRUE(refuses({{.name = "setuid", .contents = "x", .mode = 0104755}}));
+    EXPECT_TRUE(refuses({{.name = "setgid", .contents = "x", .mode = 0102755}}));
+    EXPECT_TRUE(refuses({{.name = "locked", .contents = "x"}}, {.encrypted = true}));
+}
+
+TEST_F(ArchiveTest, MakesNoDevicesOrFifos) {
+    // The writer can't record them, so their type is put into the directory's record of the entry.
+    const auto typed = [](char type) {
+        QByteArray bytes = zip({{.name = "first", .contents = "x"}});
+        bytes[bytes.indexOf("PK\x01\x02") + 41] = static_cast<char>(type | 1);
+        return bytes;
+    };
+    EXPECT_FALSE(unpack(typed('\x20'))) << "a character device";
+    EXPECT_FALSE(unpack(typed('\x60'))) << "a block device";
+    EXPECT_TRUE(unpack(typed('\x10'))) << "a FIFO is read as the file that went through it";
+    EXPECT_TRUE(S_ISREG(mode("first")));
+}
+
+TEST_F(ArchiveTest, RefusesWhatExceedsItsBounds) {
+    std::vector<ZipEntry> many;
+    for (int i = 0; i < 20'001; ++i) {
+        many.push_back({.name = "f" + QByteArray::number(i)});
+    }
+    EXPECT_FALSE(unpack(zip(many)));
+    many.pop_back();
+    EXPECT_TRUE(unpack(zip(many)));
+    const QByteArray big = zip({{.name = "big", .contents = QByteArray(2'000'000, '\0')}});
+    EXPECT_LT(big.size(), 10'000);
+    EXPECT_FALSE(unpack(big, {.bytes = 1'999'999}));
+    EXPECT_TRUE(unpack(big, {.bytes = 2'000'000}));
+}
+
+TEST_F(ArchiveTest, RefusesWhatEndsTooEarly) {
+    const QByteArray whole = zip({{.name = "a", .contents = QByteArray(5000, 'a')}, {.name = "b", .contents = "b"}});
+    for (const qsizetype size : {qsizetype(0), qsizetype(10), whole.size() / 2, whole.size() - 10}) {
+        EXPECT_FALSE(unpack(whole.left(size))) << size;
+    }
+    EXPECT_FALSE(unpack("this is no archive"));
+    EXPECT_FALSE(unpackZip(folder.filePath(QStringLiteral("missing.zip")), destination()));
+}
+
+TEST_F(ArchiveTest, UnpacksWhatIsMerelyUnusual) {
+    const std::vector<ZipEntry> entries{{.name = "f", .contents = QByteArray(5000, 'f')}};
+    EXPECT_TRUE(unpack(zip(entries, {.stored = true})));
+    EXPECT_EQ(read("f").size(), 5000);
+    EXPECT_TRUE(unpack(zip(entries, {.zip64 = true})));
+    EXPECT_TRUE(unpack(zip(entries) + "something behind the end"));
+    EXPECT_TRUE(unpack(zip({{.name = "Gr\xc3\xbc\xc3\x9f"
+                                     "e",
+                             .contents = "u"}})));
+    EXPECT_EQ(read("Gr\xc3\xbc\xc3\x9f"
+                   "e"),
+              "u");
+}
+
+TEST_F(ArchiveTest, UnpacksNamesInOtherEncodings) {
+    QByteArray bytes = zip({{.name = "latin-\xe9", .contents = "l"}});
+    // Old archivers don't claim that their names are UTF-8: bit 11 of the flags, in both records of the entry.
+    bytes[bytes.indexOf("PK\x03\x04") + 7] = '\0';
+    bytes[bytes.indexOf("PK\x01\x02") + 9] = '\0';
+    EXPECT_TRUE(unpack(bytes));
+    const std::filesystem::path name = folder.path().toStdString() + "/to/latin-\xe9";
+    EXPECT_EQ(std::filesystem::file_size(name), 1U);
+    EXPECT_TRUE(removeTree(destination())) << "a name that Qt can't read is removed as well";
+    EXPECT_FALSE(std::filesystem::exists(name));
+}
+
+} // namespace tunedeck::test

@@ -1,0 +1,119 @@
+#include "Tests/Helpers/RunTask.h"
+#include "Tests/Helpers/TestServer.h"
+#include "Tests/Update/Signing.h"
+#include "TunedeckCore/UpdateFeed.h"
+
+#include <gtest/gtest.h>
+
+namespace tunedeck::test {
+
+namespace {
+
+const char* const goodFeed = R"({"latest":{"version":"1.4.1","url":"https://x.example/a.zip","sha256":"AB"}})";
+
+UpdateCheck upToDate() {
+    return {UpdateCheck::UpToDate{}};
+}
+
+UpdateCheck failed(const char* message) {
+    return {UpdateCheck::Failed{QString::fromUtf8(message)}};
+}
+
+/// A real server with a feed and its signature, asked through the real helper program.
+class UpdateFeedTest : public testing::Test {
+protected:
+    void publish(const QByteArray& feed) {
+        server.on("GET /download/appcast.json", behave::answer(200, feed));
+        server.on("GET /download/appcast.json.sig", behave::answer(200, key.sign(feed) + "\n"));
+    }
+
+    UpdateCheck check(const char* current = "1.4.0", SystemVersion system = {14, 1, 3}) {
+        const UpdateFeed feed{.url = server.url("/download/appcast.json"),
+                              .publicKey = key.publicKey(),
+                              .fetch = UpdateFeed::download(Downloader(QStringLiteral(TUNEDECK_FETCH)))};
+        return runToEnd(feed.check(QString::fromLatin1(current), system, {}));
+    }
+
+    TestServer server;
+    SigningKey key;
+};
+
+} // namespace
+
+TEST_F(UpdateFeedTest, FindsANewerRelease) {
+    publish(R"({"latest":{"version":"1.4.1","min_macos":"14.1","url":"u","sha256":"AB","size":5000000000,"notes":"N",
+                "new":[1]}})");
+    const UpdateCheck found = check();
+    const auto* available = std::get_if<UpdateCheck::Available>(&found.value);
+    ASSERT_TRUE(available);
+    EXPECT_EQ(available->release.version, u"1.4.1");
+    EXPECT_EQ(available->release.minMacos, u"14.1");
+    EXPECT_EQ(available->release.size, 5'000'000'000);
+    const QList<ServedRequest> requests = server.requests();
+    ASSERT_EQ(requests.size(), 2);
+    EXPECT_EQ(requests[0].target, "/download/appcast.json") << "the feed first, then its signature";
+    EXPECT_EQ(requests[1].target, "/download/appcast.json.sig");
+    EXPECT_TRUE(requests[0].headers.at("cache-control").contains("no-cache"));
+}
+
+TEST_F(UpdateFeedTest, ComparesVersionsByPrecedence) {
+    publish(goodFeed);
+    EXPECT_EQ(check("1.4.1"), upToDate());
+    EXPECT_EQ(check("2.0.0"), upToDate());
+    EXPECT_NE(check("1.4.1-beta.1"), upToDate());
+    EXPECT_EQ(check("1.4"), failed("Unreadable version in the update feed."));
+    publish(R"({"latest":{"version":"one","url":"u","sha256":""}})");
+    EXPECT_EQ(check(), failed("Unreadable version in the update feed."));
+}
+
+TEST_F(UpdateFeedTest, NamesTheSystemThatAReleaseNeeds) {
+    publish(R"({"latest":{"version":"1.5.0","minMacos":"14.2","url":"u","sha256":""}})");
+    EXPECT_EQ(check("1.4.0", {14, 1, 3}), failed("Tunedeck 1.5.0 needs macOS 14.2 or later."));
+    EXPECT_NE(check("1.4.0", {14, 2, 0}), failed("Tunedeck 1.5.0 needs macOS 14.2 or later."));
+    EXPECT_EQ(check("1.5.0", {1, 0, 0}), upToDate()) << "what isn't newer needs nothing";
+}
+
+TEST(UpdateFeedSystem, ReadsAMinimumPieceByPiece) {
+    const SystemVersion system{14, 1, 3};
+    for (const char* met : {"", "abc", "14", "14.1", "14.1.3", "14.1.3.9", "14.x", "..14..1", "13.99"}) {
+        EXPECT_TRUE(UpdateFeed::satisfies(system, QString::fromLatin1(met))) << met;
+    }
+    for (const char* unmet : {"15", "14.2", "14.1.4", "14.10"}) {
+        EXPECT_FALSE(UpdateFeed::satisfies(system, QString::fromLatin1(unmet))) << unmet;
+    }
+}
+
+TEST_F(UpdateFeedTest, ReadsNothingThatIsNotSigned) {
+    publish(goodFeed);
+    const UpdateCheck unsignedFeed = failed("The update feed isn't signed by Tunedeck.");
+    server.on("GET /download/appcast.json", behave::answer(200, QByteArray(goodFeed) + " "));
+    EXPECT_EQ(check(), unsignedFeed) << "one space more than was signed";
+    server.on("GET /download/appcast.json", behave::answer(200, "not JSON"));
+    EXPECT_EQ(check(), unsignedFeed) << "it is not parsed before";
+    publish("not JSON");
+    const UpdateCheck broken = check();
+    ASSERT_TRUE(std::holds_alternative<UpdateCheck::Failed>(broken.value));
+    EXPECT_NE(broken, unsignedFeed);
+    publish(goodFeed);
+    server.on("GET /download/appcast.json.sig", behave::answer(200, "\xff\xfe"));
+    EXPECT_EQ(check(), unsignedFeed);
+}
+
+TEST_F(UpdateFeedTest, AnswersOfTheServer) {
+    EXPECT_EQ(check(), upToDate()) << "nothing is published yet";
+    publish(goodFeed);
+    server.on("GET /download/appcast.json.sig", behave::answer(404, ""));
+    EXPECT_EQ(check(), upToDate());
+    for (const int status : {204, 304, 500}) {
+        server.on("GET /download/appcast.json", behave::raw("HTTP/1.1 " + QByteArray::number(status) + " X\r\n\r\n"));
+        EXPECT_EQ(check(), failed(("The update server answered " + std::to_string(status) + ".").c_str()));
+    }
+    server.on("GET /download/appcast.json", behave::raw("HTTP/1.1 200 OK\r\nContent-Length: 500\r\n\r\n{"));
+    EXPECT_TRUE(std::holds_alternative<UpdateCheck::Failed>(check().value)) << "broken off";
+    server.on("GET /download/appcast.json", behave::flood("HTTP/1.1 200 OK\r\n\r\n", 1'000'000'000));
+    EXPECT_EQ(check(), failed("The download is larger than it may be."));
+    server.stop();
+    EXPECT_TRUE(std::holds_alternative<UpdateCheck::Failed>(check().value));
+}
+
+} // namespace tunedeck::test

@@ -1,0 +1,253 @@
+#include "Tests/Helpers/RunTask.h"
+#include "Tests/Helpers/SmallDisk.h"
+#include "Tests/Helpers/TestServer.h"
+#include "Tests/Update/Zip.h"
+#include "TunedeckCore/UpdateInstaller.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <random>
+
+namespace tunedeck::test {
+
+namespace {
+
+const char* const identifier = "com.brightfold.tunedeck.menu";
+
+/// An installed version 1.4.0 in a folder of its own, and a server with an archive of 1.4.1.
+class UpdateInstallerTest : public testing::Test {
+protected:
+    explicit UpdateInstallerTest(QString in = {}) {
+        parent = in.isEmpty() ? folder.path() : in;
+        installed = parent + QStringLiteral("/Tunedeck.app");
+        writeApp(installed, "1.4.0", identifier, "old");
+        offer(appEntries("1.4.1", identifier, "new"));
+    }
+
+    void offer(const std::vector<ZipEntry>& entries) {
+        archive = zip(entries);
+        server.on("GET /a.zip", behave::answer(200, archive));
+        release.version = QStringLiteral("1.4.1");
+        release.url = server.url("/a.zip").toString();
+        release.sha256 = QString::fromLatin1(QCryptographicHash::hash(archive, QCryptographicHash::Sha256).toHex());
+    }
+
+    UpdateInstaller::Result<QString> install() {
+        return runToEnd(UpdateInstaller::install(release, installed, QString::fromLatin1(identifier),
+                                                 Downloader(QStringLiteral(TUNEDECK_FETCH)), {}, {}));
+    }
+
+    QByteArray program() const {
+        QFile file(installed + QStringLiteral("/Contents/MacOS/Tunedeck"));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("gone");
+    }
+
+    /// Whether the old application stands untouched and nothing lies beside it.
+    bool untouched() const {
+        return program() == "old" && QDir(parent).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot) ==
+                                         QStringList{QStringLiteral("Tunedeck.app")};
+    }
+
+    TestServer server;
+    QTemporaryDir folder;
+    QString parent;
+    QString installed;
+    QByteArray archive;
+    Release release;
+};
+
+QString failure(const UpdateInstaller::Result<QString>& result) {
+    return result ? QStringLiteral("no failure") : result.error().description();
+}
+
+} // namespace
+
+TEST_F(UpdateInstallerTest, SwapsInTheNewBundleAndLeavesNothingBehind) {
+    release.sha256 = release.sha256.toUpper();
+    const auto result = install();
+    ASSERT_TRUE(result) << failure(result).toStdString();
+    EXPECT_EQ(*result, installed);
+    EXPECT_EQ(program(), "new");
+    EXPECT_TRUE(QFileInfo(installed + QStringLiteral("/Contents/MacOS/Tunedeck")).isExecutable());
+    EXPECT_EQ(QDir(parent).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(), 1);
+}
+
+TEST_F(UpdateInstallerTest, RefusesAnythingButThePromisedApplication) {
+    offer(appEntries("1.4.0", identifier, "new"));
+    EXPECT_EQ(failure(install()), u"The download isn't the expected Tunedeck: version 1.4.0, expected 1.4.1.");
+    offer(appEntries("1.4.1", "org.example.other", "new"));
+    EXPECT_EQ(failure(install()), u"The download isn't the expected Tunedeck: bundle org.example.other.");
+    offer({{.name = "Tunedeck.app/Contents/Info.plist", .contents = "<plist><dict/></plist>"}});
+    EXPECT_EQ(failure(install()), u"The download isn't the expected Tunedeck: bundle ?.");
+    const QString noApp = QStringLiteral("The download doesn't contain Tunedeck.");
+    offer({{.name = "Tunedeck.app/Contents/x", .contents = "x"}});
+    EXPECT_EQ(failure(install()), noApp);
+    offer({{.name = "readme", .contents = "x"}});
+    EXPECT_EQ(failure(install()), noApp);
+    auto hostile = appEntries("1.4.1", identifier, "new");
+    hostile.push_back({.name = "../Tunedeck.app/Contents/MacOS/Tunedeck", .contents = "evil"});
+    offer(hostile);
+    EXPECT_EQ(failure(install()), noApp);
+    release.sha256[0] = release.sha256[0] == u'0' ? u'1' : u'0';
+    EXPECT_EQ(failure(install()), u"The download doesn't match its checksum.");
+    EXPECT_TRUE(untouched());
+}
+
+TEST_F(UpdateInstallerTest, PassesOnWhatTheServerOrTheAddressSays) {
+    server.on("GET /a.zip", behave::answer(404, ""));
+    EXPECT_EQ(failure(install()), u"The update server answered 404.");
+    server.on("GET /a.zip", behave::answer(204, ""));
+    EXPECT_EQ(failure(install()), u"The update server answered 204.");
+    server.on("GET /a.zip", behave::resetAfter("HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\nabc"));
+    EXPECT_FALSE(install());
+    release.url = QStringLiteral("no address");
+    EXPECT_EQ(failure(install()), u"The download doesn't contain Tunedeck.");
+    EXPECT_TRUE(untouched());
+}
+
+TEST_F(UpdateInstallerTest, ReplacesFoldersOnly) {
+    const QString fresh = parent + QStringLiteral("/fresh.app");
+    writeApp(fresh, "1.4.1", identifier, "new");
+    const QString link = parent + QStringLiteral("/link.app");
+    QFile::link(installed, link);
+    EXPECT_FALSE(UpdateInstaller::replace(link, fresh));
+    EXPECT_FALSE(UpdateInstaller::replace(parent + QStringLiteral("/missing.app"), fresh));
+    EXPECT_EQ(program(), "old");
+    EXPECT_TRUE(UpdateInstaller::replace(installed, fresh));
+    EXPECT_EQ(program(), "new");
+    EXPECT_FALSE(QFileInfo::exists(fresh));
+}
+
+TEST_F(UpdateInstallerTest, StoppingLeavesTheOldOne) {
+    server.on("GET /a.zip", behave::hang("HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\nabc"));
+    std::stop_source source;
+    const auto ending =
+        endingOf(UpdateInstaller::install(release, installed, QString::fromLatin1(identifier),
+                                          Downloader(QStringLiteral(TUNEDECK_FETCH)), {}, source.get_token()));
+    ASSERT_TRUE(runUntil([&] { return server.open() == 1; }));
+    source.request_stop();
+    ASSERT_TRUE(ending->isThere());
+    EXPECT_FALSE(*ending->value);
+    EXPECT_TRUE(untouched());
+}
+
+/// Kills an update at a random moment, many times: the place always holds one whole bundle, and the next start sweeps
+/// up what is left.
+TEST_F(UpdateInstallerTest, KilledAtAnyMomentLeavesOneWholeBundle) {
+    auto entries = appEntries("1.4.1", identifier, "new");
+    for (int i = 0; i < 200; ++i) {
+        entries.push_back(
+            {.name = "Tunedeck.app/Contents/Resources/" + QByteArray::number(i), .contents = QByteArray(20'000, 'r')});
+    }
+    offer(entries);
+    std::mt19937 random(20260314);
+    int swapped = 0;
+    const int rounds =
+        qEnvironmentVariableIntValue("TUNEDECK_KILLS") > 0 ? qEnvironmentVariableIntValue("TUNEDECK_KILLS") : 30;
+    for (int round = 0; round < rounds; ++round) {
+        QDir(installed).removeRecursively();
+        writeApp(installed, "1.4.0", identifier, "old");
+        const pid_t child = fork();
+        if (child == 0) {
+            const QByteArray url = server.url("/a.zip").toEncoded();
+            execl(TUNEDECK_UPDATE_ONCE, TUNEDECK_UPDATE_ONCE, url.constData(), release.sha256.toLatin1().constData(),
+                  QFile::encodeName(installed).constData(), nullptr);
+            _exit(127);
+        }
+        usleep(std::uniform_int_distribution<useconds_t>(5'000, 150'000)(random));
+        kill(child, SIGKILL);
+        int status = 0;
+        waitpid(child, &status, 0);
+        const bool isNew = program() == "new";
+        swapped += isNew;
+        EXPECT_TRUE(isNew || program() == "old") << round;
+        const auto valid = UpdateInstaller::validate(installed, QString::fromLatin1(identifier),
+                                                     isNew ? QStringLiteral("1.4.1") : QStringLiteral("1.4.0"));
+        EXPECT_TRUE(valid) << round;
+        EXPECT_EQ(QDir(installed + QStringLiteral("/Contents/Resources")).count(), isNew ? 202U : 0U) << round;
+        // The download helper ends with its parent, but a moment later; until then it may hold the lock.
+        EXPECT_TRUE(runUntil([&] {
+            UpdateInstaller::sweep(installed);
+            return QDir(parent).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size() == 1;
+        })) << round;
+    }
+    RecordProperty("swapped", swapped);
+}
+
+TEST(UpdateInstallerSweep, LeavesAnUpdateUnderWayAlone) {
+    QTemporaryDir folder;
+    const QString installed = folder.filePath(QStringLiteral("Tunedeck.app"));
+    writeApp(installed, "1.4.0", identifier, "old");
+    TestServer server;
+    server.on("GET /a.zip", behave::hang());
+    Release release;
+    release.url = server.url("/a.zip").toString();
+    std::stop_source source;
+    const auto ending = endingOf(UpdateInstaller::install(
+        release, installed, {}, Downloader(QStringLiteral(TUNEDECK_FETCH)), {}, source.get_token()));
+    const auto beside = [&] {
+        return QDir(folder.path()).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot).size();
+    };
+    EXPECT_EQ(beside(), 2);
+    UpdateInstaller::sweep(installed);
+    EXPECT_EQ(beside(), 2);
+    source.request_stop();
+    EXPECT_EQ(beside(), 1);
+}
+
+TEST(UpdateInstallerDisk, FullOrReadOnlyKeepsTheOldOne) {
+    const SmallDisk disk(2'000);
+    if (!disk.isThere()) {
+        GTEST_SKIP() << disk.reason();
+    }
+    const QString installed = disk.path(QStringLiteral("Tunedeck.app"));
+    writeApp(installed, "1.4.0", identifier, "old");
+    auto entries = appEntries("1.4.1", identifier, "new");
+    entries.push_back({.name = "Tunedeck.app/large", .contents = QByteArray(3'000'000, 'x')});
+    const QByteArray archive = zip(entries);
+    TestServer server;
+    server.on("GET /a.zip", behave::answer(200, archive));
+    Release release;
+    release.version = QStringLiteral("1.4.1");
+    release.url = server.url("/a.zip").toString();
+    release.sha256 = QString::fromLatin1(QCryptographicHash::hash(archive, QCryptographicHash::Sha256).toHex());
+    const auto install = [&] {
+        return runToEnd(UpdateInstaller::install(release, installed, QString::fromLatin1(identifier),
+                                                 Downloader(QStringLiteral(TUNEDECK_FETCH)), {}, {}));
+    };
+    const auto entriesBeside = [&] {
+        return QDir(disk.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size();
+    };
+    EXPECT_FALSE(install()) << "there is no room to unpack it";
+    disk.fill();
+    EXPECT_FALSE(install()) << "there is no room to download it";
+    disk.makeRoom();
+    EXPECT_EQ(entriesBeside(), 1);
+    disk.setReadOnly(true);
+    EXPECT_EQ(install().error().kind, UpdateError::Kind::notWritable);
+    EXPECT_EQ(server.requests().size(), 2) << "nothing is downloaded for a folder that can't be written";
+    disk.setReadOnly(false);
+    EXPECT_TRUE(UpdateInstaller::validate(installed, QString::fromLatin1(identifier), QStringLiteral("1.4.0")));
+}
+
+TEST(UpdateInstallerHash, AgreesWithAnotherImplementation) {
+    QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("f")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray(1'048'576, 'a') + "b");
+    file.close();
+    EXPECT_EQ(UpdateInstaller::sha256Hex(file.fileName()),
+              QString::fromLatin1(
+                  QCryptographicHash::hash(QByteArray(1'048'576, 'a') + "b", QCryptographicHash::Sha256).toHex()));
+    EXPECT_FALSE(UpdateInstaller::sha256Hex(folder.filePath(QStringLiteral("missing"))));
+}
+
+} // namespace tunedeck::test

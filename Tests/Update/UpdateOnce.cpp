@@ -1,0 +1,19 @@
+// Runs one update and ends, for the tests that kill it: UpdateOnce URL SHA256 BUNDLE.
+
+#include "Tests/Helpers/RunTask.h"
+#include "TunedeckCore/UpdateInstaller.h"
+
+#include <QCoreApplication>
+
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    tunedeck::Release release;
+    release.version = QStringLiteral("1.4.1");
+    release.url = arguments.value(1);
+    release.sha256 = arguments.value(2);
+    const auto result = tunedeck::test::runToEnd(
+        tunedeck::UpdateInstaller::install(release, arguments.value(3), QStringLiteral("com.brightfold.tunedeck.menu"),
+                                           tunedeck::Downloader(QStringLiteral(TUNEDECK_FETCH)), {}, {}));
+    return result ? 0 : 1;
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+
+#include <expected>
+
+namespace tunedeck {
+
+/// A folder beside the installed application for one update, on the same volume; removed with all it holds when this
+/// goes. While it is in use its lock file is locked, so that another start doesn't sweep it away.
+class ScratchFolder {
+public:
+    /// Makes a fresh one beside a bundle. Failures are the platform's description.
+    static std::expected<ScratchFolder, QString> make(const QString& bundle);
+
+    /// Removes those beside a bundle that nobody uses any more.
+    static void sweep(const QString& bundle);
+
+    ScratchFolder(ScratchFolder&& other) noexcept;
+    ~ScratchFolder();
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(ScratchFolder&&) = delete;
+
+    /// The path of something in it.
+    [[nodiscard]] QString at(const QString& name) const;
+
+private:
+    ScratchFolder(QString path, int lock) : m_path(std::move(path)), m_lock(lock) {}
+
+    QString m_path;
+    int m_lock;
+};
+
+} // namespace tunedeck
