@@ -87,6 +87,22 @@ QList<Shot> shots() {
     installing.tools.installingText = u"Installing…"_s;
     installing.tools.progress = 0.4;
 
+    OnboardingContent telegram = samples::assistantStep();
+    telegram.chosen = u"telegram"_s;
+    telegram.pairing = samples::telegramLink(u"t"_s, false).pairing;
+    telegram.liveText = u"Waiting for you to tap Start in Telegram…"_s;
+    OnboardingContent claude = samples::assistantStep();
+    claude.chosen = u"claude"_s;
+    claude.pasteText = u"Paste this into Claude"_s;
+    claude.privateUrl = u"https://tunedeck.example/m/k7QxPz81mWv0aVh8Kd"_s;
+    claude.copyButton = u"Copied"_s;
+    claude.setupSteps = {u"In Claude, open Settings → Connectors."_s,
+                         u"Choose “Add custom connector” and paste the URL."_s,
+                         u"Choose Connect, then ask for a track."_s};
+    claude.connected = true;
+    claude.liveText = u"Connected. Try: “Add open.spotify.com/track/4uLU6h… to a playlist called Friday”"_s;
+    claude.error = u"Couldn't make a link. Is this Mac online?"_s;
+
     const Confirmation restore{
         .message = u"Restore your Rekordbox library to v1.2.0?"_s,
         .informativeText =
@@ -109,6 +125,11 @@ QList<Shot> shots() {
         {.name = u"crowded"_s, .panel = samples::crowded()},
         {.name = u"backups"_s, .panel = samples::usual(), .then = [](PanelViews&) { press(u"Backups (3)"_s); }},
         {.name = u"more"_s, .panel = samples::usual(), .then = [](PanelViews&) { press(u"More"_s); }},
+        {.name = u"welcome-tools"_s, .place = Place::Onboarding, .onboarding = samples::toolsStep()},
+        {.name = u"welcome-rekordbox"_s, .place = Place::Onboarding, .onboarding = samples::rekordboxStep()},
+        {.name = u"welcome-assistant"_s, .place = Place::Onboarding, .onboarding = samples::assistantStep()},
+        {.name = u"welcome-telegram"_s, .place = Place::Onboarding, .onboarding = telegram},
+        {.name = u"welcome-claude"_s, .place = Place::Onboarding, .onboarding = claude},
         {.name = u"confirm"_s, .panel = samples::usual(), .place = Place::Window, .then = ask},
     };
 }

@@ -246,6 +246,7 @@ struct AssistantsView {
     Q_PROPERTY(QString symbol MEMBER symbol)
     Q_PROPERTY(bool canReveal MEMBER canReveal)
     Q_PROPERTY(QString revealSymbol MEMBER revealSymbol)
+    Q_PROPERTY(QString revealLabel MEMBER revealLabel)
     Q_PROPERTY(QString emptyText MEMBER emptyText)
     Q_PROPERTY(bool busy MEMBER busy)
     Q_PROPERTY(QString cloudText MEMBER cloudText)

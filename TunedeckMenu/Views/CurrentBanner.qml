@@ -1,19 +1,13 @@
 import QtQuick
 import Tunedeck.Views
 
-/// The one current line of success or failure; keeps its words while it fades.
+/// The one current line of success or failure.
 Banner {
     id: banner
 
-    property bannerView view
+    readonly property bannerView view: Panel.banner
 
     detail: view.detail
     text: view.text
     tone: view.tone
-
-    Binding on view  {
-        restoreMode: Binding.RestoreNone
-        value: Panel.banner
-        when: Panel.banner.shown
-    }
 }

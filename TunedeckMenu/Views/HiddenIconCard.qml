@@ -5,16 +5,10 @@ import Tunedeck.Views
 Card {
     id: card
 
-    property textCardView view
+    readonly property textCardView view: Panel.hiddenIcon
 
     symbol: view.symbol
     title: view.title
-
-    Binding on view  {
-        restoreMode: Binding.RestoreNone
-        value: Panel.hiddenIcon
-        when: Panel.hiddenIcon.shown
-    }
 
     Label {
         text: card.view.text

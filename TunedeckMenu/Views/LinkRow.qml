@@ -66,7 +66,7 @@ Column {
             role: Accessible.ButtonMenu
             symbol: "ellipsis.circle"
 
-            Accessible.description: row.name
+            Accessible.description: row.name + " " + row.detail
 
             onClicked: menu.setSource("LinkMenu.qml", {
                     "byKeyboard": more.focusShown,
@@ -98,7 +98,10 @@ Column {
         model: row.fields
 
         SecretField {
+            owner: (parent as LinkRow).name
             width: parent.width
+
+            onCopied: Actions.copySecret(key)
         }
     }
 
@@ -113,6 +116,7 @@ Column {
         onLoaded: {
             const block = item as TelegramPairing;
             block.view = Qt.binding(() => row.pairing);
+            block.owner = Qt.binding(() => row.name);
             block.openPressed.connect(() => Actions.openTelegram(row.rowId));
             block.newCodePressed.connect(() => Actions.newTelegramCode(row.rowId));
         }

@@ -5,16 +5,10 @@ import Tunedeck.Views
 Card {
     id: card
 
-    property notRunningView view
+    readonly property notRunningView view: Panel.notRunning
 
     symbol: view.symbol
     title: view.title
-
-    Binding on view  {
-        restoreMode: Binding.RestoreNone
-        value: Panel.notRunning
-        when: Panel.notRunning.shown
-    }
 
     Label {
         text: card.view.text

@@ -29,6 +29,19 @@ QVariant LinkModel::data(const QModelIndex& index, int role) const {
     return KeyedModel::data(index, role);
 }
 
+namespace {
+
+/// What goes fades, and says meanwhile what it said.
+template<typename Part>
+void keepWords(const Part& old, Part& next) {
+    if (!next.shown) {
+        next = old;
+        next.shown = false;
+    }
+}
+
+} // namespace
+
 PanelModel::PanelModel(QQmlEngine& engine) : QObject(&engine) {
     QJSEngine::setObjectOwnership(this, QJSEngine::CppOwnership);
     for (QObject* list : std::initializer_list<QObject*>{&m_jobs, &m_links, &m_connect, &m_failed, &m_backups}) {
@@ -40,7 +53,13 @@ PanelModel* PanelModel::create(QQmlEngine* engine, QJSEngine*) {
     return engine->findChild<PanelModel*>(QString(), Qt::FindDirectChildrenOnly);
 }
 
-void PanelModel::take(const PanelContent& content) {
+void PanelModel::take(const PanelContent& next) {
+    PanelContent content = next;
+    keepWords(m_content.hiddenIcon, content.hiddenIcon);
+    keepWords(m_content.notRunning, content.notRunning);
+    keepWords(m_content.recent, content.recent);
+    keepWords(m_content.tools, content.tools);
+    keepWords(m_content.banner, content.banner);
     const PanelContent old = std::exchange(m_content, content);
     m_jobs.assign(content.recent.jobs);
     m_links.assignLinks(content.assistants.links);

@@ -48,8 +48,8 @@ public:
     /// The one of that engine.
     static PanelModel* create(QQmlEngine* engine, QJSEngine*);
 
-    /// Becomes `content`.
-    void take(const PanelContent& content);
+    /// Becomes `next`. What isn't shown any more keeps its words.
+    void take(const PanelContent& next);
 
     [[nodiscard]] HeaderView header() const { return m_content.header; }
     [[nodiscard]] TextCardView hiddenIcon() const { return m_content.hiddenIcon; }

@@ -26,6 +26,14 @@ bool seen(const QQuickWindow* window) {
     return window != nullptr && window->isVisible() && window->visibility() != QWindow::Minimized;
 }
 
+void centre(QQuickWindow& window) {
+    if (const QScreen* screen = window.screen()) {
+        QRect place(QPoint(), window.size());
+        place.moveCenter(screen->availableGeometry().center());
+        window.setPosition(place.topLeft());
+    }
+}
+
 void bringToFront(QQuickWindow& window) {
     if (window.visibility() == QWindow::Minimized) {
         window.showNormal();
@@ -39,7 +47,10 @@ void bringToFront(QQuickWindow& window) {
 } // namespace
 
 QuickViews::QuickViews(PanelHost& host, const Appearance& appearance)
-    : m_host(host), m_surroundings(*new Surroundings(m_engine)), m_model(*new PanelModel(m_engine)) {
+    : m_host(host)
+    , m_surroundings(*new Surroundings(m_engine))
+    , m_model(*new PanelModel(m_engine))
+    , m_onboardingModel(*new OnboardingModel(host, m_engine)) {
     new ActionBridge(host.actions(), m_engine);
     static const bool once = [] {
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
@@ -162,11 +173,7 @@ void QuickViews::showWindow() {
         connect(m_window.get(), SIGNAL(wantedHeightChanged()), this, SLOT(wantedSizeChanged()));
         connect(m_window.get(), SIGNAL(wantedWidthChanged()), this, SLOT(wantedSizeChanged()));
         sizeWindow();
-        if (const QScreen* screen = m_window->screen()) {
-            QRect place(QPoint(), m_window->size());
-            place.moveCenter(screen->availableGeometry().center());
-            m_window->setPosition(place.topLeft());
-        }
+        centre(*m_window);
     }
     closePopover();
     bringToFront(*m_window);
@@ -197,9 +204,35 @@ void QuickViews::wantedSizeChanged() {
     }
 }
 
-void QuickViews::showOnboarding() {}
-void QuickViews::closeOnboarding() {}
-void QuickViews::onboardingChanged() {}
+void QuickViews::showOnboarding() {
+    m_onboardingModel.take(m_host.onboardingContent());
+    if (m_onboarding == nullptr) {
+        m_onboarding = make(u"OnboardingWindow.qml"_s, {});
+        const QSize size = wantedSize(*m_onboarding);
+        m_onboarding->setMinimumSize(size);
+        m_onboarding->setMaximumSize(size);
+        m_onboarding->resize(size);
+        centre(*m_onboarding);
+        connect(m_onboarding.get(), &QWindow::visibleChanged, this, [this](bool visible) {
+            visible ? m_host.onboardingActions().windowAppeared() : m_host.onboardingActions().windowClosed();
+        });
+    }
+    bringToFront(*m_onboarding);
+}
+
+void QuickViews::closeOnboarding() {
+    if (QQuickWindow* const window = m_onboarding.release()) {
+        // Often asked for by a button of that very window.
+        window->hide();
+        window->deleteLater();
+    }
+}
+
+void QuickViews::onboardingChanged() {
+    if (m_onboarding != nullptr && m_onboarding->isVisible()) {
+        m_onboardingModel.take(m_host.onboardingContent());
+    }
+}
 
 void QuickViews::confirm(const Confirmation& question, std::function<void(bool confirmed)> answer) {
     m_questions.push_back({question, std::move(answer)});

@@ -2,6 +2,7 @@
 
 #include "TunedeckMenu/Panel/PanelModule.h"
 #include "TunedeckMenu/Views/ActionBridge.h"
+#include "TunedeckMenu/Views/OnboardingModel.h"
 #include "TunedeckMenu/Views/PanelModel.h"
 #include "TunedeckMenu/Views/Surroundings.h"
 
@@ -58,6 +59,7 @@ private:
     // The engine's own, by which QML sees them.
     Surroundings& m_surroundings;
     PanelModel& m_model;
+    OnboardingModel& m_onboardingModel;
     std::unique_ptr<QQuickWindow> m_popover;
     QRect m_anchor;
     QElapsedTimer m_dismissed; ///< since the popover closed because the user turned elsewhere
@@ -66,6 +68,7 @@ private:
     std::unique_ptr<QQuickWindow> m_window;
     QTimer m_resize;
     int m_followedHeight = 0; ///< what the window got from its content; another height is the user's own
+    std::unique_ptr<QQuickWindow> m_onboarding;
     std::unique_ptr<QQuickWindow> m_dialog;
     std::deque<Question> m_questions;
 };

@@ -5,16 +5,10 @@ import Tunedeck.Views
 Card {
     id: card
 
-    property recentView view
+    readonly property recentView view: Panel.recent
 
     symbol: view.symbol
     title: view.title
-
-    Binding on view  {
-        restoreMode: Binding.RestoreNone
-        value: Panel.recent
-        when: Panel.recent.shown
-    }
 
     Column {
         spacing: 8

@@ -11,6 +11,10 @@ Item {
     required property string help
     required property string button
     required property string buttonSymbol
+    /// What tells it from its equals in other rows.
+    property string owner
+
+    signal copied
 
     implicitHeight: copy.implicitHeight
 
@@ -53,6 +57,8 @@ Item {
         label: field.button
         symbol: field.buttonSymbol
 
-        onClicked: Actions.copySecret(field.key)
+        Accessible.description: field.owner === "" ? hint : hint + " (" + field.owner + ")"
+
+        onClicked: field.copied()
     }
 }

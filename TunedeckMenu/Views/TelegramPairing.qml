@@ -6,6 +6,8 @@ Item {
     id: block
 
     property telegramPairingView view
+    /// What tells it from its equals in other rows.
+    property string owner
 
     signal openPressed
     signal newCodePressed
@@ -52,6 +54,8 @@ Item {
             label: block.view.newCodeButton
             prominent: block.view.expired
             visible: label !== ""
+
+            Accessible.description: block.owner
 
             onClicked: block.newCodePressed()
         }

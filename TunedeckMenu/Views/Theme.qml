@@ -31,7 +31,7 @@ QtObject {
     readonly property color accentText: "#ffffff"
     readonly property color good: dark ? "#5fd38a" : "#137a3a"
     readonly property color warning: dark ? "#ffb454" : "#945400"
-    readonly property color bad: dark ? "#ff8078" : "#bf2a24"
+    readonly property color bad: dark ? "#ff8c85" : "#bf2a24"
     readonly property color goodMark: dark ? "#34c266" : "#2ba84f"
     readonly property color warningMark: dark ? "#ff9f2e" : "#f08c00"
     readonly property color badMark: dark ? "#ff5b52" : "#e0362e"

@@ -5,16 +5,10 @@ import Tunedeck.Views
 Card {
     id: card
 
-    property toolsNoticeView view
+    readonly property toolsNoticeView view: Panel.tools
 
     symbol: view.symbol
     title: view.title
-
-    Binding on view  {
-        restoreMode: Binding.RestoreNone
-        value: Panel.tools
-        when: Panel.tools.shown
-    }
 
     accessory: Badge {
         text: card.view.badge

@@ -1,0 +1,107 @@
+#include "TunedeckMenu/Views/PanelModel.h"
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+using namespace Qt::StringLiterals;
+
+namespace tunedeck::test {
+
+namespace {
+
+using Model = KeyedModel<JobRowView>;
+
+QStringList shown(const Model& model) {
+    QStringList rows;
+    const int playlist = model.roleNames().key("playlist");
+    for (int i = 0; i < model.rowCount(); ++i) {
+        rows.append(model.data(model.index(i), playlist).toString());
+    }
+    return rows;
+}
+
+} // namespace
+
+TEST(KeyedModelTests, AnySequenceOfListsKeepsTheRowsThatStay) {
+    std::mt19937 random(20261121);
+    Model model(&JobRowView::id);
+    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    const int id = model.roleNames().key("rowId");
+    for (int round = 0; round < 400; ++round) {
+        QList<JobRowView> next;
+        const unsigned count = random() % 8;
+        for (unsigned i = 0; i < count; ++i) {
+            next.append(
+                {.id = QString::number(random() % 9), .playlist = QString::number(random() % 4)}); // also namesakes
+        }
+        QHash<QString, QPersistentModelIndex> kept;
+        for (int i = 0; i < model.rowCount(); ++i) {
+            const QString key = model.index(i).data(id).toString();
+            if (!kept.contains(key)) {
+                kept.insert(key, model.index(i));
+            }
+        }
+        model.assign(next);
+        ASSERT_EQ(model.rows(), next);
+        QStringList wanted;
+        for (const JobRowView& row : next) {
+            wanted.append(row.playlist);
+        }
+        ASSERT_EQ(shown(model), wanted);
+        for (const auto& [key, index] : kept.asKeyValueRange()) {
+            const bool stays = std::ranges::any_of(next, [&key = key](const JobRowView& row) { return row.id == key; });
+            ASSERT_EQ(index.isValid(), stays) << "round " << round;
+            ASSERT_TRUE(!stays || index.data(id).toString() == key) << "round " << round;
+        }
+    }
+}
+
+TEST(KeyedModelTests, OnlyWhatDiffersIsTold) {
+    Model model(&JobRowView::id);
+    const QList<JobRowView> rows{{.id = u"1"_s, .playlist = u"A"_s}, {.id = u"2"_s, .playlist = u"B"_s}};
+    model.assign(rows);
+    QSignalSpy changed(&model, &Model::dataChanged);
+    QSignalSpy inserted(&model, &Model::rowsInserted);
+    QSignalSpy removed(&model, &Model::rowsRemoved);
+    QSignalSpy moved(&model, &Model::rowsMoved);
+    model.assign(rows);
+    EXPECT_EQ(changed.size() + inserted.size() + removed.size() + moved.size(), 0);
+    QList<JobRowView> other = rows;
+    other[1].trailing = u"now"_s;
+    model.assign(other);
+    ASSERT_EQ(changed.size(), 1);
+    EXPECT_EQ(changed[0][0].toModelIndex().row(), 1);
+    EXPECT_EQ(changed[0][2].value<QList<int>>(), QList<int>{model.roleNames().key("trailing")});
+    EXPECT_EQ(inserted.size() + removed.size() + moved.size(), 0);
+}
+
+TEST(PanelModelTests, AnEqualPanelNotifiesNobodyAndAChangedCardOnlyItsOwn) {
+    QQmlEngine engine;
+    PanelModel model(engine);
+    PanelContent content;
+    content.header.status = u"Running"_s;
+    content.assistants.links = {{.id = u"a"_s, .fields = {{.key = u"a.url"_s, .button = u"Copy"_s}}}};
+    model.take(content);
+    QSignalSpy header(&model, &PanelModel::headerChanged);
+    QSignalSpy about(&model, &PanelModel::aboutChanged);
+    QSignalSpy links(model.links(), &QAbstractItemModel::dataChanged);
+    const int fields = model.links()->roleNames().key("fields");
+    const auto* inner = model.links()->index(0, 0).data(fields).value<QAbstractItemModel*>();
+    ASSERT_NE(inner, nullptr);
+    model.take(content);
+    EXPECT_EQ(header.size() + about.size() + links.size(), 0);
+    content.about.version = u"1.1"_s;
+    content.assistants.links.first().fields.first().button = u"Copied"_s;
+    model.take(content);
+    EXPECT_EQ(about.size(), 1);
+    EXPECT_EQ(header.size(), 0);
+    EXPECT_EQ(model.links()->index(0, 0).data(fields).value<QAbstractItemModel*>(), inner)
+        << "a link's fields are kept";
+    EXPECT_EQ(inner->index(0, 0).data(inner->roleNames().key("button")).toString(), u"Copied"_s);
+}
+
+} // namespace tunedeck::test

@@ -1,0 +1,146 @@
+import QtQuick
+import Tunedeck.Views
+
+/// Picks an assistant and shows how to reach this computer from it.
+Column {
+    id: step
+
+    readonly property onboardingContent view: Onboarding.content
+    readonly property bool hasLink: view.pasteText !== "" || view.privateUrl !== ""
+
+    spacing: 12
+
+    Grid {
+        columnSpacing: 8
+        columns: 2
+        rowSpacing: 8
+        width: parent.width
+
+        Repeater {
+            model: Onboarding.assistants
+
+            ConnectButton {
+                chosen: rowId === Onboarding.content.chosen
+                enabled: !Onboarding.content.connecting
+                width: (parent.width - 8) / 2
+
+                onClicked: Onboarding.choose(rowId)
+            }
+        }
+    }
+
+    BusyLine {
+        anchors.horizontalCenter: parent.horizontalCenter
+        text: step.view.connectingText
+        visible: text !== ""
+    }
+
+    Rectangle {
+        border.color: Theme.cardEdge
+        border.width: 1
+        color: Theme.card
+        height: link.implicitHeight + 24
+        radius: Theme.cardRadius
+        visible: step.hasLink
+        width: parent.width
+
+        Column {
+            id: link
+
+            spacing: 8
+            width: parent.width - 28
+            x: 14
+            y: 12
+
+            Label {
+                font.weight: Font.Medium
+                text: step.view.pasteText
+                width: parent.width
+            }
+
+            SecretField {
+                button: step.view.copyButton
+                buttonSymbol: ""
+                help: ""
+                key: ""
+                label: ""
+                shownValue: step.view.privateUrl
+                visible: shownValue !== ""
+                width: parent.width
+
+                onCopied: Onboarding.copyLink()
+            }
+
+            SecretField {
+                button: "Copy"
+                buttonSymbol: ""
+                help: ""
+                key: ""
+                label: "Key"
+                shownValue: step.view.keyValue
+                visible: shownValue !== ""
+                width: parent.width
+
+                onCopied: Onboarding.copyKey()
+            }
+
+            Column {
+                spacing: 4
+                visible: step.view.setupSteps.length > 0
+                width: parent.width
+
+                Repeater {
+                    model: step.view.setupSteps
+
+                    SetupStep {
+                        width: parent.width
+                    }
+                }
+            }
+
+            PushButton {
+                borderless: true
+                label: "Setup guide"
+                role: Accessible.Link
+                x: -6
+
+                onClicked: Onboarding.openSetupGuide()
+            }
+        }
+    }
+
+    Rectangle {
+        border.color: Theme.cardEdge
+        border.width: 1
+        color: Theme.card
+        height: pairing.implicitHeight + 28
+        radius: Theme.cardRadius
+        visible: step.view.pairing.shown
+        width: parent.width
+
+        TelegramPairing {
+            id: pairing
+
+            view: step.view.pairing
+            width: parent.width - 28
+            x: 14
+            y: 14
+
+            onNewCodePressed: Onboarding.newTelegramCode()
+            onOpenPressed: Onboarding.openTelegram()
+        }
+    }
+
+    BusyLine {
+        anchors.horizontalCenter: parent.horizontalCenter
+        text: step.view.liveText
+        visible: text !== "" && !step.view.connected
+    }
+
+    Banner {
+        text: step.view.liveText
+        tone: Look.Good
+        visible: text !== "" && step.view.connected
+        width: parent.width
+    }
+}

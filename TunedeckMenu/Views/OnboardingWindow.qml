@@ -1,0 +1,123 @@
+import QtQuick
+import Tunedeck.Views
+
+/// The first-run window: three steps, one page each.
+Window {
+    id: window
+
+    readonly property onboardingContent view: Onboarding.content
+    readonly property real wantedHeight: Math.round(620 + (Theme.scale - 1) * 240)
+    readonly property real wantedWidth: Math.round(500 + (Theme.scale - 1) * 240)
+
+    color: Theme.window
+    title: "Welcome to Tunedeck"
+
+    Item {
+        anchors.fill: parent
+        focus: true
+
+        Keys.onEscapePressed: window.close()
+
+        Item {
+            id: top
+
+            height: 132
+            width: parent.width
+
+            AppGlyph {
+                anchors.horizontalCenter: parent.horizontalCenter
+                scale: 56 / 34
+                y: 32
+            }
+
+            StepDots {
+                anchors.bottom: parent.bottom
+                anchors.bottomMargin: 8
+                anchors.horizontalCenter: parent.horizontalCenter
+                count: window.view.stepCount
+                current: window.view.step
+                label: window.view.stepLabel
+            }
+        }
+
+        ScrollArea {
+            id: page
+
+            anchors.bottom: notice.top
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: top.bottom
+
+            Accessible.name: window.view.title
+
+            OnboardingPage {
+                id: sheet
+
+                bottomPadding: 16
+                leftPadding: 32
+                rightPadding: 32
+                topPadding: 8
+                width: parent.width
+            }
+        }
+
+        Item {
+            id: notice
+
+            anchors.bottom: bar.top
+            height: error.visible ? error.implicitHeight + 12 : 0
+            width: parent.width
+
+            Banner {
+                id: error
+
+                text: window.view.error
+                visible: text !== ""
+                width: parent.width - 64
+                x: 32
+            }
+        }
+
+        Rectangle {
+            anchors.bottom: bar.top
+            color: Theme.separator
+            height: 1
+            visible: page.below || page.above
+            width: parent.width
+        }
+
+        Item {
+            id: bar
+
+            anchors.bottom: parent.bottom
+            height: Theme.largeControlHeight + 36
+            width: parent.width
+
+            PushButton {
+                anchors.verticalCenter: parent.verticalCenter
+                label: window.view.backButton
+                large: true
+                visible: label !== ""
+                x: 32
+
+                onClicked: Onboarding.back()
+            }
+
+            PushButton {
+                anchors.right: parent.right
+                anchors.rightMargin: 32
+                anchors.verticalCenter: parent.verticalCenter
+                label: window.view.nextButton
+                large: true
+                prominent: true
+                visible: label !== ""
+
+                onClicked: Onboarding.advance()
+            }
+        }
+
+        HintBubble {
+            anchors.fill: parent
+        }
+    }
+}

@@ -1,0 +1,95 @@
+import QtQuick
+import Tunedeck.Views
+
+/// What was found of Rekordbox, and the first backup of its library.
+Column {
+    id: step
+
+    readonly property onboardingContent view: Onboarding.content
+
+    spacing: 12
+
+    Rectangle {
+        border.color: Theme.cardEdge
+        border.width: 1
+        color: Theme.card
+        height: Math.round(48 * Theme.scale)
+        radius: Theme.cardRadius
+        visible: found.text !== ""
+        width: parent.width
+
+        Symbol {
+            id: mark
+
+            anchors.verticalCenter: parent.verticalCenter
+            color: Theme.accent
+            name: "square.stack.3d.up"
+            size: Math.round(20 * Theme.scale)
+            x: 14
+        }
+
+        Label {
+            id: found
+
+            anchors.left: mark.right
+            anchors.leftMargin: 12
+            anchors.right: tick.left
+            anchors.verticalCenter: parent.verticalCenter
+            elide: Text.ElideRight
+            font.weight: Font.Medium
+            text: step.view.rekordboxName
+        }
+
+        Symbol {
+            id: tick
+
+            anchors.right: parent.right
+            anchors.rightMargin: 14
+            anchors.verticalCenter: parent.verticalCenter
+            color: Theme.goodMark
+            name: "checkmark.circle.fill"
+            size: Math.round(16 * Theme.scale)
+        }
+    }
+
+    BusyLine {
+        anchors.horizontalCenter: parent.horizontalCenter
+        text: step.view.baselineText
+        visible: step.view.baselineBusy
+    }
+
+    Item {
+        implicitHeight: words.implicitHeight
+        visible: !step.view.baselineBusy && words.text !== ""
+        width: parent.width
+
+        Symbol {
+            id: shield
+
+            color: Theme.goodMark
+            name: step.view.baselineSymbol
+            size: Math.round(16 * Theme.scale)
+            visible: name !== ""
+            x: 14
+        }
+
+        Label {
+            id: words
+
+            anchors.left: shield.visible ? shield.right : parent.left
+            anchors.leftMargin: shield.visible ? 12 : 14
+            anchors.right: parent.right
+            anchors.rightMargin: 14
+            text: step.view.baselineText
+        }
+    }
+
+    PushButton {
+        anchors.horizontalCenter: parent.horizontalCenter
+        enabled: !step.view.baselineBusy
+        label: step.view.baselineButton
+        visible: label !== ""
+
+        onClicked: Onboarding.takeBaseline()
+    }
+}

@@ -1,0 +1,47 @@
+import QtQuick
+import Tunedeck.Views
+
+/// One tool and its state.
+Item {
+    id: row
+
+    required property string name
+    required property string state
+    required property string symbol
+    required property int tone
+
+    implicitHeight: Math.round(34 * Theme.scale)
+
+    Symbol {
+        id: mark
+
+        anchors.verticalCenter: parent.verticalCenter
+        color: Theme.mark(row.tone)
+        name: row.symbol
+        size: Math.round(16 * Theme.scale)
+        x: 14
+    }
+
+    Label {
+        anchors.left: mark.right
+        anchors.leftMargin: 10
+        anchors.right: how.left
+        anchors.rightMargin: 10
+        anchors.verticalCenter: parent.verticalCenter
+        elide: Text.ElideRight
+        font.weight: Font.Medium
+        text: row.name
+    }
+
+    Label {
+        id: how
+
+        anchors.right: parent.right
+        anchors.rightMargin: 14
+        anchors.verticalCenter: parent.verticalCenter
+        caption: true
+        color: Theme.ink(row.tone)
+        text: row.state
+        wrapMode: Text.NoWrap
+    }
+}

@@ -1,0 +1,65 @@
+import QtQuick
+import Tunedeck.Views
+
+/// The tools, each with its state, and a way to repair them.
+Column {
+    id: step
+
+    readonly property onboardingContent view: Onboarding.content
+
+    spacing: 12
+
+    BusyLine {
+        anchors.horizontalCenter: parent.horizontalCenter
+        text: step.view.waitingText
+        visible: text !== ""
+    }
+
+    Rectangle {
+        border.color: Theme.cardEdge
+        border.width: 1
+        color: Theme.card
+        height: list.implicitHeight
+        radius: Theme.cardRadius
+        visible: list.implicitHeight > 12
+        width: parent.width
+
+        Column {
+            id: list
+
+            bottomPadding: 6
+            topPadding: 6
+            width: parent.width
+
+            Repeater {
+                model: Onboarding.tools
+
+                ToolRow {
+                    width: parent.width
+                }
+            }
+        }
+    }
+
+    Label {
+        caption: true
+        color: Theme.secondary
+        horizontalAlignment: Text.AlignHCenter
+        text: step.view.installText
+        width: parent.width
+    }
+
+    ProgressBar {
+        value: step.view.progress
+        visible: value >= 0
+        width: parent.width
+    }
+
+    PushButton {
+        anchors.horizontalCenter: parent.horizontalCenter
+        label: step.view.repairButton
+        visible: label !== ""
+
+        onClicked: Onboarding.repairTools()
+    }
+}
