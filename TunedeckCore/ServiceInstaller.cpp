@@ -114,15 +114,15 @@ PropertyDictionary ServiceInstaller::plist() const {
 }
 
 /// Whether it had to be copied.
-std::expected<bool, QString> ServiceInstaller::updateProgram() const {
+std::expected<bool, QString> ServiceInstaller::updateProgram(const QString& bundled) const {
     const auto program = installed();
     if (auto made = createFolder(QFileInfo(program).path()); !made) {
         return std::unexpected(made.error());
     }
-    if (haveSameBytes(*m_bundledService, program)) {
+    if (haveSameBytes(bundled, program)) {
         return false;
     }
-    auto copied = installCopy(*m_bundledService, program + u".new"_s, program, 0755);
+    auto copied = installCopy(bundled, program + u".new"_s, program, 0755);
     return copied ? std::expected<bool, QString>(true) : std::unexpected(copied.error());
 }
 
@@ -149,7 +149,7 @@ QCoro::Task<Outcome> ServiceInstaller::run(ServiceInstaller installer, std::stop
     if (!installer.m_bundledService || !isExecutableFile(*installer.m_bundledService)) {
         co_return Outcome{.kind = Outcome::Kind::notBundled};
     }
-    const auto serviceChanged = installer.updateProgram();
+    const auto serviceChanged = installer.updateProgram(*installer.m_bundledService);
     if (!serviceChanged) {
         co_return failed(serviceChanged.error());
     }

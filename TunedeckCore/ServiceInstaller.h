@@ -60,7 +60,7 @@ public:
 private:
     static QCoro::Task<Outcome> run(ServiceInstaller installer, std::stop_token stop);
     static QCoro::Task<Outcome> load(ServiceInstaller installer, Outcome done, std::stop_token stop);
-    [[nodiscard]] std::expected<bool, QString> updateProgram() const;
+    [[nodiscard]] std::expected<bool, QString> updateProgram(const QString& bundled) const;
     [[nodiscard]] std::expected<bool, QString> updatePlist() const;
     [[nodiscard]] QString below(const QString& relative) const;
 
