@@ -53,6 +53,9 @@ TEST_F(StatusItemTest, DocksInAnX11TrayThatComesLateGoesAndComesBack) {
     EXPECT_TRUE(docksAtTheRight(*item));
     item->say(QStringLiteral("click"));
     EXPECT_EQ(item->nextLine(), "activated");
+    item->say(QStringLiteral("menu"));
+    EXPECT_EQ(item->nextLine(), "open");
+    EXPECT_EQ(item->nextLine(), "quit");
     tray->kill();
     EXPECT_EQ(item->nextLine(), "gone unplaced");
     tray = desktop.startTray();

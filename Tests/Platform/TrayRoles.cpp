@@ -37,11 +37,19 @@ void followInput(QObject* parent, std::function<void(const std::string&)> onLine
     });
 }
 
-void click(QWidget* widget) {
+void click(QWidget* widget, Qt::MouseButton button) {
     const QPointF middle = widget->rect().center();
-    QMouseEvent press(QEvent::MouseButtonPress, middle, widget->mapToGlobal(middle), Qt::LeftButton, Qt::LeftButton,
-                      Qt::NoModifier);
+    QMouseEvent press(QEvent::MouseButtonPress, middle, widget->mapToGlobal(middle), button, button, Qt::NoModifier);
     QCoreApplication::sendEvent(widget, &press);
+}
+
+// Chooses each entry of the menu that is open.
+void chooseAll() {
+    if (const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+        for (auto* entry : menu->actions()) {
+            entry->trigger();
+        }
+    }
 }
 
 } // namespace
@@ -60,6 +68,8 @@ int runStatusItem(int argc, char** argv) {
     };
     QObject::connect(&item, &StatusItem::availabilityChanged, &item, tell);
     QObject::connect(&item, &StatusItem::activated, &item, [] { say(QStringLiteral("activated")); });
+    QObject::connect(&item, &StatusItem::openRequested, &item, [] { say(QStringLiteral("open")); });
+    QObject::connect(&item, &StatusItem::quitRequested, &item, [] { say(QStringLiteral("quit")); });
     item.setSymbol(QStringLiteral("music.note.list"), QStringLiteral("Tunedeck"));
     item.install();
     tell();
@@ -68,10 +78,11 @@ int runStatusItem(int argc, char** argv) {
             tell();
         }
         for (auto* widget : QApplication::topLevelWidgets()) {
-            if (line == "click" && widget->inherits("QSystemTrayIconSys")) {
-                click(widget);
+            if (line != "where" && widget->inherits("QSystemTrayIconSys")) {
+                click(widget, line == "menu" ? Qt::RightButton : Qt::LeftButton);
             }
         }
+        chooseAll();
     });
     return QApplication::exec();
 }

@@ -76,6 +76,9 @@ void LinuxWorkspace::reveal(const QString& path) {
 }
 
 QIcon LinuxWorkspace::icon(const QString& path) {
+    if (QIcon::fallbackThemeName().isEmpty()) {
+        QIcon::setFallbackThemeName(QStringLiteral("Adwaita")); // for desktops that name no theme
+    }
     const QFileInfo file(path);
     for (const auto& name : iconNames(file)) {
         if (QIcon::hasThemeIcon(name)) {
