@@ -71,25 +71,17 @@ TEST_F(TextTest, SmallDistancesAreRoundedToTheNearestUnit) {
     EXPECT_EQ(ago(23 * 3600'000), "23 hours ago");
 }
 
-TEST_F(TextTest, DaysAndMoreAreThoseOfTheCalendar) {
+TEST_F(TextTest, DaysAndMoreCountWhatHasPassed) {
     EXPECT_EQ(relative("2026-11-20T12:00:00", "2026-11-21T12:00:00"), "yesterday");
-    EXPECT_EQ(relative("2026-11-20T01:00:00", "2026-11-21T23:00:00"), "yesterday");
-    EXPECT_EQ(relative("2026-11-19T20:00:00", "2026-11-21T02:00:00"), "2 days ago");
+    EXPECT_EQ(relative("2026-11-20T00:10:00", "2026-11-21T00:02:00"), "yesterday");
+    EXPECT_EQ(relative("2026-11-17T23:30:00", "2026-11-21T00:30:00"), "3 days ago") << "whatever midnights lie between";
     EXPECT_EQ(relative("2026-11-22T13:00:00", "2026-11-21T12:00:00"), "tomorrow");
     EXPECT_EQ(relative("2026-11-14T12:00:00", "2026-11-21T12:00:00"), "last week");
     EXPECT_EQ(relative("2026-10-31T12:00:00", "2026-11-21T12:00:00"), "3 weeks ago");
     EXPECT_EQ(relative("2026-10-20T12:00:00", "2026-11-21T12:00:00"), "last month");
     EXPECT_EQ(relative("2026-02-28T12:00:00", "2026-11-21T12:00:00"), "9 months ago");
-    EXPECT_EQ(relative("2025-02-28T12:00:00", "2026-11-21T12:00:00"), "last year");
-    EXPECT_EQ(relative("2024-02-29T12:00:00", "2026-11-21T12:00:00"), "2 years ago");
-    EXPECT_EQ(relative("2027-01-02T12:00:00", "2026-11-21T12:00:00"), "in 2 months");
-}
-
-TEST_F(TextTest, WeeksBeginOnTheDayOfTheUsersRegion) {
-    // From a Saturday to the Sunday eight days later, which begins a week in the one place and ends it in the other.
-    EXPECT_EQ(relative("2026-11-07T12:00:00", "2026-11-15T12:00:00"), "2 weeks ago");
-    setPlace("de_DE", "UTC");
-    EXPECT_EQ(relative("2026-11-07T12:00:00", "2026-11-15T12:00:00"), "last week");
+    EXPECT_EQ(relative("2025-11-28T12:00:00", "2026-11-21T12:00:00"), "last year");
+    EXPECT_EQ(relative("2024-02-29T12:00:00", "2026-11-21T12:00:00"), "3 years ago");
 }
 
 TEST_F(TextTest, DatesAreEnglishInTheUsersRegionAndZone) {

@@ -34,37 +34,39 @@ std::int64_t rounded(std::int64_t amount, std::int64_t unit) {
     return (amount + unit / 2) / unit;
 }
 
-/// How many weeks of the calendar lie between two days.
-std::int64_t weeksBetween(QDate earlier, QDate later) {
-    const auto first = QLocale().firstDayOfWeek();
-    const auto startOfWeek = [first](QDate day) { return day.addDays(-((day.dayOfWeek() - first + 7) % 7)); };
-    return startOfWeek(earlier).daysTo(startOfWeek(later)) / 7;
+/// Whole months of the calendar between two local times.
+std::int64_t monthsBetween(const QDateTime& earlier, const QDateTime& later) {
+    std::int64_t months =
+        (later.date().year() - earlier.date().year()) * 12 + later.date().month() - earlier.date().month();
+    return earlier.addMonths(static_cast<int>(months)) > later ? months - 1 : months;
 }
 
-/// The largest unit of which at least one whole lies between two local times. Hours and less are rounded to the
-/// nearest; from days on the calendar's own days, weeks, months and years are counted: "yesterday" and "last month"
-/// name one of them, and would otherwise be said of the wrong one.
+Span monthsOrYears(const QDateTime& earlier, const QDateTime& later, std::int64_t whole) {
+    const std::int64_t restDays = earlier.addMonths(static_cast<int>(whole)).daysTo(later);
+    const std::int64_t months = whole + (restDays >= 15 ? 1 : 0);
+    return months < 12 ? Span{months, UDAT_REL_UNIT_MONTH} : Span{rounded(months, 12), UDAT_REL_UNIT_YEAR};
+}
+
+/// The largest unit of which at least one whole lies between two local times, rounded to the nearest. What has passed
+/// counts, not how many midnights: three days and an hour are three days at any hour.
 Span largestSpan(const QDateTime& earlier, const QDateTime& later) {
-    const auto from = earlier.date();
-    const auto to = later.date();
-    if (earlier.addYears(1) <= later) {
-        return {to.year() - from.year(), UDAT_REL_UNIT_YEAR};
-    }
-    if (earlier.addMonths(1) <= later) {
-        return {(to.year() - from.year()) * 12 + to.month() - from.month(), UDAT_REL_UNIT_MONTH};
-    }
-    if (earlier.addDays(7) <= later) {
-        return {weeksBetween(from, to), UDAT_REL_UNIT_WEEK};
-    }
-    if (earlier.addDays(1) <= later) {
-        return {from.daysTo(to), UDAT_REL_UNIT_DAY};
+    if (const auto months = monthsBetween(earlier, later); months > 0) {
+        return monthsOrYears(earlier, later, months);
     }
     const auto seconds = rounded(earlier.msecsTo(later), 1000);
     const auto minutes = rounded(seconds, 60);
+    const auto hours = rounded(seconds, 3600);
+    const auto days = rounded(seconds, 86'400);
     if (seconds < 60) {
         return {seconds, UDAT_REL_UNIT_SECOND};
     }
-    return minutes < 60 ? Span{minutes, UDAT_REL_UNIT_MINUTE} : Span{rounded(seconds, 3600), UDAT_REL_UNIT_HOUR};
+    if (minutes < 60) {
+        return {minutes, UDAT_REL_UNIT_MINUTE};
+    }
+    if (hours < 24) {
+        return {hours, UDAT_REL_UNIT_HOUR};
+    }
+    return days < 7 ? Span{days, UDAT_REL_UNIT_DAY} : Span{rounded(days, 7), UDAT_REL_UNIT_WEEK};
 }
 
 /// The local time in one of ICU's forms. The form is told that it is in Greenwich, so that it needs no table of zones
