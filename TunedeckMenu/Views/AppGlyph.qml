@@ -3,15 +3,19 @@ import Tunedeck.Views
 
 /// The application's own mark.
 Item {
-    implicitHeight: 34
-    implicitWidth: 34
+    id: glyph
+
+    property real size: 34
+
+    implicitHeight: size
+    implicitWidth: size
 
     Rectangle {
         color: "#000000"
-        height: 34
+        height: glyph.size
         opacity: 0.12
-        radius: 8
-        width: 34
+        radius: glyph.size * 8 / 34
+        width: glyph.size
         y: 1
     }
 
@@ -19,7 +23,7 @@ Item {
         anchors.fill: parent
         border.color: Qt.rgba(1, 1, 1, 0.18)
         border.width: 0.5
-        radius: 8
+        radius: glyph.size * 8 / 34
 
         gradient: Gradient {
             GradientStop {
@@ -37,6 +41,6 @@ Item {
         anchors.centerIn: parent
         color: "#ffffff"
         name: "music.note.list"
-        size: 18
+        size: glyph.size * 18 / 34
     }
 }

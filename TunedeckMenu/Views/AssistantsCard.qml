@@ -11,7 +11,7 @@ Card {
     title: view.title
 
     accessory: IconButton {
-        height: 22
+        height: Math.round(22 * Theme.scale)
         label: card.view.revealLabel
         symbol: card.view.revealSymbol
         visible: card.view.canReveal
@@ -50,8 +50,8 @@ Card {
         width: parent.width
 
         Dot {
+            size: 6
             tone: card.view.cloudTone
-            width: 6
             y: Math.round((line.height - height) / 2)
         }
 

@@ -3,7 +3,7 @@ import Tunedeck.Views
 
 /// The backups, newest first as the service lists them.
 Column {
-    spacing: 8
+    spacing: 10
     topPadding: 4
 
     Repeater {

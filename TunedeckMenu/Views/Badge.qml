@@ -40,11 +40,13 @@ HintArea {
         id: label
 
         anchors.centerIn: parent
+        elide: Text.ElideMiddle
         color: Theme.ink(badge.tone)
         font.family: badge.monospaced ? Theme.monoFamily : Theme.family
         font.pixelSize: Theme.caption2Size
         font.weight: Font.DemiBold
         text: badge.text
         textFormat: Text.PlainText
+        width: Math.min(implicitWidth, badge.width - 12)
     }
 }

@@ -57,7 +57,7 @@ Window {
                     id: glyph
 
                     anchors.centerIn: parent
-                    scale: 46 / 34
+                    size: 46
                 }
 
                 Symbol {

@@ -56,7 +56,7 @@ Item {
                 font.pixelSize: Theme.captionSize
                 text: bar.view.status
                 textFormat: Text.PlainText
-                width: parent.width - 13
+                width: parent.width - 14
 
                 onTextChanged: if (!Theme.still)
                     fade.restart()

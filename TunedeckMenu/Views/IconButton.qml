@@ -10,8 +10,8 @@ Control {
 
     enabled: !busy
     hint: label
-    implicitHeight: 26
-    implicitWidth: 26
+    implicitHeight: Math.round(26 * Theme.scale)
+    implicitWidth: Math.round(26 * Theme.scale)
     pressedScale: 0.92
 
     // What is announced as the name needs no second saying.
@@ -35,7 +35,7 @@ Control {
         anchors.centerIn: parent
         color: Theme.secondary
         name: button.symbol
-        size: 14
+        size: 14 * Theme.scale
         visible: !button.busy
     }
 

@@ -26,8 +26,8 @@ Column {
             id: dot
 
             anchors.verticalCenter: parent.verticalCenter
+            size: 6
             tone: row.connected ? Look.Good : Look.Secondary
-            width: 6
         }
 
         Label {

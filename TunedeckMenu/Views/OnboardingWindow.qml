@@ -26,8 +26,8 @@ Window {
 
             AppGlyph {
                 anchors.horizontalCenter: parent.horizontalCenter
-                scale: 56 / 34
-                y: 32
+                size: 56
+                y: 24
             }
 
             StepDots {

@@ -5,12 +5,12 @@ import Tunedeck.Views
 Window {
     id: window
 
-    readonly property real wantedHeight: view.implicitHeight + 2
-    readonly property real wantedWidth: view.implicitWidth + 2
+    readonly property real wantedHeight: view.implicitHeight
+    readonly property real wantedWidth: view.implicitWidth
 
     signal dismissed
 
-    color: Theme.raisedEdge
+    color: Theme.window
     flags: Qt.Tool | Qt.FramelessWindowHint | Qt.WindowStaysOnTopHint
     title: "Tunedeck"
 
@@ -18,9 +18,15 @@ Window {
         id: view
 
         anchors.fill: parent
-        anchors.margins: 1
         focus: true
 
         Keys.onEscapePressed: window.dismissed()
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        border.color: Theme.raisedEdge
+        border.width: 1
+        color: "transparent"
     }
 }

@@ -14,6 +14,7 @@ Card {
         hint: card.view.badgeHelp
         monospaced: true
         text: card.view.badge
+        width: Math.min(implicitWidth, card.width - 2 * Theme.cardPadding - 110 * Theme.scale)
     }
 
     Column {

@@ -6,6 +6,8 @@
 #include <QSvgRenderer>
 #include <QTimerEvent>
 
+#include <cmath>
+
 using namespace Qt::StringLiterals;
 
 namespace tunedeck {
@@ -29,6 +31,8 @@ void Symbol::setColor(const QColor& color) {
 }
 
 void Symbol::setSize(double size) {
+    // Even, so that it is a whole number of pixels at one and a half times the size too.
+    size = 2 * std::round(size / 2);
     if (m_size != size) {
         m_size = size;
         setImplicitSize(size, size);
