@@ -6,7 +6,7 @@ Window {
     id: window
 
     readonly property onboardingContent view: Onboarding.content
-    readonly property real wantedHeight: Math.round(620 + (Theme.scale - 1) * 240)
+    readonly property real wantedHeight: Math.round(650 + (Theme.scale - 1) * 240)
     readonly property real wantedWidth: Math.round(500 + (Theme.scale - 1) * 240)
 
     color: Theme.window

@@ -8,7 +8,7 @@ Item {
     default property alias content: column.data
     property alias contentSpacing: column.spacing
     readonly property real contentHeight: column.implicitHeight
-    readonly property real reach: Math.max(0, column.implicitHeight - height)
+    readonly property real reach: Math.max(0, Math.floor(column.implicitHeight - height))
     readonly property bool above: flick.contentY > 0.5
     readonly property bool below: flick.contentY < reach - 0.5
 
