@@ -144,7 +144,7 @@ TEST_F(WindowTests, ResizingWhileRowsComeAndGoHurtsNothing) {
     press(u"Backups (60)"_s);
     const QList<PanelContent> turns{samples::usual(),    samples::crowded(),   samples::stopped(),
                                     samples::troubled(), samples::longWords(), samples::checking()};
-    for (int i = 0; i < 120; ++i) {
+    for (int i = 0; i < 60; ++i) {
         host.panel = turns[i % turns.size()];
         window.resize(window.width(), 300 + (i * 37) % 500);
         views->contentChanged();
