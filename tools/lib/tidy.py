@@ -70,8 +70,9 @@ def main():
     digests = {source: digest(entry, settings) for source, entry in entries.items()}
     todo = [source for source in entries if passed.get(str(source)) != digests[source]]
     start, failed, known = time.monotonic(), 0, set()
-    with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
-        runs = {pool.submit(check, str(build), entries[source]): source for source in todo}
+    pool = concurrent.futures.ThreadPoolExecutor(jobs)
+    runs = {pool.submit(check, str(build), entries[source]): source for source in todo}
+    try:
         for run in concurrent.futures.as_completed(runs):
             source = runs[run]
             if run.result():
@@ -79,7 +80,9 @@ def main():
                 print(findings(run.result(), known), end="", flush=True)
             else:
                 passed[str(source)] = digests[source]
-    memory.write_text(json.dumps(passed, indent=1, sort_keys=True))
+    finally: # also when somebody loses patience
+        pool.shutdown(cancel_futures=True)
+        memory.write_text(json.dumps(passed, indent=1, sort_keys=True))
     print(f"clang-tidy: {len(todo)} of {len(entries)} files looked at in {time.monotonic() - start:.0f} s, "
           f"{failed} with findings")
     return 1 if failed else 0
