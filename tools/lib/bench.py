@@ -7,6 +7,7 @@ Both programs are started, watched and read in the same way, one at a time and b
 with nothing going on, started apart from the application, so that its processes are nobody's.
 """
 import argparse
+import ctypes
 import os
 import pathlib
 import shutil
@@ -62,6 +63,24 @@ def others_with_qt():
     return found
 
 
+def as_at_login():
+    """Lets the programs started next believe that the machine came up a moment ago.
+
+    Started by hand the application opens its window, started at login it doesn't, and it tells the two by the machine's
+    uptime. A new time namespace is for children only and can be had again for each. False when that isn't allowed.
+    """
+    new_time_namespace = 0x80
+    if ctypes.CDLL(None, use_errno=True).unshare(new_time_namespace) != 0:
+        return False
+    # What /proc/uptime says is of the namespace that this process itself is in, and stays in.
+    uptime = float(pathlib.Path("/proc/uptime").read_text().split()[0])
+    try:
+        pathlib.Path("/proc/self/timens_offsets").write_text(f"boottime {30 - int(uptime)} 0\n")
+    except OSError:
+        return False
+    return True
+
+
 class Program:
     """One of the programs that are compared: how it is started, and the class name of its windows."""
 
@@ -72,6 +91,7 @@ class Program:
 
     def start(self):
         """Starts it; seconds until the tray had its icon."""
+        as_at_login()
         self.desktop.forget_events()
         begin = time.monotonic()
         self.process = subprocess.Popen(self.command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
@@ -185,7 +205,6 @@ def panel(table, floor, application, openings, settle, idle):
     for _ in range(10):
         later.append(application.toggle()[0] * 1000)
         application.close()
-        time.sleep(0.3)
     table.add("click until the first picture, later", "ms", None, statistics.median(later), "50 ms")
     time.sleep(settle)
     before = {field: memory(application.process.pid, field) for field in ("Pss", "Private_Dirty")}
@@ -271,6 +290,8 @@ def main():
     print("\n" + table.text())
     if len(programs) == 1:
         print("There is no application in this build; only the floor was measured.")
+    if not as_at_login():
+        print("Only root can make it look like a login: the application opened its window at each start.")
     if others:
         print(f"Other programs with Qt ran meanwhile and make memory look smaller: {', '.join(sorted(others))}")
     print(f"Load: {os.getloadavg()[0]:.2f}, processors: {os.cpu_count()}")

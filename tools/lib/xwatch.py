@@ -11,6 +11,7 @@ class Desktop:
         self.display = display.Display()
         self.root = self.display.screen().root
         self.root.change_attributes(event_mask=X.SubstructureNotifyMask)
+        self.last_click = 0
         self.xembed = self.display.intern_atom("_XEMBED_INFO")
         self.display.damage_query_version()
         self.display.sync()
@@ -45,11 +46,12 @@ class Desktop:
 
     def click(self, window):
         """A left click in the middle of the window; the moment at which it was made."""
+        time.sleep(max(0, self.last_click + 0.5 - time.monotonic()))  # two close ones would be a double click
         size = window.get_geometry()
         place = window.translate_coords(self.root, 0, 0)
         xtest.fake_input(self.display, X.MotionNotify, x=-place.x + size.width // 2, y=-place.y + size.height // 2)
         xtest.fake_input(self.display, X.ButtonPress, 1)
-        now = time.monotonic()
+        now = self.last_click = time.monotonic()
         xtest.fake_input(self.display, X.ButtonRelease, 1)
         self.display.flush()
         return now
