@@ -1,0 +1,208 @@
+#include "TunedeckBuildId.h"
+#include "TunedeckCore/Support/Clock.h"
+#include "TunedeckMenu/AppDelegate.h"
+#include "TunedeckMenu/CommandLine.h"
+#include "TunedeckMenu/PanelLoader.h"
+#include "TunedeckMenu/Platform/Linux/SystemdLaunchctl.h"
+#include "TunedeckMenu/Platform/Log.h"
+#include "TunedeckMenu/Platform/Platform.h"
+#include "TunedeckMenu/Platform/SingleInstance.h"
+#include "TunedeckMenu/QuitSignals.h"
+#include "TunedeckMenu/Updates.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QFile>
+#include <QScreen>
+#include <QSettings>
+#include <QTimer>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <utility>
+
+namespace tunedeck {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int usageError = 2;
+
+void print(std::FILE* stream, const QString& text) {
+    const auto bytes = text.toUtf8();
+    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stream);
+}
+
+int complain(const QString& sentence, int exitStatus) {
+    print(stderr, QStringLiteral("Tunedeck: ") + sentence + QStringLiteral(".\n"));
+    return exitStatus;
+}
+
+QCoro::Task<> runCommand(QCoro::Task<CommandResult> command) {
+    const auto result = co_await command;
+    print(stdout, result.text);
+    std::fflush(stdout);
+    QCoreApplication::exit(result.exitStatus);
+}
+
+/// Runs a command that needs no display.
+int runWithoutDisplay(int& argc, char** argv, const std::function<QCoro::Task<CommandResult>()>& command) {
+    const QCoreApplication application(argc, argv);
+    QTimer::singleShot(0, [&] { spawn(runCommand(command())); });
+    return QCoreApplication::exec();
+}
+
+/// Qt's last word when it has no display to run on, in words for the user.
+void explainMissingDisplay(QtMsgType type, const QMessageLogContext&, const QString& message) {
+    if (type == QtFatalMsg) {
+        complain(QStringLiteral("there is no display to run on. Start it in a graphical session (“--help” lists what "
+                                "works without one)"),
+                 EXIT_FAILURE);
+        ::_exit(EXIT_FAILURE);
+    }
+    if (type == QtCriticalMsg) {
+        print(stderr, message + u'\n');
+    }
+}
+
+/// Whether the program at the bundle's path is another file than the one that runs.
+bool isRenewed(const QString& program) {
+    struct stat running{};
+    struct stat onDisk{};
+    return ::stat("/proc/self/exe", &running) != 0 || ::stat(QFile::encodeName(program).constData(), &onDisk) != 0 ||
+           running.st_ino != onDisk.st_ino || running.st_dev != onDisk.st_dev;
+}
+
+void followScreens(AppDelegate& delegate) {
+    const auto follow = [&delegate](QScreen* screen) {
+        QObject::connect(screen, &QScreen::geometryChanged, &delegate, &AppDelegate::screensChanged);
+    };
+    for (auto* screen : QGuiApplication::screens()) {
+        follow(screen);
+    }
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &delegate, [&delegate, follow](QScreen* screen) {
+        follow(screen);
+        delegate.screensChanged();
+    });
+    QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, &delegate, &AppDelegate::screensChanged);
+    QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, &delegate, &AppDelegate::screensChanged);
+}
+
+int runApplication(int& argc, char** argv, SingleInstance& instance, bool show) {
+    QuitSignals quitSignals;
+    const auto usualHandler = qInstallMessageHandler(explainMissingDisplay);
+    QApplication application(argc, argv);
+    qInstallMessageHandler(usualHandler);
+    QApplication::setQuitOnLastWindowClosed(false);
+    QObject::connect(&quitSignals, &QuitSignals::received, &application, &QCoreApplication::quit);
+    quitSignals.listen();
+
+    const auto facts = systemFacts();
+    const auto program = facts.bundle + QStringLiteral("/Contents/MacOS/Tunedeck");
+    SystemClock clock;
+    const auto platform = createPlatform(facts);
+    QSettings defaults;
+    PanelLoader loader(platform->notifications(),
+                       {.module = facts.bundle + QStringLiteral("/Contents/PlugIns/TunedeckPanel.so"),
+                        .buildId = QString::fromLatin1(buildId),
+                        .renewed = [program] { return isRenewed(program); },
+                        .restart =
+                            [&] {
+                                platform->relauncher().relaunch(facts.bundle, {QStringLiteral("--show")});
+                                QCoreApplication::quit();
+                            }});
+    AppDelegate delegate({.clock = clock,
+                          .workspace = platform->workspace(),
+                          .pasteboard = platform->pasteboard(),
+                          .folderPicker = platform->folderPicker(),
+                          .loginItem = platform->loginItem(),
+                          .relauncher = platform->relauncher(),
+                          .facts = facts,
+                          .settings = SettingsFile::standard(),
+                          .launchctl = systemdLaunchctl(SystemdUserManager::ofUser()),
+                          .updates = updateServices(facts),
+                          .quit = [] { QCoreApplication::quit(); }},
+                         {.statusItem = platform->statusItem(),
+                          .notifications = platform->notifications(),
+                          .appearance = platform->appearance(),
+                          .views = loader,
+                          .defaults = defaults});
+    QObject::connect(&instance, &SingleInstance::requested, &delegate, [&delegate](const QByteArray& request) {
+        if (request == "quit") {
+            QCoreApplication::quit();
+        } else {
+            delegate.reopen();
+        }
+    });
+    delegate.launch();
+    followScreens(delegate);
+    instance.answer();
+    if (show) {
+        QTimer::singleShot(0, &delegate, &AppDelegate::reopen);
+    }
+    return QApplication::exec();
+}
+
+int start(int& argc, char** argv, const CommandLine& wish) {
+    if (wish.afterProcess) {
+        waitForExit(static_cast<pid_t>(*wish.afterProcess), 20s);
+    }
+    installSystemLog();
+    const bool quits = wish.command == CommandLine::Command::quit;
+    SingleInstance instance(SingleInstance::defaultSocketPath());
+    switch (instance.acquire(quits ? QByteArrayLiteral("quit") : QByteArrayLiteral("show"))) {
+    case SingleInstance::Role::handedOver:
+        return EXIT_SUCCESS;
+    case SingleInstance::Role::unanswered:
+        return complain(QStringLiteral("another Tunedeck runs but doesn't answer"), EXIT_FAILURE);
+    case SingleInstance::Role::first:
+        break;
+    }
+    if (quits) {
+        return EXIT_SUCCESS; // nothing runs that would have to be ended
+    }
+    return runApplication(argc, argv, instance, wish.show);
+}
+
+} // namespace
+
+} // namespace tunedeck
+
+int main(int argc, char** argv) {
+    using namespace tunedeck;
+    QCoreApplication::setOrganizationName(QStringLiteral("Brightfold"));
+    QCoreApplication::setOrganizationDomain(QStringLiteral("brightfold.com"));
+    QCoreApplication::setApplicationName(QStringLiteral("Tunedeck"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("com.brightfold.tunedeck.menu"));
+
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i) {
+        arguments << QString::fromLocal8Bit(argv[i]);
+    }
+    const auto wish = CommandLine::parse(arguments);
+    if (!wish) {
+        return complain(wish.error() + QStringLiteral("; “--help” lists what there is"), usageError);
+    }
+    switch (wish->command) {
+    case CommandLine::Command::help:
+        print(stdout, CommandLine::help());
+        return EXIT_SUCCESS;
+    case CommandLine::Command::version:
+        print(stdout, QStringLiteral("Tunedeck ") + systemFacts().appVersion + u'\n');
+        return EXIT_SUCCESS;
+    case CommandLine::Command::status:
+        return runWithoutDisplay(argc, argv, [&] { return statusCommand({}, wish->json); });
+    case CommandLine::Command::diagnostics:
+        return runWithoutDisplay(argc, argv, [] { return diagnosticsCommand(systemFacts(), SystemClock().now()); });
+    case CommandLine::Command::run:
+    case CommandLine::Command::quit:
+        break;
+    }
+    return start(argc, argv, *wish);
+}
