@@ -110,6 +110,10 @@ void ManualClock::setNow(const QDateTime& now) {
     m_state->now = now.toUTC();
 }
 
+void ManualClock::setUptime(nanoseconds uptime) {
+    m_state->uptime = uptime;
+}
+
 const std::vector<milliseconds>& ManualClock::sleeps() const {
     return m_state->asked;
 }

@@ -29,6 +29,9 @@ public:
     /// Sets the time of day, as a user or the network does; nobody wakes up for it.
     void setNow(const QDateTime& now);
 
+    /// Sets how long the machine has been up, as if it had been started at another time; nobody wakes up for it.
+    void setUptime(std::chrono::nanoseconds uptime);
+
     /// Every sleep asked for so far, in order.
     [[nodiscard]] const std::vector<std::chrono::milliseconds>& sleeps() const;
 

@@ -1,0 +1,286 @@
+#include "Tests/Menu/MenuFixture.h"
+#include "TunedeckMenu/AppDelegate.h"
+
+#include <QFile>
+
+#include <memory>
+
+namespace tunedeck {
+
+using namespace test;
+using namespace std::chrono_literals;
+
+namespace {
+
+/// What the windows were asked to do, in order.
+struct Shown {
+    QStringList calls;
+    bool popover = false;
+    QRect anchor;
+    PanelHost* host = nullptr;
+};
+
+class FakeViews final : public PanelViews {
+public:
+    FakeViews(PanelHost& host, Shown& shown) : m_host(host), m_shown(shown) { m_shown.host = &host; }
+    void showPopover(const QRect& anchor) override {
+        m_shown.popover = true;
+        m_shown.anchor = anchor;
+        m_shown.calls << QStringLiteral("popover");
+    }
+    void closePopover() override { m_shown.popover = false; }
+    [[nodiscard]] bool isPopoverShown() const override { return m_shown.popover; }
+    void showWindow() override { m_shown.calls << QStringLiteral("window"); }
+    [[nodiscard]] bool isWindowShown() const override { return m_shown.calls.contains(QStringLiteral("window")); }
+    void showOnboarding() override { m_shown.calls << QStringLiteral("onboarding"); }
+    void closeOnboarding() override { m_shown.calls << QStringLiteral("close onboarding"); }
+    void confirm(const Confirmation& question, std::function<void(bool)> answer) override {
+        m_shown.calls << question.message;
+        answer(false);
+    }
+    void contentChanged() override { m_shown.calls << m_host.content().header.status; }
+    void onboardingChanged() override {}
+    void setAppearance(const Appearance& appearance) override {
+        m_shown.calls << (appearance.dark ? QStringLiteral("dark") : QStringLiteral("light"));
+    }
+
+private:
+    PanelHost& m_host;
+    Shown& m_shown;
+};
+
+class FakeViewsSource final : public ViewsSource {
+public:
+    std::unique_ptr<PanelViews> createViews(PanelHost& host, const Appearance&) override {
+        ++asked;
+        return works ? std::make_unique<FakeViews>(host, shown) : nullptr;
+    }
+    Shown shown;
+    bool works = true;
+    int asked = 0;
+};
+
+class AppDelegateTest : public MenuTest {
+protected:
+    AppDelegateTest() { clock.setUptime(1min); } // started at login
+    void launch() {
+        delegate = std::make_unique<AppDelegate>(services, AppDelegate::Desktop{.statusItem = item,
+                                                                                .notifications = center,
+                                                                                .appearance = appearance,
+                                                                                .views = views,
+                                                                                .defaults = defaults});
+        delegate->launch();
+    }
+    void beOnboarded() { home.write(QStringLiteral(".tunedeck/settings.json"), R"({"onboarded":true})"); }
+    /// Lets the start-up come to its end with a service that answers.
+    void finishStartUp() {
+        ASSERT_TRUE(comes([&] { return count("GET /local/status") >= 2; }));
+        settle();
+    }
+    [[nodiscard]] QString symbol() const { return item.symbol; }
+
+    FakeStatusItem item;
+    FakeNotificationCenter center;
+    FakeAppearanceSource appearance;
+    FakeViewsSource views;
+    QSettings defaults{home.path(QStringLiteral("defaults.ini")), QSettings::IniFormat};
+    std::unique_ptr<AppDelegate> delegate;
+};
+
+const auto warning = QStringLiteral("exclamationmark.triangle");
+const auto normal = QStringLiteral("music.note.list");
+const auto positionKey = QStringLiteral("NSStatusItem Preferred Position TunedeckStatusItem");
+
+} // namespace
+
+TEST_F(AppDelegateTest, TheIconStandsBeforeAnythingElseAndKeepsItsPlace) {
+    beOnboarded();
+    launch();
+    EXPECT_EQ(item.installs, 1);
+    EXPECT_EQ(symbol(), normal);
+    EXPECT_EQ(defaults.value(positionKey), 220);
+    EXPECT_EQ(center.starts, 1);
+    EXPECT_EQ(views.asked, 0) << "the windows are loaded when they are needed";
+    clock.advance(1s);
+    EXPECT_TRUE(home.read(QStringLiteral(".tunedeck/menu-bar.json")).contains("\"visible\""));
+
+    defaults.setValue(positionKey, 7);
+    delegate.reset();
+    launch();
+    EXPECT_EQ(defaults.value(positionKey), 7);
+}
+
+TEST_F(AppDelegateTest, AMissingServiceIsWaitedForTwentySecondsBeforeTheIconWarns) {
+    beOnboarded();
+    clock.setUptime(1h);
+    server.stop();
+    launch();
+    for (int second = 0; second < 19; ++second) {
+        settle();
+        EXPECT_EQ(symbol(), normal) << second;
+        EXPECT_TRUE(views.shown.calls.isEmpty()) << second;
+        clock.advance(1s);
+    }
+    ASSERT_TRUE(comes([&] { return !views.shown.calls.isEmpty(); })) << "given up after the 20th attempt";
+    clock.advance(4s);
+    EXPECT_TRUE(comes([&] { return symbol() == warning; }));
+}
+
+TEST_F(AppDelegateTest, TheIconFollowsTheServiceWhileNoPanelIsOpen) {
+    beOnboarded();
+    launch();
+    finishStartUp();
+    const auto next = [&](const QString& expected) {
+        clock.advance(4s);
+        return comes([&] { return symbol() == expected; });
+    };
+    serveStatus(R"("download_dir_writable":false)");
+    EXPECT_TRUE(next(warning));
+    serveStatus();
+    EXPECT_TRUE(next(normal));
+    serve("GET /local/status", "{}", 500);
+    EXPECT_TRUE(next(warning));
+    EXPECT_EQ(count("GET /local/toolbox"), 0);
+}
+
+TEST_F(AppDelegateTest, WhatIsNewIsAnnouncedAndOpensTheWindowWhenClicked) {
+    beOnboarded();
+    serveStatus(R"("recent_jobs":[{"job_id":"a","state":"done","playlist":"Old","message":""}])");
+    launch();
+    finishStartUp();
+    EXPECT_TRUE(center.posted.empty());
+    serveStatus(libraryMember("1") +
+                R"(,"recent_jobs":[{"job_id":"b","state":"queued","playlist":"Friday","message":"","links":2},
+                                   {"job_id":"c","state":"failed","playlist":"Chill","message":"no"}])");
+    clock.advance(4s);
+    ASSERT_TRUE(comes([&] { return center.posted.size() == 2; }));
+    EXPECT_EQ(center.posted.front().identifier, QStringLiteral("b-requested"));
+    EXPECT_EQ(center.posted.back().identifier, QStringLiteral("c-failed"));
+    views.shown.calls.clear();
+    Q_EMIT center.opened(QStringLiteral("b-requested"));
+    EXPECT_EQ(views.shown.calls, QStringList{QStringLiteral("window")});
+}
+
+TEST_F(AppDelegateTest, AStartByHandShowsTheWindowAndAStartAtLoginDoesNot) {
+    beOnboarded();
+    launch();
+    finishStartUp();
+    EXPECT_TRUE(views.shown.calls.isEmpty());
+    delegate->reopen();
+    EXPECT_EQ(views.shown.calls.count(QStringLiteral("window")), 1);
+
+    views.shown.calls.clear();
+    clock.setUptime(301s);
+    launch();
+    EXPECT_TRUE(comes([&] { return views.shown.calls.contains(QStringLiteral("window")); }));
+}
+
+TEST_F(AppDelegateTest, AFailedInstallationIsOneLineAndTheStartGoesOn) {
+    beOnboarded();
+    QFile program(home.write(QStringLiteral("Tunedeck.app/Contents/Helpers/tunedeck"), "program"));
+    program.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    home.write(QStringLiteral(".tunedeck/bin"), "in the way");
+    launch();
+    finishStartUp();
+    delegate->showWindow();
+    EXPECT_TRUE(views.shown.host->content().banner.text.startsWith(
+        QStringLiteral("Couldn't start Tunedeck's background service: ")))
+        << views.shown.host->content().banner.text.toStdString();
+}
+
+TEST_F(AppDelegateTest, WithoutATrayTheWindowOpensAndTheIconComesWhenTheTrayDoes) {
+    beOnboarded();
+    item.available = false;
+    item.place.reset();
+    launch();
+    finishStartUp();
+    EXPECT_TRUE(views.shown.calls.isEmpty());
+    clock.advance(10s);
+    settle();
+    EXPECT_TRUE(views.shown.calls.contains(QStringLiteral("window")));
+    EXPECT_TRUE(home.read(QStringLiteral(".tunedeck/menu-bar.json")).isEmpty()) << "nothing was measured";
+    item.place = MenuBarPlacement{.itemMinX = 1200, .itemWidth = 24, .screenWidth = 1600};
+    item.setAvailable(true);
+    clock.advance(1s);
+    EXPECT_FALSE(home.read(QStringLiteral(".tunedeck/menu-bar.json")).isEmpty());
+}
+
+TEST_F(AppDelegateTest, TheIconTogglesThePanelWhereItStands) {
+    launch();
+    item.rectangle = QRect(1500, 0, 24, 24);
+    Q_EMIT item.activated();
+    EXPECT_EQ(views.shown.anchor, QRect(1500, 0, 24, 24));
+    EXPECT_TRUE(views.shown.popover);
+    Q_EMIT item.activated();
+    EXPECT_FALSE(views.shown.popover);
+    appearance.set({.dark = true});
+    EXPECT_TRUE(views.shown.calls.contains(QStringLiteral("dark")));
+    Q_EMIT item.quitRequested();
+    EXPECT_EQ(quits, 1);
+}
+
+TEST_F(AppDelegateTest, AFirstStartWalksThroughTheFirstRunAndAnEarlyEndAsksAgain) {
+    launch();
+    ASSERT_TRUE(comes([&] { return views.shown.calls.contains(QStringLiteral("onboarding")); }));
+    EXPECT_FALSE(services.settings.onboarded());
+    auto& actions = views.shown.host->onboardingActions();
+    actions.windowAppeared();
+    actions.windowClosed();
+    delegate->reopen();
+    EXPECT_EQ(views.shown.calls.count(QStringLiteral("onboarding")), 2) << "not the main window yet";
+    for (int step = 0; step < 4; ++step) {
+        actions.advance(); // the last one twice, as a double press does
+    }
+    EXPECT_TRUE(services.settings.onboarded());
+    ASSERT_TRUE(comes([&] { return views.shown.calls.contains(QStringLiteral("window")); }));
+    EXPECT_EQ(views.shown.calls.count(QStringLiteral("close onboarding")), 1);
+    delegate->reopen();
+    EXPECT_EQ(views.shown.calls.count(QStringLiteral("onboarding")), 2);
+}
+
+TEST_F(AppDelegateTest, WhoeverReachesTheServiceAlreadyIsNotWalkedThroughIt) {
+    const QByteArray registered = R"("cloud":{"enabled":true,"base_url":"x","registered":true})";
+    serveStatus(registered);
+    serveLinks(R"({"id":"a","kind":"claude","lastUsedAt":"2026-02-01T00:00:00Z"})");
+    launch();
+    EXPECT_TRUE(comes([&] { return services.settings.onboarded(); }));
+    EXPECT_TRUE(views.shown.calls.isEmpty());
+
+    // The same links don't count while the service isn't registered with the cloud: they aren't asked for.
+    delegate.reset();
+    ASSERT_TRUE(services.settings.setOnboarded(false));
+    serveStatus();
+    const auto before = count("GET /local/links");
+    launch();
+    EXPECT_TRUE(comes([&] { return views.shown.calls.contains(QStringLiteral("onboarding")); }));
+    EXPECT_EQ(count("GET /local/links"), before);
+}
+
+TEST_F(AppDelegateTest, WithoutItsWindowsTheRestGoesOn) {
+    beOnboarded();
+    views.works = false;
+    launch();
+    finishStartUp();
+    Q_EMIT item.activated();
+    delegate->reopen();
+    EXPECT_EQ(views.asked, 2) << "tried again: the module may be there by now";
+    serve("GET /local/status", "{}", 500);
+    clock.advance(4s);
+    EXPECT_TRUE(comes([&] { return symbol() == warning; }));
+}
+
+TEST_F(AppDelegateTest, QuittingDuringAHangingRequestWaitsForNothing) {
+    for (const auto& route : {"GET /local/status", "GET /local/toolbox", "GET /local/links"}) {
+        serveStatus();
+        server.on(route, behave::hang());
+        launch();
+        delegate->showWindow();
+        views.shown.host->actions().panelAppeared();
+        ASSERT_TRUE(comes([&] { return count(route) > 0; })) << route;
+        delegate.reset();
+        EXPECT_TRUE(comes([&] { return server.open() == 0; })) << route;
+        clock.advance(60s);
+    }
+}
+
+} // namespace tunedeck

@@ -1,0 +1,118 @@
+#pragma once
+
+#include "Tests/Helpers/FakePlatform.h"
+#include "Tests/Helpers/ManualClock.h"
+#include "Tests/Helpers/RunTask.h"
+#include "Tests/Helpers/TemporaryHome.h"
+#include "Tests/Helpers/TestServer.h"
+#include "TunedeckMenu/MenuServices.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <utility>
+#include <vector>
+
+namespace tunedeck::test {
+
+/// A status document in which these members, as JSON text, replace those of a plain one.
+inline QByteArray statusDocument(const QByteArray& changes = {}) {
+    auto document = QJsonDocument::fromJson(R"({"version":"5.0","download_dir":"/music","download_dir_source":"default",
+        "download_dir_writable":true,"import_xml":"/music/import.xml","recent_jobs":[],
+        "cloud":{"enabled":true,"base_url":"https://x.example","connected":true}})")
+                        .object();
+    const auto members = QJsonDocument::fromJson('{' + changes + '}').object();
+    for (auto member = members.begin(); member != members.end(); ++member) {
+        document[member.key()] = member.value();
+    }
+    return QJsonDocument(document).toJson(QJsonDocument::Compact);
+}
+
+/// The library section as a member of a status document, with one backup of that version.
+inline QByteArray libraryMember(const QByteArray& backup, bool rekordboxRunning = false) {
+    return R"("rekordbox_db":{"db_path":"/db","pending":[],"failed":[],"rekordbox_running":)" +
+           QByteArray(rekordboxRunning ? "true" : "false") + R"(,"backups":[{"version":")" + backup +
+           R"(","created_at":"2026-02-28T10:00:00Z","reason":"before import","size_bytes":1}]})";
+}
+
+/// What a model and its actions need: a service of the test's own over real HTTP, and a desktop that keeps what it was
+/// asked for.
+class MenuTest : public testing::Test {
+protected:
+    MenuTest() {
+        serveStatus();
+        serve("GET /local/toolbox", R"({"tools":[],"venvs":[],"installing":false})");
+        serveLinks({});
+    }
+
+    void serve(const QByteArray& route, const QByteArray& body, int status = 200) {
+        server.on(route, behave::answer(status, body));
+    }
+    /// `changes`: members as JSON text.
+    void serveStatus(const QByteArray& changes = {}) { serve("GET /local/status", statusDocument(changes)); }
+    /// `links`: objects as JSON text, with commas between them.
+    void serveLinks(const QByteArray& links) { serve("GET /local/links", R"({"links":[)" + links + "]}"); }
+
+    /// How often a route was asked for.
+    [[nodiscard]] int count(const QByteArray& route) const {
+        int found = 0;
+        for (const auto& request : server.requests()) {
+            found += request.method + ' ' + request.target == route ? 1 : 0;
+        }
+        return found;
+    }
+    /// Whether a condition comes true.
+    static bool comes(const std::function<bool()>& condition) { return runUntil(condition, std::chrono::seconds(5)); }
+    /// Gives what shouldn't happen the time to happen.
+    static void settle() {
+        runUntil([] { return false; }, std::chrono::milliseconds(40));
+    }
+
+    TemporaryHome home;
+    TestServer server;
+    ManualClock clock;
+    FakeWorkspace workspace;
+    FakePasteboard pasteboard;
+    FakeFolderPicker picker;
+    FakeLoginItem loginItem;
+    FakeRelauncher relauncher;
+    std::vector<std::pair<Confirmation, std::function<void(bool)>>> questions;
+    std::vector<QStringList> launchctlCalls;
+    std::vector<int> launchctlStatus; ///< of the next calls; 0 afterwards
+    int quits = 0;
+
+    QCoro::Task<std::int32_t> launchctl(QStringList arguments) {
+        launchctlCalls.push_back(arguments);
+        const auto call = launchctlCalls.size() - 1;
+        co_return call < launchctlStatus.size() ? launchctlStatus[call] : 0;
+    }
+
+    MenuServices services{
+        .clock = clock,
+        .workspace = workspace,
+        .pasteboard = pasteboard,
+        .folderPicker = picker,
+        .loginItem = loginItem,
+        .relauncher = relauncher,
+        .facts = {.home = home.path(),
+                  .uid = 501,
+                  .bundle = home.path(QStringLiteral("Tunedeck.app")),
+                  .appVersion = QStringLiteral("1.2.0")},
+        .settings = SettingsFile(home.path(QStringLiteral(".tunedeck/settings.json"))),
+        .launchctl = [this](QStringList arguments, std::stop_token) { return launchctl(std::move(arguments)); },
+        .status = {server.url("/local/status")},
+        .toolbox = {server.url()},
+        .library = {server.url()},
+        .links = {server.url()},
+        .confirm =
+            [this](Confirmation question, std::function<void(bool)> answer) {
+                questions.emplace_back(std::move(question), std::move(answer));
+            },
+        .quit = [this] { ++quits; },
+    };
+};
+
+} // namespace tunedeck::test

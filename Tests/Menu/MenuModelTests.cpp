@@ -1,0 +1,216 @@
+#include "Tests/Menu/MenuFixture.h"
+#include "TunedeckMenu/MenuModel.h"
+
+#include <atomic>
+#include <memory>
+
+namespace tunedeck {
+
+using namespace test;
+using namespace std::chrono_literals;
+
+namespace {
+
+class MenuModelTest : public MenuTest {
+protected:
+    void refresh() { runToEnd(model->refresh(scope.token())); }
+    void refreshLinks(bool force) { runToEnd(model->refreshLinks(force, scope.token())); }
+    [[nodiscard]] const PanelState& state() const { return model->state(); }
+
+    std::unique_ptr<MenuModel> model = std::make_unique<MenuModel>(services);
+    TaskScope scope;
+};
+
+UpdateCheck newer() {
+    return {UpdateCheck::Available{{.version = QStringLiteral("1.3.0")}}};
+}
+
+} // namespace
+
+TEST_F(MenuModelTest, PollsWhileAPanelIsShownAndStopsAtOnceWhenTheLastOneGoes) {
+    model->panelAppeared();
+    model->panelAppeared();
+    ASSERT_TRUE(comes([&] { return clock.sleeping() == 1; }));
+    EXPECT_EQ(count("GET /local/status"), 1);
+    clock.advance(2999ms);
+    settle();
+    EXPECT_EQ(count("GET /local/status"), 1);
+    clock.advance(1ms);
+    ASSERT_TRUE(comes([&] { return count("GET /local/toolbox") == 2 && clock.sleeping() == 1; }));
+
+    model->panelDisappeared();
+    EXPECT_EQ(clock.sleeping(), 1U) << "one panel is left";
+    model->panelDisappeared();
+    EXPECT_EQ(clock.sleeping(), 0U) << "in mid-sleep";
+
+    server.on("GET /local/status", behave::hang());
+    model->panelAppeared();
+    ASSERT_TRUE(comes([&] { return count("GET /local/status") == 3; }));
+    model->panelDisappeared();
+    EXPECT_TRUE(comes([&] { return server.open() == 0; })) << "in mid-request";
+    EXPECT_TRUE(state().service.isRunning()) << "a request that was called off says nothing about the service";
+
+    serveStatus(R"("version":"5.1")");
+    model->panelAppeared();
+    EXPECT_TRUE(comes([&] { return state().service.status()->version == QStringLiteral("5.1"); }));
+}
+
+TEST_F(MenuModelTest, AnOlderAnswerNeverReplacesANewerOne) {
+    auto asked = std::make_shared<std::atomic<int>>(0);
+    auto release = std::make_shared<std::atomic<bool>>(false);
+    const auto old = behave::answer(200, statusDocument(R"("version":"old")"));
+    const auto fresh = behave::answer(200, statusDocument(R"("version":"new")"));
+    server.on("GET /local/status", [=](Connection& peer, const ServedRequest& request) {
+        if (asked->fetch_add(1) > 0) {
+            return fresh(peer, request);
+        }
+        while (!*release && peer.pause(5ms)) {
+        }
+        old(peer, request);
+    });
+    const auto slow = endingOf(model->refresh(scope.token()));
+    ASSERT_TRUE(comes([&] { return *asked == 1; }));
+    refresh();
+    EXPECT_EQ(state().service.status()->version, QStringLiteral("new")) << "not held up by the one that hangs";
+    *release = true;
+    ASSERT_TRUE(comes([&] { return slow->isThere(); }));
+    EXPECT_EQ(state().service.status()->version, QStringLiteral("new"));
+}
+
+TEST_F(MenuModelTest, AStoppedServiceTakesItsToolReportWithItAndLeavesTheLinks) {
+    serveLinks(R"({"id":"a","kind":"claude"})");
+    refresh();
+    ASSERT_TRUE(comes([&] { return state().links.size() == 1; }));
+    ASSERT_TRUE(state().toolbox);
+
+    // A report that was asked for while the service ran comes after it has stopped.
+    server.on("GET /local/toolbox",
+              behave::after(100ms, behave::answer(200, R"({"tools":[],"venvs":[],"installing":true})")));
+    const auto late = endingOf(model->refreshToolbox(scope.token()));
+    ASSERT_TRUE(comes([&] { return count("GET /local/toolbox") == 2; }));
+    serve("GET /local/status", "{}", 500);
+    refresh();
+    EXPECT_TRUE(state().service.isNotRunning());
+    ASSERT_TRUE(comes([&] { return late->isThere(); }));
+    EXPECT_FALSE(state().toolbox);
+    EXPECT_EQ(state().links.size(), 1U);
+    EXPECT_EQ(count("GET /local/toolbox"), 2) << "a stopped service isn't asked for its tools";
+}
+
+TEST_F(MenuModelTest, LinksAreAskedForAgainWhenTheyAreNoLongerFresh) {
+    const auto requests = [&] {
+        settle();
+        return count("GET /local/links");
+    };
+    refresh();
+    EXPECT_EQ(requests(), 1);
+    clock.advance(14999ms);
+    refreshLinks(false);
+    EXPECT_EQ(requests(), 1);
+    refreshLinks(true);
+    EXPECT_EQ(requests(), 2);
+
+    serveLinks(R"({"id":"t","kind":"telegram","expiresAt":"2026-03-01T12:05:00Z"})");
+    clock.advance(15s);
+    refreshLinks(false);
+    EXPECT_EQ(requests(), 3);
+    EXPECT_TRUE(model->pairingTelegram());
+    clock.advance(3s);
+    refreshLinks(false);
+    EXPECT_EQ(requests(), 4) << "while a pairing waits";
+    clock.advance(5min);
+    EXPECT_FALSE(model->pairingTelegram()) << "its code has ended";
+
+    serve("GET /local/links", "{}", 500);
+    refreshLinks(false);
+    refreshLinks(false);
+    EXPECT_EQ(requests(), 5) << "a failed request counts as fresh";
+    EXPECT_EQ(state().links.size(), 1U);
+    EXPECT_FALSE(state().actionError);
+}
+
+TEST_F(MenuModelTest, LinksAreNotAskedForWithoutTheCloud) {
+    const auto cloud = [](const QByteArray& enabled, const QByteArray& connected) {
+        return R"("cloud":{"base_url":"x","enabled":)" + enabled + R"(,"connected":)" + connected + '}';
+    };
+    refreshLinks(true);
+    serveStatus(cloud("false", "true"));
+    refresh();
+    serveStatus(cloud("true", "false"));
+    refresh();
+    settle();
+    EXPECT_EQ(count("GET /local/links"), 0);
+    serveStatus(cloud("true", "null"));
+    refresh();
+    EXPECT_TRUE(comes([&] { return count("GET /local/links") == 1; })) << "not known yet is not unreachable";
+}
+
+TEST_F(MenuModelTest, AListAskedForBeforeALinkWasMadeOrRemovedDoesNotCount) {
+    refresh();
+    ASSERT_TRUE(comes([&] { return server.open() == 0 && count("GET /local/links") == 1; }));
+    server.on("GET /local/links", behave::after(80ms, behave::answer(200, R"({"links":[]})")));
+    const auto list = endingOf(model->refreshLinks(true, scope.token()));
+    model->putLink({.id = QStringLiteral("n"), .kind = QStringLiteral("claude")});
+    ASSERT_TRUE(comes([&] { return list->isThere(); }));
+    EXPECT_NE(model->link(QStringLiteral("n")), nullptr);
+}
+
+TEST_F(MenuModelTest, OnlyDifferencesAreToldAndOneLineIsCurrent) {
+    loginItem.enabled = true;
+    refresh();
+    settle();
+    EXPECT_TRUE(state().opensAtLogin);
+    int changes = 0;
+    int refreshes = 0;
+    QObject::connect(model.get(), &MenuModel::changed, [&] { ++changes; });
+    QObject::connect(model.get(), &MenuModel::refreshed, [&] { ++refreshes; });
+    refresh();
+    EXPECT_EQ(changes, 0);
+    EXPECT_EQ(refreshes, 1);
+
+    model->show(QStringLiteral("bad"));
+    model->showNote(QStringLiteral("good"));
+    EXPECT_FALSE(state().actionError);
+    model->show(QStringLiteral("bad"));
+    EXPECT_FALSE(state().actionNote);
+    model->show(QStringLiteral("bad"));
+    EXPECT_EQ(changes, 3);
+}
+
+TEST_F(MenuModelTest, UpdateChecksAreRareUnlessAskedForAndFailInSilence) {
+    int checks = 0;
+    UpdateCheck next{UpdateCheck::Failed{QStringLiteral("no")}};
+    struct Answer {
+        static QCoro::Task<UpdateCheck> give(UpdateCheck check) { co_return check; }
+    };
+    services.updates.check = [&](std::stop_token) {
+        ++checks;
+        return Answer::give(next);
+    };
+    const auto update = [&] { return state().update.value; };
+
+    model->checkForUpdates(false);
+    EXPECT_TRUE(std::holds_alternative<UpdateState::Idle>(update()));
+    model->checkForUpdates(false);
+    EXPECT_EQ(checks, 1) << "a failed check is a check";
+    model->checkForUpdates(true);
+    EXPECT_EQ(std::get<UpdateState::Failed>(update()).message, QStringLiteral("no"));
+    clock.advance(20h - 1s);
+    model->checkForUpdates(false);
+    EXPECT_EQ(checks, 2);
+    clock.advance(1s);
+    next = newer();
+    model->checkForUpdates(false);
+    EXPECT_EQ(std::get<UpdateState::Available>(update()).release.version, QStringLiteral("1.3.0"));
+    next = {UpdateCheck::UpToDate{}};
+    model->checkForUpdates(true);
+    EXPECT_EQ(std::get<UpdateState::UpToDate>(update()).at, clock.now());
+
+    for (const auto& busy : {UpdateState{UpdateState::Checking{}}, UpdateState{UpdateState::Installing{}}}) {
+        model->setUpdate(busy);
+        model->checkForUpdates(true);
+    }
+    EXPECT_EQ(checks, 4);
+}
+
+} // namespace tunedeck
