@@ -44,5 +44,16 @@ list(TRANSFORM TUNEDECK_APP_ICON_SIZES REPLACE "(.+)" "${app_icon_folder}/tunede
 add_custom_command(OUTPUT ${app_icons}
   COMMAND tunedeck-paint-icons app ${app_icon_folder} ${app_glyph} -- ${TUNEDECK_APP_ICON_SIZES}
   DEPENDS tunedeck-paint-icons VERBATIM COMMENT "Painting the application's icon")
+# The same as one scalable drawing, for desktops and packages.
+file(READ ${app_glyph} glyph_text)
+string(REGEX REPLACE "^<svg[^>]*>|</svg>.*$" "" glyph_text "${glyph_text}")
+file(CONFIGURE OUTPUT ${app_icon_folder}/tunedeck.svg CONTENT [[
+<svg xmlns="http://www.w3.org/2000/svg" width="128" height="128" viewBox="0 0 128 128">
+  <defs><linearGradient id="plate" x1="0" y1="0" x2="1" y2="1">
+    <stop offset="0" stop-color="#8c5cf7"/><stop offset="1" stop-color="#f04d99"/></linearGradient></defs>
+  <rect x="8" y="8" width="112" height="112" rx="26.35" fill="url(#plate)"/>
+  <g transform="translate(35.84 35.84) scale(3.52)" fill="#fff">@glyph_text@</g>
+</svg>
+]] @ONLY)
 add_custom_target(app-icons ALL DEPENDS ${app_icons})
 add_dependencies(bundle app-icons)

@@ -11,6 +11,7 @@
 #include <QElapsedTimer>
 #include <QFont>
 #include <QJsonObject>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPluginLoader>
 #include <QProcess>
@@ -87,6 +88,43 @@ QList<Shot> shots() {
     installing.tools.installingText = u"Installing…"_s;
     installing.tools.progress = 0.4;
 
+    PanelContent open = samples::troubled();
+    open.tools.shown = open.hiddenIcon.shown = open.banner.shown = false;
+    open.rekordbox.failed.clear();
+    open.rekordbox.retryButton.clear();
+    open.assistants.links.removeLast();
+    PanelContent busy = samples::usual();
+    busy.rekordbox.headline = u"Applying 1 change…"_s;
+    busy.rekordbox.tone = look::Tone::Accent;
+    busy.rekordbox.applyButton = u"Applying…"_s;
+    busy.rekordbox.busy = true;
+    busy.about.busy = true;
+    busy.about.progress = 0.63;
+    busy.about.updateText = u"Installing the update… Tunedeck restarts when it's done."_s;
+    PanelContent codes = samples::usual();
+    codes.assistants.connect.clear();
+    codes.assistants.links = {samples::telegramLink(u"x"_s, false), samples::telegramLink(u"y"_s, false)};
+    TelegramPairingView& expired = codes.assistants.links[0].pairing;
+    expired.expired = true;
+    expired.text = u"This code has expired."_s;
+    expired.openButton.clear();
+    expired.newCodeButton = u"Get a New Code"_s;
+    expired.expiryNote.clear();
+    TelegramPairingView& elsewhere = codes.assistants.links[1].pairing;
+    elsewhere = {
+        .shown = true, .text = u"Paired from another Mac or before a reinstall."_s, .newCodeButton = u"New Code"_s};
+    const auto tab = [](int times) {
+        return [times](PanelViews&) {
+            for (int i = 0; i < times; ++i) {
+                QWindow* const window = shownWindow();
+                QKeyEvent down(QEvent::KeyPress, Qt::Key_Tab, {});
+                QKeyEvent up(QEvent::KeyRelease, Qt::Key_Tab, {});
+                QCoreApplication::sendEvent(window, &down);
+                QCoreApplication::sendEvent(window, &up);
+            }
+        };
+    };
+
     OnboardingContent telegram = samples::assistantStep();
     telegram.chosen = u"telegram"_s;
     telegram.pairing = samples::telegramLink(u"t"_s, false).pairing;
@@ -125,6 +163,11 @@ QList<Shot> shots() {
         {.name = u"crowded"_s, .panel = samples::crowded()},
         {.name = u"backups"_s, .panel = samples::usual(), .then = [](PanelViews&) { press(u"Backups (3)"_s); }},
         {.name = u"more"_s, .panel = samples::usual(), .then = [](PanelViews&) { press(u"More"_s); }},
+        {.name = u"rekordbox-open"_s, .panel = open, .then = [](PanelViews&) { press(u"Backups (3)"_s); }},
+        {.name = u"busy"_s, .panel = busy},
+        {.name = u"telegram-codes"_s, .panel = codes},
+        {.name = u"focus-button"_s, .panel = samples::usual(), .then = tab(3)},
+        {.name = u"focus-folder"_s, .panel = samples::usual(), .then = tab(6)},
         {.name = u"welcome-tools"_s, .place = Place::Onboarding, .onboarding = samples::toolsStep()},
         {.name = u"welcome-rekordbox"_s, .place = Place::Onboarding, .onboarding = samples::rekordboxStep()},
         {.name = u"welcome-assistant"_s, .place = Place::Onboarding, .onboarding = samples::assistantStep()},

@@ -93,7 +93,6 @@ Window {
             }
 
             PushButton {
-                activeFocusOnTab: true
                 label: window.confirmLabel
                 large: true
                 prominent: true

@@ -12,6 +12,22 @@ Rectangle {
     implicitHeight: topInset + header.implicitHeight + cards.contentHeight + notice.height + footer.implicitHeight
     implicitWidth: Theme.panelWidth
 
+    Keys.onDownPressed: cards.scrollBy(48)
+    Keys.onPressed: event => {
+        const page = cards.height - 48;
+        const ways = {
+            [Qt.Key_PageDown]: page,
+            [Qt.Key_PageUp]: -page,
+            [Qt.Key_End]: cards.contentHeight,
+            [Qt.Key_Home]: -cards.contentHeight
+        };
+        if (event.key in ways) {
+            cards.scrollBy(ways[event.key]);
+            event.accepted = true;
+        }
+    }
+    Keys.onUpPressed: cards.scrollBy(-48)
+
     HeaderBar {
         id: header
 

@@ -103,6 +103,9 @@ void Pressable::setFocusShown(bool shown) {
 void Pressable::mousePressEvent(QMouseEvent* event) {
     event->accept();
     setPressed(true);
+    if (HintLayer* layer = layerOf(*this)) {
+        layer->leave(this);
+    }
 }
 
 void Pressable::mouseMoveEvent(QMouseEvent* event) {
