@@ -46,8 +46,7 @@ void propertyList(const QByteArray& input) {
     if (list) {
         const QByteArray xml = xmlPropertyList(*list);
         const auto again = parsePropertyList(xml);
-        require(again.has_value(), "what is written can be read");
-        require(xmlPropertyList(*again) == xml, "what is written reads as the same");
+        require(again && xmlPropertyList(*again) == xml, "what is written reads as the same");
     }
 }
 

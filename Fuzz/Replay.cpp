@@ -17,8 +17,8 @@ struct Target {
     void (*run)(const QByteArray&);
 };
 
-void PrintTo(const Target& target, std::ostream* out) {
-    *out << target.name;
+std::ostream& operator<<(std::ostream& out, const Target& target) {
+    return out << target.name;
 }
 
 class Corpus : public testing::TestWithParam<Target> {};

@@ -6,7 +6,6 @@
 #include <QStringView>
 
 #include <algorithm>
-#include <array>
 #include <compare>
 #include <tuple>
 
@@ -75,11 +74,13 @@ std::optional<SemVer> SemVer::parse(const QString& text) {
     if (pieces.size() != 3) {
         return {};
     }
-    const std::array numbers{number(pieces[0]), number(pieces[1]), number(pieces[2])};
-    if (!std::ranges::all_of(numbers, [](const auto& n) { return n.has_value(); })) {
+    const auto major = number(pieces[0]);
+    const auto minor = number(pieces[1]);
+    const auto patch = number(pieces[2]);
+    if (!major || !minor || !patch) {
         return {};
     }
-    SemVer version{*numbers[0], *numbers[1], *numbers[2], {}};
+    SemVer version{*major, *minor, *patch, {}};
     if (dash >= 0) {
         version.prerelease = rest.sliced(dash + 1).toString().split(u'.');
         if (std::ranges::any_of(version.prerelease, &QString::isEmpty)) {

@@ -79,7 +79,7 @@ public:
     SemVer next() {
         SemVer version{pick(3), pick(3), pick(3), {}};
         for (std::int64_t left = pick(4); left > 0; --left) {
-            version.prerelease += pick(2) == 0 ? QString::number(pick(25)) : words[pick(words.size())];
+            version.prerelease += pick(2) == 0 ? QString::number(pick(25)) : m_words[pick(m_words.size())];
         }
         return version;
     }
@@ -89,7 +89,7 @@ private:
         return std::uniform_int_distribution<std::int64_t>(0, count - 1)(m_random);
     }
 
-    const QStringList words{u"alpha"_s, u"beta"_s, u"rc"_s, u"RC"_s, u"1a"_s, u"a-1"_s, u"é"_s, u"🎵"_s};
+    const QStringList m_words{u"alpha"_s, u"beta"_s, u"rc"_s, u"RC"_s, u"1a"_s, u"a-1"_s, u"é"_s, u"🎵"_s};
     std::mt19937 m_random{20250301};
 };
 

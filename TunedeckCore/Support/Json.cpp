@@ -208,8 +208,7 @@ private:
 
     /// The index of the member that a key names, looked for from `first` on, as documents mostly keep one order.
     std::size_t memberNamed(const Token& key, std::span<const MemberShape> members, std::size_t first) const {
-        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): written before it is read
-        std::array<char, longestKey> buffer;
+        std::array<char, longestKey> buffer{};
         std::string_view name = text(key);
         if (name.size() > buffer.size()) {
             return members.size();
