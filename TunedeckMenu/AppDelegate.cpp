@@ -44,7 +44,8 @@ AppDelegate::AppDelegate(MenuServices services, Desktop desktop, QObject* parent
                          if (!m_windows.hasBeenShown()) {
                              showWindow();
                          }
-                     }})
+                     },
+                 .startUpdateChecks = [this] { m_updates.start(); }})
     , m_updates(m_model, m_services.clock)
     , m_follow(m_services.clock, m_services.status, m_notifier,
                [this](const std::optional<ServiceStatus>& status) { m_icon->saw(status); }) {
@@ -60,7 +61,6 @@ void AppDelegate::launch() {
     installStatusItem();
     startNotifications();
     m_startUp.start();
-    m_updates.start();
 }
 
 void AppDelegate::installStatusItem() {

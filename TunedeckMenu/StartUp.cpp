@@ -38,11 +38,20 @@ QCoro::Task<> StartUp::run() {
         co_return;
     }
     m_outcome.waitIsOver();
+    // Links can only speak against a first run. Where there is none anyway, the window doesn't wait for them.
+    const bool linksDecide = Onboarding::shouldShow(m_services.settings.onboarded(), status, {});
+    if (!linksDecide) {
+        decideOnWindow(status, {});
+    }
     const bool registered = status && status->cloud.registered.value_or(false);
     const auto links = co_await registeredLinks(registered, stop);
-    if (!stop.stop_requested()) {
+    if (stop.stop_requested()) {
+        co_return;
+    }
+    if (linksDecide) {
         decideOnWindow(status, links);
     }
+    m_outcome.startUpdateChecks();
 }
 
 void StartUp::decideOnWindow(const std::optional<ServiceStatus>& status, const std::vector<AssistantLink>& links) {

@@ -219,6 +219,38 @@ TEST_F(AppDelegateTest, TheIconTogglesThePanelWhereItStands) {
     EXPECT_EQ(quits, 1);
 }
 
+TEST_F(AppDelegateTest, UpdatesAreLookedForAMinuteAfterTheStartAndOnceADayAlsoWhileAsleep) {
+    struct Answer {
+        static QCoro::Task<UpdateCheck> give() { co_return {UpdateCheck::UpToDate{}}; }
+    };
+    int checks = 0;
+    services.updates.check = [&](std::stop_token) {
+        ++checks;
+        return Answer::give();
+    };
+    beOnboarded();
+    launch();
+    finishStartUp();
+    clock.advance(59s);
+    EXPECT_EQ(checks, 0);
+    clock.advance(1s);
+    EXPECT_EQ(checks, 1);
+    clock.suspend(23h);
+    EXPECT_EQ(checks, 1);
+    clock.suspend(1h);
+    EXPECT_EQ(checks, 2);
+}
+
+TEST_F(AppDelegateTest, AUsersWindowDoesNotWaitForLinksThatCannotMatter) {
+    beOnboarded();
+    clock.setUptime(1h);
+    serveStatus(R"("cloud":{"enabled":true,"base_url":"x","registered":true})");
+    server.on("GET /local/links", behave::hang());
+    launch();
+    EXPECT_TRUE(comes([&] { return views.shown.calls.contains(QStringLiteral("window")); }));
+    EXPECT_TRUE(comes([&] { return count("GET /local/links") == 1; }));
+}
+
 TEST_F(AppDelegateTest, AFirstStartWalksThroughTheFirstRunAndAnEarlyEndAsksAgain) {
     launch();
     ASSERT_TRUE(comes([&] { return views.shown.calls.contains(QStringLiteral("onboarding")); }));
