@@ -38,8 +38,8 @@ QStringList linesOf(const QString& path) {
 // A PATH in which there is nothing but what the test puts there.
 class WorkspaceTest : public testing::Test {
 protected:
-    WorkspaceTest() { qputenv("PATH", QFile::encodeName(m_folder.path())); }
-    ~WorkspaceTest() override { qputenv("PATH", m_path); }
+    void SetUp() override { qputenv("PATH", QFile::encodeName(m_folder.path())); }
+    void TearDown() override { qputenv("PATH", m_path); }
 
     void installOpener(const QString& name) {
         writeScript(m_folder.filePath(name),

@@ -24,24 +24,30 @@ protected:
     }
 };
 
-// The icon says that it is there, and once the tray has settled that it is at the right end of the screen of 1000.
+// Asks until the icon is at the right end of the screen of 1000: a tray that has just started still moves about.
 testing::AssertionResult docksAtTheRight(Program& item) {
     static const QRegularExpression form(QStringLiteral("^there (\\d+) (\\d+) of 1000$"));
     std::string line = item.nextLine();
-    for (int tries = 0; tries < 200; ++tries) {
+    for (int tries = 0; tries < 500 && !line.empty(); ++tries) {
         const auto match = form.match(QString::fromStdString(line));
         const int x = match.captured(1).toInt();
         const int width = match.captured(2).toInt();
-        if (!match.hasMatch()) {
-            break;
-        }
-        if (width > 8 && x >= 900 && x + width <= 1000) {
+        if (match.hasMatch() && width > 8 && x >= 900 && x + width <= 1000) {
             return testing::AssertionSuccess();
         }
         item.say(QStringLiteral("where"));
         line = item.nextLine();
     }
     return testing::AssertionFailure() << line;
+}
+
+// Says this next, whatever it has told of its place before.
+testing::AssertionResult says(Program& item, const std::string& expected) {
+    std::string line = item.nextLine();
+    while (line != expected && line.starts_with("there ")) {
+        line = item.nextLine();
+    }
+    return line == expected ? testing::AssertionSuccess() : testing::AssertionFailure() << line;
 }
 
 TEST_F(StatusItemTest, DocksInAnX11TrayThatComesLateGoesAndComesBack) {
@@ -52,12 +58,12 @@ TEST_F(StatusItemTest, DocksInAnX11TrayThatComesLateGoesAndComesBack) {
     auto tray = desktop.startTray();
     EXPECT_TRUE(docksAtTheRight(*item));
     item->say(QStringLiteral("click"));
-    EXPECT_EQ(item->nextLine(), "activated");
+    EXPECT_TRUE(says(*item, "activated"));
     item->say(QStringLiteral("menu"));
-    EXPECT_EQ(item->nextLine(), "open");
-    EXPECT_EQ(item->nextLine(), "quit");
+    EXPECT_TRUE(says(*item, "open"));
+    EXPECT_TRUE(says(*item, "quit"));
     tray->kill();
-    EXPECT_EQ(item->nextLine(), "gone unplaced");
+    EXPECT_TRUE(says(*item, "gone unplaced"));
     tray = desktop.startTray();
     EXPECT_TRUE(docksAtTheRight(*item));
 }

@@ -120,7 +120,7 @@ bool LinuxStatusItem::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::Paint:
     case QEvent::Move:
     case QEvent::Resize:
-        if (watched == m_dock && !(m_isAvailable && event->type() == QEvent::Paint)) {
+        if (watched == m_dock && !(m_wasAvailable && event->type() == QEvent::Paint)) {
             checkSoon();
         }
         break;
@@ -145,12 +145,15 @@ void LinuxStatusItem::check() {
             draw(); // another tray may have another colour
         }
     }
-    const bool isAvailable =
-        m_kind == TrayWatch::Tray::xembed ? isDocked() : m_icon && m_trays.tray() == TrayWatch::Tray::statusNotifier;
-    if (isAvailable != m_isAvailable) {
-        m_isAvailable = isAvailable;
+    const bool isNowAvailable = isAvailable();
+    if (isNowAvailable != m_wasAvailable) {
+        m_wasAvailable = isNowAvailable;
         Q_EMIT availabilityChanged();
     }
+}
+
+bool LinuxStatusItem::isAvailable() const {
+    return m_kind == TrayWatch::Tray::xembed ? isDocked() : m_icon && m_trays.tray() == TrayWatch::Tray::statusNotifier;
 }
 
 bool LinuxStatusItem::isDocked() const {
@@ -159,12 +162,12 @@ bool LinuxStatusItem::isDocked() const {
 }
 
 std::optional<QRect> LinuxStatusItem::geometry() const {
-    const auto rectangle = m_icon && m_isAvailable ? m_icon->geometry() : QRect();
+    const auto rectangle = m_icon && isAvailable() ? m_icon->geometry() : QRect();
     return rectangle.isEmpty() ? std::nullopt : std::optional(rectangle);
 }
 
 std::optional<MenuBarPlacement> LinuxStatusItem::placement() const {
-    const auto rectangle = isDocked() ? geometry() : std::nullopt;
+    const auto rectangle = geometry();
     const auto* screen = rectangle ? QGuiApplication::screenAt(rectangle->center()) : nullptr;
     if (!screen) {
         screen = QGuiApplication::primaryScreen();

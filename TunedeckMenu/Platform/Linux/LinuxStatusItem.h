@@ -28,7 +28,7 @@ public:
     ~LinuxStatusItem() override;
 
     void install() override;
-    [[nodiscard]] bool isAvailable() const override { return m_isAvailable; }
+    [[nodiscard]] bool isAvailable() const override;
     void setSymbol(const QString& symbol, const QString& toolTip) override;
     [[nodiscard]] std::optional<QRect> geometry() const override;
     [[nodiscard]] std::optional<MenuBarPlacement> placement() const override;
@@ -58,7 +58,7 @@ private:
     QString m_toolTip;
     QString m_drawnSymbol;
     GlyphTone m_drawnTone = GlyphTone::dark;
-    bool m_isAvailable = false;
+    bool m_wasAvailable = false; ///< as it was last told
 };
 
 } // namespace tunedeck
