@@ -210,6 +210,23 @@ TEST_F(WindowTests, APanelHigherThanTheScreenScrollsBetweenHeaderAndFooter) {
     EXPECT_EQ(control(u"Copy Diagnostics"_s).place.top(), before);
 }
 
+TEST_F(WindowTests, TheWindowFollowsItsContentInsideTheScreenUntilTheUserSizesIt) {
+    QQuickWindow& window = mainWindow(samples::checking());
+    const QRect available = window.screen()->availableGeometry();
+    const int small = window.height();
+    become(samples::crowded());
+    EXPECT_TRUE(until([&] { return window.height() > small; }));
+    EXPECT_TRUE(until([&] { return available.contains(window.geometry()); }))
+        << window.y() << " + " << window.height() << " in " << available.height();
+    become(samples::checking());
+    EXPECT_TRUE(until([&] { return window.height() == small; }));
+    window.resize(window.width(), 400);
+    pass(20);
+    become(samples::crowded());
+    pass(120);
+    EXPECT_EQ(window.height(), 400);
+}
+
 TEST_F(WindowTests, AQuestionIsAnsweredOnceByButtonKeyOrClosing) {
     mainWindow(samples::usual());
     QList<bool> answers;

@@ -4,6 +4,7 @@
 #include "TunedeckMenu/Views/Pressable.h"
 
 #include <QCursor>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QQmlComponent>
@@ -24,6 +25,18 @@ QSize wantedSize(const QQuickWindow& window) {
 
 bool seen(const QQuickWindow* window) {
     return window != nullptr && window->isVisible() && window->visibility() != QWindow::Minimized;
+}
+
+/// The application's mark, for the desktop's lists of windows.
+QIcon appIcon() {
+    QIcon icon;
+    for (const int size : {16, 32, 48, 64, 128}) {
+        const QString file = u"%1/../Resources/tunedeck-%2.png"_s.arg(QCoreApplication::applicationDirPath()).arg(size);
+        if (QFileInfo::exists(file)) {
+            icon.addFile(file, {size, size});
+        }
+    }
+    return icon;
 }
 
 void centre(QQuickWindow& window) {
@@ -50,7 +63,8 @@ QuickViews::QuickViews(PanelHost& host, const Appearance& appearance)
     : m_host(host)
     , m_surroundings(*new Surroundings(m_engine))
     , m_model(*new PanelModel(m_engine))
-    , m_onboardingModel(*new OnboardingModel(host, m_engine)) {
+    , m_onboardingModel(*new OnboardingModel(host, m_engine))
+    , m_icon(appIcon()) {
     new ActionBridge(host.actions(), m_engine);
     static const bool once = [] {
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
@@ -93,6 +107,7 @@ std::unique_ptr<QQuickWindow> QuickViews::make(const QString& file, const QVaria
         qFatal("%s", qPrintable(component.errorString()));
     }
     object.release();
+    window->setIcon(m_icon);
     return std::unique_ptr<QQuickWindow>(window);
 }
 
@@ -189,6 +204,14 @@ void QuickViews::sizeWindow() {
     const int room = screen != nullptr ? screen->availableGeometry().height() - titleBarAndAir : wanted.height();
     m_followedHeight = std::max(m_window->minimumHeight(), std::min(wanted.height(), room));
     m_window->resize(wanted.width(), m_followedHeight);
+    if (screen != nullptr && m_window->isVisible()) {
+        // What has grown beyond the lower edge goes up.
+        const QRect free = screen->availableGeometry().marginsRemoved(m_window->frameMargins());
+        const int lowest = std::max(free.top(), free.bottom() + 1 - m_followedHeight);
+        if (m_window->y() > lowest) {
+            m_window->setY(lowest);
+        }
+    }
 }
 
 bool QuickViews::isWindowShown() const {

@@ -60,6 +60,7 @@ private:
     Surroundings& m_surroundings;
     PanelModel& m_model;
     OnboardingModel& m_onboardingModel;
+    QIcon m_icon;
     std::unique_ptr<QQuickWindow> m_popover;
     QRect m_anchor;
     QElapsedTimer m_dismissed; ///< since the popover closed because the user turned elsewhere

@@ -136,13 +136,14 @@ Card {
             color: Theme.secondary
             name: card.view.xmlSymbol
             size: Math.round(13 * Theme.scale)
+            visible: name !== ""
         }
 
         Label {
             id: xml
 
-            anchors.left: sheet.right
-            anchors.leftMargin: 7
+            anchors.left: sheet.visible ? sheet.right : parent.left
+            anchors.leftMargin: sheet.visible ? 7 : 0
             anchors.right: show.visible ? show.left : parent.right
             anchors.verticalCenter: parent.verticalCenter
             caption: true
