@@ -55,8 +55,8 @@ QCoro::Task<std::expected<int, QString>> Downloader::download(DownloadRequest re
     if (!result) {
         co_return std::unexpected(result.error());
     }
-    if (report->status) {
-        co_return *report->status;
+    if (const auto status = report->status) {
+        co_return *status;
     }
     co_return std::unexpected(report->error.isEmpty() ? QStringLiteral("The download broke off.") : report->error);
 }

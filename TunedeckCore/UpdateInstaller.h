@@ -25,7 +25,7 @@ QCoro::Task<Result<QString>> install(Release release, QString installed, QString
                                      DownloadProgress progress, std::stop_token stop);
 
 /// SHA-256 of a file's bytes in lower-case hexadecimal, read in chunks of 1 MiB.
-Result<QString> sha256Hex(const QString& file, std::stop_token stop = {});
+Result<QString> sha256Hex(const QString& path, std::stop_token stop = {});
 
 /// Unpacks the archive into the folder, which is made, and gives the path of the application in it.
 Result<QString> unpack(const QString& zip, const QString& folder, std::stop_token stop = {});
