@@ -22,6 +22,8 @@ import time
 
 import xwatch
 
+# Programs with Qt that stayed while a share of memory was read.
+company = set()
 TICK = os.sysconf("SC_CLK_TCK")
 
 
@@ -50,11 +52,11 @@ def ticks(pid):
     return (int(fields[11]) + int(fields[12])) * 1000 / TICK
 
 
-def others_with_qt():
-    """Processes that share Qt's memory with what is measured, and so make it look smaller."""
+def others_with_qt(measured=None):
+    """Processes that share Qt's memory with the measured one, and so make its share look smaller."""
     found = []
     for entry in pathlib.Path("/proc").iterdir():
-        if entry.name.isdigit():
+        if entry.name.isdigit() and entry.name != str(measured):
             try:
                 if "libQt6Core" in (entry / "maps").read_text():
                     found.append((entry / "comm").read_text().strip())
@@ -79,6 +81,15 @@ def as_at_login():
     except OSError:
         return False
     return True
+
+
+def share(pid):
+    """MiB of memory that are this process's share, in a moment when no other program has Qt, if one comes in time."""
+    end = time.monotonic() + 60
+    while (others := others_with_qt(pid)) and time.monotonic() < end:
+        time.sleep(0.02)
+    company.update(others)
+    return memory(pid)
 
 
 class Program:
@@ -168,7 +179,7 @@ def at_rest(table, programs, rounds, settle, idle):
         for program in programs:
             program.start()
             time.sleep(settle)
-            shares[program].append(memory(program.process.pid))
+            shares[program].append(share(program.process.pid))
             milliseconds, by_ticks, switched = program.idle(idle)
             work[program].append(milliseconds)
             coarse[program].append(by_ticks)
@@ -185,7 +196,7 @@ def panel(table, floor, application, openings, settle, idle):
     floor.start()
     floor.desktop.wait_for_window(floor.name)
     time.sleep(settle)
-    floor_memory = memory(floor.process.pid)
+    floor_memory = share(floor.process.pid)
     floor.stop()
 
     application.start()
@@ -193,7 +204,7 @@ def panel(table, floor, application, openings, settle, idle):
     first, window = application.toggle()
     table.add("click until the first picture, first time", "ms", None, first * 1000, "150 ms")
     time.sleep(settle)
-    table.add("PSS with the panel open", "MiB", floor_memory, memory(application.process.pid), "48 MiB")
+    table.add("PSS with the panel open", "MiB", floor_memory, share(application.process.pid), "48 MiB")
     frames_before = used(application.process.pid)[0]
     frames = application.desktop.frames(window, idle)
     table.add(f"frames in {idle} s with the panel open", "", None, frames, "none")
@@ -207,14 +218,14 @@ def panel(table, floor, application, openings, settle, idle):
         application.close()
     table.add("click until the first picture, later", "ms", None, statistics.median(later), "50 ms")
     time.sleep(settle)
-    before = {field: memory(application.process.pid, field) for field in ("Pss", "Private_Dirty")}
+    before = share(application.process.pid), memory(application.process.pid, "Private_Dirty")
     for _ in range(openings):
         application.toggle()
         application.close()
     time.sleep(settle)
-    for field, word in (("Pss", "PSS"), ("Private_Dirty", "memory of its own")):
-        grown = memory(application.process.pid, field) - before[field]
-        table.add(f"{word} grown by {openings} openings", "MiB", None, grown, "2 MiB after 200")
+    after = share(application.process.pid), memory(application.process.pid, "Private_Dirty")
+    for word, begin, end in zip(("PSS", "memory of its own"), before, after):
+        table.add(f"{word} grown by {openings} openings", "MiB", None, end - begin, "2 MiB after 200")
     application.stop()
 
 
@@ -276,13 +287,11 @@ def main():
                     break
                 time.sleep(0.1)
         try:
-            others = set(others_with_qt())
             start_times(table, programs, rounds)
             at_rest(table, programs, 1 if options.quick else 3, settle, idle)
             if len(programs) == 2:
                 panel(table, floor_panel, programs[1], openings, settle, idle)
                 hanging_quit(table, programs[1], home, min(rounds, 5))
-            others.update(others_with_qt())
         finally:
             if service:
                 service.terminate()
@@ -292,8 +301,8 @@ def main():
         print("There is no application in this build; only the floor was measured.")
     if not as_at_login():
         print("Only root can make it look like a login: the application opened its window at each start.")
-    if others:
-        print(f"Other programs with Qt ran meanwhile and make memory look smaller: {', '.join(sorted(others))}")
+    if company:
+        print(f"Other programs with Qt ran meanwhile and make memory look smaller: {', '.join(sorted(company))}")
     print(f"Load: {os.getloadavg()[0]:.2f}, processors: {os.cpu_count()}")
     return 0
 
