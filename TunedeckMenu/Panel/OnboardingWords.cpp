@@ -89,9 +89,9 @@ void describeRekordbox(OnboardingContent& content, const OnboardingState& state)
     describeBaseline(content, state);
 }
 
-void describeLink(OnboardingContent& content, const OnboardingState& state, const QDateTime& now) {
-    const auto& link = *state.link;
-    const auto assistant = link.assistant().value_or(*state.assistant);
+void describeLink(OnboardingContent& content, const OnboardingState& state, const AssistantLink& link, Assistant picked,
+                  const QDateTime& now) {
+    const auto assistant = link.assistant().value_or(picked);
     const auto& facts = info(assistant);
     content.connected = link.isConnected();
     if (assistant == Assistant::telegram) {
@@ -130,7 +130,7 @@ void describeAssistants(OnboardingContent& content, const OnboardingState& state
         content.connectingText = state.assistant == Assistant::telegram ? QStringLiteral("Making your pairing code…")
                                                                         : QStringLiteral("Making your private link…");
     } else if (state.link && state.assistant) {
-        describeLink(content, state, now);
+        describeLink(content, state, *state.link, *state.assistant, now);
     }
 }
 
