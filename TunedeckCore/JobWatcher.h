@@ -13,7 +13,7 @@ namespace tunedeck {
 /// Something that happened to a download job.
 struct JobEvent {
     enum class Kind { requested, finished, failed };
-    Kind kind;
+    Kind kind = Kind::requested;
     ServiceStatus::Job job;
     bool operator==(const JobEvent&) const = default;
 };
