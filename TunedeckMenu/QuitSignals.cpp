@@ -16,7 +16,7 @@ namespace {
 constexpr std::array handled{SIGTERM, SIGINT, SIGHUP};
 
 // A signal handler has no other way to its object than a variable of the process.
-std::atomic<int> pipeEnd{-1};
+std::atomic<int> pipeEnd{-1}; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 static_assert(std::atomic<int>::is_always_lock_free);
 
 void report(int) {
