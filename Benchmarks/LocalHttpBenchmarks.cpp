@@ -73,7 +73,9 @@ private:
     std::thread m_thread;
 };
 
+// Whoever calls it waits for its end, so the references last.
 template<class T>
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-reference-coroutine-parameters)
 QCoro::Task<> note(QCoro::Task<T> task, T& result, bool& done) {
     result = co_await task;
     done = true;

@@ -111,7 +111,7 @@ struct Call {
     std::chrono::seconds timeout;
 };
 
-void PrintTo(const Call& call, std::ostream* out) {
+void PrintTo(const Call& call, std::ostream* out) { // NOLINT(readability-identifier-naming): GoogleTest looks for it
     *out << call.name;
 }
 

@@ -54,6 +54,7 @@ struct Misbehaviour {
     bool takesTime = false;
 };
 
+// NOLINTNEXTLINE(readability-identifier-naming): GoogleTest looks for this name
 void PrintTo(const Misbehaviour& misbehaviour, std::ostream* out) {
     *out << misbehaviour.name;
 }

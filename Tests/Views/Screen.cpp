@@ -13,7 +13,7 @@ namespace tunedeck::test {
 
 namespace {
 
-QStringList complaints;
+QStringList complaints; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): a handler has no object
 
 void hear(QtMsgType type, const QMessageLogContext&, const QString& message) {
     if (type != QtDebugMsg && type != QtInfoMsg && !message.contains(u"XDG_RUNTIME_DIR"_s) &&

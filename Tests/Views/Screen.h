@@ -31,6 +31,7 @@ struct Seen {
 };
 
 /// The real module in front of a made-up application. What the views complain of on the way fails the test.
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): a fixture, as GoogleTest has them
 class Screen : public testing::Test {
 protected:
     Screen();

@@ -3,7 +3,7 @@
 #include "TunedeckMenu/Views/QuickViews.h"
 
 // The registration of the QML types and their files live in a static library, whose linker would leave them out.
-void qml_register_types_Tunedeck_Views();
+void qml_register_types_Tunedeck_Views(); // NOLINT(readability-identifier-naming): so qmltyperegistrar calls it
 
 static void keepStaticParts() {
     [[maybe_unused]] static volatile auto keep = &qml_register_types_Tunedeck_Views;
