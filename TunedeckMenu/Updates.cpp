@@ -31,6 +31,7 @@ UpdateServices updateServices(const SystemFacts& facts) {
     return {
         .check =
             [facts, feed = UpdateFeed::standard(downloader)](std::stop_token stop) {
+                UpdateInstaller::sweep(facts.bundle); // what a killed update left
                 return feed.check(facts.appVersion, facts.systemVersion, std::move(stop));
             },
         .install =
