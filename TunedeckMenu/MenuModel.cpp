@@ -75,7 +75,8 @@ QCoro::Task<> MenuModel::refresh(std::stop_token stop) {
             co_return;
         }
     }
-    spawn(refreshLinks(false, stop));
+    // By itself: its asker may be gone, and the panel closed, before the list comes.
+    spawn(refreshLinks(false, m_scope.token()));
     Q_EMIT refreshed();
 }
 

@@ -129,6 +129,15 @@ TEST_F(MenuModelTest, LinksAreAskedForAgainWhenTheyAreNoLongerFresh) {
     EXPECT_FALSE(state().actionError);
 }
 
+TEST_F(MenuModelTest, LinksThatComeAfterThePanelHasGoneAreKept) {
+    server.on("GET /local/links",
+              behave::after(100ms, behave::answer(200, R"({"links":[{"id":"a","kind":"claude"}]})")));
+    model->panelAppeared();
+    ASSERT_TRUE(comes([&] { return count("GET /local/links") == 1; }));
+    model->panelDisappeared();
+    EXPECT_TRUE(comes([&] { return state().links.size() == 1; }));
+}
+
 TEST_F(MenuModelTest, LinksAreNotAskedForWithoutTheCloud) {
     const auto cloud = [](const QByteArray& enabled, const QByteArray& connected) {
         return R"("cloud":{"base_url":"x","enabled":)" + enabled + R"(,"connected":)" + connected + '}';
