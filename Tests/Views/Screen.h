@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Tests/Gallery/FakeHost.h"
-#include "Tests/Gallery/Samples.h"
+#include "Gallery/FakeHost.h"
+#include "Gallery/Samples.h"
 
 #include <QAccessible>
 #include <QQuickItem>

@@ -1,6 +1,6 @@
-#include "Tests/Gallery/Samples.h"
+#include "Gallery/Samples.h"
 
-#include "Tests/Gallery/FakeHost.h"
+#include "Gallery/FakeHost.h"
 
 #include <QFileIconProvider>
 #include <QFileInfo>

@@ -2,8 +2,8 @@
 //
 // The real module draws them, for light and dark, at 1x, 1.5x and 2x and with large text. Each NAME picks the pictures
 // that begin with it.
-#include "Tests/Gallery/FakeHost.h"
-#include "Tests/Gallery/Samples.h"
+#include "Gallery/FakeHost.h"
+#include "Gallery/Samples.h"
 #include "TunedeckBuildId.h"
 
 #include <QApplication>
