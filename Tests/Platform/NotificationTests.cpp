@@ -1,5 +1,5 @@
+#include "Peers/NotificationServer.h"
 #include "Tests/Helpers/RunTask.h"
-#include "Tests/Platform/NotificationServer.h"
 #include "TunedeckMenu/Platform/Linux/LinuxNotificationCenter.h"
 #include "TunedeckMenu/Platform/Linux/SessionBus.h"
 

@@ -1,7 +1,7 @@
 #include "Tests/Platform/TrayRoles.h"
 
+#include "Peers/TrayHost.h"
 #include "Tests/Helpers/FakePlatform.h"
-#include "Tests/Platform/TrayHost.h"
 #include "TunedeckMenu/Platform/Linux/LinuxStatusItem.h"
 #include "TunedeckMenu/Platform/Linux/SessionBus.h"
 

@@ -16,7 +16,8 @@ import sys
 import time
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-FOLDERS = ("TunedeckCore", "TunedeckMenu", "DemoService", "FetchHelper", "Gallery", "Tests", "Benchmarks", "Fuzz")
+FOLDERS = ("TunedeckCore", "TunedeckMenu", "DemoService", "FetchHelper", "Gallery", "Peers", "Soak",
+           "Tests", "Benchmarks", "Fuzz")
 INCLUDE = re.compile(rb'^\s*#\s*include\s+"([^"]+)"', re.M)
 
 

@@ -1,16 +1,24 @@
-#include "Tests/Platform/TrayHost.h"
+#include "Peers/TrayHost.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
+#include <QUuid>
 
 namespace tunedeck::test {
 
-TrayHost::TrayHost() {
+TrayHost::TrayHost()
+    : m_connectionName(QUuid::createUuid().toString())
+    , m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_connectionName)) {
     m_bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), this,
                          QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals |
                              QDBusConnection::ExportAllProperties);
     m_bus.registerService(QStringLiteral("org.kde.StatusNotifierWatcher"));
+}
+
+TrayHost::~TrayHost() {
+    m_bus.unregisterService(QStringLiteral("org.kde.StatusNotifierWatcher"));
+    QDBusConnection::disconnectFromBus(m_connectionName);
 }
 
 void TrayHost::RegisterStatusNotifierItem(const QString& /*service*/) {

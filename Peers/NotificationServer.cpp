@@ -1,4 +1,4 @@
-#include "Tests/Platform/NotificationServer.h"
+#include "Peers/NotificationServer.h"
 
 #include <QUuid>
 

@@ -7,14 +7,18 @@
 
 namespace tunedeck::test {
 
-/// The least that can be both the watcher and the host of StatusNotifierItems.
+/// The least that can be both the watcher and the host of StatusNotifierItems, on a connection of its own.
 class TrayHost : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
     Q_PROPERTY(bool IsStatusNotifierHostRegistered READ isHostRegistered)
 public:
     TrayHost();
+    ~TrayHost() override;
+    TrayHost(const TrayHost&) = delete;
+    TrayHost& operator=(const TrayHost&) = delete;
     [[nodiscard]] bool isHostRegistered() const { return m_isHost; }
+    /// "come" and "go": the host registers or leaves; "activate": clicks the item.
     void obey(const QByteArray& order);
 
 public Q_SLOTS:
@@ -28,7 +32,8 @@ Q_SIGNALS:
 private:
     bool m_isHost = true;
     QString m_item;
-    QDBusConnection m_bus = QDBusConnection::sessionBus();
+    QString m_connectionName;
+    QDBusConnection m_bus;
 };
 
 } // namespace tunedeck::test
