@@ -1,23 +1,16 @@
-#include "TunedeckBuildId.h"
 #include "TunedeckCore/Support/Clock.h"
-#include "TunedeckMenu/AppDelegate.h"
+#include "TunedeckMenu/Application.h"
 #include "TunedeckMenu/CommandLine.h"
-#include "TunedeckMenu/PanelLoader.h"
-#include "TunedeckMenu/Platform/Linux/SystemdLaunchctl.h"
 #include "TunedeckMenu/Platform/Log.h"
-#include "TunedeckMenu/Platform/Platform.h"
+#include "TunedeckMenu/Platform/Relauncher.h"
 #include "TunedeckMenu/Platform/SingleInstance.h"
+#include "TunedeckMenu/Platform/SystemFacts.h"
 #include "TunedeckMenu/QuitSignals.h"
-#include "TunedeckMenu/Updates.h"
 
 #include <QApplication>
 #include <QCoreApplication>
-#include <QFile>
-#include <QScreen>
-#include <QSettings>
 #include <QTimer>
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -71,29 +64,6 @@ void explainMissingDisplay(QtMsgType type, const QMessageLogContext&, const QStr
     }
 }
 
-/// Whether the program at the bundle's path is another file than the one that runs.
-bool isRenewed(const QString& program) {
-    struct stat running{};
-    struct stat onDisk{};
-    return ::stat("/proc/self/exe", &running) != 0 || ::stat(QFile::encodeName(program).constData(), &onDisk) != 0 ||
-           running.st_ino != onDisk.st_ino || running.st_dev != onDisk.st_dev;
-}
-
-void followScreens(AppDelegate& delegate) {
-    const auto follow = [&delegate](QScreen* screen) {
-        QObject::connect(screen, &QScreen::geometryChanged, &delegate, &AppDelegate::screensChanged);
-    };
-    for (auto* screen : QGuiApplication::screens()) {
-        follow(screen);
-    }
-    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &delegate, [&delegate, follow](QScreen* screen) {
-        follow(screen);
-        delegate.screensChanged();
-    });
-    QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, &delegate, &AppDelegate::screensChanged);
-    QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, &delegate, &AppDelegate::screensChanged);
-}
-
 int runApplication(int& argc, char** argv, SingleInstance& instance, bool show) {
     QuitSignals quitSignals;
     const auto usualHandler = qInstallMessageHandler(explainMissingDisplay);
@@ -103,49 +73,9 @@ int runApplication(int& argc, char** argv, SingleInstance& instance, bool show) 
     QObject::connect(&quitSignals, &QuitSignals::received, &application, &QCoreApplication::quit);
     quitSignals.listen();
 
-    const auto facts = systemFacts();
-    const auto program = facts.bundle + QStringLiteral("/Contents/MacOS/Tunedeck");
     SystemClock clock;
-    const auto platform = createPlatform(facts);
-    QSettings defaults;
-    PanelLoader loader(platform->notifications(),
-                       {.module = facts.bundle + QStringLiteral("/Contents/PlugIns/TunedeckPanel.so"),
-                        .buildId = QString::fromLatin1(buildId),
-                        .renewed = [program] { return isRenewed(program); },
-                        .restart =
-                            [&] {
-                                platform->relauncher().relaunch(facts.bundle, {QStringLiteral("--show")});
-                                QCoreApplication::quit();
-                            }});
-    AppDelegate delegate({.clock = clock,
-                          .workspace = platform->workspace(),
-                          .pasteboard = platform->pasteboard(),
-                          .folderPicker = platform->folderPicker(),
-                          .loginItem = platform->loginItem(),
-                          .relauncher = platform->relauncher(),
-                          .facts = facts,
-                          .settings = SettingsFile::standard(),
-                          .launchctl = systemdLaunchctl(SystemdUserManager::ofUser()),
-                          .updates = updateServices(facts),
-                          .quit = [] { QCoreApplication::quit(); }},
-                         {.statusItem = platform->statusItem(),
-                          .notifications = platform->notifications(),
-                          .appearance = platform->appearance(),
-                          .views = loader,
-                          .defaults = defaults});
-    QObject::connect(&instance, &SingleInstance::requested, &delegate, [&delegate](const QByteArray& request) {
-        if (request == "quit") {
-            QCoreApplication::quit();
-        } else {
-            delegate.reopen();
-        }
-    });
-    delegate.launch();
-    followScreens(delegate);
-    instance.answer();
-    if (show) {
-        QTimer::singleShot(0, &delegate, &AppDelegate::reopen);
-    }
+    Application menu(clock, systemFacts(), instance);
+    menu.launch(show);
     return QApplication::exec();
 }
 
