@@ -39,10 +39,13 @@ TEST_P(Corpus, BreaksNoPromise) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, Corpus,
-                         testing::Values(Target{"documents", fuzz::documents}, Target{"jsonValues", fuzz::jsonValues},
-                                         Target{"mask", fuzz::mask}, Target{"propertyList", fuzz::propertyList},
-                                         Target{"semVer", fuzz::semVer}, Target{"timestamp", fuzz::timestamp},
-                                         Target{"tunnelConfig", fuzz::tunnelConfig}),
+                         testing::Values(Target{"base64", fuzz::base64}, Target{"documents", fuzz::documents},
+                                         Target{"jsonValues", fuzz::jsonValues}, Target{"mask", fuzz::mask},
+                                         Target{"propertyList", fuzz::propertyList}, Target{"semVer", fuzz::semVer},
+                                         Target{"timestamp", fuzz::timestamp},
+                                         Target{"tunnelConfig", fuzz::tunnelConfig},
+                                         Target{"updateFeed", fuzz::updateFeed},
+                                         Target{"zipArchive", fuzz::zipArchive}),
                          [](const auto& target) { return std::string(target.param.name); });
 
 } // namespace
