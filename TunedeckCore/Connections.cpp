@@ -5,6 +5,10 @@
 
 #include <QDir>
 #include <QStringView>
+#include <QUrl>
+
+#include <chrono>
+#include <utility>
 
 namespace tunedeck {
 
@@ -64,6 +68,29 @@ std::optional<TunnelConfig> TunnelConfig::load(const QString& path) {
 
 std::expected<CloudHealth, json::Error> CloudHealth::decode(const QByteArray& bytes) {
     return json::decode<CloudHealth>(bytes, json::Keys::SnakeToCamel);
+}
+
+QCoro::Task<std::optional<CloudHealth>> CloudHealth::fetch(QString baseURL, Downloader downloader,
+                                                           std::stop_token stop) {
+    constexpr std::int64_t largest = 1024 * 1024;
+    constexpr std::chrono::seconds patience{4};
+    QStringView trimmed(baseURL);
+    while (trimmed.startsWith(u'/')) {
+        trimmed = trimmed.sliced(1);
+    }
+    while (trimmed.endsWith(u'/')) {
+        trimmed.chop(1);
+    }
+    const QUrl url(trimmed.toString() + "/health"_L1);
+    if (!url.isValid()) {
+        co_return std::nullopt;
+    }
+    const auto answer = co_await downloader.fetch(url, largest, patience, stop);
+    if (!answer || answer->status != 200) {
+        co_return std::nullopt;
+    }
+    auto health = decode(answer->body);
+    co_return health ? std::optional(std::move(*health)) : std::nullopt;
 }
 
 } // namespace tunedeck

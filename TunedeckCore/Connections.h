@@ -1,13 +1,16 @@
 #pragma once
 
+#include "TunedeckCore/Download.h"
 #include "TunedeckCore/Support/Json.h"
 
 #include <QByteArray>
+#include <QCoroTask>
 #include <QString>
 
 #include <cstdint>
 #include <expected>
 #include <optional>
+#include <stop_token>
 
 namespace tunedeck {
 
@@ -46,6 +49,9 @@ struct CloudHealth {
     std::optional<std::int64_t> queued;
 
     static std::expected<CloudHealth, json::Error> decode(const QByteArray& bytes);
+
+    /// Asks the relay at a base URL, with or without "/" around it, within 4 seconds; every failure yields nothing.
+    static QCoro::Task<std::optional<CloudHealth>> fetch(QString baseURL, Downloader downloader, std::stop_token stop);
     bool operator==(const CloudHealth&) const = default;
 };
 

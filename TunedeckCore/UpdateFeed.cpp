@@ -3,7 +3,10 @@
 #include "TunedeckCore/SemVer.h"
 #include "TunedeckCore/WebEndpoint.h"
 
+#include <QStringDecoder>
+
 #include <algorithm>
+#include <tuple>
 
 namespace tunedeck {
 
@@ -31,6 +34,17 @@ UpdateCheck failed(QString message) {
 /// A feed or signature that isn't there yet is no failure.
 UpdateCheck afterError(const UpdateError& error) {
     return error == UpdateError::http(404) ? UpdateCheck{UpdateCheck::UpToDate{}} : failed(error.description());
+}
+
+/// Invalid UTF-8 is replaced, but a byte order mark stays: it is no white space.
+QString textOf(const QByteArray& bytes) {
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringConverter::Flag::ConvertInitialBom);
+    return decoder(bytes);
+}
+
+/// A piece of a minimum version; 0 unless it is a decimal integer, around which Qt would allow spaces.
+std::int64_t numberIn(const QString& piece) {
+    return piece.front().isSpace() || piece.back().isSpace() ? 0 : piece.toLongLong();
 }
 
 UpdateCheck judge(const Release& latest, const QString& currentVersion, const SystemVersion& system) {
@@ -69,18 +83,16 @@ UpdateFeed::Fetch UpdateFeed::download(Downloader downloader) {
 }
 
 bool UpdateFeed::satisfies(const SystemVersion& system, const QString& minimum) {
-    SystemVersion required{};
-    const QStringList pieces = minimum.split(u'.', Qt::SkipEmptyParts);
-    for (qsizetype i = 0; i < std::min<qsizetype>(pieces.size(), 3); ++i) {
-        required[i] = pieces[i].toInt();
-    }
-    return system >= required;
+    std::array<std::int64_t, std::tuple_size_v<SystemVersion>> required{};
+    const QStringList pieces = minimum.split(u'.', Qt::SkipEmptyParts).mid(0, std::tuple_size_v<SystemVersion>);
+    std::ranges::transform(pieces, required.begin(), numberIn);
+    return !std::ranges::lexicographical_compare(system, required);
 }
 
 QCoro::Task<UpdateCheck> UpdateFeed::check(QString currentVersion, SystemVersion system, std::stop_token stop) const {
     const UpdateFeed feed = *this;
     QUrl signatureUrl = feed.url;
-    signatureUrl.setPath(signatureUrl.path() + QStringLiteral(".sig"));
+    signatureUrl.setPath(signatureUrl.path(QUrl::FullyEncoded) + QStringLiteral(".sig"), QUrl::StrictMode);
     const auto document = co_await feed.fetch(feed.url, stop);
     if (!document) {
         co_return afterError(document.error());
@@ -89,7 +101,7 @@ QCoro::Task<UpdateCheck> UpdateFeed::check(QString currentVersion, SystemVersion
     if (!signature) {
         co_return afterError(signature.error());
     }
-    if (!verify(document->bytes, QString::fromUtf8(signature->bytes), feed.publicKey)) {
+    if (!verify(document->bytes, textOf(signature->bytes), feed.publicKey)) {
         co_return failed(QStringLiteral("The update feed isn't signed by Tunedeck."));
     }
     const auto appcast = Appcast::decode(document->bytes);

@@ -64,6 +64,7 @@ Result<QString> putInPlace(const ScratchFolder& scratch, const Release& release,
 QCoro::Task<Result<QString>> UpdateInstaller::install(Release release, QString installed, QString bundleID,
                                                       Downloader downloader, DownloadProgress progress,
                                                       std::stop_token stop) {
+    installed = QDir::cleanPath(installed); // with a "/" at its end, it would count as the folder that it is in
     if (access(QFile::encodeName(QFileInfo(installed).absolutePath()).constData(), W_OK) != 0) {
         co_return error(UpdateError::Kind::notWritable);
     }
@@ -134,7 +135,7 @@ Result<QString> UpdateInstaller::unpack(const QString& zip, const QString& folde
     const auto everything = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
     const auto entries = QDir(folder).entryInfoList(everything, QDir::Name);
     for (const QFileInfo& entry : entries) {
-        if (entry.suffix() == u"app") {
+        if (entry.suffix() == u"app" && !entry.baseName().isEmpty()) { // ".app" by itself is a name, no extension
             return entry.filePath();
         }
     }

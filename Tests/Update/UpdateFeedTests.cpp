@@ -75,10 +75,11 @@ TEST_F(UpdateFeedTest, NamesTheSystemThatAReleaseNeeds) {
 
 TEST(UpdateFeedSystem, ReadsAMinimumPieceByPiece) {
     const SystemVersion system{14, 1, 3};
-    for (const char* met : {"", "abc", "14", "14.1", "14.1.3", "14.1.3.9", "14.x", "..14..1", "13.99"}) {
+    for (const char* met :
+         {"", "abc", "14", "14.1", "14.1.3", "14.1.3.9", "14.x", "..14..1", "13.99", "14. 2", "+14"}) {
         EXPECT_TRUE(UpdateFeed::satisfies(system, QString::fromLatin1(met))) << met;
     }
-    for (const char* unmet : {"15", "14.2", "14.1.4", "14.10"}) {
+    for (const char* unmet : {"15", "14.2", "14.1.4", "14.10", "14.99999999999"}) {
         EXPECT_FALSE(UpdateFeed::satisfies(system, QString::fromLatin1(unmet))) << unmet;
     }
 }
@@ -95,8 +96,10 @@ TEST_F(UpdateFeedTest, ReadsNothingThatIsNotSigned) {
     ASSERT_TRUE(std::holds_alternative<UpdateCheck::Failed>(broken.value));
     EXPECT_NE(broken, unsignedFeed);
     publish(goodFeed);
-    server.on("GET /download/appcast.json.sig", behave::answer(200, "\xff\xfe"));
-    EXPECT_EQ(check(), unsignedFeed);
+    for (const QByteArray& bad : {QByteArray("\xff\xfe"), "\xef\xbb\xbf" + key.sign(goodFeed)}) {
+        server.on("GET /download/appcast.json.sig", behave::answer(200, bad));
+        EXPECT_EQ(check(), unsignedFeed) << "a mark of the byte order is no white space";
+    }
 }
 
 TEST_F(UpdateFeedTest, AnswersOfTheServer) {
