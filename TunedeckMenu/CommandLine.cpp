@@ -33,6 +33,8 @@ std::expected<CommandLine, QString> CommandLine::parse(const QStringList& argume
             fits = choose(Command::diagnostics);
         } else if (argument == QStringLiteral("--quit")) {
             fits = choose(Command::quit);
+        } else if (argument == QStringLiteral("--remove")) {
+            fits = choose(Command::remove);
         } else if (argument == QStringLiteral("--json")) {
             wish.json = true;
         } else if (argument == QStringLiteral("--show")) {
@@ -70,6 +72,8 @@ Starts Tunedeck, or brings the window of the one that runs to the front.
   --status --json
                  print the service's status document
   --diagnostics  print the report for support, with secrets masked
+  --remove       remove the background service and all that starts Tunedeck by
+                 itself from your account; music, settings and backups stay
   --after PID    wait until that process is gone, then start
   --version      print the version
   --help         print this

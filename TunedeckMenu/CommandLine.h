@@ -15,7 +15,7 @@ namespace tunedeck {
 
 /// What a start was asked to do.
 struct CommandLine {
-    enum class Command { run, help, version, status, diagnostics, quit };
+    enum class Command { run, help, version, status, diagnostics, quit, remove };
     Command command = Command::run;
     bool json = false;                       ///< of status: the document itself
     bool show = false;                       ///< open the window also when the session has just begun
@@ -32,6 +32,7 @@ struct CommandLine {
 struct CommandResult {
     QString text;
     int exitStatus = 0;
+    QString complaints = {}; ///< for the standard error
     bool operator==(const CommandResult&) const = default;
 };
 

@@ -5,7 +5,9 @@
 #include "TunedeckMenu/Platform/Relauncher.h"
 #include "TunedeckMenu/Platform/SingleInstance.h"
 #include "TunedeckMenu/Platform/SystemFacts.h"
+#include "TunedeckMenu/Platform/Uninstall.h"
 #include "TunedeckMenu/QuitSignals.h"
+#include "TunedeckMenu/RemoveCommand.h"
 
 #include <QApplication>
 #include <QCoreApplication>
@@ -17,6 +19,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <optional>
 #include <utility>
 
 namespace tunedeck {
@@ -41,6 +44,7 @@ QCoro::Task<> runCommand(QCoro::Task<CommandResult> command) {
     const auto result = co_await command;
     print(stdout, result.text);
     std::fflush(stdout);
+    print(stderr, result.complaints);
     QCoreApplication::exit(result.exitStatus);
 }
 
@@ -49,6 +53,22 @@ int runWithoutDisplay(int& argc, char** argv, const std::function<QCoro::Task<Co
     const QCoreApplication application(argc, argv);
     QTimer::singleShot(0, [&] { spawn(runCommand(command())); });
     return QCoreApplication::exec();
+}
+
+/// Takes Tunedeck away from the account. Nothing can be started meanwhile: this process is the one instance.
+int runRemoval(int& argc, char** argv) {
+    installSystemLog();
+    joinSession();
+    SingleInstance instance(SingleInstance::defaultSocketPath());
+    const auto ended = instance.takeOver();
+    const auto facts = systemFacts();
+    const auto uninstall = uninstallOf(facts);
+    SystemClock clock;
+    const ServiceInstaller installer(facts.home, std::nullopt, facts.uid, uninstall.supervisor.launchctl, clock);
+    return runWithoutDisplay(argc, argv, [&] {
+        return removeCommand({facts.home, SettingsFile::standard(), ended, uninstall},
+                             {facts.home, installer, facts.uid, uninstall.supervisor, clock});
+    });
 }
 
 /// Qt's last word when it has no display to run on, in words for the user.
@@ -85,6 +105,9 @@ int start(int& argc, char** argv, const CommandLine& wish) {
     }
     installSystemLog();
     const bool quits = wish.command == CommandLine::Command::quit;
+    if (quits) {
+        joinSession();
+    }
     SingleInstance instance(SingleInstance::defaultSocketPath());
     switch (instance.acquire(quits ? QByteArrayLiteral("quit") : QByteArrayLiteral("show"))) {
     case SingleInstance::Role::handedOver:
@@ -130,6 +153,8 @@ int main(int argc, char** argv) {
         return runWithoutDisplay(argc, argv, [&] { return statusCommand({}, wish->json); });
     case CommandLine::Command::diagnostics:
         return runWithoutDisplay(argc, argv, [] { return diagnosticsCommand(systemFacts(), SystemClock().now()); });
+    case CommandLine::Command::remove:
+        return runRemoval(argc, argv);
     case CommandLine::Command::run:
     case CommandLine::Command::quit:
         break;

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <chrono>
+#include <expected>
 #include <memory>
 
 namespace tunedeck {
@@ -29,6 +30,10 @@ public:
     /// application object, so that a second start is over before it has connected to the display. When the folder of
     /// the socket can't be used the process is the first one, with a line in the log: better two than none.
     Role acquire(const QByteArray& request, std::chrono::milliseconds patience = std::chrono::seconds(2));
+
+    /// Becomes the one instance in the place of the one that runs, which is asked to quit and waited for: true when one
+    /// ran. Fails with a sentence when it is still there after that long. Needs no application object.
+    std::expected<bool, QString> takeOver(std::chrono::milliseconds patience = std::chrono::seconds(10));
 
     /// The first instance begins to answer; what was asked since acquire() comes now. Needs the event loop.
     void answer();

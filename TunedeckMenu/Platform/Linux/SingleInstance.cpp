@@ -131,6 +131,25 @@ SingleInstance::Role SingleInstance::acquire(const QByteArray& request, std::chr
     return Role::unanswered;
 }
 
+std::expected<bool, QString> SingleInstance::takeOver(std::chrono::milliseconds patience) {
+    const QDeadlineTimer deadline(patience, Qt::PreciseTimer);
+    bool ran = false;
+    do {
+        const std::chrono::milliseconds left(deadline.remainingTime());
+        switch (acquire(QByteArrayLiteral("quit"), left)) {
+        case Role::first:
+            return ran;
+        case Role::unanswered: // for as long as acquire() had
+            return std::unexpected(ran ? QStringLiteral("the Tunedeck that runs doesn't end")
+                                       : QStringLiteral("another Tunedeck runs but doesn't answer"));
+        case Role::handedOver:
+            ran = true;
+            std::this_thread::sleep_for(20ms);
+        }
+    } while (!deadline.hasExpired());
+    return std::unexpected(QStringLiteral("the Tunedeck that runs doesn't end"));
+}
+
 void SingleInstance::answer() {
     if (m_listener) {
         m_listener->start();

@@ -1,0 +1,152 @@
+#include "Tests/Helpers/ManualClock.h"
+#include "Tests/Helpers/RunTask.h"
+#include "Tests/Helpers/TemporaryHome.h"
+#include "TunedeckCore/ServiceRemover.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace tunedeck {
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+const QString programPath = u".tunedeck/bin/tunedeck"_s;
+const QString plistPath = u"Library/LaunchAgents/com.brightfold.tunedeck.plist"_s;
+
+/// With a supervisor that answers as it was told; its own traces are one file.
+class ServiceRemoverTest : public testing::Test {
+protected:
+    void SetUp() override {
+        m_home.write(programPath, "program");
+        m_home.write(plistPath, "list");
+        m_home.write(u"unit"_s, "unit");
+        m_home.write(u".tunedeck/settings.json"_s, "{}");
+    }
+
+    [[nodiscard]] Launchctl launchctl() {
+        return [this](const QStringList& arguments, std::stop_token) -> QCoro::Task<std::int32_t> {
+            m_asked << arguments.join(u' ');
+            return answer(m_answers[arguments.front()]);
+        };
+    }
+    static QCoro::Task<std::int32_t> answer(std::int32_t status) { co_return status; }
+    static QCoro::Task<Removal> forget(QString unit) {
+        Removal removal;
+        removal.note(u"the unit"_s, removeFile(unit));
+        co_return removal;
+    }
+
+    [[nodiscard]] ServiceRemover remover() {
+        const ServiceInstaller installer(m_home.path(), std::nullopt, 501, launchctl(), m_clock);
+        const auto unit = m_home.path(u"unit"_s);
+        return {m_home.path(),
+                installer,
+                501,
+                {.launchctl = launchctl(),
+                 .forget = [unit](std::stop_token) { return forget(unit); },
+                 .processes = [this](const QString&) { return m_processes(); }},
+                m_clock};
+    }
+    Removal remove() { return test::runToEnd(remover().remove({})); }
+    [[nodiscard]] bool isThere(const QString& relative) const { return QFileInfo::exists(m_home.path(relative)); }
+
+    test::TemporaryHome m_home;
+    test::ManualClock m_clock;
+    QStringList m_asked;
+    std::map<QString, std::int32_t> m_answers;
+    std::function<std::vector<pid_t>()> m_processes = [] { return std::vector<pid_t>(); };
+};
+
+TEST_F(ServiceRemoverTest, TheServiceGoesAndTheUsersThingsStay) {
+    m_home.write(u".tunedeck/bin/tunedeck.new"_s, "half a program");
+    EXPECT_EQ(remove().done, QStringList({u"Stopped and disabled the service."_s, u"Removed the unit."_s,
+                                          u"Removed ~/"_s + plistPath + u'.', u"Removed ~/"_s + programPath + u'.',
+                                          u"Removed ~/.tunedeck/bin/tunedeck.new."_s}));
+    EXPECT_EQ(m_asked,
+              QStringList({u"print gui/501/com.brightfold.tunedeck"_s, u"bootout gui/501/com.brightfold.tunedeck"_s}));
+    EXPECT_FALSE(isThere(u".tunedeck/bin"_s));
+    EXPECT_TRUE(isThere(u".tunedeck/settings.json"_s));
+
+    m_answers = {{u"print"_s, 4}, {u"bootout"_s, 1}};
+    EXPECT_EQ(remove(), Removal()); // nothing is left, and that is no failure
+
+    m_home.write(programPath, "program");
+    m_home.write(u".tunedeck/bin/ffmpeg"_s, "a tool");
+    EXPECT_EQ(remove().done, QStringList(u"Removed ~/"_s + programPath + u'.'));
+    EXPECT_TRUE(isThere(u".tunedeck/bin/ffmpeg"_s));
+}
+
+TEST_F(ServiceRemoverTest, WhatCannotBeRemovedIsNamedAndTheRestIsDone) {
+    m_answers[u"bootout"_s] = 5;
+    QFile::remove(m_home.path(plistPath));
+    m_home.write(plistPath + u"/mine"_s, "keep");
+    auto removal = remove();
+    EXPECT_EQ(removal.failures,
+              QStringList({u"The service's supervisor didn't let go of it: launchctl bootout exited 5."_s,
+                           m_home.path(plistPath) + u": Is a directory."_s}));
+    EXPECT_EQ(removal.done, QStringList({u"Removed the unit."_s, u"Removed ~/"_s + programPath + u'.'}));
+    EXPECT_TRUE(isThere(plistPath + u"/mine"_s));
+
+    // A supervisor that isn't there at all can't hold anything.
+    m_answers = {{u"print"_s, -1}, {u"bootout"_s, -1}};
+    QDir(m_home.path(plistPath)).removeRecursively();
+    m_home.write(programPath, "program");
+    removal = remove();
+    EXPECT_EQ(removal.failures, QStringList());
+    EXPECT_EQ(removal.done, QStringList(u"Removed ~/"_s + programPath + u'.'));
+}
+
+TEST_F(ServiceRemoverTest, AServiceThatNobodyEndsIsAskedToGoAndThenSentAway) {
+    m_answers = {{u"print"_s, -1}, {u"bootout"_s, -1}};
+    for (const bool isStubborn : {false, true}) {
+        QProcess service;
+        m_processes = [&service] {
+            return service.state() == QProcess::NotRunning
+                       ? std::vector<pid_t>()
+                       : std::vector<pid_t>{static_cast<pid_t>(service.processId())};
+        };
+        service.start(u"/bin/sh"_s, {u"-c"_s, (isStubborn ? u"trap '' TERM; "_s : QString()) +
+                                                  u"echo ready; while :; do sleep 0.1; done"_s});
+        ASSERT_TRUE(service.waitForReadyRead());
+        const auto ending = test::endingOf(remover().remove({}));
+        auto waited = 0ms;
+        while (!ending->isThere() && waited < 10s) {
+            if (!isStubborn || waited >= 5s) {
+                ASSERT_TRUE(service.waitForFinished()); // the signal needs its moment
+            }
+            m_clock.advance(100ms);
+            waited += 100ms;
+        }
+        ASSERT_TRUE(ending->value) << isStubborn;
+        EXPECT_EQ(ending->value->failures, QStringList());
+        EXPECT_TRUE(ending->value->done.contains(u"Ended the service."_s));
+        EXPECT_EQ(waited >= 5s, isStubborn);
+    }
+    // One that outlives even that is no reason to leave the files.
+    m_home.write(programPath, "program");
+    m_processes = [] { return std::vector<pid_t>{std::numeric_limits<pid_t>::max()}; };
+    const auto ending = test::endingOf(remover().remove({}));
+    m_clock.advance(6s);
+    ASSERT_TRUE(ending->value);
+    EXPECT_EQ(ending->value->failures, QStringList(u"The service still runs and can't be ended."_s));
+    EXPECT_FALSE(isThere(programPath));
+}
+
+TEST_F(ServiceRemoverTest, AStopLeavesTheFiles) {
+    m_processes = [] { return std::vector<pid_t>{std::numeric_limits<pid_t>::max()}; };
+    std::stop_source source;
+    const auto ending = test::endingOf(remover().remove(source.get_token()));
+    source.request_stop();
+    ASSERT_TRUE(ending->value);
+    EXPECT_TRUE(isThere(programPath));
+}
+
+} // namespace
+} // namespace tunedeck

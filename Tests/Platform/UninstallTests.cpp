@@ -1,0 +1,91 @@
+#include "Tests/Helpers/RunTask.h"
+#include "Tests/Helpers/TemporaryHome.h"
+#include "Tests/Platform/Starts.h"
+#include "TunedeckMenu/Platform/Linux/ServiceTraces.h"
+#include "TunedeckMenu/Platform/SingleInstance.h"
+#include "TunedeckMenu/Platform/Uninstall.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+
+#include <gtest/gtest.h>
+#include <signal.h>
+
+namespace tunedeck {
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+TEST(UninstallTest, TheRunningInstanceEndsAndItsPlaceIsTaken) {
+    const test::TemporaryHome home;
+    const auto socket = home.path(u"app.socket"_s);
+    EXPECT_EQ(SingleInstance(socket).takeOver(), false); // none ran
+    const auto running = test::startInstance(socket, u"show"_s);
+    ASSERT_EQ(test::nextLine(*running), "first");
+    SingleInstance instance(socket);
+    EXPECT_EQ(instance.takeOver(), true);
+    EXPECT_EQ(test::nextLine(*running), "quit");
+    EXPECT_TRUE(running->waitForFinished());
+
+    const auto other = test::startInstance(home.path(u"other.socket"_s), u"show"_s);
+    ASSERT_EQ(test::nextLine(*other), "first");
+    ::kill(static_cast<pid_t>(other->processId()), SIGSTOP);
+    const auto refused = SingleInstance(home.path(u"other.socket"_s)).takeOver(200ms);
+    ::kill(static_cast<pid_t>(other->processId()), SIGKILL);
+    other->waitForFinished();
+    EXPECT_EQ(refused, std::unexpected(u"another Tunedeck runs but doesn't answer"_s));
+}
+
+TEST(UninstallTest, ProcessesAreFoundByTheirProgramAlsoWhenItIsGone) {
+    const test::TemporaryHome home;
+    const auto program = home.path(u"bin/service"_s);
+    home.write(u"bin/other"_s, "");
+    ASSERT_TRUE(QFile::copy(u"/bin/sleep"_s, program));
+    EXPECT_TRUE(processesRunning(program).empty());
+    QProcess process;
+    process.start(program, {u"1000"_s});
+    ASSERT_TRUE(process.waitForStarted());
+    const std::vector<pid_t> expected{static_cast<pid_t>(process.processId())};
+    EXPECT_TRUE(test::runUntil([&] { return processesRunning(program) == expected; }));
+    ASSERT_TRUE(QFile::link(home.path(u"bin"_s), home.path(u"linked"_s)));
+    EXPECT_EQ(processesRunning(home.path(u"linked/service"_s)), expected);
+    QFile::remove(program);
+    EXPECT_EQ(processesRunning(program), expected);
+    EXPECT_TRUE(processesRunning(home.path(u"bin/other"_s)).empty());
+    process.kill();
+    process.waitForFinished();
+}
+
+TEST(UninstallTest, WithoutAManagerTheUnitItsLinksAndTheLoginItemAreRemovedAllTheSame) {
+    const test::TemporaryHome home;
+    const auto unit = u"com.brightfold.tunedeck.service"_s;
+    const auto units = home.path(u".config/systemd/user"_s);
+    home.write(u".config/systemd/user/"_s + unit, "[Unit]");
+    home.write(u".config/systemd/user/other.target.wants/mine"_s, "");
+    for (const auto& target : {u"/other.target.wants/"_s, u"/default.target.wants/"_s}) {
+        QDir().mkpath(units + target);
+        ASSERT_TRUE(QFile::link(units + u'/' + unit, units + target + unit));
+    }
+    home.write(u".config/autostart/com.brightfold.tunedeck.menu.desktop"_s, "[Desktop Entry]\nHidden=true\n");
+    const auto uninstall = uninstallOf({.home = home.path()});
+    EXPECT_EQ(uninstall.removeLoginItem().done,
+              QStringList(u"Removed ~/.config/autostart/com.brightfold.tunedeck.menu.desktop."_s));
+    EXPECT_EQ(uninstall.removeLoginItem(), Removal());
+
+    const SystemdUserManager none{.unitFolder = units, .systemctl = u"/nonexistent/systemctl"_s};
+    auto removal = test::runToEnd(removeUnit(none, home.path(), {}));
+    removal.done.sort();
+    EXPECT_EQ(removal.done, QStringList({u"Removed ~/.config/systemd/user/"_s + unit + u'.',
+                                         u"Removed ~/.config/systemd/user/default.target.wants/"_s + unit + u'.',
+                                         u"Removed ~/.config/systemd/user/other.target.wants/"_s + unit + u'.'}));
+    EXPECT_EQ(removal.failures, QStringList());
+    EXPECT_FALSE(QFileInfo::exists(units + u"/default.target.wants"_s));
+    EXPECT_TRUE(QFileInfo::exists(units + u"/other.target.wants/mine"_s));
+    EXPECT_EQ(test::runToEnd(removeUnit(none, home.path(), {})), Removal());
+}
+
+} // namespace
+} // namespace tunedeck
