@@ -5,7 +5,6 @@
 #include <unicode/brkiter.h>
 #include <unicode/datefmt.h>
 #include <unicode/locid.h>
-#include <unicode/reldatefmt.h>
 #include <unicode/timezone.h>
 
 #include <cmath>
@@ -24,10 +23,25 @@ icu::Locale userLocale() {
     return {"en", QLocale::territoryToCode(QLocale().territory()).toLatin1().constData()};
 }
 
-/// A number of units of time; negative ones lie in the past.
+/// A unit of time, and what one of it back and ahead is called where that isn't just counted.
+struct Unit {
+    const char* name;
+    const char* last = nullptr;
+    const char* next = nullptr;
+};
+
+constexpr Unit second{"second"};
+constexpr Unit minute{"minute"};
+constexpr Unit hour{"hour"};
+constexpr Unit day{"day", "yesterday", "tomorrow"};
+constexpr Unit week{"week", "last week", "next week"};
+constexpr Unit month{"month", "last month", "next month"};
+constexpr Unit year{"year", "last year", "next year"};
+
+/// A number of units of time.
 struct Span {
     std::int64_t amount;
-    URelativeDateTimeUnit unit;
+    const Unit& unit;
 };
 
 std::int64_t rounded(std::int64_t amount, std::int64_t unit) {
@@ -44,7 +58,7 @@ std::int64_t monthsBetween(const QDateTime& earlier, const QDateTime& later) {
 Span monthsOrYears(const QDateTime& earlier, const QDateTime& later, std::int64_t whole) {
     const std::int64_t restDays = earlier.addMonths(static_cast<int>(whole)).daysTo(later);
     const std::int64_t months = whole + (restDays >= 15 ? 1 : 0);
-    return months < 12 ? Span{months, UDAT_REL_UNIT_MONTH} : Span{rounded(months, 12), UDAT_REL_UNIT_YEAR};
+    return months < 12 ? Span{months, month} : Span{rounded(months, 12), year};
 }
 
 /// The largest unit of which at least one whole lies between two local times, rounded to the nearest. What has passed
@@ -58,15 +72,15 @@ Span largestSpan(const QDateTime& earlier, const QDateTime& later) {
     const auto hours = rounded(seconds, 3600);
     const auto days = rounded(seconds, 86'400);
     if (seconds < 60) {
-        return {seconds, UDAT_REL_UNIT_SECOND};
+        return {seconds, second};
     }
     if (minutes < 60) {
-        return {minutes, UDAT_REL_UNIT_MINUTE};
+        return {minutes, minute};
     }
     if (hours < 24) {
-        return {hours, UDAT_REL_UNIT_HOUR};
+        return {hours, hour};
     }
-    return days < 7 ? Span{days, UDAT_REL_UNIT_DAY} : Span{rounded(days, 7), UDAT_REL_UNIT_WEEK};
+    return days < 7 ? Span{days, day} : Span{rounded(days, 7), week};
 }
 
 /// The local time in one of ICU's forms. The form is told that it is in Greenwich, so that it needs no table of zones
@@ -129,11 +143,14 @@ QString relativeDate(const QDateTime& date, const QDateTime& now) {
     const bool past = date <= now;
     const auto span =
         past ? largestSpan(date.toLocalTime(), now.toLocalTime()) : largestSpan(now.toLocalTime(), date.toLocalTime());
-    auto status = U_ZERO_ERROR;
-    const icu::RelativeDateTimeFormatter formatter(userLocale(), status);
-    icu::UnicodeString text;
-    formatter.format(static_cast<double>(past ? -span.amount : span.amount), span.unit, text, status);
-    return U_SUCCESS(status) ? fromIcu(text) : QString();
+    if (span.amount == 0) {
+        return QStringLiteral("now");
+    }
+    if (const char* name = past ? span.unit.last : span.unit.next; name != nullptr && span.amount == 1) {
+        return QString::fromLatin1(name);
+    }
+    const auto text = counted(span.amount, QString::fromLatin1(span.unit.name));
+    return past ? text + QStringLiteral(" ago") : QStringLiteral("in ") + text;
 }
 
 QString dateAndTime(const QDateTime& date) {

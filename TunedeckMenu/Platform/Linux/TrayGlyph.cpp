@@ -1,9 +1,14 @@
 #include "TunedeckMenu/Platform/Linux/TrayGlyph.h"
 
 #include <QDir>
+#include <QFile>
 #include <QImage>
 #include <QPainter>
 #include <QPixmap>
+
+#include <png.h>
+
+#include <cstddef>
 
 namespace tunedeck {
 namespace {
@@ -36,12 +41,34 @@ QPixmap drawn(const QImage& mask, GlyphTone tone) {
     return QPixmap::fromImage(image);
 }
 
+/// The picture of a PNG file, or none. Not by QImageReader: that asks every image plug-in of the desktop first, and
+/// loading them takes longer than all else about the icon.
+QImage readPng(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    const auto bytes = file.readAll();
+    png_image png{};
+    png.version = PNG_IMAGE_VERSION;
+    if (png_image_begin_read_from_memory(&png, bytes.constData(), static_cast<std::size_t>(bytes.size())) == 0) {
+        return {};
+    }
+    png.format = PNG_FORMAT_RGBA;
+    QImage image(static_cast<int>(png.width), static_cast<int>(png.height), QImage::Format_RGBA8888);
+    const bool read = !image.isNull() && png_image_finish_read(&png, nullptr, image.bits(),
+                                                               static_cast<int>(image.bytesPerLine()), nullptr) != 0;
+    return read ? image : QImage();
+}
+
 } // namespace
 
 QIcon trayGlyph(const QString& symbol, GlyphTone tone, const QString& folder) {
     QIcon icon;
-    for (const auto& file : QDir(folder).entryInfoList({symbol + QStringLiteral("-*.png")}, QDir::Files)) {
-        const QImage mask(file.filePath());
+    const QDir glyphs(folder);
+    // No name filter, which would bring in the regular expressions.
+    for (const auto& file : glyphs.entryList(QDir::Files)) {
+        const auto mask = file.startsWith(symbol + u'-') ? readPng(glyphs.filePath(file)) : QImage();
         if (!mask.isNull()) {
             icon.addPixmap(drawn(mask, tone));
         }
