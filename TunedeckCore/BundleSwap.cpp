@@ -1,5 +1,6 @@
 // The step of an update that matters: from one whole bundle to the other.
 
+#include "TunedeckCore/Support/FileDescriptor.h"
 #include "TunedeckCore/Support/RemoveTree.h"
 #include "TunedeckCore/UpdateInstaller.h"
 
@@ -31,17 +32,8 @@ bool isFolder(const QByteArray& path) {
 
 /// Brings what was written below a folder to the disk.
 void syncVolume(const QByteArray& path) {
-    if (const int folder = open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); folder >= 0) {
-        syncfs(folder);
-        close(folder);
-    }
-}
-
-void syncFolder(const QString& path) {
-    const int folder = open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder >= 0) {
-        fsync(folder);
-        close(folder);
+    if (const FileDescriptor folder(open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)); folder) {
+        syncfs(folder.get());
     }
 }
 

@@ -26,15 +26,14 @@ QString parentOf(const QString& bundle) {
     return QFileInfo(bundle).absolutePath();
 }
 
-/// The lock file, locked; -1 with errno set when somebody else has it or it can't be made.
-int takeLock(const QString& folder) {
-    const int lock =
-        open(QFile::encodeName(folder + lockName).constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
-    if (lock >= 0 && flock(lock, LOCK_EX | LOCK_NB) != 0) {
+/// The lock file, locked; none, with errno set, when somebody else has it or it can't be made.
+FileDescriptor takeLock(const QString& folder) {
+    FileDescriptor lock(
+        open(QFile::encodeName(folder + lockName).constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+    if (lock && flock(lock.get(), LOCK_EX | LOCK_NB) != 0) {
         const int reason = errno;
-        close(lock);
+        lock.close();
         errno = reason;
-        return -1;
     }
     return lock;
 }
@@ -47,13 +46,13 @@ std::expected<ScratchFolder, QString> ScratchFolder::make(const QString& bundle)
         return std::unexpected(QString::fromLocal8Bit(std::strerror(errno)));
     }
     const QString made = QFile::decodeName(path);
-    const int lock = takeLock(made);
-    if (lock < 0) {
+    FileDescriptor lock = takeLock(made);
+    if (!lock) {
         const QString reason = QString::fromLocal8Bit(std::strerror(errno));
         removeTree(made);
         return std::unexpected(reason);
     }
-    return ScratchFolder(made, lock);
+    return ScratchFolder(made, std::move(lock));
 }
 
 void ScratchFolder::sweep(const QString& bundle) {
@@ -63,24 +62,15 @@ void ScratchFolder::sweep(const QString& bundle) {
         if (left.ownerId() != getuid()) {
             continue;
         }
-        if (const int lock = takeLock(left.filePath()); lock >= 0) {
+        if (const FileDescriptor lock = takeLock(left.filePath()); lock) {
             removeTree(left.filePath());
-            close(lock);
         }
     }
 }
 
-ScratchFolder::ScratchFolder(ScratchFolder&& other) noexcept
-    : m_path(std::move(other.m_path)), m_lock(std::exchange(other.m_lock, -1)) {
-    other.m_path.clear();
-}
-
 ScratchFolder::~ScratchFolder() {
-    if (!m_path.isEmpty()) {
+    if (m_lock) {
         removeTree(m_path);
-    }
-    if (m_lock >= 0) {
-        close(m_lock);
     }
 }
 

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "TunedeckCore/Support/FileDescriptor.h"
+
 #include <QString>
 
 #include <expected>
+#include <utility>
 
 namespace tunedeck {
 
@@ -16,7 +19,7 @@ public:
     /// Removes those beside a bundle that nobody uses any more.
     static void sweep(const QString& bundle);
 
-    ScratchFolder(ScratchFolder&& other) noexcept;
+    ScratchFolder(ScratchFolder&& other) noexcept = default;
     ~ScratchFolder();
     ScratchFolder(const ScratchFolder&) = delete;
     ScratchFolder& operator=(const ScratchFolder&) = delete;
@@ -26,10 +29,10 @@ public:
     [[nodiscard]] QString at(const QString& name) const;
 
 private:
-    ScratchFolder(QString path, int lock) : m_path(std::move(path)), m_lock(lock) {}
+    ScratchFolder(QString path, FileDescriptor lock) : m_path(std::move(path)), m_lock(std::move(lock)) {}
 
     QString m_path;
-    int m_lock;
+    FileDescriptor m_lock; ///< none in one that was moved from
 };
 
 } // namespace tunedeck

@@ -3,10 +3,13 @@
 #include "TunedeckCore/Support/LocalHttp.h"
 
 #include <QByteArray>
+#include <QCoroTask>
 #include <QString>
 #include <QUrl>
 
 #include <optional>
+#include <stop_token>
+#include <utility>
 
 /// What the clients of the service have in common.
 namespace tunedeck::service {
@@ -21,5 +24,16 @@ QString sentence(HttpFailure failure);
 
 /// "Unexpected reply from tunedeck."
 QString unexpectedReply();
+
+/// The document that the service answers with and status 200; nothing for any other answer.
+template<class Document>
+QCoro::Task<std::optional<Document>> fetchDocument(HttpRequest request, std::stop_token stop) {
+    const auto reply = co_await sendLocal(request, stop);
+    if (!reply || reply->status != 200) {
+        co_return std::nullopt;
+    }
+    auto document = Document::decode(reply->body);
+    co_return document ? std::optional(std::move(*document)) : std::nullopt;
+}
 
 } // namespace tunedeck::service

@@ -5,15 +5,6 @@ namespace tunedeck {
 
 namespace {
 
-QCoro::Task<std::optional<ToolboxReport>> fetchReport(HttpRequest request, std::stop_token stop) {
-    const auto reply = co_await sendLocal(request, stop);
-    if (!reply || reply->status != 200) {
-        co_return std::nullopt;
-    }
-    auto report = ToolboxReport::decode(reply->body);
-    co_return report ? std::optional(std::move(*report)) : std::nullopt;
-}
-
 QCoro::Task<bool> requestInstallation(HttpRequest request, std::stop_token stop) {
     const auto reply = co_await sendLocal(request, stop);
     co_return reply && reply->status == 202;
@@ -22,10 +13,10 @@ QCoro::Task<bool> requestInstallation(HttpRequest request, std::stop_token stop)
 } // namespace
 
 QCoro::Task<std::optional<ToolboxReport>> ToolboxClient::fetch(std::stop_token stop) const {
-    return fetchReport({.method = HttpMethod::Get,
-                        .url = service::resource(baseURL, "local/toolbox"),
-                        .timeout = std::chrono::seconds(3)},
-                       std::move(stop));
+    return service::fetchDocument<ToolboxReport>({.method = HttpMethod::Get,
+                                                  .url = service::resource(baseURL, "local/toolbox"),
+                                                  .timeout = std::chrono::seconds(3)},
+                                                 std::move(stop));
 }
 
 QCoro::Task<bool> ToolboxClient::install(std::stop_token stop) const {

@@ -1,6 +1,7 @@
 #include "TunedeckMenu/Notifier.h"
 
 #include "TunedeckCore/Support/AtomicFile.h"
+#include "TunedeckCore/Support/FileDescriptor.h"
 #include "TunedeckCore/Support/Text.h"
 #include "TunedeckCore/Support/Time.h"
 
@@ -96,20 +97,16 @@ void appendLine(const QString& path, const QString& line) {
         return;
     }
     // Non-blocking, so that a FIFO of that name is refused rather than waited for.
-    const int file = ::open(QFile::encodeName(path).constData(),
-                            O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, 0666);
-    if (file < 0) {
-        return;
-    }
+    const FileDescriptor file(::open(QFile::encodeName(path).constData(),
+                                     O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, 0666));
     struct stat before{};
-    if (::fstat(file, &before) == 0 && S_ISREG(before.st_mode)) {
+    if (file && ::fstat(file.get(), &before) == 0 && S_ISREG(before.st_mode)) {
         const auto bytes = line.toUtf8();
-        const auto written = ::write(file, bytes.constData(), static_cast<std::size_t>(bytes.size()));
+        const auto written = ::write(file.get(), bytes.constData(), static_cast<std::size_t>(bytes.size()));
         if (written >= 0 && written < bytes.size()) {
-            std::ignore = ::ftruncate(file, before.st_size);
+            std::ignore = ::ftruncate(file.get(), before.st_size);
         }
     }
-    ::close(file);
 }
 
 } // namespace tunedeck

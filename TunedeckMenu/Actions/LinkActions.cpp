@@ -61,29 +61,45 @@ bool isSame(const AssistantLink& asked, const AssistantLink& present) {
 
 } // namespace
 
-QCoro::Task<LinksClient::Result<AssistantLink>> LinkActions::connect(Assistant assistant) {
+template<class T>
+QCoro::Task<LinksClient::Result<T>> LinkActions::change(QCoro::Task<Result<T>> call,
+                                                        std::function<bool(const Result<T>&)> finish) {
     const auto stop = m_scope.token();
     m_model.linksWork(+1);
     m_model.clearError();
-    auto result = co_await m_services.links.create(assistant, stop);
+    auto result = co_await call;
     if (stop.stop_requested()) {
         co_return result;
     }
-    if (result) {
-        m_model.putLink(*result);
-        announce(assistant, *result);
+    if (finish(result)) {
         co_await m_model.refreshLinks(true, stop);
         if (stop.stop_requested()) {
             co_return result;
         }
-    } else if (result.error().code == QStringLiteral("telegram_not_configured")) {
-        m_model.show(
-            QStringLiteral("Telegram isn't available yet. Try ChatGPT, Claude or the iPhone Shortcut for now."));
-    } else {
-        m_model.show(QStringLiteral("Couldn't connect %1: %2").arg(info(assistant).name, result.error().message));
     }
     m_model.linksWork(-1);
     co_return result;
+}
+
+template<class T>
+QCoro::Task<> LinkActions::changeUnheeded(QCoro::Task<Result<T>> call, std::function<bool(const Result<T>&)> finish) {
+    co_await change<T>(std::move(call), std::move(finish));
+}
+
+QCoro::Task<LinksClient::Result<AssistantLink>> LinkActions::connect(Assistant assistant) {
+    return change<AssistantLink>(
+        m_services.links.create(assistant, m_scope.token()), [this, assistant](const Result<AssistantLink>& made) {
+            if (made) {
+                m_model.putLink(*made);
+                announce(assistant, *made);
+            } else if (made.error().code == QStringLiteral("telegram_not_configured")) {
+                m_model.show(QStringLiteral(
+                    "Telegram isn't available yet. Try ChatGPT, Claude or the iPhone Shortcut for now."));
+            } else {
+                m_model.show(QStringLiteral("Couldn't connect %1: %2").arg(info(assistant).name, made.error().message));
+            }
+            return made.has_value();
+        });
 }
 
 void LinkActions::announce(Assistant assistant, const AssistantLink& link) {
@@ -145,32 +161,25 @@ void LinkActions::rotate(const QString& id) {
     }
 }
 
-QCoro::Task<> LinkActions::rotateConfirmed(AssistantLink link) {
-    const auto stop = m_scope.token();
-    m_model.linksWork(+1);
-    m_model.clearError();
-    const auto renewed = co_await m_services.links.rotate(link.id, stop);
-    if (stop.stop_requested()) {
-        co_return;
-    }
-    const auto secret = !renewed ? std::nullopt : isShortcut(link) ? renewed->token : renewed->url;
-    if (secret) {
-        m_model.putLink(*renewed);
-        m_clipboard.copy(*secret, copyKey(link));
-        m_model.showNote(isShortcut(link)
-                             ? QStringLiteral("New key copied. Paste it into your Shortcut's Authorization header.")
-                             : QStringLiteral("New URL copied. Paste it into ") + link.displayName());
-        co_await m_model.refreshLinks(true, stop);
-        if (stop.stop_requested()) {
-            co_return;
-        }
-    } else {
-        const auto reason = renewed ? QStringLiteral("Unexpected reply from tunedeck.") : renewed.error().message;
-        m_model.show((isShortcut(link) ? QStringLiteral("Couldn't make a new key: ")
-                                       : QStringLiteral("Couldn't make a new URL: ")) +
-                     reason);
-    }
-    m_model.linksWork(-1);
+QCoro::Task<> LinkActions::rotateConfirmed(const AssistantLink& link) {
+    return changeUnheeded<AssistantLink>(
+        m_services.links.rotate(link.id, m_scope.token()), [this, link](const Result<AssistantLink>& renewed) {
+            const auto secret = !renewed ? std::nullopt : isShortcut(link) ? renewed->token : renewed->url;
+            if (!secret) {
+                const auto reason =
+                    renewed ? QStringLiteral("Unexpected reply from tunedeck.") : renewed.error().message;
+                m_model.show((isShortcut(link) ? QStringLiteral("Couldn't make a new key: ")
+                                               : QStringLiteral("Couldn't make a new URL: ")) +
+                             reason);
+                return false;
+            }
+            m_model.putLink(*renewed);
+            m_clipboard.copy(*secret, copyKey(link));
+            m_model.showNote(isShortcut(link)
+                                 ? QStringLiteral("New key copied. Paste it into your Shortcut's Authorization header.")
+                                 : QStringLiteral("New URL copied. Paste it into ") + link.displayName());
+            return true;
+        });
 }
 
 void LinkActions::newTelegramCode(const QString& id) {
@@ -179,25 +188,17 @@ void LinkActions::newTelegramCode(const QString& id) {
     }
 }
 
-QCoro::Task<> LinkActions::newCodeConfirmed(AssistantLink link) {
-    const auto stop = m_scope.token();
-    m_model.linksWork(+1);
-    m_model.clearError();
-    const auto renewed = co_await m_services.links.rotate(link.id, stop);
-    if (stop.stop_requested()) {
-        co_return;
-    }
-    if (renewed) {
-        m_model.putLink(*renewed);
-        m_model.showNote(QStringLiteral("New code ready. Scan it with your phone."));
-        co_await m_model.refreshLinks(true, stop);
-        if (stop.stop_requested()) {
-            co_return;
-        }
-    } else {
-        m_model.show(QStringLiteral("Couldn't make a new code: ") + renewed.error().message);
-    }
-    m_model.linksWork(-1);
+QCoro::Task<> LinkActions::newCodeConfirmed(const AssistantLink& link) {
+    return changeUnheeded<AssistantLink>(
+        m_services.links.rotate(link.id, m_scope.token()), [this](const Result<AssistantLink>& renewed) {
+            if (renewed) {
+                m_model.putLink(*renewed);
+                m_model.showNote(QStringLiteral("New code ready. Scan it with your phone."));
+            } else {
+                m_model.show(QStringLiteral("Couldn't make a new code: ") + renewed.error().message);
+            }
+            return renewed.has_value();
+        });
 }
 
 void LinkActions::disconnect(const QString& id) {
@@ -206,24 +207,16 @@ void LinkActions::disconnect(const QString& id) {
     }
 }
 
-QCoro::Task<> LinkActions::disconnectConfirmed(AssistantLink link) {
-    const auto stop = m_scope.token();
-    m_model.linksWork(+1);
-    m_model.clearError();
-    const auto removed = co_await m_services.links.remove(link.id, stop);
-    if (stop.stop_requested()) {
-        co_return;
-    }
-    if (removed) {
-        m_model.dropLink(link.id);
-        co_await m_model.refreshLinks(true, stop);
-        if (stop.stop_requested()) {
-            co_return;
-        }
-    } else {
-        m_model.show(QStringLiteral("Couldn't disconnect: ") + removed.error().message);
-    }
-    m_model.linksWork(-1);
+QCoro::Task<> LinkActions::disconnectConfirmed(const AssistantLink& link) {
+    return changeUnheeded<void>(m_services.links.remove(link.id, m_scope.token()),
+                                [this, id = link.id](const Result<void>& removed) {
+                                    if (removed) {
+                                        m_model.dropLink(id);
+                                    } else {
+                                        m_model.show(QStringLiteral("Couldn't disconnect: ") + removed.error().message);
+                                    }
+                                    return removed.has_value();
+                                });
 }
 
 void LinkActions::openSetupGuide(const QString& id) {

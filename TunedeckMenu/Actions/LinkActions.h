@@ -8,6 +8,7 @@
 #include <QString>
 #include <QUrl>
 
+#include <functional>
 #include <set>
 
 namespace tunedeck {
@@ -38,12 +39,20 @@ public:
     void copySecret(const QString& key);
 
 private:
-    using Step = QCoro::Task<> (LinkActions::*)(AssistantLink link);
+    template<class T>
+    using Result = LinksClient::Result<T>;
+    using Step = QCoro::Task<> (LinkActions::*)(const AssistantLink& link);
     void ask(const QString& id, Confirmation question, Step step);
     QCoro::Task<> connectFromPanel(Assistant assistant);
-    QCoro::Task<> rotateConfirmed(AssistantLink link);
-    QCoro::Task<> newCodeConfirmed(AssistantLink link);
-    QCoro::Task<> disconnectConfirmed(AssistantLink link);
+    QCoro::Task<> rotateConfirmed(const AssistantLink& link);
+    QCoro::Task<> newCodeConfirmed(const AssistantLink& link);
+    QCoro::Task<> disconnectConfirmed(const AssistantLink& link);
+    /// The frame of every call that changes the links: the card is busy meanwhile, an old error goes, and after a
+    /// success, which `finish` judges and tells the user of, the links are fetched afresh.
+    template<class T>
+    QCoro::Task<Result<T>> change(QCoro::Task<Result<T>> call, std::function<bool(const Result<T>&)> finish);
+    template<class T>
+    QCoro::Task<> changeUnheeded(QCoro::Task<Result<T>> call, std::function<bool(const Result<T>&)> finish);
     void open(const QUrl& url);
     void announce(Assistant assistant, const AssistantLink& link);
 
