@@ -1,5 +1,6 @@
 #include "Tests/Helpers/TestServer.h"
 
+#include <arpa/inet.h>
 #include <netinet/in.h>
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -75,17 +76,22 @@ void Connection::reset() {
 
 class TestServer::Loop {
 public:
-    Loop() {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t size = sizeof address;
+    Loop(const QByteArray& host, std::uint16_t wishedPort)
+        : m_socket(socket(host.contains(':') ? AF_INET6 : AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)), m_host(host) {
+        sockaddr_in6 address{}; // a sockaddr_in begins alike and is shorter
+        auto* const four = reinterpret_cast<sockaddr_in*>(&address);
+        address.sin6_family = host.contains(':') ? AF_INET6 : AF_INET;
+        address.sin6_port = htons(wishedPort);
+        socklen_t size = host.contains(':') ? sizeof address : sizeof *four;
+        void* const place = host.contains(':') ? static_cast<void*>(&address.sin6_addr) : &four->sin_addr;
         auto* const generic = reinterpret_cast<sockaddr*>(&address);
-        if (bind(m_socket, generic, size) != 0 || listen(m_socket, 64) != 0 ||
-            getsockname(m_socket, generic, &size) != 0) {
+        const int yes = 1;
+        setsockopt(m_socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+        if (inet_pton(address.sin6_family, host.constData(), place) != 1 || bind(m_socket, generic, size) != 0 ||
+            listen(m_socket, 64) != 0 || getsockname(m_socket, generic, &size) != 0) {
             throw std::runtime_error("the test server can't listen");
         }
-        m_port = ntohs(address.sin_port);
+        m_port = ntohs(address.sin6_port);
         m_acceptor = std::jthread([this] { accept(); });
     }
 
@@ -116,6 +122,8 @@ public:
     std::atomic<int> open = 0;
 
     [[nodiscard]] std::uint16_t port() const { return m_port; }
+    /// As it stands in an address.
+    [[nodiscard]] QByteArray host() const { return m_host.contains(':') ? '[' + m_host + ']' : m_host; }
 
 private:
     void accept() {
@@ -175,14 +183,15 @@ private:
         return found == routes.end() ? Plan(behave::answer(404, {}), When::RequestCame) : found->second;
     }
 
-    int m_socket = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    int m_socket;
+    QByteArray m_host;
     int m_wakeUp = eventfd(0, EFD_CLOEXEC);
     std::uint16_t m_port = 0;
     std::jthread m_acceptor;
     std::vector<std::jthread> m_connections;
 };
 
-TestServer::TestServer() : m_loop(std::make_unique<Loop>()) {}
+TestServer::TestServer(const QByteArray& address, std::uint16_t port) : m_loop(std::make_unique<Loop>(address, port)) {}
 
 TestServer::~TestServer() = default;
 
@@ -205,7 +214,7 @@ std::uint16_t TestServer::port() const {
 }
 
 QUrl TestServer::url(const QByteArray& path) const {
-    return QUrl::fromEncoded("http://127.0.0.1:" + QByteArray::number(port()) + path);
+    return QUrl::fromEncoded("http://" + m_loop->host() + ':' + QByteArray::number(port()) + path);
 }
 
 QList<ServedRequest> TestServer::requests() const {

@@ -48,7 +48,9 @@ using Behaviour = std::function<void(Connection&, const ServedRequest&)>;
 /// A request without a route gets a 404. May be changed while it runs.
 class TestServer {
 public:
-    TestServer();
+    TestServer() : TestServer("127.0.0.1", 0) {}
+    /// At this address of the loopback network ("::1" is one) and this port, for programs that can't be told another.
+    TestServer(const QByteArray& address, std::uint16_t port);
     ~TestServer();
     TestServer(const TestServer&) = delete;
     TestServer& operator=(const TestServer&) = delete;
@@ -67,7 +69,7 @@ public:
     void stop();
 
     [[nodiscard]] std::uint16_t port() const;
-    /// "http://127.0.0.1:PORT" with the path.
+    /// "http://ADDRESS:PORT" with the path.
     [[nodiscard]] QUrl url(const QByteArray& path = {}) const;
 
     /// The requests that came so far, in order.

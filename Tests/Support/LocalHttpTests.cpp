@@ -237,6 +237,16 @@ TEST(LocalHttp, OnlyThisMachineIsReachedAndNoNameIsLookedUp) {
     EXPECT_EQ(server.connections(), 3);
     server.stop();
     EXPECT_EQ(told(runToEnd(sendLocal(get(server.url("/")), {}))), told(Unreachable));
+
+    std::optional<TestServer> newer;
+    try {
+        newer.emplace("::1", 0);
+    } catch (const std::runtime_error&) {
+        return; // a machine without the newer protocol
+    }
+    newer->on("GET /", answer(200, "here too"));
+    EXPECT_EQ(told(runToEnd(sendLocal(get(newer->url("/")), {}))), "200 here too");
+    EXPECT_EQ(newer->requests().first().headers["host"], "[::1]:" + QByteArray::number(newer->port()));
 }
 
 TEST(LocalHttp, AConnectionThatIsNeverMadeTimesOut) {

@@ -14,6 +14,11 @@ EVP_PKEY* key(void* stored) {
 
 SigningKey::SigningKey() : m_key(EVP_PKEY_Q_keygen(nullptr, nullptr, "ED25519")) {}
 
+SigningKey::SigningKey(const QByteArray& secret)
+    : m_key(EVP_PKEY_new_raw_private_key(EVP_PKEY_ED25519, nullptr,
+                                         reinterpret_cast<const unsigned char*>(secret.constData()),
+                                         static_cast<std::size_t>(secret.size()))) {}
+
 SigningKey::~SigningKey() {
     EVP_PKEY_free(key(m_key));
 }

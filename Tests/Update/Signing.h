@@ -5,10 +5,13 @@
 
 namespace tunedeck::test {
 
-/// An Ed25519 key made for one test.
+/// An Ed25519 key for tests.
 class SigningKey {
 public:
+    /// A new one.
     SigningKey();
+    /// The one of this private half: 32 bytes.
+    explicit SigningKey(const QByteArray& secret);
     ~SigningKey();
     SigningKey(const SigningKey&) = delete;
     SigningKey& operator=(const SigningKey&) = delete;

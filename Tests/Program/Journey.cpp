@@ -1,0 +1,246 @@
+#include "Tests/Program/Journey.h"
+
+#include "TunedeckBuildId.h"
+
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QDirIterator>
+#include <QEventLoop>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <QTimer>
+
+#include <signal.h>
+#include <sys/stat.h>
+
+#include <stdexcept>
+#include <tuple>
+
+namespace tunedeck::test {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString readersProgram = u"/usr/libexec/at-spi-bus-launcher"_s;
+constexpr int patience = 30'000; // for a slow machine; nothing waits it out but a failure
+
+QByteArray bytesOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void write(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    if (!QDir().mkpath(QFileInfo(path).path()) || !file.open(QIODevice::WriteOnly) ||
+        file.write(bytes) != bytes.size() || !file.flush()) {
+        throw std::runtime_error("a file of the journey can't be written: " + path.toStdString());
+    }
+}
+
+testing::AssertionResult judge(bool holds, const QStringList& seen) {
+    return holds ? testing::AssertionSuccess()
+                 : testing::AssertionFailure() << "on the screen: " << seen.join(u" | "_s).toStdString();
+}
+
+} // namespace
+
+void Journey::SetUp() {
+    const auto runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    if (!QFileInfo::exists(runtime + u"/manager.log"_s)) {
+        GTEST_SKIP() << "not to be tried on anybody's own service manager: run it with tools/lib/user-manager";
+    }
+    if (!BareDesktop::isPossible() || !QFileInfo::exists(readersProgram) ||
+        QStandardPaths::findExecutable(u"openbox"_s).isEmpty()) {
+        GTEST_SKIP() << "Xvfb, openbox, trayer, dbus-daemon or at-spi2-core is missing; ./tools/test installs them";
+    }
+    home = qEnvironmentVariable("HOME");
+    // In memory: what is replaced there is on the disk at once.
+    folder.emplace(runtime + u"/journey-XXXXXX"_s);
+    bundle = folder->filePath(u"apps/Tunedeck.app"_s);
+    const auto opener = folder->filePath(u"bin/xdg-open"_s);
+    write(opener, "#!/bin/sh\necho \"$1\" >> '" + QFile::encodeName(folder->filePath(u"opened"_s)) + "'\n");
+    ::chmod(QFile::encodeName(opener).constData(), 0755);
+
+    desktop.emplace();
+    environment = desktop->environment();
+    for (const auto& name : environment.keys()) {
+        if (name.startsWith(u"XDG_"_s) || name.startsWith(u"QT_"_s) || name.endsWith(u"_proxy"_s)) {
+            environment.remove(name);
+        }
+    }
+    environment.insert(u"XDG_RUNTIME_DIR"_s, runtime);
+    environment.insert(u"LANG"_s, u"C.UTF-8"_s);
+    environment.insert(u"PATH"_s, folder->filePath(u"bin"_s) + u':' + environment.value(u"PATH"_s));
+    environment.insert(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s);
+    startBus();
+    windowManager = std::make_unique<Program>(u"openbox"_s, QStringList{u"--sm-disable"_s}, environment);
+    startTray();
+    application.setProcessChannelMode(QProcess::MergedChannels);
+    application.setStandardOutputFile(folder->filePath(u"log"_s), QIODevice::Append);
+}
+
+void Journey::TearDown() {
+    if (!desktop) {
+        return;
+    }
+    if (HasFailure()) {
+        GTEST_LOG_(INFO) << bytesOf(folder->filePath(u"log"_s)).toStdString();
+    }
+    for (const auto process : processes()) {
+        ::kill(process, SIGKILL);
+    }
+    application.waitForFinished();
+    std::ignore = output(u"systemctl"_s, {u"--user"_s, u"disable"_s, u"--now"_s, u"com.brightfold.tunedeck.service"_s});
+    QDir own(home);
+    for (const auto& entry : own.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)) {
+        entry.isDir() ? QDir(entry.filePath()).removeRecursively() : QFile::remove(entry.filePath());
+    }
+}
+
+void Journey::startBus() {
+    bus = desktop->startBus();
+    readers = std::make_unique<Program>(u"/usr/libexec/at-spi-bus-launcher"_s, QStringList{u"--launch-immediately"_s},
+                                        environment);
+    ASSERT_TRUE(eventually([this] {
+        screen = std::make_unique<Accessibility>(environment.value(u"DBUS_SESSION_BUS_ADDRESS"_s));
+        return screen->isThere();
+    })) << "the accessibility bus doesn't start";
+}
+
+void Journey::layOut(const QString& bundle, const QByteArray& version, char build) {
+    const QString source = QStringLiteral(TUNEDECK_BUNDLE);
+    QByteArray otherBuild(buildId);
+    otherBuild.back() = build != 0 ? build : otherBuild.back();
+    for (QDirIterator files(source, QDir::Files, QDirIterator::Subdirectories); files.hasNext();) {
+        const auto path = files.next();
+        const auto name = path.mid(source.size());
+        const bool isProgram = name == u"/Contents/MacOS/Tunedeck";
+        auto bytes = bytesOf(isProgram ? QStringLiteral(TUNEDECK_PROGRAM) : path);
+        if (name.endsWith(u"/Info.plist")) {
+            const QByteArray key = "<key>CFBundleShortVersionString</key>\n\t<string>";
+            const auto begin = bytes.indexOf(key) + key.size();
+            bytes.replace(begin, bytes.indexOf('<', begin) - begin, version);
+        } else if (isProgram || name.contains(u"/PlugIns/")) {
+            bytes.replace(buildId, otherBuild);
+        } else if (name.endsWith(u"/Helpers/tunedeck")) {
+            bytes.append(otherBuild); // what follows the end of a program doesn't keep it from running
+        }
+        write(bundle + name, bytes);
+        QFile::setPermissions(bundle + name, QFile::permissions(path));
+    }
+}
+
+void Journey::withoutService() const {
+    QFile::remove(bundle + u"/Contents/Helpers/tunedeck"_s);
+}
+
+void Journey::serviceIsAt(std::uint16_t port) const {
+    writeInHome(u".tunedeck/runtime.json"_s, "{\"port\": " + QByteArray::number(port) + '}');
+}
+
+void Journey::start(const QStringList& arguments) {
+    ASSERT_TRUE(eventually([this] { return tray == nullptr || icons() == 0; })) << "an icon of before is still there";
+    application.setProcessEnvironment(environment);
+    application.start(bundle + u"/Contents/MacOS/Tunedeck"_s, arguments);
+    ASSERT_TRUE(application.waitForStarted());
+    ASSERT_TRUE(eventually([this] { return tray == nullptr || icons() == 1; })) << "no icon came into the tray";
+}
+
+Journey::Ended Journey::run(const QStringList& arguments) const {
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(bundle + u"/Contents/MacOS/Tunedeck"_s, arguments);
+    if (!process.waitForFinished(patience)) {
+        process.kill();
+        process.waitForFinished();
+        return {};
+    }
+    return {process.exitCode(), process.readAll()};
+}
+
+testing::AssertionResult Journey::opensWith(const QString& text) const {
+    const auto second = run();
+    return second.status == 0 ? sees(text) : testing::AssertionFailure() << second.output.toStdString();
+}
+
+testing::AssertionResult Journey::sees(const QString& text) const {
+    QStringList seen;
+    return judge(eventually([&] {
+                     seen = screen->texts();
+                     return seen.filter(text).size() > 0;
+                 }),
+                 seen);
+}
+
+testing::AssertionResult Journey::press(const QString& name) const {
+    return judge(eventually([&] { return screen->press(name); }), screen->texts());
+}
+
+QList<pid_t> Journey::processes() const {
+    QList<pid_t> found;
+    for (const auto& name : QDir(u"/proc"_s).entryList(QDir::Dirs)) {
+        const auto program = QFile::symLinkTarget(u"/proc/%1/exe"_s.arg(name));
+        if (name.toInt() > 0 && program.startsWith(QFileInfo(bundle).path()) &&
+            program.contains(u"/Contents/MacOS/Tunedeck")) {
+            found.append(name.toInt());
+        }
+    }
+    return found;
+}
+
+QStringList Journey::windows() const {
+    QStringList titles;
+    for (const auto& line : output(u"wmctrl"_s, {u"-lx"_s}).split('\n')) {
+        const auto parts = QString::fromUtf8(line).split(u' ', Qt::SkipEmptyParts); // id, desktop, class, host, title
+        if (parts.value(2) == u"Tunedeck.Tunedeck") {
+            titles.append(parts.mid(4).join(u' '));
+        }
+    }
+    return titles;
+}
+
+int Journey::icons() const {
+    return static_cast<int>(output(u"xwininfo"_s, {u"-name"_s, u"panel"_s, u"-tree"_s}).count("\"Tunedeck\": "));
+}
+
+QStringList Journey::opened() const {
+    return QString::fromUtf8(bytesOf(folder->filePath(u"opened"_s))).split(u'\n', Qt::SkipEmptyParts);
+}
+
+QStringList Journey::beside() const {
+    return QDir(QFileInfo(bundle).path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+}
+
+bool Journey::eventually(const std::function<bool()>& condition) {
+    const QDeadlineTimer end(patience);
+    while (!condition()) {
+        if (end.hasExpired()) {
+            return false;
+        }
+        QEventLoop loop;
+        QTimer::singleShot(30, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+    return true;
+}
+
+QByteArray Journey::output(const QString& program, const QStringList& arguments) const {
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(program, arguments);
+    process.waitForFinished();
+    return process.readAllStandardOutput();
+}
+
+void Journey::writeInHome(const QString& relative, const QByteArray& bytes) const {
+    write(home + u'/' + relative, bytes);
+}
+
+QByteArray Journey::read(const QString& relative) const {
+    return bytesOf(home + u'/' + relative);
+}
+
+} // namespace tunedeck::test
