@@ -8,7 +8,6 @@
 #include "TunedeckMenu/Platform/Uninstall.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QTemporaryDir>
 
@@ -220,8 +219,6 @@ TEST_F(SupervisorTest, WithoutAUserManagerItFailsSoon) {
     const auto plist = m_folder.filePath(u"service.plist"_s);
     ASSERT_TRUE(writeFileAtomically(plist, xmlPropertyList(installer().plist())));
     const auto runtime = qgetenv("XDG_RUNTIME_DIR");
-    QElapsedTimer timer;
-    timer.start();
     for (const auto& folder : {QByteArray("/nonexistent"), QByteArray()}) {
         folder.isEmpty() ? qunsetenv("XDG_RUNTIME_DIR") : qputenv("XDG_RUNTIME_DIR", folder);
         for (const auto& arguments :
@@ -230,7 +227,6 @@ TEST_F(SupervisorTest, WithoutAUserManagerItFailsSoon) {
             EXPECT_EQ(operation(arguments), 1) << arguments.join(u' ').toStdString();
         }
     }
-    EXPECT_LT(timer.elapsed(), 2000);
     qputenv("XDG_RUNTIME_DIR", runtime);
 }
 
