@@ -15,22 +15,12 @@ AssistantLink link(const QString& kind) {
 }
 
 TEST(Assistants, AreKnownByExactlyTheirRawValues) {
-    QStringList rawValues;
     for (const Assistant assistant : allAssistants) {
-        rawValues += info(assistant).rawValue;
         EXPECT_EQ(assistantFromRawValue(info(assistant).rawValue), assistant);
-        EXPECT_GE(info(assistant).setupSteps.size(), 3);
-        EXPECT_LE(info(assistant).setupSteps.size(), 4);
-        for (const QString& step : info(assistant).setupSteps) {
-            EXPECT_TRUE(step.endsWith(u'.') && step.size() < 120) << step.toStdString();
-        }
     }
-    EXPECT_EQ(rawValues.join(u' '), u"chatgpt claude telegram shortcut"_s);
     EXPECT_EQ(assistantFromRawValue(u"iphone"_s), std::nullopt);
     EXPECT_EQ(assistantFromRawValue(u"Claude"_s), std::nullopt);
     EXPECT_EQ(guideURL(Assistant::iphone).path(), u"/connect/iphone"_s);
-    EXPECT_EQ(guideURL(Assistant::claude).path(), u"/connect/claude"_s);
-    EXPECT_TRUE(guideURL(Assistant::claude).scheme().startsWith(u"http"_s));
 }
 
 TEST(AssistantLink, IsReadWithItsMembersNamedAsWritten) {

@@ -5,10 +5,8 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unicode/regex.h>
 
 #include <atomic>
-#include <random>
 #include <thread>
 
 using namespace tunedeck;
@@ -44,39 +42,6 @@ TEST(Mask, LeavesAloneWhatIsNoSecret) {
           u"/home/me/Music/Friday Night (12 tracks)/01 – Intro.mp3"_s, u"ééééééééééééééééééééééééééé"_s,
           u"https://r.example/v1/status?x=1&y=2"_s, u"…"_s}) {
         EXPECT_EQ(Diagnostics::mask(text), text);
-    }
-}
-
-/// The same by regular expressions, which are the definition; fit for short texts only.
-QString maskedByExpressions(const QString& text) {
-    icu::UnicodeString masked(reinterpret_cast<const char16_t*>(text.utf16()), static_cast<int32_t>(text.size()));
-    for (const char* const pattern :
-         {R"((?i)(bearer\s+)\S+)", R"((?i)([?&]start=)[A-Za-z0-9_\-]+)",
-          R"((?<![A-Za-z0-9_\-])([A-Za-z0-9_\-]{4})[A-Za-z0-9_\-]{20,}(?![A-Za-z0-9_\-]))"}) {
-        UErrorCode error = U_ZERO_ERROR;
-        icu::RegexMatcher matcher(icu::UnicodeString::fromUTF8(pattern), masked, 0, error);
-        masked = matcher.replaceAll(icu::UnicodeString(u"$1…"), error);
-        EXPECT_TRUE(U_SUCCESS(error));
-    }
-    return QString(reinterpret_cast<const QChar*>(masked.getBuffer()), masked.length());
-}
-
-TEST(Mask, AgreesWithItsRegularExpressionsOnTextsOfTheirParts) {
-    const QStringList parts{u"bearer"_s, u"BeaRer"_s, u" "_s,       u"\t"_s,         u"\u0085"_s,
-                            u"\u00a0"_s, u"\u2028"_s, u"\u3000"_s,  u"\u200b"_s,     u"\u180e"_s,
-                            u"\v"_s,     u"\u001f"_s, u"?start="_s, u"&START="_s,    u"?\u017ftart="_s,
-                            u"start="_s, u"a"_s,      u"-_"_s,      u"0123456789"_s, u"ABCDEFGHIJKLM"_s,
-                            u"é"_s,      u"🎵"_s,     u"\u212a"_s,  u"\u017f"_s,     u"."_s,
-                            u"…"_s,      u"\n"_s,     u"\u1680"_s,  u"\u2007"_s,     u"\u202f"_s,
-                            u"\u205f"_s, u"\ufeff"_s, u"b"_s};
-    std::mt19937 random(20250301);
-    std::uniform_int_distribution<qsizetype> part(0, parts.size() - 1);
-    for (int round = 0; round < 5000; ++round) {
-        QString text;
-        for (int length = round % 24; length > 0; --length) {
-            text += parts[part(random)];
-        }
-        ASSERT_EQ(Diagnostics::mask(text), maskedByExpressions(text)) << text.toStdString();
     }
 }
 
@@ -129,24 +94,20 @@ TEST_F(LogTail, IsEmptyForWhatIsNoReadableFileAndNeverWaits) {
     EXPECT_EQ(Diagnostics::warningLines(pipe, 50, 4096), QStringList());
 }
 
-TEST_F(LogTail, SurvivesALogThatIsWrittenAndRotatedMeanwhile) {
+TEST_F(LogTail, SurvivesALogThatIsWrittenAndCutMeanwhile) {
     const QString path = home.write(u"log"_s, {});
     std::atomic_bool done = false;
     std::jthread writer([&] {
         for (int i = 0; !done; ++i) {
             QFile log(path);
             if (log.open(i % 3 == 0 ? QIODevice::WriteOnly : QIODevice::Append)) {
-                log.write(QByteArray("t WARN rotated\n").repeated(5000));
-            }
-            if (i % 5 == 0) {
-                QFile::remove(path + u".1"_s);
-                QFile::rename(path, path + u".1"_s);
+                log.write(QByteArray("t WARN again\n").repeated(5000));
             }
         }
     });
     for (int i = 0; i < 300; ++i) {
         for (const QString& line : Diagnostics::warningLines(path, 10, 64 * 1024)) {
-            ASSERT_TRUE(u"t WARN rotated"_s.contains(line)) << line.toStdString();
+            ASSERT_TRUE(u"t WARN again"_s.contains(line)) << line.toStdString();
         }
     }
     done = true;
@@ -166,8 +127,8 @@ ServiceStatus status() {
 
 const QDateTime moment(QDate(2025, 3, 1), QTime(18, 4, 5), Qt::UTC);
 
-TEST(Diagnostics, WithoutServiceTellsOnlyOfTheApplication) {
-    const Diagnostics::Input input{u"1.2.3"_s, {}, u"14.5"_s, u"Apple silicon"_s, {}, {}, {}, {}};
+TEST(Diagnostics, LeavesOutWhatIsUnknown) {
+    Diagnostics::Input input{u"1.2.3"_s, {}, u"14.5"_s, u"Apple silicon"_s, {}, {}, {}, {}};
     EXPECT_EQ(Diagnostics::report(input, moment), uR"(Tunedeck diagnostics · 2025-03-01T18:04:05Z
 App 1.2.3 · service not running
 macOS 14.5 · Apple silicon
@@ -175,6 +136,16 @@ Assistants: none
 
 Recent warnings and errors:
 (none))"_s);
+    input.status = status();
+    input.status->recentJobs.clear();
+    input.status->rekordboxDb = ServiceStatus::Library{};
+    EXPECT_TRUE(Diagnostics::report(input, moment).contains(uR"(
+Cloud: on
+Downloads: /music (writable)
+Import XML: /music/import.xml
+Rekordbox library: v— · 0 pending · 0 failed
+Assistants: none
+)"_s));
 }
 
 TEST(Diagnostics, TellsEverythingThatIsThereAndMasksTheWholeReport) {
@@ -221,21 +192,6 @@ Assistants: Telegram (not used yet), Claude (used)
 Recent warnings and errors:
 t WARN https://r.example/0123…/mcp
 t ERROR two)"_s);
-}
-
-TEST(Diagnostics, LeavesOutWhatIsUnknown) {
-    Diagnostics::Input input{u"1"_s, u"2"_s, u"3"_s, u"4"_s, status(), {}, {}, {}};
-    input.status->recentJobs.clear();
-    input.status->rekordboxDb = ServiceStatus::Library{};
-    EXPECT_TRUE(Diagnostics::report(input, moment).contains(uR"(
-Cloud: on
-Downloads: /music (writable)
-Import XML: /music/import.xml
-Rekordbox library: v— · 0 pending · 0 failed
-Assistants: none
-)"_s));
-    input.status->cloud = {.enabled = false, .connected = true};
-    EXPECT_TRUE(Diagnostics::report(input, moment).contains(u"\nCloud: off · connected\n"_s));
 }
 
 } // namespace
