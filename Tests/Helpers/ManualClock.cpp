@@ -106,10 +106,6 @@ void ManualClock::suspend(milliseconds duration) {
     State::pass(std::shared_ptr(m_state), duration, false);
 }
 
-void ManualClock::setNow(const QDateTime& now) {
-    m_state->now = now.toUTC();
-}
-
 void ManualClock::setUptime(nanoseconds uptime) {
     m_state->uptime = uptime;
 }

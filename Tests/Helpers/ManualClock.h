@@ -26,9 +26,6 @@ public:
     /// Lets time pass while the machine sleeps: elapsed() stands still.
     void suspend(std::chrono::milliseconds duration);
 
-    /// Sets the time of day, as a user or the network does; nobody wakes up for it.
-    void setNow(const QDateTime& now);
-
     /// Sets how long the machine has been up, as if it had been started at another time; nobody wakes up for it.
     void setUptime(std::chrono::nanoseconds uptime);
 

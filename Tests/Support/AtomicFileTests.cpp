@@ -11,13 +11,15 @@
 
 #include <thread>
 
+using namespace Qt::StringLiterals;
+
 namespace tunedeck {
 namespace {
 
 class AtomicFileTest : public testing::Test {
 protected:
     test::TemporaryHome m_home;
-    const QString m_path = m_home.path(QStringLiteral("file"));
+    const QString m_path = m_home.path(u"file"_s);
 
     static mode_t mode(const QString& path) {
         struct stat facts{};
@@ -41,22 +43,22 @@ TEST_F(AtomicFileTest, ReplacesTheWholeFileAndKeepsItsMode) {
         EXPECT_EQ(readFile(m_path), QByteArray("short\0text", 10));
         EXPECT_EQ(mode(m_path), kept);
     }
-    EXPECT_EQ(names(m_home.path()), QStringList(QStringLiteral("file")));
+    EXPECT_EQ(names(m_home.path()), QStringList(u"file"_s));
 }
 
 TEST_F(AtomicFileTest, FollowsLinksAlsoToWhatIsNotThereYet) {
-    QDir(m_home.path()).mkpath(QStringLiteral("other"));
-    const auto link = m_home.path(QStringLiteral("link"));
-    const auto second = m_home.path(QStringLiteral("second"));
-    ASSERT_TRUE(QFile::link(QStringLiteral("other/real"), link));
+    QDir(m_home.path()).mkpath(u"other"_s);
+    const auto link = m_home.path(u"link"_s);
+    const auto second = m_home.path(u"second"_s);
+    ASSERT_TRUE(QFile::link(u"other/real"_s, link));
     ASSERT_TRUE(QFile::link(link, second));
     for (const auto* text : {"new", "newer"}) {
         ASSERT_TRUE(writeFileAtomically(second, text));
-        EXPECT_EQ(m_home.read(QStringLiteral("other/real")), text);
+        EXPECT_EQ(m_home.read(u"other/real"_s), text);
         EXPECT_TRUE(QFileInfo(link).isSymLink() && QFileInfo(second).isSymLink());
     }
-    const auto circle = m_home.path(QStringLiteral("circle"));
-    ASSERT_TRUE(QFile::link(QStringLiteral("circle"), circle));
+    const auto circle = m_home.path(u"circle"_s);
+    ASSERT_TRUE(QFile::link(u"circle"_s, circle));
     EXPECT_FALSE(writeFileAtomically(circle, "text"));
     EXPECT_TRUE(QFileInfo(circle).isSymLink());
 }
@@ -68,20 +70,20 @@ TEST_F(AtomicFileTest, FoldersAndFifosAreRefusedWithoutWaiting) {
     EXPECT_EQ(readFile(m_home.path()), std::nullopt);
     const auto folder = writeFileAtomically(m_home.path(), "text");
     ASSERT_FALSE(folder);
-    EXPECT_EQ(folder.error(), m_home.path() + QStringLiteral(": Is a directory"));
-    EXPECT_FALSE(writeFileAtomically(m_home.path(QStringLiteral("missing/file")), "text"));
-    EXPECT_EQ(names(m_home.path()), QStringList(QStringLiteral("file")));
+    EXPECT_EQ(folder.error(), m_home.path() + u": Is a directory"_s);
+    EXPECT_FALSE(writeFileAtomically(m_home.path(u"missing/file"_s), "text"));
+    EXPECT_EQ(names(m_home.path()), QStringList(u"file"_s));
 }
 
 TEST_F(AtomicFileTest, ReadsUpToItsLimitAndFilesWithoutASize) {
     ASSERT_TRUE(writeFileAtomically(m_path, QByteArray(10000, 'x')));
     EXPECT_EQ(readFile(m_path, 10000), QByteArray(10000, 'x'));
     EXPECT_EQ(readFile(m_path, 9999), std::nullopt);
-    EXPECT_EQ(readFile(m_home.path(QStringLiteral("missing"))), std::nullopt);
-    const auto environment = readFile(QStringLiteral("/proc/self/environ"));
+    EXPECT_EQ(readFile(m_home.path(u"missing"_s)), std::nullopt);
+    const auto environment = readFile(u"/proc/self/environ"_s);
     ASSERT_TRUE(environment);
     EXPECT_TRUE(environment->contains("PATH="));
-    EXPECT_EQ(readFile(QStringLiteral("/dev/zero")), std::nullopt);
+    EXPECT_EQ(readFile(u"/dev/zero"_s), std::nullopt);
 }
 
 TEST_F(AtomicFileTest, ReadersNeverSeeAHalfWrittenFile) {
@@ -103,18 +105,18 @@ TEST_F(AtomicFileTest, AFullOrReadOnlyDiskKeepsTheOldFile) {
     if (!disk.isThere()) {
         GTEST_SKIP() << disk.reason();
     }
-    const auto path = disk.path(QStringLiteral("settings"));
+    const auto path = disk.path(u"settings"_s);
     ASSERT_TRUE(writeFileAtomically(path, "old"));
     const auto expectOld = [&](const char* reason) {
         for (const auto size : {1, 5000, 500000}) {
             const auto written = writeFileAtomically(path, QByteArray(size, 'n'));
             ASSERT_FALSE(written);
-            EXPECT_EQ(written.error(), path + QStringLiteral(": ") + QString::fromLatin1(reason));
+            EXPECT_EQ(written.error(), path + u": "_s + QString::fromLatin1(reason));
             EXPECT_EQ(readFile(path), QByteArray("old"));
         }
-        const auto made = createFolder(disk.path(QStringLiteral("a/b")));
+        const auto made = createFolder(disk.path(u"a/b"_s));
         EXPECT_TRUE(made || made.error().startsWith(disk.path()));
-        const auto left = names(disk.path()).filter(QStringLiteral("tunedeck"));
+        const auto left = names(disk.path()).filter(u"tunedeck"_s);
         EXPECT_TRUE(left.isEmpty()) << left.join(u' ').toStdString();
     };
     disk.fill();
@@ -127,18 +129,18 @@ TEST_F(AtomicFileTest, AFullOrReadOnlyDiskKeepsTheOldFile) {
 }
 
 TEST_F(AtomicFileTest, FoldersAreMadeUnlessAFileIsInTheWay) {
-    const auto deep = m_home.path(QStringLiteral("a/ü b/c"));
+    const auto deep = m_home.path(u"a/ü b/c"_s);
     EXPECT_TRUE(createFolder(deep));
     EXPECT_TRUE(createFolder(deep + u'/'));
     EXPECT_TRUE(QFileInfo(deep).isDir());
-    ASSERT_TRUE(QFile::link(deep, m_home.path(QStringLiteral("link"))));
-    EXPECT_TRUE(createFolder(m_home.path(QStringLiteral("link/d"))));
-    m_home.write(QStringLiteral("file"), "text");
-    const auto blocked = createFolder(m_path + QStringLiteral("/below"));
+    ASSERT_TRUE(QFile::link(deep, m_home.path(u"link"_s)));
+    EXPECT_TRUE(createFolder(m_home.path(u"link/d"_s)));
+    m_home.write(u"file"_s, "text");
+    const auto blocked = createFolder(m_path + u"/below"_s);
     ASSERT_FALSE(blocked);
-    EXPECT_TRUE(blocked.error().endsWith(QStringLiteral(": Not a directory"))) << blocked.error().toStdString();
+    EXPECT_TRUE(blocked.error().endsWith(u": Not a directory"_s)) << blocked.error().toStdString();
     EXPECT_FALSE(createFolder(m_path));
-    EXPECT_EQ(m_home.read(QStringLiteral("file")), "text");
+    EXPECT_EQ(m_home.read(u"file"_s), "text");
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "Tests/Helpers/NoDescriptors.h"
+#include "Tests/Helpers/Descriptors.h"
 #include "Tests/Helpers/RunTask.h"
 #include "Tests/Helpers/TestServer.h"
 #include "TunedeckCore/Support/HttpAnswer.h"
@@ -20,7 +20,6 @@ using namespace test::behave;
 using test::Behaviour;
 using test::endingOf;
 using test::nextDescriptor;
-using test::NoDescriptors;
 using test::runToEnd;
 using test::runUntil;
 using test::TestServer;
@@ -63,19 +62,13 @@ std::vector<Misbehaviour> misbehaviours() {
     const QByteArray five = ok + "Content-Length: 5\r\n\r\n";
     return {
         {"ClosesAfterTheRequest", raw(""), told(BrokenOff)},
-        {"ClosesInTheHead", raw("HTTP/1.1 200 OK\r\nContent-Le"), told(BrokenOff)},
         {"ClosesInTheBody", raw(five + "1234"), told(BrokenOff)},
         {"ClosesBeforeTheLastChunk", raw(chunked + "3\r\nabc\r\n"), told(BrokenOff)},
-        {"ClosesInTheTrailer", raw(chunked + "3\r\nabc\r\n0\r\nX: y"), told(BrokenOff)},
         {"ResetsAtOnce", resetAfter(""), told(BrokenOff)},
-        {"ResetsInTheHead", resetAfter("HTTP/1.1 200"), told(BrokenOff)},
-        {"ResetsInTheBody", resetAfter(five + "1234"), told(BrokenOff)},
         {"ResetsABodyWithoutLength", resetAfter(ok + "\r\n1234"), told(BrokenOff)},
         {"ResetsAfterAWholeAnswer", resetAfter(five + "12345"), "200 12345"},
         {"NeverAnswers", hang(), told(TimedOut), true},
-        {"StopsInTheHead", hang("HTTP/1.1 200 OK\r\n"), told(TimedOut), true},
         {"StopsInTheBody", hang(five + "1234"), told(TimedOut), true},
-        {"DripsAHead", drip(ok + "X: y\r\nX: y\r\nX: y\r\nX: y\r\n", 10ms), told(TimedOut), true},
         {"DripsABody",
          after(0ms,
                [drops = drip("x", 5ms)](auto& connection, const auto& request) {
@@ -85,11 +78,8 @@ std::vector<Misbehaviour> misbehaviours() {
          told(TimedOut), true},
         {"DripsInterimAnswers", drip("HTTP/1.1 100 Continue\r\n\r\n", 1ms), told(TimedOut), true},
         {"SendsGarbage", raw(QByteArray("\x16\x03\x01\0\xff what?\r\n\r\n", 15)), told(Malformed)},
-        {"SendsAnotherProtocol", raw("SSH-2.0-OpenSSH_9.2\r\n"), told(Malformed)},
-        {"SendsAStatusOfLetters", raw("HTTP/1.1 abc OK\r\n\r\n"), told(Malformed)},
         {"SendsAStatusOfZero", raw("HTTP/1.1 000 No\r\nContent-Length: 0\r\n\r\n"), told(Malformed)},
         {"SendsALengthOfLetters", raw(ok + "Content-Length: five\r\n\r\n12345"), told(Malformed)},
-        {"SendsANegativeLength", raw(ok + "Content-Length: -5\r\n\r\n12345"), told(Malformed)},
         {"SendsTwoLengths", raw(ok + "Content-Length: 5\r\nContent-Length: 4\r\n\r\n12345"), told(Malformed)},
         {"SendsLengthAndChunks",
          raw(ok + "Content-Length: 5\r\nTransfer-Encoding: chunked\r\n\r\n5\r\n12345\r\n0\r\n\r\n"), told(Malformed)},
@@ -101,16 +91,13 @@ std::vector<Misbehaviour> misbehaviours() {
          hang("HTTP/1.1 100 Continue\r\n\r\nHTTP/1.1 103 Hints\r\nX: y\r\n\r\n" + five + "12345"), "200 12345"},
         {"SwitchesProtocols", raw("HTTP/1.1 101 Switching\r\n\r\n"), told(BrokenOff)},
         {"NeedsNoBodyFor204", hang("HTTP/1.1 204 None\r\nContent-Length: 5\r\n\r\n"), "204 "},
-        {"NeedsNoBodyFor304", hang("HTTP/1.1 304 Same\r\nContent-Length: 5\r\n\r\n"), "304 "},
         {"Redirects", answer(307, "elsewhere", "Location: /other\r\n"), "307 elsewhere"},
-        {"Fails", answer(500, "sorry"), "500 sorry"},
         {"SpeaksTheOlderVersion", raw("HTTP/1.0 200 OK\r\n\r\nold"), "200 old"},
         {"SendsAnEndlessHead", flood(ok + "X: ", hundredMegabytes), told(TooLarge)},
         {"SendsEndlessInterimAnswers", raw(QByteArray("HTTP/1.1 100 Continue\r\n\r\n").repeated(4000)), told(TooLarge)},
         {"SendsAnEndlessChunkLine", flood(chunked + "3;", hundredMegabytes), told(TooLarge)},
         {"SendsAHugeChunk", flood(chunked + "6400000\r\n", hundredMegabytes), told(TooLarge)},
         {"Announces100Megabytes", hang(ok + "Content-Length: 104857600\r\n\r\n"), told(TooLarge)},
-        {"Sends100Megabytes", flood(ok + "\r\n", hundredMegabytes), told(TooLarge)},
     };
 }
 
@@ -189,9 +176,6 @@ TEST(LocalHttp, ALargeBodyArrivesWholeOrIsAnsweredEarly) {
     EXPECT_EQ(post("/cut"), told(BrokenOff)); // the reset hides whether all has come
     EXPECT_EQ(post("/close"), told(BrokenOff));
     EXPECT_EQ(server.connections(), 4);
-    server.closeAtAccept();
-    EXPECT_EQ(post("/whole"), told(BrokenOff));
-    EXPECT_EQ(server.connections(), 5);
 }
 
 TEST(LocalHttp, AStopEndsTheCallAtOnceWhereverItStands) {
@@ -271,44 +255,19 @@ TEST(LocalHttp, AConnectionThatIsNeverMadeTimesOut) {
     close(first);
 }
 
-TEST(LocalHttp, WithoutDescriptorsNothingIsReached) {
-    if (!NoDescriptors::arePossible) {
-        GTEST_SKIP() << "the sanitizer needs descriptors itself";
-    }
-    TestServer server;
-    const auto ending = [&] {
-        const NoDescriptors none;
-        return endingOf(sendLocal(get(server.url("/")), {}));
-    }();
-    ASSERT_TRUE(ending->isThere());
-    EXPECT_EQ(told(*ending->value), told(Unreachable));
-}
-
 TEST(HttpAnswer, IsReadTheSameHoweverItsBytesAreCut) {
     const QByteArray text = "HTTP/1.1 100 Continue\r\nX: y\r\n\r\n" + chunked +
                             "3;a=\"b\"\r\nabc\r\nA\r\n0123456789\r\n0\r\nX: y\r\nZ: w\r\n\r\n";
-    for (qsizetype cut = 0; cut <= text.size(); ++cut) {
+    for (qsizetype piece = 1; piece <= text.size(); ++piece) {
         HttpAnswer answer({});
-        // With the cut at the end, every byte comes alone.
-        const auto step = cut == text.size() ? 1 : cut;
-        for (qsizetype at = 0; at < text.size();) {
-            const auto end = step == 1 ? at + 1 : (at < cut ? cut : text.size());
+        for (qsizetype at = 0; at < text.size(); at += piece) {
             ASSERT_FALSE(answer.isWhole());
-            ASSERT_EQ(answer.feed(text.constData() + at, static_cast<std::size_t>(end - at)), std::nullopt);
-            at = end;
+            const auto bytes = text.mid(at, piece);
+            ASSERT_EQ(answer.feed(bytes.constData(), static_cast<std::size_t>(bytes.size())), std::nullopt);
         }
-        ASSERT_TRUE(answer.isWhole()) << cut;
+        ASSERT_TRUE(answer.isWhole()) << piece;
         EXPECT_EQ(told(answer.take()), "200 abc0123456789");
     }
-}
-
-TEST(LocalHttp, PathsAreAppendedAsComponents) {
-    const auto appended = [](const char* base, const QByteArray& path) {
-        return appendingPath(QUrl(QString::fromLatin1(base)), path).toEncoded();
-    };
-    EXPECT_EQ(appended("http://127.0.0.1:8000", "local/status"), "http://127.0.0.1:8000/local/status");
-    EXPECT_EQ(appended("http://127.0.0.1:8000/", "local/status"), "http://127.0.0.1:8000/local/status");
-    EXPECT_EQ(appended("http://h:1/x%2Fy", "a%2Fb%3F"), "http://h:1/x%2Fy/a%2Fb%3F");
 }
 
 } // namespace

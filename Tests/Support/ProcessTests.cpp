@@ -39,17 +39,6 @@ TEST(ProcessTest, KeepsOutputUpToItsLimitAndReadsTheRest) {
     EXPECT_EQ(runToEnd(runProcess(request, {}))->output, QByteArray());
 }
 
-TEST(ProcessTest, ArgumentsArriveAsTheyAre) {
-    const QStringList arguments{u"a b"_s, u""_s, u"$HOME \"'\\"_s, u"ü😀\n"_s};
-    const auto result =
-        runToEnd(runProcess({.program = u"/bin/sh"_s,
-                             .arguments = QStringList{u"-c"_s, u"printf '%s|' \"$@\""_s, u"sh"_s} + arguments,
-                             .keepOutput = true},
-                            {}));
-    ASSERT_TRUE(result);
-    EXPECT_EQ(QString::fromUtf8(result->output), arguments.join(u'|') + u'|');
-}
-
 TEST(ProcessTest, AProgramThatCannotBeStartedIsASentence) {
     const test::TemporaryHome home;
     const auto notExecutable = home.write(u"file"_s, "text");

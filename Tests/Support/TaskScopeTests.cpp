@@ -9,6 +9,8 @@
 #include <memory>
 #include <stdexcept>
 
+using namespace Qt::StringLiterals;
+
 namespace tunedeck {
 namespace {
 
@@ -126,16 +128,6 @@ TEST(TaskScope, ManyRoundsDontDeepenTheStack) {
     EXPECT_EQ(ready, 200'000);
 }
 
-TEST(TaskScope, ARestartedScopeStopsTheOldTasksOnly) {
-    ManualClock clock;
-    TaskScope scope;
-    const auto old = test::endingOf(clock.sleep(1h, scope.token()));
-    scope.restart();
-    const auto young = test::endingOf(clock.sleep(1h, scope.token()));
-    EXPECT_EQ(old->value, std::optional(false));
-    EXPECT_FALSE(young->isThere());
-}
-
 QCoro::Task<> failing(Clock& clock, std::stop_token stop) {
     co_await clock.sleep(1ms, stop);
     throw std::runtime_error("no such thing");
@@ -151,7 +143,7 @@ TEST(TaskScope, AnExceptionThatLeavesASpawnedTaskIsLogged) {
     spawn(failing(clock, scope.token()));
     clock.advance(1ms);
     qInstallMessageHandler(previous);
-    EXPECT_EQ(said, QStringList{QStringLiteral("a task ended with an exception: no such thing")});
+    EXPECT_EQ(said, QStringList{u"a task ended with an exception: no such thing"_s});
 }
 
 } // namespace
