@@ -1,6 +1,7 @@
 # The tray's icons and the application's, painted once at build time.
 set(TUNEDECK_TRAY_SIZES 16 22 24 32 44 48 64)
-set(TUNEDECK_APP_ICON_SIZES 16 32 48 64 128 256 512)
+set(TUNEDECK_APP_ICON_SIZES 16 32 48 64 128)                       # what the application itself shows
+set(TUNEDECK_THEME_ICON_SIZES 16 22 24 32 48 64 128 256 512)        # what desktops want
 
 add_executable(tunedeck-paint-icons ${PROJECT_SOURCE_DIR}/TunedeckMenu/Icons/PaintIcons.cpp)
 target_link_libraries(tunedeck-paint-icons PRIVATE tunedeck_flags Qt6::Svg)
@@ -36,18 +37,22 @@ function(tunedeck_tray_icons target)
   target_sources(${target} INTERFACE $<TARGET_OBJECTS:${target}TrayIcons>)
 endfunction()
 
-# The application's icon in the bundle: Resources/tunedeck-SIZE.png.
+# The application's icon: in the bundle as Resources/tunedeck-SIZE.png, for desktops as TUNEDECK_THEME_ICONS.
 set(app_icon_folder ${TUNEDECK_CONTENTS}/Resources)
-file(MAKE_DIRECTORY ${app_icon_folder})
+set(TUNEDECK_THEME_ICONS ${PROJECT_BINARY_DIR}/icons)
+file(MAKE_DIRECTORY ${app_icon_folder} ${TUNEDECK_THEME_ICONS})
 tunedeck_symbol_file(music.note.list app_glyph)
 list(TRANSFORM TUNEDECK_APP_ICON_SIZES REPLACE "(.+)" "${app_icon_folder}/tunedeck-\\1.png" OUTPUT_VARIABLE app_icons)
-add_custom_command(OUTPUT ${app_icons}
+list(TRANSFORM TUNEDECK_THEME_ICON_SIZES REPLACE "(.+)" "${TUNEDECK_THEME_ICONS}/tunedeck-\\1.png"
+  OUTPUT_VARIABLE theme_icons)
+add_custom_command(OUTPUT ${app_icons} ${theme_icons}
   COMMAND tunedeck-paint-icons app ${app_icon_folder} ${app_glyph} -- ${TUNEDECK_APP_ICON_SIZES}
+  COMMAND tunedeck-paint-icons app ${TUNEDECK_THEME_ICONS} ${app_glyph} -- ${TUNEDECK_THEME_ICON_SIZES}
   DEPENDS tunedeck-paint-icons VERBATIM COMMENT "Painting the application's icon")
-# The same as one scalable drawing, for desktops and packages.
+# The same as one scalable drawing.
 file(READ ${app_glyph} glyph_text)
 string(REGEX REPLACE "^<svg[^>]*>|</svg>.*$" "" glyph_text "${glyph_text}")
-file(CONFIGURE OUTPUT ${app_icon_folder}/tunedeck.svg CONTENT [[
+file(CONFIGURE OUTPUT ${TUNEDECK_THEME_ICONS}/tunedeck.svg CONTENT [[
 <svg xmlns="http://www.w3.org/2000/svg" width="128" height="128" viewBox="0 0 128 128">
   <defs><linearGradient id="plate" x1="0" y1="0" x2="1" y2="1">
     <stop offset="0" stop-color="#8c5cf7"/><stop offset="1" stop-color="#f04d99"/></linearGradient></defs>
@@ -55,5 +60,5 @@ file(CONFIGURE OUTPUT ${app_icon_folder}/tunedeck.svg CONTENT [[
   <g transform="translate(35.84 35.84) scale(3.52)" fill="#fff">@glyph_text@</g>
 </svg>
 ]] @ONLY)
-add_custom_target(app-icons ALL DEPENDS ${app_icons})
+add_custom_target(app-icons ALL DEPENDS ${app_icons} ${theme_icons})
 add_dependencies(bundle app-icons)
