@@ -1,0 +1,121 @@
+#include "Soak/Driver/Desk.h"
+
+#include "Soak/Timeline.h"
+
+#include <QRegularExpression>
+
+#include <limits>
+
+namespace tunedeck::soak {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A server that has only come may not be known yet, and one that goes may take a call with it.
+constexpr std::int64_t comes = 2'000'000'000;
+constexpr std::int64_t goes = 3'000'000'000;
+constexpr std::size_t mostNumbers = 200;
+
+/// Kind and subject of a notification, by its words.
+std::string keyOf(const test::NotificationServer::Call& call) {
+    if (call.title == u"Rekordbox library updated"_s) {
+        return "library " + call.body.section(u" · v"_s, -1).toStdString();
+    }
+    static const QRegularExpression job(u"job-\\d+"_s);
+    const auto kind = call.title == u"New download request"_s ? "requested "
+                      : call.title == u"Added to Rekordbox"_s ? "finished "
+                      : call.title == u"Download failed"_s    ? "failed "
+                                                              : "other ";
+    return kind + job.match(call.body).captured().toStdString();
+}
+
+} // namespace
+
+Desk::Desk() {
+    setServer(true);
+    setTray(true);
+}
+
+void Desk::setServer(bool there, bool rich) {
+    if (there == hasServer()) {
+        return;
+    }
+    if (there) {
+        m_server = std::make_unique<test::NotificationServer>(rich ? QStringList{u"body-markup"_s, u"actions"_s}
+                                                                   : QStringList());
+        m_since = realTime().count();
+    } else {
+        collect();
+        m_present.emplace_back(m_since, realTime().count());
+        m_server.reset();
+        m_numbers.clear();
+    }
+}
+
+void Desk::setTray(bool there) {
+    if (there != hasTray()) {
+        m_tray = there ? std::make_unique<test::TrayHost>() : nullptr;
+    }
+}
+
+bool Desk::touchNotification(unsigned number, bool click) {
+    if (!hasServer()) {
+        return false;
+    }
+    collect();
+    if (m_numbers.empty()) {
+        return false;
+    }
+    const auto at = number % m_numbers.size();
+    const auto chosen = m_numbers[at];
+    if (click) {
+        Q_EMIT m_server->ActionInvoked(chosen, u"default"_s);
+    }
+    Q_EMIT m_server->NotificationClosed(chosen, 2);
+    m_numbers.erase(m_numbers.begin() + static_cast<std::ptrdiff_t>(at));
+    return true;
+}
+
+void Desk::collect() {
+    for (const auto& call : m_server->calls) {
+        ++m_shown;
+        ++m_shows[keyOf(call)];
+        m_numbers.push_back(call.id);
+    }
+    m_server->calls.clear();
+    if (m_numbers.size() > mostNumbers) {
+        m_numbers.erase(m_numbers.begin(), m_numbers.end() - mostNumbers / 2);
+    }
+}
+
+std::string Desk::compare(const std::vector<Judge::Announcement>& announcements, bool finally) {
+    auto present = m_present;
+    if (hasServer()) {
+        collect();
+        present.emplace_back(m_since, std::numeric_limits<std::int64_t>::max());
+    }
+    std::map<std::string, std::pair<int, int>> wanted; // at least, at most
+    for (const auto& one : announcements) {
+        auto& [least, most] = wanted[one.kind + ' ' + one.id];
+        ++most;
+        for (const auto& [from, to] : present) {
+            least += one.at - comes > from && one.at + goes < to ? 1 : 0;
+        }
+    }
+    for (const auto& [key, times] : m_shows) {
+        if (finally && times > wanted[key].second) {
+            return "“" + key + "” was shown " + std::to_string(times) + " times and announced " +
+                   std::to_string(wanted[key].second) + " times";
+        }
+    }
+    for (const auto& [key, range] : wanted) {
+        if (m_shows[key] < range.first) {
+            return "“" + key + "” was announced " + std::to_string(range.first) +
+                   " times with a server there and shown " + std::to_string(m_shows[key]) + " times";
+        }
+    }
+    return {};
+}
+
+} // namespace tunedeck::soak
