@@ -74,45 +74,26 @@ struct Shot {
 };
 
 QList<Shot> shots() {
-    PanelContent starting = samples::stopped();
-    starting.notRunning.starting = true;
-    starting.notRunning.button = u"Starting…"_s;
-    starting.footer.restarting = true;
-    PanelContent installing = samples::usual();
-    installing.tools.shown = true;
-    installing.tools.installing = true;
-    installing.tools.badge = u"Installing"_s;
-    installing.tools.badgeTone = look::Tone::Accent;
-    installing.tools.text = u"Missing: spotdl"_s;
-    installing.tools.detail = u"Unpacking spotdl 4.2"_s;
-    installing.tools.installingText = u"Installing…"_s;
-    installing.tools.progress = 0.4;
-
-    PanelContent open = samples::troubled();
-    open.tools.shown = open.hiddenIcon.shown = open.banner.shown = false;
-    open.rekordbox.failed.clear();
-    open.rekordbox.retryButton.clear();
-    open.assistants.links.removeLast();
-    PanelContent busy = samples::usual();
-    busy.rekordbox.headline = u"Applying 1 change…"_s;
-    busy.rekordbox.tone = look::Tone::Accent;
-    busy.rekordbox.applyButton = u"Applying…"_s;
-    busy.rekordbox.busy = true;
-    busy.about.busy = true;
-    busy.about.progress = 0.63;
-    busy.about.updateText = u"Installing the update… Tunedeck restarts when it's done."_s;
-    PanelContent codes = samples::usual();
-    codes.assistants.connect.clear();
-    codes.assistants.links = {samples::telegramLink(u"x"_s, false), samples::telegramLink(u"y"_s, false)};
-    TelegramPairingView& expired = codes.assistants.links[0].pairing;
-    expired.expired = true;
-    expired.text = u"This code has expired."_s;
-    expired.openButton.clear();
-    expired.newCodeButton = u"Get a New Code"_s;
-    expired.expiryNote.clear();
-    TelegramPairingView& elsewhere = codes.assistants.links[1].pairing;
-    elsewhere = {
-        .shown = true, .text = u"Paired from another Mac or before a reinstall."_s, .newCodeButton = u"New Code"_s};
+    PanelState starting = samples::stoppedState();
+    starting.isRestarting = true;
+    PanelState installing = samples::usualState();
+    installing.toolbox = samples::toolsStep().toolbox;
+    PanelState open = samples::troubledState();
+    open.toolbox.reset();
+    open.actionError.reset();
+    open.links.pop_back();
+    samples::status(open).rekordboxDb->failed.clear();
+    PanelState busy = samples::usualState();
+    samples::status(busy).rekordboxDb->pending = {{u"p"_s, samples::ago(60), u"Add 2 tracks to “Sunday”"_s}};
+    busy.libraryBusy = busy.linksBusy = true;
+    busy.revealSecrets = true;
+    busy.update.value = UpdateState::Installing{0.63};
+    PanelState codes = samples::usualState();
+    codes.links = {samples::link(u"x"_s, Assistant::telegram), samples::link(u"y"_s, Assistant::telegram),
+                   samples::link(u"z"_s, Assistant::chatgpt), samples::link(u"k"_s, Assistant::iphone)};
+    codes.links[0].expiresAt = samples::ago(60);
+    codes.links[1].url.reset();
+    codes.links[2].url.reset();
     const auto tab = [](int times) {
         return [times](PanelViews&) {
             for (int i = 0; i < times; ++i) {
@@ -125,26 +106,24 @@ QList<Shot> shots() {
         };
     };
 
-    OnboardingContent telegram = samples::assistantStep();
-    telegram.chosen = u"telegram"_s;
-    telegram.pairing = samples::telegramLink(u"t"_s, false).pairing;
-    telegram.liveText = u"Waiting for you to tap Start in Telegram…"_s;
-    OnboardingContent claude = samples::assistantStep();
-    claude.chosen = u"claude"_s;
-    claude.pasteText = u"Paste this into Claude"_s;
-    claude.privateUrl = u"https://tunedeck.example/m/k7QxPz81mWv0aVh8Kd"_s;
-    claude.copyButton = u"Copied"_s;
-    claude.setupSteps = {u"In Claude, open Settings → Connectors."_s,
-                         u"Choose “Add custom connector” and paste the URL."_s,
-                         u"Choose Connect, then ask for a track."_s};
-    claude.connected = true;
-    claude.liveText = u"Connected. Try: “Add open.spotify.com/track/4uLU6h… to a playlist called Friday”"_s;
-    claude.error = u"Couldn't make a link. Is this Mac online?"_s;
+    OnboardingState noTools;
+    noTools.toolbox = ToolboxReport{.tools = {{.name = u"yt-dlp"_s}, {.name = u"spotdl"_s}, {.name = u"ffmpeg"_s}},
+                                    .error = u"The download was cut off."_s};
+    noTools.error = u"Couldn't reach tunedeck to repair its tools."_s;
+    OnboardingState later = samples::rekordboxStep();
+    later.rekordbox.reset();
+    later.baseline.value = Baseline::Later{u"Rekordbox is open."_s};
+    later.status->rekordboxDb->rekordboxRunning = true;
+    OnboardingState claude = samples::assistantStep(Assistant::claude);
+    claude.copied = true;
+    claude.link->lastUsedAt = samples::ago(60);
+    claude.error = u"Couldn't open https://tunedeck.example/connect/claude."_s;
+    const auto pressing = [](const QString& label) { return [label](PanelViews&) { press(label); }; };
 
     const Confirmation restore{
         .message = u"Restore your Rekordbox library to v1.2.0?"_s,
         .informativeText =
-            u"This puts back the backup from 18 Nov 2026, 18:04: “Before removing “Old set””. Your "
+            u"This puts back the backup from 18 Nov 2026, 18:04: “Before removing “Old set””.\n\nYour "
             "current library is backed up first, so you can undo this from the same list. Keep Rekordbox "
             "closed until it finishes."_s,
         .confirmButton = u"Restore"_s,
@@ -152,28 +131,36 @@ QList<Shot> shots() {
         .warning = true};
     const auto ask = [restore](PanelViews& views) { views.confirm(restore, [](bool) {}); };
 
+    using samples::said;
+    const auto welcome = [](const QString& name, const OnboardingState& state) {
+        return Shot{.name = u"welcome-"_s + name, .place = Place::Onboarding, .onboarding = said(state)};
+    };
     return {
         {.name = u"checking"_s, .panel = samples::checking()},
         {.name = u"stopped"_s, .panel = samples::stopped()},
-        {.name = u"starting"_s, .panel = starting},
+        {.name = u"starting"_s, .panel = said(starting)},
         {.name = u"usual"_s, .panel = samples::usual()},
-        {.name = u"installing"_s, .panel = installing},
+        {.name = u"installing"_s, .panel = said(installing)},
         {.name = u"troubled-window"_s, .panel = samples::troubled(), .place = Place::Window},
         {.name = u"long-words"_s, .panel = samples::longWords()},
         {.name = u"crowded"_s, .panel = samples::crowded()},
-        {.name = u"backups"_s, .panel = samples::usual(), .then = [](PanelViews&) { press(u"Backups (3)"_s); }},
-        {.name = u"more"_s, .panel = samples::usual(), .then = [](PanelViews&) { press(u"More"_s); }},
-        {.name = u"rekordbox-open"_s, .panel = open, .then = [](PanelViews&) { press(u"Backups (3)"_s); }},
-        {.name = u"busy"_s, .panel = busy},
-        {.name = u"telegram-codes"_s, .panel = codes},
+        {.name = u"backups"_s, .panel = samples::usual(), .then = pressing(u"Backups (3)"_s)},
+        {.name = u"more"_s, .panel = samples::usual(), .then = pressing(u"More"_s)},
+        {.name = u"rekordbox-open"_s, .panel = said(open), .then = pressing(u"Backups (3)"_s)},
+        {.name = u"busy"_s, .panel = said(busy), .then = pressing(u"Backups (3)"_s)},
+        {.name = u"links-elsewhere"_s, .panel = said(codes)},
         {.name = u"focus-button"_s, .panel = samples::usual(), .then = tab(3)},
         {.name = u"focus-folder"_s, .panel = samples::usual(), .then = tab(6)},
-        {.name = u"welcome-tools"_s, .place = Place::Onboarding, .onboarding = samples::toolsStep()},
-        {.name = u"welcome-rekordbox"_s, .place = Place::Onboarding, .onboarding = samples::rekordboxStep()},
-        {.name = u"welcome-assistant"_s, .place = Place::Onboarding, .onboarding = samples::assistantStep()},
-        {.name = u"welcome-telegram"_s, .place = Place::Onboarding, .onboarding = telegram},
-        {.name = u"welcome-claude"_s, .place = Place::Onboarding, .onboarding = claude},
         {.name = u"confirm"_s, .panel = samples::usual(), .place = Place::Window, .then = ask},
+        welcome(u"starting"_s, {}),
+        welcome(u"no-tools"_s, noTools),
+        welcome(u"tools"_s, samples::toolsStep()),
+        welcome(u"rekordbox"_s, samples::rekordboxStep()),
+        welcome(u"no-rekordbox"_s, later),
+        welcome(u"assistant"_s, samples::assistantStep()),
+        welcome(u"telegram"_s, samples::assistantStep(Assistant::telegram)),
+        welcome(u"claude"_s, claude),
+        welcome(u"iphone"_s, samples::assistantStep(Assistant::iphone)),
     };
 }
 

@@ -178,7 +178,7 @@ QCoro::Task<> OnboardingModel::connectAssistant(Assistant assistant) {
     if (made) {
         ++m_linkEdition;
         m_state.link = *made;
-        m_state.copied = false;
+        m_state.copied = m_state.keyCopied = false;
     } else {
         m_state.link.reset();
         const auto& reason = made.error().message;
@@ -190,31 +190,33 @@ QCoro::Task<> OnboardingModel::connectAssistant(Assistant assistant) {
 
 void OnboardingModel::copyLink() {
     if (m_state.link) {
-        copy(m_state.assistant == Assistant::iphone ? m_state.link->apiUrl : m_state.link->url);
+        copy(m_state.assistant == Assistant::iphone ? m_state.link->apiUrl : m_state.link->url,
+             &OnboardingState::copied);
     }
 }
 
 void OnboardingModel::copyKey() {
     if (m_state.link) {
-        copy(m_state.link->token);
+        copy(m_state.link->token, &OnboardingState::keyCopied);
     }
 }
 
-void OnboardingModel::copy(const std::optional<QString>& secret) {
+void OnboardingModel::copy(const std::optional<QString>& secret, bool OnboardingState::* mark) {
     if (!secret) {
         return;
     }
     m_services.pasteboard.setText(*secret);
-    m_state.copied = true;
+    m_state.copied = m_state.keyCopied = false;
+    m_state.*mark = true;
     Q_EMIT changed();
-    spawn(unmarkCopied());
+    spawn(unmarkCopied(++m_copies));
 }
 
-QCoro::Task<> OnboardingModel::unmarkCopied() {
+QCoro::Task<> OnboardingModel::unmarkCopied(std::uint64_t copies) {
     const auto stop = m_scope.token();
     co_await m_services.clock.sleep(1500ms, stop);
-    if (!stop.stop_requested()) {
-        m_state.copied = false;
+    if (!stop.stop_requested() && copies == m_copies) {
+        m_state.copied = m_state.keyCopied = false;
         Q_EMIT changed();
     }
 }

@@ -55,18 +55,20 @@ private:
     QCoro::Task<> askForBaseline();
     QCoro::Task<> connectAssistant(Assistant assistant);
     QCoro::Task<> renewCode(QString id);
-    QCoro::Task<> unmarkCopied();
+    /// `copies`: how many there had been; a later one has a time of its own.
+    QCoro::Task<> unmarkCopied(std::uint64_t copies);
     /// The first backup is asked for by itself, once, when the user comes to it.
     void takeBaselineWhenDue();
     void show(OnboardingStep step);
     void open(const QUrl& url);
-    void copy(const std::optional<QString>& secret);
+    void copy(const std::optional<QString>& secret, bool OnboardingState::* mark);
 
     PanelController& m_panel;
     const MenuServices& m_services;
     OnboardingState m_state;
     bool m_baselineAsked = false;
     bool m_watchingLink = false;
+    std::uint64_t m_copies = 0;
     std::uint64_t m_linkEdition = 0; ///< of the link: a list asked for about an earlier one doesn't count
     TaskScope m_watching;
     TaskScope m_scope;

@@ -109,12 +109,12 @@ TEST_F(OnboardingTest, MakesOneLinkAtATimeAndSeesItBeingUsed) {
 
     model->copyLink();
     EXPECT_EQ(pasteboard.text, QStringLiteral("https://x.example/u"));
-    EXPECT_EQ(content().copyButton, QStringLiteral("Copied"));
+    EXPECT_EQ(content().fields.at(0).button, QStringLiteral("Copied"));
     serveLinks(R"({"id":"n","kind":"claude","url":"https://x.example/u","lastUsedAt":"2026-03-01T11:59:00Z"})");
     clock.advance(2s);
     ASSERT_TRUE(comes([&] { return content().connected; }));
     EXPECT_TRUE(content().liveText.startsWith(QStringLiteral("Connected. Try: “Add ")));
-    EXPECT_EQ(content().copyButton, QStringLiteral("Copy"));
+    EXPECT_EQ(content().fields.at(0).button, QStringLiteral("Copy"));
     const auto lists = count("GET /local/links");
     nextRound();
     nextRound();

@@ -48,6 +48,7 @@ AboutView aboutCard(const QString& appVersion, const UpdateState& update, const 
             QStringLiteral("Versions, tool states and recent errors, with every secret masked, for support"),
     };
     std::visit(UpdateWords{card, now}, update.value);
+    card.busyHelp = card.busy ? card.updateText : QString();
     return card;
 }
 

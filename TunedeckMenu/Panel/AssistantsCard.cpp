@@ -15,19 +15,10 @@ QString usage(const AssistantLink& link, const QDateTime& now) {
     return used ? QStringLiteral("· used ") + relativeDate(*used, now) : QStringLiteral("· not used yet");
 }
 
-SecretFieldView field(const PanelState& state, const QString& key) {
-    const bool copied = state.copied == key;
-    return {
-        .key = key,
-        .button = copied ? QStringLiteral("Copied") : QStringLiteral("Copy"),
-        .buttonSymbol = copied ? QStringLiteral("checkmark") : QStringLiteral("doc.on.doc"),
-    };
-}
-
 void describeGuide(LinkRowView& row, const AssistantLink& link) {
     if (const auto assistant = link.assistant(); assistant && !link.lastUsedAt) {
-        row.guideTitle = QStringLiteral("Setup guide");
-        row.guideHelp = QStringLiteral("How to set up %1, on %2").arg(info(*assistant).name, WebEndpoint::host());
+        row.guideTitle = guideTitle();
+        row.guideHelp = guideHelp(*assistant);
     }
 }
 
@@ -35,10 +26,9 @@ void describePrivateUrl(LinkRowView& row, const AssistantLink& link, const Panel
     row.kind = look::LinkKind::PrivateUrl;
     row.rotateTitle = QStringLiteral("New URL…");
     if (link.url) {
-        SecretFieldView url = field(state, link.id + QStringLiteral(".url"));
-        url.shownValue = state.revealSecrets ? *link.url : maskingSecretPath(*link.url);
-        url.help = QStringLiteral("Copy this assistant's private URL");
-        row.fields << url;
+        const QString key = link.id + QStringLiteral(".url");
+        row.fields << privateUrlField(key, state.revealSecrets ? *link.url : maskingSecretPath(*link.url),
+                                      state.copied == key);
     } else {
         row.text = QStringLiteral("Made on another Mac or before a reinstall: choose New URL to get one here.");
     }
@@ -55,11 +45,7 @@ void describeShortcut(LinkRowView& row, const AssistantLink& link, const PanelSt
     }
     row.text = QStringLiteral("Build the Shortcut on your iPhone with these.");
     const auto add = [&](const QString& label, const QString& suffix, const QString& shown) {
-        SecretFieldView value = field(state, link.id + suffix);
-        value.label = label;
-        value.shownValue = shown;
-        value.help = QStringLiteral("Copy the %1 for the Shortcut").arg(label);
-        row.fields << value;
+        row.fields << shortcutField(label, link.id + suffix, shown, state.copied == link.id + suffix);
     };
     if (link.apiUrl) {
         add(QStringLiteral("URL"), QStringLiteral(".url"), *link.apiUrl);
@@ -99,17 +85,6 @@ LinkRowView linkRow(const AssistantLink& link, const PanelState& state, const QD
     return row;
 }
 
-ConnectRowView connectRow(Assistant assistant) {
-    const AssistantInfo& known = info(assistant);
-    return {
-        .id = known.rawValue,
-        .name = known.name,
-        .plan = known.cost == u"Free" ? QString() : known.cost,
-        .help = QStringLiteral("Connect %1 (%2)").arg(known.name, known.cost.toLower()),
-        .symbol = QStringLiteral("plus"),
-    };
-}
-
 void describeCloud(AssistantsView& card, const ServiceStatus::Cloud& cloud) {
     if (!cloud.connected) {
         card.cloudText = QStringLiteral("Cloud queue on.");
@@ -122,7 +97,49 @@ void describeCloud(AssistantsView& card, const ServiceStatus::Cloud& cloud) {
     }
 }
 
+SecretFieldView field(const QString& label, const QString& key, const QString& shown, bool copied) {
+    return {
+        .label = label,
+        .shownValue = shown,
+        .key = key,
+        .button = copied ? QStringLiteral("Copied") : QStringLiteral("Copy"),
+        .buttonSymbol = copied ? QStringLiteral("checkmark") : QStringLiteral("doc.on.doc"),
+    };
+}
+
 } // namespace
+
+SecretFieldView privateUrlField(const QString& key, const QString& shown, bool copied) {
+    SecretFieldView url = field({}, key, shown, copied);
+    url.help = QStringLiteral("Copy this assistant's private URL");
+    return url;
+}
+
+SecretFieldView shortcutField(const QString& label, const QString& key, const QString& shown, bool copied) {
+    SecretFieldView value = field(label, key, shown, copied);
+    value.help = QStringLiteral("Copy the %1 for the Shortcut").arg(label);
+    return value;
+}
+
+QString guideTitle() {
+    return QStringLiteral("Setup guide");
+}
+
+QString guideHelp(Assistant assistant) {
+    return QStringLiteral("How to set up %1, on %2").arg(info(assistant).name, WebEndpoint::host());
+}
+
+ConnectRowView connectRow(Assistant assistant, const QString& symbol, bool busy) {
+    const AssistantInfo& known = info(assistant);
+    const QString help = QStringLiteral("Connect %1 (%2)").arg(known.name, known.cost.toLower());
+    return {
+        .id = known.rawValue,
+        .name = known.name,
+        .plan = known.cost == u"Free" ? QString() : known.cost,
+        .help = busy ? help + QStringLiteral(". Another link is being changed.") : help,
+        .symbol = symbol,
+    };
+}
 
 AssistantsView assistantsCard(const PanelState& state, const QDateTime& now) {
     AssistantsView card{.title = QStringLiteral("Assistants"), .symbol = QStringLiteral("sparkles")};
@@ -141,7 +158,7 @@ AssistantsView assistantsCard(const PanelState& state, const QDateTime& now) {
     }
     for (const Assistant assistant : allAssistants) {
         if (std::ranges::none_of(state.links, [&](const auto& link) { return link.assistant() == assistant; })) {
-            card.connect << connectRow(assistant);
+            card.connect << connectRow(assistant, QStringLiteral("plus"), state.linksBusy);
         }
     }
     if (const ServiceStatus* status = state.service.status(); status && status->cloud.enabled) {

@@ -34,15 +34,15 @@ struct OnboardingContent {
     Q_PROPERTY(QString rekordboxName MEMBER rekordboxName)
     Q_PROPERTY(QString baselineText MEMBER baselineText)
     Q_PROPERTY(QString baselineSymbol MEMBER baselineSymbol)
+    Q_PROPERTY(tunedeck::look::Tone baselineTone MEMBER baselineTone)
     Q_PROPERTY(bool baselineBusy MEMBER baselineBusy)
     Q_PROPERTY(QString baselineButton MEMBER baselineButton)
     Q_PROPERTY(QString chosen MEMBER chosen)
     Q_PROPERTY(bool connecting MEMBER connecting)
     Q_PROPERTY(QString connectingText MEMBER connectingText)
     Q_PROPERTY(QString pasteText MEMBER pasteText)
-    Q_PROPERTY(QString privateUrl MEMBER privateUrl)
-    Q_PROPERTY(QString copyButton MEMBER copyButton)
-    Q_PROPERTY(QString keyValue MEMBER keyValue)
+    Q_PROPERTY(QString guideTitle MEMBER guideTitle)
+    Q_PROPERTY(QString guideHelp MEMBER guideHelp)
     Q_PROPERTY(QStringList setupSteps MEMBER setupSteps)
     Q_PROPERTY(tunedeck::TelegramPairingView pairing MEMBER pairing)
     Q_PROPERTY(QString liveText MEMBER liveText)
@@ -68,6 +68,7 @@ public:
     QString rekordboxName; ///< what was found; empty when nothing was
     QString baselineText;
     QString baselineSymbol;
+    look::Tone baselineTone = look::Tone::Secondary;
     bool baselineBusy = false;
     QString baselineButton; ///< to ask again; empty when there is no need
 
@@ -77,9 +78,9 @@ public:
     bool connecting = false;
     QString connectingText;
     QString pasteText;
-    QString privateUrl;
-    QString copyButton;
-    QString keyValue; ///< the Shortcut's key; empty for the others
+    QList<SecretFieldView> fields; ///< called "url" and "key"; the key is the Shortcut's alone
+    QString guideTitle;
+    QString guideHelp;
     QStringList setupSteps;
     TelegramPairingView pairing;
     QString liveText;

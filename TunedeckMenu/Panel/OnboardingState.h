@@ -45,7 +45,8 @@ struct OnboardingState {
     bool connecting = false;
     bool renewing = false; ///< a new pairing code is being made
     std::optional<QString> error;
-    bool copied = false; ///< the private link was copied a moment ago
+    bool copied = false;    ///< the private link was copied a moment ago
+    bool keyCopied = false; ///< the Shortcut's key was
     bool operator==(const OnboardingState&) const = default;
 };
 

@@ -63,6 +63,7 @@ void describeBaseline(OnboardingContent& content, const OnboardingState& state) 
                                               "any time from the menu.")
                                    .arg(done->version);
         content.baselineSymbol = QStringLiteral("checkmark.shield.fill");
+        content.baselineTone = look::Tone::Good;
     } else if (later != nullptr && !(isOpen && later->reason == rekordboxIsOpen)) {
         content.baselineText = later->reason;
         content.baselineSymbol = QStringLiteral("clock.fill");
@@ -100,9 +101,16 @@ void describeLink(OnboardingContent& content, const OnboardingState& state, cons
     } else {
         const bool isShortcut = assistant == Assistant::iphone;
         content.pasteText = QStringLiteral("Paste this into ") + facts.name;
-        content.privateUrl = (isShortcut ? link.apiUrl : link.url).value_or(QString());
-        content.keyValue = isShortcut ? link.token.value_or(QString()) : QString();
-        content.copyButton = state.copied ? QStringLiteral("Copied") : QStringLiteral("Copy");
+        if (isShortcut && link.apiUrl) {
+            content.fields << shortcutField(QStringLiteral("URL"), QStringLiteral("url"), *link.apiUrl, state.copied);
+        } else if (!isShortcut && link.url) {
+            content.fields << privateUrlField(QStringLiteral("url"), *link.url, state.copied);
+        }
+        if (isShortcut && link.token) {
+            content.fields << shortcutField(QStringLiteral("Key"), QStringLiteral("key"), *link.token, state.keyCopied);
+        }
+        content.guideTitle = guideTitle();
+        content.guideHelp = guideHelp(assistant);
         content.setupSteps = facts.setupSteps;
         content.liveText = QStringLiteral("Waiting for the first request from %1…").arg(facts.name);
     }
@@ -116,13 +124,7 @@ void describeAssistants(OnboardingContent& content, const OnboardingState& state
                                   "works from your phone too, even while this Mac is asleep. Telegram and Claude are "
                                   "free; ChatGPT needs a paid plan.");
     for (const auto assistant : allAssistants) {
-        const auto& facts = info(assistant);
-        const bool isFree = facts.cost == QStringLiteral("Free");
-        content.assistants.append({.id = facts.rawValue,
-                                   .name = facts.name,
-                                   .plan = isFree ? QString() : facts.cost,
-                                   .help = QStringLiteral("Connect %1 (%2)").arg(facts.name, facts.cost.toLower()),
-                                   .symbol = facts.systemImage});
+        content.assistants << connectRow(assistant, info(assistant).systemImage, state.connecting);
     }
     content.chosen = state.assistant ? info(*state.assistant).rawValue : QString();
     content.connecting = state.connecting;

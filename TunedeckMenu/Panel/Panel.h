@@ -21,6 +21,15 @@ NotRunningView notRunningCard(const ServiceState& service, bool isStarting);
 RecentView recentCard(const ServiceState& service, const QDateTime& now);
 ToolsNoticeView toolsNotice(const std::optional<ToolboxReport>& toolbox);
 AssistantsView assistantsCard(const PanelState& state, const QDateTime& now);
+/// A button that connects an assistant. `busy`: another link is being changed.
+ConnectRowView connectRow(Assistant assistant, const QString& symbol, bool busy);
+/// A private URL that can be copied under `key`. `copied`: it was, a moment ago.
+SecretFieldView privateUrlField(const QString& key, const QString& shown, bool copied);
+/// What a Shortcut is built with: its "URL" or its "Key"; otherwise as privateUrlField.
+SecretFieldView shortcutField(const QString& label, const QString& key, const QString& shown, bool copied);
+/// The link to an assistant's setup guide.
+QString guideTitle();
+QString guideHelp(Assistant assistant);
 /// The pairing block of a Telegram link; not shown for a paired one.
 TelegramPairingView telegramPairing(const AssistantLink& link, bool busy, const QDateTime& now);
 /// When the pairing code ends, in words; empty when it has ended or there is no time.

@@ -177,6 +177,7 @@ struct TelegramPairingView {
     Q_PROPERTY(QString openButton MEMBER openButton)
     Q_PROPERTY(QString openHelp MEMBER openHelp)
     Q_PROPERTY(QString newCodeButton MEMBER newCodeButton)
+    Q_PROPERTY(QString newCodeHelp MEMBER newCodeHelp)
     Q_PROPERTY(QString expiryNote MEMBER expiryNote)
     Q_PROPERTY(QString qrName MEMBER qrName)
     Q_PROPERTY(bool busy MEMBER busy)
@@ -188,7 +189,8 @@ public:
     QString openButton; ///< empty when there is nothing to open
     QString openHelp;
     QString newCodeButton;
-    QString expiryNote; ///< empty when there is none
+    QString newCodeHelp; ///< why it can't be pressed; empty when it can
+    QString expiryNote;  ///< empty when there is none
     QString qrName;
     bool busy = false;
     bool operator==(const TelegramPairingView&) const = default;
@@ -377,6 +379,7 @@ struct AboutView {
     Q_PROPERTY(QString updateButton MEMBER updateButton)
     Q_PROPERTY(QString checkButton MEMBER checkButton)
     Q_PROPERTY(bool busy MEMBER busy)
+    Q_PROPERTY(QString busyHelp MEMBER busyHelp)
     Q_PROPERTY(double progress MEMBER progress)
     Q_PROPERTY(QString diagnosticsButton MEMBER diagnosticsButton)
     Q_PROPERTY(QString diagnosticsHelp MEMBER diagnosticsHelp)
@@ -389,6 +392,7 @@ public:
     QString updateButton; ///< empty when there is no update to install
     QString checkButton;
     bool busy = false;    ///< a check or an installation is under way
+    QString busyHelp;     ///< which; empty when there is none
     double progress = -1; ///< of the download, 0 to 1; below 0 when not known
     QString diagnosticsButton;
     QString diagnosticsHelp;

@@ -19,6 +19,7 @@ TelegramPairingView telegramPairing(const AssistantLink& link, bool busy, const 
         return block;
     }
     block.newCodeButton = QStringLiteral("New Code");
+    block.newCodeHelp = busy ? QStringLiteral("Another link is being changed.") : QString();
     block.startUrl = link.url.value_or(QString());
     if (block.startUrl.isEmpty()) {
         block.text = QStringLiteral("Paired from another Mac or before a reinstall.");

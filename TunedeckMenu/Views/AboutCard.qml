@@ -48,7 +48,8 @@ Card {
         width: parent.width
 
         PushButton {
-            enabled: !card.view.busy
+            hint: card.view.busyHelp
+            usable: !card.view.busy
             label: card.view.updateButton
             prominent: true
             visible: label !== ""
@@ -58,7 +59,8 @@ Card {
 
         PushButton {
             busy: card.view.busy
-            enabled: !card.view.busy
+            hint: card.view.busyHelp
+            usable: !card.view.busy
             label: card.view.checkButton
             visible: label !== ""
 

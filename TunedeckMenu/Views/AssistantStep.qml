@@ -6,7 +6,6 @@ Column {
     id: step
 
     readonly property onboardingContent view: Onboarding.content
-    readonly property bool hasLink: view.pasteText !== "" || view.privateUrl !== ""
 
     spacing: 12
 
@@ -21,7 +20,7 @@ Column {
 
             ConnectButton {
                 chosen: rowId === Onboarding.content.chosen
-                enabled: !Onboarding.content.connecting
+                usable: !Onboarding.content.connecting
                 width: (parent.width - 8) / 2
 
                 onClicked: Onboarding.choose(rowId)
@@ -41,7 +40,7 @@ Column {
         color: Theme.card
         height: link.implicitHeight + 24
         radius: Theme.cardRadius
-        visible: step.hasLink
+        visible: step.view.pasteText !== ""
         width: parent.width
 
         Column {
@@ -58,30 +57,14 @@ Column {
                 width: parent.width
             }
 
-            SecretField {
-                button: step.view.copyButton
-                buttonSymbol: ""
-                help: ""
-                key: ""
-                label: ""
-                shownValue: step.view.privateUrl
-                visible: shownValue !== ""
-                width: parent.width
+            Repeater {
+                model: Onboarding.fields
 
-                onCopied: Onboarding.copyLink()
-            }
+                SecretField {
+                    width: parent.width
 
-            SecretField {
-                button: "Copy"
-                buttonSymbol: ""
-                help: ""
-                key: ""
-                label: "Key"
-                shownValue: step.view.keyValue
-                visible: shownValue !== ""
-                width: parent.width
-
-                onCopied: Onboarding.copyKey()
+                    onCopied: key === "key" ? Onboarding.copyKey() : Onboarding.copyLink()
+                }
             }
 
             Column {
@@ -100,7 +83,8 @@ Column {
 
             PushButton {
                 borderless: true
-                label: "Setup guide"
+                hint: step.view.guideHelp
+                label: step.view.guideTitle
                 role: Accessible.Link
                 x: -6
 

@@ -11,7 +11,6 @@ Card {
     title: view.title
 
     accessory: IconButton {
-        height: Math.round(22 * Theme.scale)
         label: card.view.revealLabel
         symbol: card.view.revealSymbol
         visible: card.view.canReveal

@@ -74,7 +74,7 @@ Item {
 
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
-        enabled: row.canRestore
+        usable: row.canRestore
         hint: row.help
         label: row.button
 

@@ -32,7 +32,7 @@ HintArea {
 
     Rectangle {
         anchors.fill: parent
-        color: Theme.tint(label.color, Theme.dark ? 0.16 : 0.11)
+        color: Theme.tint(label.color, 0.14)
         radius: 5
     }
 
@@ -45,6 +45,7 @@ HintArea {
         font.family: badge.monospaced ? Theme.monoFamily : Theme.family
         font.pixelSize: Theme.caption2Size
         font.weight: Font.DemiBold
+        horizontalAlignment: Text.AlignHCenter
         text: badge.text
         textFormat: Text.PlainText
         width: Math.min(implicitWidth, badge.width - 12)

@@ -9,7 +9,7 @@ Rectangle {
     property string detail
     property int tone: Look.Warning
 
-    color: Theme.tint(Theme.mark(tone), Theme.dark ? 0.16 : 0.12)
+    color: Theme.tint(Theme.mark(tone), 0.12)
     implicitHeight: words.implicitHeight + 16
     radius: 7
 
@@ -19,7 +19,7 @@ Rectangle {
         color: Theme.ink(banner.tone)
         name: banner.tone === Look.Good ? "checkmark.circle.fill" : "exclamationmark.triangle.fill"
         size: Math.round(14 * Theme.scale)
-        x: 9
+        x: 8
         y: 8 + Math.round((firstLine.height - height) / 2)
     }
 
@@ -36,7 +36,7 @@ Rectangle {
         anchors.left: mark.right
         anchors.leftMargin: 8
         anchors.right: parent.right
-        anchors.rightMargin: 10
+        anchors.rightMargin: 8
         spacing: 2
         y: 8
 

@@ -27,7 +27,7 @@ Control {
             anchors.fill: parent
             anchors.margins: 1
             color: Theme.text
-            opacity: button.hovered ? 0.05 : 0
+            opacity: button.hovered && button.usable ? 0.05 : 0
             radius: 6
 
             Behavior on opacity  {

@@ -1,20 +1,23 @@
 import QtQuick
 import Tunedeck.Views
 
-/// The assistants that can still be connected.
-Grid {
+/// The assistants that can still be connected, two in a row; a last one that is alone has the row for itself.
+Flow {
     id: grid
 
-    columnSpacing: 8
-    columns: 2
-    rowSpacing: 8
+    spacing: 8
 
     Repeater {
+        id: rows
+
         model: Panel.connectRows
 
         ConnectButton {
-            enabled: !Panel.assistants.busy
-            width: (parent.width - 8) / 2
+            required property int index
+            readonly property bool alone: index % 2 === 0 && index === rows.count - 1
+
+            usable: !Panel.assistants.busy
+            width: alone ? parent.width : (parent.width - 8) / 2
 
             onClicked: Actions.connectAssistant(rowId)
         }

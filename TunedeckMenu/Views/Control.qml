@@ -11,7 +11,7 @@ Pressable {
     property real ringRadius: Theme.controlRadius + 2
     default property alias content: body.data
 
-    opacity: enabled ? 1 : 0.5
+    opacity: usable ? 1 : 0.5
 
     Accessible.role: role
     Accessible.name: label

@@ -32,11 +32,14 @@ Card {
         width: parent.width
     }
 
-    Banner {
-        text: card.view.warning.text
-        tone: card.view.warning.tone
-        visible: card.view.warning.shown
+    Appearing {
+        shown: card.view.warning.shown
         width: parent.width
+
+        sourceComponent: Banner {
+            text: card.view.warning.text
+            tone: card.view.warning.tone
+        }
     }
 
     Flow {

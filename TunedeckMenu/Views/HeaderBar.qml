@@ -7,7 +7,7 @@ Item {
 
     required property headerView view
 
-    implicitHeight: 34 + 2 * Theme.margin
+    implicitHeight: Math.max(34, words.implicitHeight) + 2 * Theme.margin
 
     Accessible.role: Accessible.Heading
     Accessible.name: view.title + ", " + view.status
@@ -20,6 +20,8 @@ Item {
     }
 
     Column {
+        id: words
+
         anchors.left: glyph.right
         anchors.leftMargin: 10
         anchors.right: parent.right

@@ -8,11 +8,11 @@ Control {
     property string symbol
     property bool busy: false
 
-    enabled: !busy
     hint: label
     implicitHeight: Math.round(26 * Theme.scale)
     implicitWidth: Math.round(26 * Theme.scale)
     pressedScale: 0.92
+    usable: !busy
 
     // What is announced as the name needs no second saying.
     Accessible.description: ""
@@ -20,7 +20,7 @@ Control {
     Rectangle {
         anchors.fill: parent
         color: Theme.text
-        opacity: button.hovered ? 0.08 : 0
+        opacity: button.hovered && button.usable ? 0.08 : 0
         radius: Theme.controlRadius
 
         Behavior on opacity  {

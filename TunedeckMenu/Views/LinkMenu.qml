@@ -6,6 +6,7 @@ PopupMenu {
     id: menu
 
     required property string linkId
+    required property int kind
     required property string rotateTitle
 
     MenuEntry {
@@ -14,7 +15,10 @@ PopupMenu {
 
         onClicked: {
             menu.close();
-            Actions.rotateLink(menu.linkId);
+            if (menu.kind === Look.Telegram)
+                Actions.newTelegramCode(menu.linkId);
+            else
+                Actions.rotateLink(menu.linkId);
         }
     }
 

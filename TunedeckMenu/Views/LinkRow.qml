@@ -6,6 +6,7 @@ Column {
     id: row
 
     required property string rowId
+    required property int kind
     required property string name
     required property string detail
     required property bool connected
@@ -70,6 +71,7 @@ Column {
 
             onClicked: menu.setSource("LinkMenu.qml", {
                     "byKeyboard": more.focusShown,
+                    "kind": row.kind,
                     "linkId": row.rowId,
                     "rotateTitle": row.rotateTitle,
                     "target": more

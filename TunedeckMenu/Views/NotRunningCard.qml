@@ -17,7 +17,7 @@ Card {
 
     PushButton {
         busy: card.view.starting
-        enabled: !card.view.starting
+        usable: !card.view.starting
         label: card.view.button
         large: true
         prominent: true

@@ -6,6 +6,7 @@ OnboardingModel::OnboardingModel(PanelHost& host, QQmlEngine& engine) : QObject(
     QJSEngine::setObjectOwnership(this, QJSEngine::CppOwnership);
     QJSEngine::setObjectOwnership(&m_tools, QJSEngine::CppOwnership);
     QJSEngine::setObjectOwnership(&m_assistants, QJSEngine::CppOwnership);
+    QJSEngine::setObjectOwnership(&m_fields, QJSEngine::CppOwnership);
 }
 
 OnboardingModel* OnboardingModel::create(QQmlEngine* engine, QJSEngine*) {
@@ -15,6 +16,7 @@ OnboardingModel* OnboardingModel::create(QQmlEngine* engine, QJSEngine*) {
 void OnboardingModel::take(const OnboardingContent& content) {
     m_tools.assign(content.tools);
     m_assistants.assign(content.assistants);
+    m_fields.assign(content.fields);
     if (m_content != content) {
         m_content = content;
         Q_EMIT contentChanged();

@@ -17,6 +17,7 @@ class OnboardingModel : public QObject {
     Q_PROPERTY(tunedeck::OnboardingContent content READ content NOTIFY contentChanged)
     Q_PROPERTY(QAbstractItemModel* tools READ tools CONSTANT)
     Q_PROPERTY(QAbstractItemModel* assistants READ assistants CONSTANT)
+    Q_PROPERTY(QAbstractItemModel* fields READ fields CONSTANT)
 public:
     /// Belongs to `engine`, whose windows show it. The host is asked for its first-run parts only while they are there.
     OnboardingModel(PanelHost& host, QQmlEngine& engine);
@@ -29,6 +30,7 @@ public:
     [[nodiscard]] OnboardingContent content() const { return m_content; }
     [[nodiscard]] QAbstractItemModel* tools() { return &m_tools; }
     [[nodiscard]] QAbstractItemModel* assistants() { return &m_assistants; }
+    [[nodiscard]] QAbstractItemModel* fields() { return &m_fields; }
 
     Q_INVOKABLE void advance() { actions().advance(); }
     Q_INVOKABLE void back() { actions().back(); }
@@ -51,6 +53,7 @@ private:
     OnboardingContent m_content;
     KeyedModel<ToolRowView> m_tools{&ToolRowView::name};
     KeyedModel<ConnectRowView> m_assistants{&ConnectRowView::id};
+    KeyedModel<SecretFieldView> m_fields{&SecretFieldView::key};
 };
 
 } // namespace tunedeck

@@ -6,11 +6,17 @@ Window {
     id: window
 
     readonly property onboardingContent view: Onboarding.content
-    readonly property real wantedHeight: Math.round(650 + (Theme.scale - 1) * 240)
+    readonly property string error: view.error
+    /// The last error, which is still there while it fades.
+    property string lastError
+    readonly property real wantedHeight: Math.round(680 + (Theme.scale - 1) * 320)
     readonly property real wantedWidth: Math.round(500 + (Theme.scale - 1) * 240)
 
     color: Theme.window
     title: "Welcome to Tunedeck"
+
+    onErrorChanged: if (error !== "")
+        lastError = error
 
     Item {
         anchors.fill: parent
@@ -21,13 +27,13 @@ Window {
         Item {
             id: top
 
-            height: 132
+            height: 112
             width: parent.width
 
             AppGlyph {
                 anchors.horizontalCenter: parent.horizontalCenter
                 size: 56
-                y: 24
+                y: 20
             }
 
             StepDots {
@@ -65,16 +71,19 @@ Window {
             id: notice
 
             anchors.bottom: bar.top
-            height: error.visible ? error.implicitHeight + 12 : 0
+            height: banner.active ? banner.implicitHeight + 12 : 0
             width: parent.width
 
-            Banner {
-                id: error
+            Appearing {
+                id: banner
 
-                text: window.view.error
-                visible: text !== ""
+                shown: window.error !== ""
                 width: parent.width - 64
                 x: 32
+
+                sourceComponent: Banner {
+                    text: window.lastError
+                }
             }
         }
 
@@ -90,7 +99,7 @@ Window {
             id: bar
 
             anchors.bottom: parent.bottom
-            height: Theme.largeControlHeight + 36
+            height: Theme.largeControlHeight + 32
             width: parent.width
 
             PushButton {

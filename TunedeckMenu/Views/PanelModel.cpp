@@ -60,6 +60,7 @@ void PanelModel::take(const PanelContent& next) {
     keepWords(m_content.recent, content.recent);
     keepWords(m_content.tools, content.tools);
     keepWords(m_content.banner, content.banner);
+    keepWords(m_content.downloads.warning, content.downloads.warning);
     const PanelContent old = std::exchange(m_content, content);
     m_jobs.assign(content.recent.jobs);
     m_links.assignLinks(content.assistants.links);

@@ -22,6 +22,9 @@ void HintArea::setHint(const QString& hint) {
     if (m_hint != hint) {
         m_hint = hint;
         Q_EMIT hintChanged();
+        if (HintLayer* layer = m_hovered ? layerOf(*this) : nullptr) {
+            layer->show(this);
+        }
     }
 }
 
@@ -58,6 +61,20 @@ Pressable::Pressable(QQuickItem* parent) : HintArea(parent) {
     setActiveFocusOnTab(true);
 }
 
+void Pressable::setUsable(bool usable) {
+    if (m_usable != usable) {
+        m_usable = usable;
+        m_byKey = false;
+        setPressed(false);
+        setActiveFocusOnTab(usable);
+        Q_EMIT usableChanged();
+        QAccessible::State changed;
+        changed.disabled = true;
+        QAccessibleStateChangeEvent event(this, changed);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
 void Pressable::setChecked(bool checked) {
     if (m_checked != checked) {
         m_checked = checked;
@@ -81,7 +98,7 @@ void Pressable::setExpanded(bool expanded) {
 }
 
 void Pressable::activate() {
-    if (isEnabled() && isVisible()) {
+    if (isUsable() && isVisible()) {
         Q_EMIT clicked();
     }
 }
@@ -102,6 +119,9 @@ void Pressable::setFocusShown(bool shown) {
 
 void Pressable::mousePressEvent(QMouseEvent* event) {
     event->accept();
+    if (!isUsable()) {
+        return;
+    }
     setPressed(true);
     if (HintLayer* layer = layerOf(*this)) {
         layer->leave(this);
@@ -109,7 +129,7 @@ void Pressable::mousePressEvent(QMouseEvent* event) {
 }
 
 void Pressable::mouseMoveEvent(QMouseEvent* event) {
-    setPressed(contains(event->position()));
+    setPressed(isUsable() && contains(event->position()));
 }
 
 void Pressable::mouseReleaseEvent(QMouseEvent* event) {
@@ -127,8 +147,8 @@ void Pressable::mouseUngrabEvent() {
 void Pressable::keyPressEvent(QKeyEvent* event) {
     const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
     if (plain && event->key() == Qt::Key_Space) {
-        m_byKey = true;
-        setPressed(true);
+        m_byKey = isUsable();
+        setPressed(m_byKey);
     } else if (plain && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
         if (!event->isAutoRepeat()) {
             activate();
@@ -164,19 +184,6 @@ void Pressable::focusOutEvent(QFocusEvent* event) {
     setPressed(false);
     m_focusWasShown = m_focusShown;
     setFocusShown(false);
-}
-
-void Pressable::itemChange(ItemChange change, const ItemChangeData& data) {
-    HintArea::itemChange(change, data);
-    if (change == ItemEnabledHasChanged) {
-        m_byKey = false;
-        setPressed(false);
-        setCursor(Qt::ArrowCursor);
-        QAccessible::State changed;
-        changed.disabled = true;
-        QAccessibleStateChangeEvent event(this, changed);
-        QAccessible::updateAccessibility(&event);
-    }
 }
 
 void HintLayer::show(HintArea* area) {

@@ -35,10 +35,11 @@ private:
 };
 
 /// Everything that can be pressed, by mouse, keyboard or a screen reader; what it looks like is its children's affair.
-/// While it isn't enabled, none of the three does anything.
+/// While it isn't usable none of the three does anything, but it says its hint, and keeps the keyboard if it has it.
 class Pressable : public tunedeck::HintArea {
     Q_OBJECT
     QML_ELEMENT
+    Q_PROPERTY(bool usable READ isUsable WRITE setUsable NOTIFY usableChanged)
     Q_PROPERTY(bool pressed READ isPressed NOTIFY pressedChanged)
     Q_PROPERTY(bool focusShown READ isFocusShown NOTIFY focusShownChanged)
     Q_PROPERTY(bool checkable MEMBER m_checkable NOTIFY stateChanged)
@@ -48,6 +49,9 @@ class Pressable : public tunedeck::HintArea {
 public:
     explicit Pressable(QQuickItem* parent = nullptr);
 
+    /// Whether it can be pressed. Not the item's own `enabled`, which would take its tooltip along.
+    [[nodiscard]] bool isUsable() const { return m_usable && isEnabled(); }
+    void setUsable(bool usable);
     [[nodiscard]] bool isPressed() const { return m_pressed; }
     /// It has the focus and came by it through the keyboard.
     [[nodiscard]] bool isFocusShown() const { return m_focusShown; }
@@ -67,6 +71,7 @@ public:
 
 Q_SIGNALS:
     void clicked();
+    void usableChanged();
     void pressedChanged();
     void focusShownChanged();
     void stateChanged();
@@ -80,12 +85,12 @@ protected:
     void keyReleaseEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
-    void itemChange(ItemChange change, const ItemChangeData& data) override;
 
 private:
     void setPressed(bool pressed);
     void setFocusShown(bool shown);
 
+    bool m_usable = true;
     bool m_pressed = false;
     bool m_byKey = false;
     bool m_focusShown = false;

@@ -15,8 +15,8 @@ public:
     QAccessible::State state() const override {
         QAccessible::State state = QAccessibleQuickItem::state();
         const Pressable& item = pressable();
-        state.disabled = !item.isEnabled();
-        state.focusable = item.isEnabled();
+        state.disabled = !item.isUsable();
+        state.focusable = item.isUsable();
         state.checkable = item.isCheckable();
         state.checked = item.isCheckable() && item.isChecked();
         state.expandable = item.isExpandable();
@@ -28,13 +28,13 @@ public:
 
     QStringList actionNames() const override {
         const QString main = pressable().isCheckable() ? toggleAction() : pressAction();
-        return pressable().isEnabled() ? QStringList{main, setFocusAction()} : QStringList{};
+        return pressable().isUsable() ? QStringList{main, setFocusAction()} : QStringList{};
     }
 
     void doAction(const QString& name) override {
         if (name == pressAction() || name == toggleAction()) {
             pressable().activate();
-        } else if (name == setFocusAction() && pressable().isEnabled()) {
+        } else if (name == setFocusAction() && pressable().isUsable()) {
             pressable().forceActiveFocus(Qt::TabFocusReason);
         }
     }

@@ -28,7 +28,7 @@ Control {
             anchors.fill: parent
             anchors.margins: button.borderless ? 0 : 1
             color: button.prominent ? "#ffffff" : Theme.text
-            opacity: button.hovered && button.enabled ? (button.prominent ? 0.1 : 0.06) : 0
+            opacity: button.hovered && button.usable ? (button.prominent ? 0.1 : 0.06) : 0
             radius: parent.radius - 1
 
             Behavior on opacity  {

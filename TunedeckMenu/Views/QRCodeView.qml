@@ -44,7 +44,7 @@ Item {
         anchors.centerIn: parent
         color: Theme.secondary
         name: "qrcode"
-        size: 64
+        size: 34
         visible: !code.drawable
     }
 
@@ -52,7 +52,7 @@ Item {
         anchors.centerIn: parent
         color: Theme.text
         name: "clock.badge.xmark"
-        size: 28
+        size: 24
         visible: view.faded
     }
 }

@@ -14,7 +14,7 @@ Card {
         hint: card.view.badgeHelp
         monospaced: true
         text: card.view.badge
-        width: Math.min(implicitWidth, card.width - 2 * Theme.cardPadding - 110 * Theme.scale)
+        width: Math.min(implicitWidth, card.width - 2 * Theme.cardPadding - 102 * Theme.scale)
     }
 
     Column {
@@ -81,7 +81,7 @@ Card {
             width: parent.width
 
             PushButton {
-                enabled: !card.view.busy
+                usable: !card.view.busy
                 hint: card.view.busyHelp
                 label: card.view.retryButton
 
@@ -89,7 +89,7 @@ Card {
             }
 
             PushButton {
-                enabled: !card.view.busy
+                usable: !card.view.busy
                 hint: card.view.busyHelp
                 label: card.view.dismissButton
 
@@ -100,7 +100,7 @@ Card {
 
     PushButton {
         busy: card.view.busy
-        enabled: !card.view.busy
+        usable: !card.view.busy
         hint: card.view.busyHelp
         label: card.view.applyButton
         prominent: true

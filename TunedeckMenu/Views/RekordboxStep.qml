@@ -66,7 +66,7 @@ Column {
         Symbol {
             id: shield
 
-            color: Theme.goodMark
+            color: Theme.mark(step.view.baselineTone)
             name: step.view.baselineSymbol
             size: Math.round(16 * Theme.scale)
             visible: name !== ""
@@ -86,7 +86,7 @@ Column {
 
     PushButton {
         anchors.horizontalCenter: parent.horizontalCenter
-        enabled: !step.view.baselineBusy
+        usable: !step.view.baselineBusy
         label: step.view.baselineButton
         visible: label !== ""
 

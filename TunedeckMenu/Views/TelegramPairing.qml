@@ -40,7 +40,7 @@ Item {
         }
 
         PushButton {
-            enabled: !block.view.busy
+            usable: !block.view.busy
             hint: block.view.openHelp
             label: block.view.openButton
             prominent: true
@@ -50,12 +50,13 @@ Item {
         }
 
         PushButton {
-            enabled: !block.view.busy
+            usable: !block.view.busy
+            hint: block.view.newCodeHelp
             label: block.view.newCodeButton
             prominent: block.view.expired
             visible: label !== ""
 
-            Accessible.description: block.owner
+            Accessible.description: hint === "" ? block.owner : hint
 
             onClicked: block.newCodePressed()
         }

@@ -29,7 +29,7 @@ QtObject {
     readonly property color accentFill: dark ? "#7a4cf0" : "#6d3ee0"
     readonly property color accentFillEdge: dark ? "#8b62f5" : "#5e31cc"
     readonly property color accentText: "#ffffff"
-    readonly property color good: dark ? "#5fd38a" : "#137a3a"
+    readonly property color good: dark ? "#5fd38a" : "#107637"
     readonly property color warning: dark ? "#ffb454" : "#945400"
     readonly property color bad: dark ? "#ff8c85" : "#bf2a24"
     readonly property color goodMark: dark ? "#34c266" : "#2ba84f"
