@@ -3,7 +3,6 @@
 #include "TunedeckCore/Support/Process.h"
 #include "TunedeckCore/Support/TaskScope.h"
 
-
 #include <gtest/gtest.h>
 #include <unistd.h>
 

@@ -157,10 +157,10 @@ QString dateAndTime(const QDateTime& date) {
     using icu::DateFormat;
     const auto locale = userLocale();
     const auto local = date.toLocalTime();
-    const std::unique_ptr<DateFormat> day(DateFormat::createDateInstance(DateFormat::kMedium, locale));
-    const std::unique_ptr<DateFormat> time(DateFormat::createTimeInstance(DateFormat::kShort, locale));
+    const std::unique_ptr<DateFormat> days(DateFormat::createDateInstance(DateFormat::kMedium, locale));
+    const std::unique_ptr<DateFormat> times(DateFormat::createTimeInstance(DateFormat::kShort, locale));
     // Newer tables of ICU put a narrow space before AM and PM, which few fonts have.
-    QString text = formatted(day, local) + QStringLiteral(" at ") + formatted(time, local);
+    QString text = formatted(days, local) + QStringLiteral(" at ") + formatted(times, local);
     text.replace(QChar(0x202f), u' ');
     return text;
 }

@@ -25,8 +25,8 @@ QStringView trimmingSpaces(QStringView text);
 QString cut(const QString& text, int count);
 
 /// A date in relation to another in words, named where there is a name ("yesterday", "now"), with wide units
-/// ("5 minutes ago"), rounded to the nearest unit. The words are those of the common locale data for English; asking ICU
-/// for them took 2.4 MiB.
+/// ("5 minutes ago"), rounded to the nearest unit. The words are those of the common locale data for English; asking
+/// ICU for them took 2.4 MiB.
 QString relativeDate(const QDateTime& date, const QDateTime& now);
 
 /// A date in local time in the abbreviated date and shortened time styles ("Mar 1, 2025 at 6:04 PM"), English with
