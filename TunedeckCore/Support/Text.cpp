@@ -25,7 +25,7 @@ icu::Locale userLocale() {
 
 /// A unit of time, and what one of it back and ahead is called where that isn't just counted.
 struct Unit {
-    const char* name;
+    const char* name = "";
     const char* last = nullptr;
     const char* next = nullptr;
 };

@@ -14,7 +14,7 @@ Flow {
 
         ConnectButton {
             required property int index
-            readonly property bool alone: index % 2 === 0 && index === rows.count - 1
+            readonly property bool alone: index % 2 === 0 && index === rows.count - 1 // qmllint disable unqualified
 
             usable: !Panel.assistants.busy
             width: alone ? parent.width : (parent.width - 8) / 2

@@ -37,8 +37,8 @@ Card {
         width: parent.width
 
         sourceComponent: Banner {
-            text: card.view.warning.text
-            tone: card.view.warning.tone
+            text: Panel.downloads.warning.text
+            tone: Panel.downloads.warning.tone
         }
     }
 

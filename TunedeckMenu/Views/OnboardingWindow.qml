@@ -82,7 +82,7 @@ Window {
                 x: 32
 
                 sourceComponent: Banner {
-                    text: window.lastError
+                    text: window.lastError // qmllint disable unqualified
                 }
             }
         }
