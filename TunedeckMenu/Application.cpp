@@ -15,12 +15,14 @@ namespace tunedeck {
 
 namespace {
 
-/// Whether the program at the bundle's path is another file than the one that runs.
+/// Whether the program at the bundle's path is another file than the one that runs. One that is gone is none: there is
+/// nothing to start in place of this one.
 bool isRenewed(const QString& program) {
     struct stat running{};
     struct stat onDisk{};
-    return ::stat("/proc/self/exe", &running) != 0 || ::stat(QFile::encodeName(program).constData(), &onDisk) != 0 ||
-           running.st_ino != onDisk.st_ino || running.st_dev != onDisk.st_dev;
+    return ::stat(QFile::encodeName(program).constData(), &onDisk) == 0 &&
+           (::stat("/proc/self/exe", &running) != 0 || running.st_ino != onDisk.st_ino ||
+            running.st_dev != onDisk.st_dev);
 }
 
 PanelLoader::Options panelOf(const QString& bundle, Relauncher& relauncher) {

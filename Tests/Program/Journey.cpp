@@ -142,6 +142,7 @@ void Journey::serviceIsAt(std::uint16_t port) const {
 
 void Journey::start(const QStringList& arguments) {
     ASSERT_TRUE(eventually([this] { return tray == nullptr || icons() == 0; })) << "an icon of before is still there";
+    application.waitForFinished(); // the one of before is gone, but perhaps not heard of yet
     application.setProcessEnvironment(environment);
     application.start(bundle + u"/Contents/MacOS/Tunedeck"_s, arguments);
     ASSERT_TRUE(application.waitForStarted());
