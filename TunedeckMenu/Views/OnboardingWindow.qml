@@ -56,6 +56,10 @@ Window {
 
             Accessible.name: window.view.title
 
+            // The good news is the last line: an error that takes its room doesn't hide it.
+            onReachChanged: if (window.view.connected)
+                scrollBy(reach)
+
             OnboardingPage {
                 id: sheet
 
