@@ -69,10 +69,9 @@ UpdateCheck check(const Publisher& publisher, const QByteArray& document, const 
                               return answer(url.path().endsWith(u".sig") ? signature : document);
                           }};
     std::optional<UpdateCheck> result;
-    const auto run = [](const UpdateFeed& from, std::optional<UpdateCheck>& into) -> QCoro::Task<> {
-        into = co_await from.check(QStringLiteral("1.0.0"), SystemVersion{14, 2, 1}, {});
-    };
-    const auto task = run(feed, result);
+    auto task = feed.check(QStringLiteral("1.0.0"), SystemVersion{14, 2, 1}, {}).then([&](UpdateCheck found) {
+        result = std::move(found);
+    });
     require(result.has_value(), "a check of what is there waits for nothing");
     return *result;
 }
