@@ -212,9 +212,10 @@ bool Judge::judge(const Round& round) {
             m_jobs.insert(job.id);
         }
     }
-    m_sendings.erase(round.port);
+    // A port is used again after a while, and what was sent to it then may have been read by now.
     for (auto sendings = m_sendings.begin(); sendings != m_sendings.end();) {
-        std::erase_if(sendings->second, [&](const Sending& old) { return old.at < round.begin - settled; });
+        const auto done = sendings->first == round.port ? round.end : round.begin - settled;
+        std::erase_if(sendings->second, [&](const Sending& old) { return old.at <= done; });
         sendings = sendings->second.empty() ? m_sendings.erase(sendings) : std::next(sendings);
     }
     return true;
