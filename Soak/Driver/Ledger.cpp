@@ -26,16 +26,13 @@ void Ledger::add(double minute, const Figures& figures) {
     m_figures.emplace_back(minute, figures);
 }
 
-std::vector<Ledger::Row> Ledger::rows(bool limitsMemory) const {
+std::vector<Ledger::Row> Ledger::rows(std::optional<int> scale) const {
     struct Kind {
         QString what;
         double Figures::* member;
         std::optional<double> limit;
     };
-    const bool isShort = m_figures.empty() || m_figures.back().first < 10;
-    const auto memory = [&](double limit) {
-        return limitsMemory ? std::optional(isShort ? 4 * limit : limit) : std::nullopt;
-    };
+    const auto memory = [&](double limit) { return scale ? std::optional(*scale * limit) : std::nullopt; };
     const Kind kinds[] = {{u"memory (PSS), KiB"_s, &Figures::pss, {}},
                           {u"memory of its own, KiB"_s, &Figures::own, memory(2048)},
                           {u"memory in use (malloc), KiB"_s, &Figures::memory, memory(1024)},

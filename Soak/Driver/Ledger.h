@@ -24,9 +24,9 @@ public:
         std::optional<double> limit = {}; ///< how much it may grow
         [[nodiscard]] bool isWell() const { return !limit || late - early <= *limit; }
     };
-    /// Compares the end with the time after the warm-up, which is the first quarter of all. In less than ten minutes
-    /// the allocator and the caches don't come to rest: the limits of memory are wider then.
-    [[nodiscard]] std::vector<Row> rows(bool limitsMemory) const;
+    /// Compares the end with the time after the warm-up, which is the first quarter of all. The memory may grow `scale`
+    /// times the ordinary limit, without one as it likes.
+    [[nodiscard]] std::vector<Row> rows(std::optional<int> scale) const;
     [[nodiscard]] std::size_t samples() const { return m_figures.size(); }
 
 private:

@@ -28,8 +28,17 @@ struct Wishes {
     double minutes = 60;
     std::uint64_t seed = 0;
     double speed = 60;
+    int openings = 0; ///< of the panel, and nothing else happens; 0: everything happens
     bool limitsMemory = true;
+
+    /// How many times the ordinary limits of memory; nothing without limits. The first minutes are all warm-up.
+    [[nodiscard]] std::optional<int> memoryScale() const {
+        return !limitsMemory ? std::nullopt : std::optional(openings == 0 && minutes < 10 ? 4 : 1);
+    }
 };
+
+/// How long the panel stays open when only that happens: some six refreshes at 60 times the speed.
+constexpr int shownFor = 350;
 
 void say(const QString& line) {
     std::puts(line.toUtf8().constData());
@@ -71,27 +80,52 @@ public:
 
     /// True when all is well.
     bool run() {
-        const auto length = std::chrono::duration<double>(m_wishes.minutes * 60);
-        const auto interval =
-            std::clamp(length / 60, std::chrono::duration<double>(4), std::chrono::duration<double>(60));
-        const auto begin = realTime();
-        auto nextSample = begin;
         tour();
-        while (m_faults.isEmpty() && realTime() - begin < length) {
-            if (!m_weather.blow()) {
-                m_faults << u"the application doesn't do as it is told: %1"_s.arg(m_subject.ending());
-            } else if (realTime() >= nextSample) {
-                nextSample = realTime() + std::chrono::duration_cast<std::chrono::nanoseconds>(interval);
-                sample(std::chrono::duration<double>(realTime() - begin).count() / 60);
-            }
+        if (m_wishes.openings > 0) {
+            open(m_wishes.openings);
+        } else {
+            live();
         }
-        m_minutes = std::chrono::duration<double>(realTime() - begin).count() / 60;
+        m_minutes = minute();
         finish();
         report();
         return m_faults.isEmpty();
     }
 
 private:
+    [[nodiscard]] double minute() const { return std::chrono::duration<double>(realTime() - m_begin).count() / 60; }
+
+    void live() {
+        const auto length = std::chrono::duration<double>(m_wishes.minutes * 60);
+        const auto interval =
+            std::clamp(length / 60, std::chrono::duration<double>(4), std::chrono::duration<double>(60));
+        auto nextSample = m_begin;
+        while (m_faults.isEmpty() && realTime() - m_begin < length) {
+            if (!m_weather.blow()) {
+                m_faults << u"the application doesn't do as it is told: %1"_s.arg(m_subject.ending());
+            } else if (realTime() >= nextSample) {
+                nextSample = realTime() + std::chrono::duration_cast<std::chrono::nanoseconds>(interval);
+                sample(minute() / m_wishes.minutes);
+            }
+        }
+    }
+
+    /// The panel is opened and closed so often, with twenty looks at the memory.
+    void open(int times) {
+        const int apart = std::max(times / 20, 1);
+        for (int opening = 0; m_faults.isEmpty() && opening <= times; ++opening) {
+            if (opening % apart == 0) {
+                sample(static_cast<double>(opening) / times);
+            }
+            if (opening < times) {
+                (void)m_subject.order(u"panel"_s);
+                pass(shownFor);
+                (void)m_subject.order(u"close"_s);
+                pass(shownFor / 10);
+            }
+        }
+    }
+
     /// Everything that is loaded at the first need is there from the beginning.
     void tour() {
         pass(1500);
@@ -101,20 +135,21 @@ private:
         }
     }
 
-    void sample(double minute) {
+    /// `progress` from 0 to 1.
+    void sample(double progress) {
         const auto figures = m_weather.settle() ? m_subject.figures() : std::nullopt;
         if (!figures) {
             m_faults << u"the application doesn't answer: %1"_s.arg(m_subject.ending());
             return;
         }
-        m_ledger.add(minute, *figures);
-        say(u"%1 min  %2 KiB of its own, malloc %3 KiB, %4 descriptors, %5 announced"_s.arg(minute, 6, 'f', 1)
+        m_ledger.add(minute(), *figures);
+        say(u"%1 min  %2 KiB of its own, malloc %3 KiB, %4 descriptors, %5 announced"_s.arg(minute(), 6, 'f', 1)
                 .arg(figures->own, 0, 'f', 0)
                 .arg(figures->memory, 0, 'f', 0)
                 .arg(figures->files, 0, 'f', 0)
                 .arg(m_judge.announcements().size()));
         judge(false);
-        if (minute >= m_wishes.minutes / 4 && m_filesBefore.isEmpty()) {
+        if (progress >= 0.25 && m_filesBefore.isEmpty()) {
             m_filesBefore = leftFiles();
             m_unitsBefore = Unit::all();
         }
@@ -154,7 +189,7 @@ private:
             pass(500);
             judge(true);
         }
-        for (const auto& row : m_ledger.rows(m_wishes.limitsMemory)) {
+        for (const auto& row : m_ledger.rows(m_wishes.memoryScale())) {
             if (!row.isWell()) {
                 m_faults << row.what + u": %1 became %2"_s.arg(row.early).arg(row.late);
             }
@@ -225,7 +260,7 @@ private:
                 .arg(u"late"_s, 10)
                 .arg(u"growth"_s, 10)
                 .arg(u"may"_s, 8));
-        for (const auto& one : m_ledger.rows(m_wishes.limitsMemory)) {
+        for (const auto& one : m_ledger.rows(m_wishes.memoryScale())) {
             say(u"  %1 %2 %3 %4 %5"_s.arg(one.what, -30)
                     .arg(one.early, 10, 'f', 0)
                     .arg(one.late, 10, 'f', 0)
@@ -247,7 +282,9 @@ private:
         for (const auto& fault : m_faults) {
             say(u"\nFAULT "_s + fault);
         }
-        say(u"\nThe same again: ./tools/soak --minutes %1 --speed %2 --seed %3"_s.arg(m_wishes.minutes)
+        const auto length =
+            m_wishes.openings > 0 ? u"--openings %1"_s.arg(m_wishes.openings) : u"--minutes %1"_s.arg(m_wishes.minutes);
+        say(u"\nThe same again: ./tools/soak %1 --speed %2 --seed %3"_s.arg(length)
                 .arg(m_wishes.speed)
                 .arg(m_wishes.seed));
     }
@@ -266,6 +303,7 @@ private:
     QStringList m_complaints;
     QStringList m_filesBefore;
     QStringList m_unitsBefore;
+    std::chrono::nanoseconds m_begin = realTime();
     double m_minutes = 0;
 };
 
@@ -274,12 +312,14 @@ Wishes wishesOf(const QCoreApplication& application) {
     parser.addOption({u"minutes"_s, u"How long it takes."_s, u"M"_s, u"60"_s});
     parser.addOption({u"seed"_s, u"Of the chance that is at work."_s, u"N"_s});
     parser.addOption({u"speed"_s, u"Of the application's clock."_s, u"X"_s, u"60"_s});
+    parser.addOption({u"openings"_s, u"The panel is opened so often and nothing else happens."_s, u"N"_s, u"0"_s});
     parser.addOption({u"any-memory"_s, u"Memory may grow, as it does under a sanitizer."_s});
     parser.process(application);
     const bool isSet = parser.isSet(u"seed"_s);
     return {.minutes = parser.value(u"minutes"_s).toDouble(),
             .seed = isSet ? parser.value(u"seed"_s).toULongLong() : std::random_device()() % 1'000'000,
             .speed = parser.value(u"speed"_s).toDouble(),
+            .openings = parser.value(u"openings"_s).toInt(),
             .limitsMemory = !parser.isSet(u"any-memory"_s)};
 }
 
