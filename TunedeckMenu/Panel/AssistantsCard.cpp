@@ -2,6 +2,8 @@
 #include "TunedeckCore/WebEndpoint.h"
 #include "TunedeckMenu/Panel/Panel.h"
 
+#include <QHash>
+
 #include <algorithm>
 
 namespace tunedeck {
@@ -24,7 +26,7 @@ void describeGuide(LinkRowView& row, const AssistantLink& link) {
 
 void describePrivateUrl(LinkRowView& row, const AssistantLink& link, const PanelState& state) {
     row.kind = look::LinkKind::PrivateUrl;
-    row.rotateTitle = QStringLiteral("New URL…");
+    row.menu.renew = QStringLiteral("New URL…");
     if (link.url) {
         const QString key = link.id + QStringLiteral(".url");
         row.fields << privateUrlField(key, state.revealSecrets ? *link.url : maskingSecretPath(*link.url),
@@ -37,7 +39,7 @@ void describePrivateUrl(LinkRowView& row, const AssistantLink& link, const Panel
 
 void describeShortcut(LinkRowView& row, const AssistantLink& link, const PanelState& state) {
     row.kind = look::LinkKind::Shortcut;
-    row.rotateTitle = QStringLiteral("New Key…");
+    row.menu.renew = QStringLiteral("New Key…");
     if (!link.token) {
         row.text = QStringLiteral("Made on another Mac or before a reinstall: choose New Key to get one here.");
         describeGuide(row, link);
@@ -60,7 +62,7 @@ void describeTelegram(LinkRowView& row, const AssistantLink& link, const PanelSt
     if (link.isConnected()) {
         row.detail = QStringLiteral("· paired");
         row.text = QStringLiteral("Send the bot Spotify or YouTube links, or /playlists.");
-        row.rotateTitle = QStringLiteral("New Code…");
+        row.menu.renew = QStringLiteral("New Code…");
     } else {
         row.detail = QStringLiteral("· waiting for Start");
         row.pairing = telegramPairing(link, state.linksBusy, now);
@@ -73,6 +75,9 @@ LinkRowView linkRow(const AssistantLink& link, const PanelState& state, const QD
         .name = link.displayName(),
         .detail = usage(link, now),
         .connected = link.isConnected(),
+        .menu = {.label = QStringLiteral("More"),
+                 .guide = QStringLiteral("Setup Guide"),
+                 .disconnect = QStringLiteral("Disconnect")},
     };
     const auto assistant = link.assistant();
     if (assistant == Assistant::telegram) {
@@ -83,6 +88,42 @@ LinkRowView linkRow(const AssistantLink& link, const PanelState& state, const QD
         describePrivateUrl(row, link, state);
     }
     return row;
+}
+
+/// What a link is called among the others: its name, with its number where another has the same.
+QString nameAmong(const QList<LinkRowView>& links, qsizetype index) {
+    const auto isNamesake = [&](const LinkRowView& link) { return link.name == links[index].name; };
+    const auto count = std::ranges::count_if(links, isNamesake);
+    const auto before = std::count_if(links.begin(), links.begin() + index, isNamesake);
+    return count == 1 ? links[index].name
+                      : QStringLiteral("%1, %2 of %3").arg(links[index].name).arg(before + 1).arg(count);
+}
+
+/// Tells controls of the same words from each other: by their help, and by their link where another has the same help.
+void tellApart(QList<LinkRowView>& links) {
+    QHash<QString, int> helps;
+    for (const LinkRowView& link : links) {
+        ++helps[link.guideHelp];
+        ++helps[link.pairing.openHelp];
+        for (const SecretFieldView& field : link.fields) {
+            ++helps[field.help];
+        }
+    }
+    for (qsizetype i = 0; i < links.size(); ++i) {
+        LinkRowView& link = links[i];
+        const QString name = nameAmong(links, i);
+        const auto described = [&](const QString& help) {
+            return !help.isEmpty() && helps.value(help) > 1 ? QStringLiteral("%1 (%2)").arg(help, name) : help;
+        };
+        link.menu.description = name + u' ' + link.detail;
+        link.guideDescription = described(link.guideHelp);
+        link.pairing.openDescription = described(link.pairing.openHelp);
+        link.pairing.newCodeDescription =
+            link.pairing.newCodeHelp.isEmpty() ? name : QStringLiteral("%1. %2").arg(name, link.pairing.newCodeHelp);
+        for (SecretFieldView& field : link.fields) {
+            field.description = described(field.help);
+        }
+    }
 }
 
 void describeCloud(AssistantsView& card, const ServiceStatus::Cloud& cloud) {
@@ -111,13 +152,13 @@ SecretFieldView field(const QString& label, const QString& key, const QString& s
 
 SecretFieldView privateUrlField(const QString& key, const QString& shown, bool copied) {
     SecretFieldView url = field({}, key, shown, copied);
-    url.help = QStringLiteral("Copy this assistant's private URL");
+    url.help = url.description = QStringLiteral("Copy this assistant's private URL");
     return url;
 }
 
 SecretFieldView shortcutField(const QString& label, const QString& key, const QString& shown, bool copied) {
     SecretFieldView value = field(label, key, shown, copied);
-    value.help = QStringLiteral("Copy the %1 for the Shortcut").arg(label);
+    value.help = value.description = QStringLiteral("Copy the %1 for the Shortcut").arg(label);
     return value;
 }
 
@@ -156,6 +197,7 @@ AssistantsView assistantsCard(const PanelState& state, const QDateTime& now) {
     for (const AssistantLink& link : state.links) {
         card.links << linkRow(link, state, now);
     }
+    tellApart(card.links);
     for (const Assistant assistant : allAssistants) {
         if (std::ranges::none_of(state.links, [&](const auto& link) { return link.assistant() == assistant; })) {
             card.connect << connectRow(assistant, QStringLiteral("plus"), state.linksBusy);

@@ -155,6 +155,7 @@ struct SecretFieldView {
     Q_PROPERTY(QString shownValue MEMBER shownValue)
     Q_PROPERTY(QString key MEMBER key)
     Q_PROPERTY(QString help MEMBER help)
+    Q_PROPERTY(QString description MEMBER description)
     Q_PROPERTY(QString button MEMBER button)
     Q_PROPERTY(QString buttonSymbol MEMBER buttonSymbol)
 public:
@@ -162,7 +163,8 @@ public:
     QString shownValue; ///< masked while secrets are hidden
     QString key;        ///< what the model copies it under
     QString help;
-    QString button; ///< "Copy" or "Copied"
+    QString description; ///< the help, and what tells the button from its equals
+    QString button;      ///< "Copy" or "Copied"
     QString buttonSymbol;
     bool operator==(const SecretFieldView&) const = default;
 };
@@ -176,8 +178,10 @@ struct TelegramPairingView {
     Q_PROPERTY(QString text MEMBER text)
     Q_PROPERTY(QString openButton MEMBER openButton)
     Q_PROPERTY(QString openHelp MEMBER openHelp)
+    Q_PROPERTY(QString openDescription MEMBER openDescription)
     Q_PROPERTY(QString newCodeButton MEMBER newCodeButton)
     Q_PROPERTY(QString newCodeHelp MEMBER newCodeHelp)
+    Q_PROPERTY(QString newCodeDescription MEMBER newCodeDescription)
     Q_PROPERTY(QString expiryNote MEMBER expiryNote)
     Q_PROPERTY(QString qrName MEMBER qrName)
     Q_PROPERTY(bool busy MEMBER busy)
@@ -188,12 +192,31 @@ public:
     QString text;
     QString openButton; ///< empty when there is nothing to open
     QString openHelp;
+    QString openDescription; ///< the help, and what tells the button from its equals
     QString newCodeButton;
-    QString newCodeHelp; ///< why it can't be pressed; empty when it can
-    QString expiryNote;  ///< empty when there is none
+    QString newCodeHelp;        ///< why it can't be pressed; empty when it can
+    QString newCodeDescription; ///< whose code, and why it can't be pressed
+    QString expiryNote;         ///< empty when there is none
     QString qrName;
     bool busy = false;
     bool operator==(const TelegramPairingView&) const = default;
+};
+
+/// The menu of a link, and the button that opens it.
+struct LinkMenuView {
+    Q_GADGET
+    Q_PROPERTY(QString label MEMBER label)
+    Q_PROPERTY(QString description MEMBER description)
+    Q_PROPERTY(QString renew MEMBER renew)
+    Q_PROPERTY(QString guide MEMBER guide)
+    Q_PROPERTY(QString disconnect MEMBER disconnect)
+public:
+    QString label;
+    QString description; ///< which link it belongs to
+    QString renew;       ///< "New URL…", "New Key…"; empty when the menu has no such entry
+    QString guide;
+    QString disconnect;
+    bool operator==(const LinkMenuView&) const = default;
 };
 
 /// One assistant link; its identity is `id`.
@@ -204,24 +227,26 @@ struct LinkRowView {
     Q_PROPERTY(QString name MEMBER name)
     Q_PROPERTY(QString detail MEMBER detail)
     Q_PROPERTY(bool connected MEMBER connected)
-    Q_PROPERTY(QString rotateTitle MEMBER rotateTitle)
+    Q_PROPERTY(tunedeck::LinkMenuView menu MEMBER menu)
     Q_PROPERTY(QString text MEMBER text)
     Q_PROPERTY(QList<tunedeck::SecretFieldView> fields MEMBER fields)
     Q_PROPERTY(tunedeck::TelegramPairingView pairing MEMBER pairing)
     Q_PROPERTY(QString guideTitle MEMBER guideTitle)
     Q_PROPERTY(QString guideHelp MEMBER guideHelp)
+    Q_PROPERTY(QString guideDescription MEMBER guideDescription)
 public:
     QString id;
     look::LinkKind kind = look::LinkKind::PrivateUrl;
     QString name;
     QString detail; ///< "· used yesterday", "· paired", …
     bool connected = false;
-    QString rotateTitle; ///< "New URL…", "New Key…"; empty when the menu has no such entry
-    QString text;        ///< a line above the fields, or instead of them
+    LinkMenuView menu;
+    QString text; ///< a line above the fields, or instead of them
     QList<SecretFieldView> fields;
     TelegramPairingView pairing;
     QString guideTitle; ///< of the link below the fields; empty when it isn't there
     QString guideHelp;
+    QString guideDescription; ///< the help, and what tells the link from its equals
     bool operator==(const LinkRowView&) const = default;
 };
 

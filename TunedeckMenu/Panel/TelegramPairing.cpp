@@ -19,7 +19,7 @@ TelegramPairingView telegramPairing(const AssistantLink& link, bool busy, const 
         return block;
     }
     block.newCodeButton = QStringLiteral("New Code");
-    block.newCodeHelp = busy ? QStringLiteral("Another link is being changed.") : QString();
+    block.newCodeHelp = block.newCodeDescription = busy ? QStringLiteral("Another link is being changed.") : QString();
     block.startUrl = link.url.value_or(QString());
     if (block.startUrl.isEmpty()) {
         block.text = QStringLiteral("Paired from another Mac or before a reinstall.");
@@ -34,7 +34,7 @@ TelegramPairingView telegramPairing(const AssistantLink& link, bool busy, const 
     }
     block.text = QStringLiteral("Scan with your phone's camera, then tap Start in Telegram.");
     block.openButton = QStringLiteral("Open Telegram");
-    block.openHelp = QStringLiteral("Opens the Tunedeck bot in Telegram on this Mac");
+    block.openHelp = block.openDescription = QStringLiteral("Opens the Tunedeck bot in Telegram on this Mac");
     block.expiryNote = expiryNote(link, now);
     return block;
 }

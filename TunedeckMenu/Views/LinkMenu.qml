@@ -7,10 +7,10 @@ PopupMenu {
 
     required property string linkId
     required property int kind
-    required property string rotateTitle
+    required property linkMenuView view
 
     MenuEntry {
-        label: menu.rotateTitle
+        label: menu.view.renew
         visible: label !== ""
 
         onClicked: {
@@ -23,11 +23,11 @@ PopupMenu {
     }
 
     MenuDivider {
-        visible: menu.rotateTitle !== ""
+        visible: menu.view.renew !== ""
     }
 
     MenuEntry {
-        label: "Setup Guide"
+        label: menu.view.guide
 
         onClicked: {
             menu.close();
@@ -36,7 +36,7 @@ PopupMenu {
     }
 
     MenuEntry {
-        label: "Disconnect"
+        label: menu.view.disconnect
 
         onClicked: {
             menu.close();

@@ -10,12 +10,13 @@ Column {
     required property string name
     required property string detail
     required property bool connected
-    required property string rotateTitle
+    required property linkMenuView menu
     required property string text
     required property var fields
     required property telegramPairingView pairing
     required property string guideTitle
     required property string guideHelp
+    required property string guideDescription
 
     spacing: 6
 
@@ -62,24 +63,24 @@ Column {
             anchors.rightMargin: -5
             anchors.verticalCenter: parent.verticalCenter
             expandable: true
-            expanded: menu.status === Loader.Ready
-            label: "More"
+            expanded: opened.status === Loader.Ready
+            label: row.menu.label
             role: Accessible.ButtonMenu
             symbol: "ellipsis.circle"
 
-            Accessible.description: row.name + " " + row.detail
+            Accessible.description: row.menu.description
 
-            onClicked: menu.setSource("LinkMenu.qml", {
+            onClicked: opened.setSource("LinkMenu.qml", {
                     "byKeyboard": more.focusShown,
                     "kind": row.kind,
                     "linkId": row.rowId,
-                    "rotateTitle": row.rotateTitle,
+                    "view": row.menu,
                     "target": more
                 })
         }
 
         Loader {
-            id: menu
+            id: opened
 
             function shut(): void {
                 source = "";
@@ -100,7 +101,6 @@ Column {
         model: row.fields
 
         SecretField {
-            owner: (parent as LinkRow).name
             width: parent.width
 
             onCopied: Actions.copySecret(key)
@@ -118,7 +118,6 @@ Column {
         onLoaded: {
             const block = item as TelegramPairing;
             block.view = Qt.binding(() => row.pairing);
-            block.owner = Qt.binding(() => row.name);
             block.openPressed.connect(() => Actions.openTelegram(row.rowId));
             block.newCodePressed.connect(() => Actions.newTelegramCode(row.rowId));
         }
@@ -131,6 +130,8 @@ Column {
         role: Accessible.Link
         visible: label !== ""
         x: -6
+
+        Accessible.description: row.guideDescription
 
         onClicked: Actions.openSetupGuide(row.rowId)
     }

@@ -9,10 +9,9 @@ Item {
     required property string shownValue
     required property string key
     required property string help
+    required property string description
     required property string button
     required property string buttonSymbol
-    /// What tells it from its equals in other rows.
-    property string owner
 
     signal copied
 
@@ -57,7 +56,7 @@ Item {
         label: field.button
         symbol: field.buttonSymbol
 
-        Accessible.description: field.owner === "" ? hint : hint + " (" + field.owner + ")"
+        Accessible.description: field.description
 
         onClicked: field.copied()
     }

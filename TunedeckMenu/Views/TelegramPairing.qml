@@ -6,8 +6,6 @@ Item {
     id: block
 
     property telegramPairingView view
-    /// What tells it from its equals in other rows.
-    property string owner
 
     signal openPressed
     signal newCodePressed
@@ -46,6 +44,8 @@ Item {
             prominent: true
             visible: label !== ""
 
+            Accessible.description: block.view.openDescription
+
             onClicked: block.openPressed()
         }
 
@@ -56,7 +56,7 @@ Item {
             prominent: block.view.expired
             visible: label !== ""
 
-            Accessible.description: hint === "" ? block.owner : hint
+            Accessible.description: block.view.newCodeDescription
 
             onClicked: block.newCodePressed()
         }

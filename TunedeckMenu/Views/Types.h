@@ -44,6 +44,11 @@ struct BannerViewForeign {
     QML_FOREIGN(tunedeck::BannerView)
     QML_VALUE_TYPE(bannerView)
 };
+struct LinkMenuViewForeign {
+    Q_GADGET
+    QML_FOREIGN(tunedeck::LinkMenuView)
+    QML_VALUE_TYPE(linkMenuView)
+};
 struct TelegramPairingViewForeign {
     Q_GADGET
     QML_FOREIGN(tunedeck::TelegramPairingView)
