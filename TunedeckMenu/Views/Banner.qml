@@ -8,6 +8,8 @@ Rectangle {
     property string text
     property string detail
     property int tone: Look.Warning
+    /// Somebody else says the words to a screen reader.
+    property bool silent: false
 
     color: Theme.tint(Theme.mark(tone), 0.12)
     implicitHeight: words.implicitHeight + 16
@@ -43,6 +45,7 @@ Rectangle {
         Label {
             caption: true
             text: banner.text
+            Accessible.ignored: banner.silent
             width: parent.width
         }
 

@@ -1,13 +1,24 @@
 import QtQuick
 import Tunedeck.Views
 
-/// The one current line of success or failure.
-Banner {
-    id: banner
+/// The one current line of success or failure; a screen reader reads it out when it comes.
+Alert {
+    id: alert
 
     readonly property bannerView view: Panel.banner
 
-    detail: view.detail
+    implicitHeight: banner.implicitHeight
     text: view.text
-    tone: view.tone
+
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: text
+
+    Banner {
+        id: banner
+
+        silent: true
+        text: alert.view.text
+        tone: alert.view.tone
+        width: parent.width
+    }
 }
