@@ -38,15 +38,15 @@ Confirmation restoreQuestion(const Backup& backup) {
 }
 
 void LibraryActions::applyNow() {
-    spawn(run(m_services.library.applyNow(m_scope.token())));
+    spawn(runOnce(&LibraryClient::applyNow, &LibraryActions::m_applying));
 }
 
 void LibraryActions::retryFailed() {
-    spawn(run(m_services.library.retryFailed(m_scope.token())));
+    spawn(runOnce(&LibraryClient::retryFailed, &LibraryActions::m_retrying));
 }
 
 void LibraryActions::dismissFailed() {
-    spawn(run(m_services.library.dismissFailed(m_scope.token())));
+    spawn(runOnce(&LibraryClient::dismissFailed, &LibraryActions::m_dismissing));
 }
 
 void LibraryActions::restoreBackup(const QString& version) {
@@ -64,17 +64,30 @@ void LibraryActions::restoreBackup(const QString& version) {
 
 void LibraryActions::restoreConfirmed(const QString& version) {
     // A service that isn't there says so itself; one that is may have moved on while the question stood.
-    if (const auto* present = library(m_model); present != nullptr) {
-        if (present->rekordboxRunning) {
+    if (m_model.state().service.isRunning()) {
+        const auto* present = library(m_model);
+        if (present != nullptr && present->rekordboxRunning) {
             m_model.show(QStringLiteral("Quit Rekordbox to restore a backup."));
             return;
         }
-        if (backupOf(*present, version) == nullptr) {
+        if (present == nullptr || backupOf(*present, version) == nullptr) {
             m_model.show(QStringLiteral("The backup v%1 isn't there any more.").arg(version));
             return;
         }
     }
     spawn(run(m_services.library.restore(version, m_scope.token())));
+}
+
+QCoro::Task<> LibraryActions::runOnce(Operation operation, bool LibraryActions::* underWay) {
+    if (this->*underWay) {
+        co_return;
+    }
+    const auto stop = m_scope.token();
+    this->*underWay = true;
+    co_await run((m_services.library.*operation)(stop));
+    if (!stop.stop_requested()) {
+        this->*underWay = false;
+    }
 }
 
 QCoro::Task<> LibraryActions::run(QCoro::Task<LibraryClient::Reply> request) {

@@ -21,11 +21,18 @@ public:
     void restoreBackup(const QString& version);
 
 private:
+    /// What the buttons without a question ask for.
+    using Operation = QCoro::Task<LibraryClient::Reply> (LibraryClient::*)(std::stop_token) const;
     void restoreConfirmed(const QString& version);
     QCoro::Task<> run(QCoro::Task<LibraryClient::Reply> request);
+    /// Does nothing while the same is under way, as after a double press.
+    QCoro::Task<> runOnce(Operation operation, bool LibraryActions::* underWay);
 
     MenuModel& m_model;
     const MenuServices& m_services;
+    bool m_applying = false;
+    bool m_retrying = false;
+    bool m_dismissing = false;
     TaskScope m_scope;
 };
 

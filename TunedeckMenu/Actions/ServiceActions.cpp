@@ -4,6 +4,7 @@
 #include <QUrl>
 
 #include <chrono>
+#include <utility>
 
 namespace tunedeck {
 
@@ -21,6 +22,7 @@ void ServiceActions::restart() {
         return;
     }
     m_model.setRestarting(true);
+    m_model.clearError();
     spawn(restartService());
 }
 
@@ -60,7 +62,9 @@ QCoro::Task<> ServiceActions::restartService() {
 }
 
 void ServiceActions::repairTools() {
-    spawn(installTools());
+    if (!std::exchange(m_repairing, true)) {
+        spawn(installTools());
+    }
 }
 
 QCoro::Task<> ServiceActions::installTools() {
@@ -69,6 +73,7 @@ QCoro::Task<> ServiceActions::installTools() {
     if (stop.stop_requested()) {
         co_return;
     }
+    m_repairing = false;
     if (!accepted) {
         m_model.show(QStringLiteral("Couldn't reach tunedeck to repair its tools."));
         co_return;

@@ -14,7 +14,7 @@ public:
 
     /// Restarts a running service and starts a stopped one; while that is under way, does nothing.
     void restart();
-    /// Has the service install its tools anew.
+    /// Has the service install its tools anew; while that is being asked for, does nothing.
     void repairTools();
     /// Opens the service's log with the user's viewer.
     void openLog();
@@ -25,6 +25,7 @@ private:
 
     MenuModel& m_model;
     const MenuServices& m_services;
+    bool m_repairing = false;
     TaskScope m_scope;
 };
 

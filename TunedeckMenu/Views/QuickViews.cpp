@@ -10,6 +10,7 @@
 #include <QQmlComponent>
 #include <QScreen>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -258,6 +259,11 @@ void QuickViews::onboardingChanged() {
 }
 
 void QuickViews::confirm(const Confirmation& question, std::function<void(bool confirmed)> answer) {
+    // A second press of the same control, by a screen reader that no window can hold back.
+    if (std::ranges::any_of(m_questions, [&](const Question& asked) { return asked.words == question; })) {
+        answer(false);
+        return;
+    }
     m_questions.push_back({question, std::move(answer)});
     if (m_dialog == nullptr) {
         askNext();
