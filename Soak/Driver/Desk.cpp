@@ -4,6 +4,7 @@
 
 #include <QRegularExpression>
 
+#include <fstream>
 #include <limits>
 
 namespace tunedeck::soak {
@@ -32,13 +33,46 @@ std::string keyOf(const test::NotificationServer::Call& call) {
 
 } // namespace
 
-Desk::Desk() {
-    setServer(true);
-    setTray(true);
+Desk::Desk(const Files& files) {
+    const auto configuration = files.folder() / "bus.conf";
+    const auto address = "unix:path=" + (files.folder() / "bus").string();
+    // Without a folder of services: nothing that is installed on this machine starts by itself.
+    std::ofstream(configuration)
+        << "<busconfig><type>session</type><listen>" << address
+        << "</listen><policy context=\"default\"><allow send_destination=\"*\" eavesdrop=\"true\"/>"
+           "<allow eavesdrop=\"true\"/><allow own=\"*\"/></policy></busconfig>";
+    m_busArguments = {u"--config-file="_s + QString::fromStdString(configuration.string()), u"--nofork"_s,
+                      u"--print-address=1"_s};
+    qputenv("DBUS_SESSION_BUS_ADDRESS", address.c_str());
+    setBus(true);
+}
+
+Desk::~Desk() {
+    setBus(false);
+}
+
+void Desk::setBus(bool there) {
+    if (there == hasBus()) {
+        return;
+    }
+    if (there) {
+        m_bus.start(u"dbus-daemon"_s, m_busArguments);
+        m_bus.waitForReadyRead();
+        setServer(true);
+        setTray(true);
+        // Who lost the bus looks for it now and then, and the longer the more seldom.
+        m_since += m_busLost == 0 ? 0 : realTime().count() - m_busLost;
+    } else {
+        m_bus.kill();
+        m_bus.waitForFinished();
+        setServer(false);
+        setTray(false);
+        m_busLost = realTime().count();
+    }
 }
 
 void Desk::setServer(bool there, bool rich) {
-    if (there == hasServer()) {
+    if (there == hasServer() || (there && !hasBus())) {
         return;
     }
     if (there) {
@@ -54,7 +88,7 @@ void Desk::setServer(bool there, bool rich) {
 }
 
 void Desk::setTray(bool there) {
-    if (there != hasTray()) {
+    if (there != hasTray() && (!there || hasBus())) {
         m_tray = there ? std::make_unique<test::TrayHost>() : nullptr;
     }
 }

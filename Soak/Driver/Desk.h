@@ -3,6 +3,9 @@
 #include "Peers/NotificationServer.h"
 #include "Peers/TrayHost.h"
 #include "Soak/Driver/Judge.h"
+#include "Soak/Trail.h"
+
+#include <QProcess>
 
 #include <cstdint>
 #include <map>
@@ -13,12 +16,19 @@
 
 namespace tunedeck::soak {
 
-/// The desktop's notification server and tray, which come and go.
+/// The desktop's session bus, notification server and tray, which come and go.
 class Desk {
 public:
-    Desk();
+    /// From now on the bus of the soak is the session bus of this process and of those that it starts.
+    explicit Desk(const Files& files);
+    ~Desk();
+    Desk(const Desk&) = delete;
+    Desk& operator=(const Desk&) = delete;
 
-    /// The server comes, with markup and actions or without, or goes.
+    /// The bus crashes with all that is on it, or is started again at the same address, with the others on it.
+    void setBus(bool there);
+    [[nodiscard]] bool hasBus() const { return m_bus.state() == QProcess::Running; }
+    /// The server comes, with markup and actions or without, or goes. Without a bus nobody comes.
     void setServer(bool there, bool rich = true);
     [[nodiscard]] bool hasServer() const { return m_server != nullptr; }
     void setTray(bool there);
@@ -35,6 +45,9 @@ public:
 private:
     void collect();
 
+    QStringList m_busArguments;
+    QProcess m_bus;
+    std::int64_t m_busLost = 0;
     std::unique_ptr<test::NotificationServer> m_server;
     std::unique_ptr<test::TrayHost> m_tray;
     std::int64_t m_since = 0;

@@ -64,13 +64,18 @@ bool Weather::user() {
 
 bool Weather::desktop() {
     const auto spell = static_cast<int>(m_random.between(50, 6000));
-    switch (m_random.between(0, 2)) {
+    switch (m_random.between(0, 3)) {
     case 0:
+        note(u"session bus gone"_s);
+        m_on.desk.setBus(false);
+        later(spell, [this] { m_on.desk.setBus(true); });
+        break;
+    case 1:
         note(u"notification server gone"_s);
         m_on.desk.setServer(false);
         later(spell, [this, rich = m_random.chance(70)] { m_on.desk.setServer(true, rich); });
         break;
-    case 1:
+    case 2:
         note(u"tray gone"_s);
         m_on.desk.setTray(false);
         later(spell, [this] { m_on.desk.setTray(true); });
@@ -146,6 +151,7 @@ bool Weather::startAgain() {
 bool Weather::settle() {
     ++m_calm;
     note(u"calm"_s);
+    m_on.desk.setBus(true);
     m_on.desk.setServer(true);
     m_on.desk.setTray(true);
     m_on.desk.tray().obey("come");

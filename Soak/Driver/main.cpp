@@ -74,6 +74,7 @@ public:
         , m_timeline(Timeline::begin(m_files.timeline(), wishes.speed))
         , m_judge(m_files)
         , m_unit(m_files)
+        , m_desk(m_files)
         , m_program(makeBundle(m_files))
         , m_subject(m_program, m_files)
         , m_weather({m_subject, m_desk, m_unit, m_timeline, m_program}, wishes.seed) {}
