@@ -35,7 +35,7 @@ std::vector<Ledger::Row> Ledger::rows(std::optional<int> scale) const {
     const auto memory = [&](double limit) { return scale ? std::optional(*scale * limit) : std::nullopt; };
     const Kind kinds[] = {{u"memory (PSS), KiB"_s, &Figures::pss, {}},
                           {u"memory of its own, KiB"_s, &Figures::own, memory(2048)},
-                          {u"memory in use (malloc), KiB"_s, &Figures::memory, memory(1024)},
+                          {u"memory in use (malloc), KiB"_s, &Figures::memory, memory(2048)},
                           {u"descriptors"_s, &Figures::files, 0},
                           {u"sockets among them"_s, &Figures::sockets, 0},
                           {u"threads"_s, &Figures::threads, 0},

@@ -31,9 +31,11 @@ struct Wishes {
     int openings = 0; ///< of the panel, and nothing else happens; 0: everything happens
     bool limitsMemory = true;
 
-    /// How many times the ordinary limits of memory; nothing without limits. The first minutes are all warm-up.
+    /// How many times the ordinary limits of memory; nothing without limits. The heap has its size once the windows
+    /// were at their fullest together, which takes about ten minutes: until then all is warm-up.
     [[nodiscard]] std::optional<int> memoryScale() const {
-        return !limitsMemory ? std::nullopt : std::optional(openings == 0 && minutes < 10 ? 4 : 1);
+        const int scale = openings > 0 || minutes >= 40 ? 1 : minutes < 10 ? 4 : 2;
+        return limitsMemory ? std::optional(scale) : std::nullopt;
     }
 };
 
@@ -268,7 +270,8 @@ private:
                     .arg(one.late - one.early, 10, 'f', 0)
                     .arg(one.limit ? QString::number(*one.limit) : u"-"_s, 8));
         }
-        say(u"  (lower quartiles of thirds of %1 samples, the first quarter left out)"_s.arg(m_ledger.samples()));
+        say(u"  (lower quartiles of thirds of %1 samples, after a warm-up of the first quarter)"_s.arg(
+            m_ledger.samples()));
         for (const auto& line : m_complaints.mid(0, 20)) {
             say(u"  the application said: "_s + line);
         }
