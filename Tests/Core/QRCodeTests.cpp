@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace tunedeck::test {
 
 namespace {
@@ -26,12 +28,12 @@ QByteArray picture(const QRCode::Image& code, int side) {
 /// What a scanner reads from it.
 QString scanned(const QRCode::Image& code, int side) {
     const QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("code.pgm")));
+    QFile file(folder.filePath(u"code.pgm"_s));
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(picture(code, side));
     file.close();
     QProcess scanner;
-    scanner.start(QStringLiteral("zbarimg"), {QStringLiteral("--raw"), QStringLiteral("-q"), file.fileName()});
+    scanner.start(u"zbarimg"_s, {u"--raw"_s, u"-q"_s, file.fileName()});
     EXPECT_TRUE(scanner.waitForFinished()) << "zbarimg is missing";
     return QString::fromUtf8(scanner.readAllStandardOutput()).trimmed();
 }
@@ -39,7 +41,7 @@ QString scanned(const QRCode::Image& code, int side) {
 } // namespace
 
 TEST(QRCode, ScansAtTheSizeOfThePanel) {
-    const QString start = QStringLiteral("https://t.me/tunedeck_bot?start=Xy9_-s3cretsecretsecretsecret");
+    const QString start = u"https://t.me/tunedeck_bot?start=Xy9_-s3cretsecretsecretsecret"_s;
     const auto code = QRCode::image(start);
     ASSERT_TRUE(code);
     for (const int scale : {1, 2, 3}) {
@@ -48,7 +50,7 @@ TEST(QRCode, ScansAtTheSizeOfThePanel) {
 }
 
 TEST(QRCode, KeepsBytesBeyondAsciiAndTheQuietZone) {
-    const QString text = QStringLiteral("Grüße 🎧");
+    const QString text = u"Grüße 🎧"_s;
     const auto code = QRCode::image(text);
     ASSERT_TRUE(code);
     EXPECT_EQ(scanned(*code, code->size * 4), text);

@@ -17,14 +17,8 @@
 namespace tunedeck {
 namespace {
 
-using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 using namespace test::behave;
-using test::Behaviour;
-using test::endingOf;
-using test::runToEnd;
-using test::runUntil;
-using test::TestServer;
+using namespace test;
 using Url = std::optional<QUrl>;
 using Told = QCoro::Task<QString>;
 

@@ -22,7 +22,6 @@ public:
     void setSymbol(const QString& newSymbol, const QString& newToolTip) override {
         symbol = newSymbol;
         toolTip = newToolTip;
-        symbols << newSymbol;
     }
     [[nodiscard]] std::optional<QRect> geometry() const override { return rectangle; }
     [[nodiscard]] std::optional<MenuBarPlacement> placement() const override { return place; }
@@ -37,7 +36,6 @@ public:
     bool available = true;
     QString symbol;
     QString toolTip;
-    QStringList symbols; ///< every one that was set
     std::optional<QRect> rectangle;
     std::optional<MenuBarPlacement> place = MenuBarPlacement{.itemMinX = 1200, .itemWidth = 24, .screenWidth = 1600};
 };
@@ -60,15 +58,11 @@ public:
         return works;
     }
     void reveal(const QString& path) override { revealed << path; }
-    QIcon icon(const QString& path) override {
-        iconsAsked << path;
-        return {};
-    }
+    QIcon icon(const QString&) override { return {}; }
 
     bool works = true; ///< what open() says
     std::vector<QUrl> opened;
     QStringList revealed;
-    QStringList iconsAsked;
 };
 
 /// A login item that keeps its state, or fails with a sentence.
@@ -90,29 +84,21 @@ public:
 /// A clipboard of the test's own.
 class FakePasteboard final : public Pasteboard {
 public:
-    void setText(const QString& newText) override {
-        text = newText;
-        texts << newText;
-    }
+    void setText(const QString& newText) override { text = newText; }
 
     QString text;
-    QStringList texts; ///< every one that was put there
 };
 
 /// A folder picker that the test answers.
 class FakeFolderPicker final : public FolderPicker {
 public:
-    void choose(const QString& newTitle, const QString& newPrompt, const QString& newStart,
+    void choose(const QString& newTitle, const QString& /*prompt*/, const QString& /*start*/,
                 std::function<void(std::optional<QString>)> done) override {
         title = newTitle;
-        prompt = newPrompt;
-        start = newStart;
         answer = std::move(done);
     }
 
     QString title;
-    QString prompt;
-    QString start;
     std::function<void(std::optional<QString>)> answer; ///< set while the picker is open
 };
 

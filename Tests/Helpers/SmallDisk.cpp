@@ -11,6 +11,8 @@
 #include <cstring>
 #include <stdexcept>
 
+using namespace Qt::StringLiterals;
+
 namespace tunedeck::test {
 
 namespace {
@@ -57,14 +59,14 @@ QString SmallDisk::path(const QString& relative) const {
 }
 
 void SmallDisk::fill() const {
-    QFile file(path(QStringLiteral(".filler")));
+    QFile file(path(u".filler"_s));
     file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered);
     while (file.write(QByteArray(4096, 'x')) == 4096) {
     }
 }
 
 void SmallDisk::makeRoom() const {
-    QFile::remove(path(QStringLiteral(".filler")));
+    QFile::remove(path(u".filler"_s));
 }
 
 void SmallDisk::setReadOnly(bool readOnly) const {

@@ -117,7 +117,6 @@ public:
     using Plan = std::pair<Behaviour, When>;
     std::map<QByteArray, Plan> routes;
     QList<ServedRequest> requests;
-    bool closeAtAccept = false;
     std::atomic<int> made = 0;
     std::atomic<int> open = 0;
 
@@ -143,12 +142,6 @@ private:
     }
 
     void serve(int peer) {
-        {
-            const std::lock_guard lock(mutex);
-            if (closeAtAccept) {
-                return;
-            }
-        }
         Connection connection(peer, m_wakeUp);
         QByteArray bytes;
         while (!bytes.contains("\r\n\r\n")) {
@@ -198,11 +191,6 @@ TestServer::~TestServer() = default;
 void TestServer::on(const QByteArray& route, Behaviour behaviour, When when) {
     const std::lock_guard lock(m_loop->mutex);
     m_loop->routes[route] = {std::move(behaviour), when};
-}
-
-void TestServer::closeAtAccept() {
-    const std::lock_guard lock(m_loop->mutex);
-    m_loop->closeAtAccept = true;
 }
 
 void TestServer::stop() {

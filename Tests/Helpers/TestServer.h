@@ -63,8 +63,6 @@ public:
 
     /// Sets what a route does; "*" stands for every route that has none of its own.
     void on(const QByteArray& route, Behaviour behaviour, When when = When::RequestCame);
-    /// Closes every connection as soon as it comes, from now on.
-    void closeAtAccept();
     /// Stops listening: nothing answers on the port any more.
     void stop();
 

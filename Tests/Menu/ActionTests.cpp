@@ -8,7 +8,6 @@
 namespace tunedeck {
 
 using namespace test;
-using namespace std::chrono_literals;
 
 namespace {
 
@@ -42,14 +41,14 @@ TEST_F(ActionTest, LibraryActionsShowARefusalAndAreBusyUntilTheLastOneEnded) {
     panel->applyLibraryNow();
     EXPECT_TRUE(state().libraryBusy);
     ASSERT_TRUE(comes([&] { return !state().libraryBusy; }));
-    EXPECT_EQ(error(), QStringLiteral("Rekordbox is open."));
+    EXPECT_EQ(error(), u"Rekordbox is open."_s);
     EXPECT_TRUE(state().service.isRunning()) << "refreshed";
 
     serve("POST /local/rekordbox/retry", R"({"ok":false})");
     panel->retryFailedChanges();
     EXPECT_FALSE(state().actionError) << "cleared at once";
     ASSERT_TRUE(comes([&] { return !state().libraryBusy; }));
-    EXPECT_EQ(error(), QStringLiteral("That didn't work."));
+    EXPECT_EQ(error(), u"That didn't work."_s);
 
     serve("POST /local/rekordbox/dismiss", R"({"ok":true})");
     server.on(applyRoute, behave::after(150ms, behave::answer(200, R"({"ok":true})")));
@@ -67,53 +66,50 @@ TEST_F(ActionTest, ARestoreIsAskedAboutAndSentOnlyWhileItIsWhatWasAskedAbout) {
     serve(restoreRoute, R"({"ok":true})");
     serveStatus(libraryMember("1.4.0"));
     look();
-    panel->restoreBackup(QStringLiteral("9.9.9"));
+    panel->restoreBackup(u"9.9.9"_s);
     EXPECT_TRUE(questions.empty()) << "no such backup";
 
-    panel->restoreBackup(QStringLiteral("1.4.0"));
+    panel->restoreBackup(u"1.4.0"_s);
     ASSERT_EQ(questions.size(), 1U);
     const auto& question = questions.back().first;
-    EXPECT_EQ(question.message, QStringLiteral("Restore your Rekordbox library to v1.4.0?"));
-    EXPECT_TRUE(question.informativeText.startsWith(QStringLiteral("This puts back the backup from Feb 28, 2026")))
+    EXPECT_EQ(question.message, u"Restore your Rekordbox library to v1.4.0?"_s);
+    EXPECT_TRUE(question.informativeText.startsWith(u"This puts back the backup from Feb 28, 2026"_s))
         << question.informativeText.toStdString();
-    EXPECT_TRUE(question.informativeText.contains(QStringLiteral(": “before import”.\n\nYour current library")));
+    EXPECT_TRUE(question.informativeText.contains(u": “before import”.\n\nYour current library"_s));
     EXPECT_TRUE(question.warning);
     answer(false);
 
-    panel->restoreBackup(QStringLiteral("1.4.0"));
+    panel->restoreBackup(u"1.4.0"_s);
     serveStatus(libraryMember("1.5.0"));
     look();
     answer(true);
-    EXPECT_EQ(error(), QStringLiteral("The backup v1.4.0 isn't there any more."));
+    EXPECT_EQ(error(), u"The backup v1.4.0 isn't there any more."_s);
 
-    panel->restoreBackup(QStringLiteral("1.5.0"));
+    panel->restoreBackup(u"1.5.0"_s);
     serveStatus(libraryMember("1.5.0", true));
     look();
     answer(true);
-    EXPECT_EQ(error(), QStringLiteral("Quit Rekordbox to restore a backup."));
+    EXPECT_EQ(error(), u"Quit Rekordbox to restore a backup."_s);
     settle();
     EXPECT_EQ(count(restoreRoute), 0);
 
     serveStatus(libraryMember("1.5.0"));
     look();
-    panel->restoreBackup(QStringLiteral("1.5.0"));
+    panel->restoreBackup(u"1.5.0"_s);
     answer(true);
     ASSERT_TRUE(comes([&] { return count(restoreRoute) == 1 && !state().libraryBusy; }));
     EXPECT_FALSE(state().actionError);
 }
 
 TEST_F(ActionTest, ARestoreWithoutADateLeavesItOutOfTheQuestion) {
-    ServiceStatus::Library::Backup backup{
-        .version = QStringLiteral("2"), .createdAt = QStringLiteral("soon"), .reason = QStringLiteral("manual")};
-    EXPECT_TRUE(
-        restoreQuestion(backup).informativeText.startsWith(QStringLiteral("This puts back the backup: “manual”")));
+    ServiceStatus::Library::Backup backup{.version = u"2"_s, .createdAt = u"soon"_s, .reason = u"manual"_s};
+    EXPECT_TRUE(restoreQuestion(backup).informativeText.startsWith(u"This puts back the backup: “manual”"_s));
 }
 
 TEST_F(ActionTest, RestartingStartsAnewThenBootstrapsThenGivesUpWithTheStatus) {
-    const QStringList kickstart{QStringLiteral("kickstart"), QStringLiteral("-k"),
-                                QStringLiteral("gui/501/com.brightfold.tunedeck")};
-    const QStringList bootstrap{QStringLiteral("bootstrap"), QStringLiteral("gui/501"),
-                                home.path(QStringLiteral("Library/LaunchAgents/com.brightfold.tunedeck.plist"))};
+    const QStringList kickstart{u"kickstart"_s, u"-k"_s, u"gui/501/com.brightfold.tunedeck"_s};
+    const QStringList bootstrap{u"bootstrap"_s, u"gui/501"_s,
+                                home.path(u"Library/LaunchAgents/com.brightfold.tunedeck.plist"_s)};
     panel->restartService();
     panel->restartService();
     EXPECT_TRUE(state().isRestarting);
@@ -131,7 +127,7 @@ TEST_F(ActionTest, RestartingStartsAnewThenBootstrapsThenGivesUpWithTheStatus) {
     EXPECT_EQ(launchctlCalls.size(), 2U);
     clock.advance(1ms);
     EXPECT_EQ(launchctlCalls, (std::vector{kickstart, kickstart, bootstrap}));
-    EXPECT_EQ(error(), QStringLiteral("Couldn't start tunedeck (launchctl exit 5). See the log."));
+    EXPECT_EQ(error(), u"Couldn't start tunedeck (launchctl exit 5). See the log."_s);
     EXPECT_TRUE(state().isRestarting);
     clock.advance(1500ms);
     EXPECT_TRUE(comes([&] { return !state().isRestarting; }));
@@ -142,7 +138,7 @@ TEST_F(ActionTest, RepairingToolsShowsTheNewReportAtOnceOrSaysWhyNot) {
     serve(route, "{}", 200);
     panel->repairTools();
     ASSERT_TRUE(comes([&] { return state().actionError.has_value(); }));
-    EXPECT_EQ(error(), QStringLiteral("Couldn't reach tunedeck to repair its tools."));
+    EXPECT_EQ(error(), u"Couldn't reach tunedeck to repair its tools."_s);
     EXPECT_EQ(count("GET /local/toolbox"), 0);
     serve(route, "{}", 202);
     panel->repairTools();
@@ -155,19 +151,19 @@ TEST_F(ActionTest, ACopiedValueIsMarkedForAMoment) {
     serveLinks(R"({"id":"a","kind":"claude","url":"https://x.example/abc/mcp"},
                   {"id":"i.1","kind":"shortcut","apiUrl":"https://x.example/api","token":"secret"})");
     look();
-    panel->copySecret(QStringLiteral("a.url"));
-    EXPECT_EQ(pasteboard.text, QStringLiteral("https://x.example/abc/mcp"));
+    panel->copySecret(u"a.url"_s);
+    EXPECT_EQ(pasteboard.text, u"https://x.example/abc/mcp"_s);
     clock.advance(1s);
-    panel->copySecret(QStringLiteral("i.1.key"));
-    EXPECT_EQ(pasteboard.text, QStringLiteral("secret"));
+    panel->copySecret(u"i.1.key"_s);
+    EXPECT_EQ(pasteboard.text, u"secret"_s);
     clock.advance(500ms);
-    EXPECT_EQ(state().copied, QStringLiteral("i.1.key")) << "the first value's time doesn't end the second's";
+    EXPECT_EQ(state().copied, u"i.1.key"_s) << "the first value's time doesn't end the second's";
     clock.advance(1s);
     EXPECT_FALSE(state().copied);
-    panel->copySecret(QStringLiteral("i.1.url"));
-    EXPECT_EQ(pasteboard.text, QStringLiteral("https://x.example/api"));
-    panel->copySecret(QStringLiteral("gone.url"));
-    EXPECT_EQ(pasteboard.texts.size(), 3);
+    panel->copySecret(u"i.1.url"_s);
+    EXPECT_EQ(pasteboard.text, u"https://x.example/api"_s);
+    panel->copySecret(u"gone.url"_s);
+    EXPECT_EQ(pasteboard.text, u"https://x.example/api"_s);
 }
 
 TEST_F(ActionTest, ConnectingAnnouncesTheLinkAndAddsIt) {
@@ -175,74 +171,73 @@ TEST_F(ActionTest, ConnectingAnnouncesTheLinkAndAddsIt) {
     server.on("POST /local/links",
               behave::after(50ms, behave::answer(201, R"({"id":"n","kind":"claude","url":"https://x.example/u"})")));
     serveLinks(R"({"id":"n","kind":"claude","url":"https://x.example/u"})");
-    panel->connectAssistant(QStringLiteral("claude"));
-    panel->connectAssistant(QStringLiteral("claude"));
+    panel->connectAssistant(u"claude"_s);
+    panel->connectAssistant(u"claude"_s);
     EXPECT_TRUE(state().linksBusy);
     ASSERT_TRUE(comes([&] { return !state().linksBusy; }));
     EXPECT_EQ(count("POST /local/links"), 1) << "two links of a double press would be one too many";
-    EXPECT_EQ(pasteboard.text, QStringLiteral("https://x.example/u"));
-    EXPECT_EQ(state().copied, QStringLiteral("n.url"));
-    EXPECT_EQ(note(), QStringLiteral("Copied Claude's URL. ") + info(Assistant::claude).setupSteps.join(u' '));
+    EXPECT_EQ(pasteboard.text, u"https://x.example/u"_s);
+    EXPECT_EQ(state().copied, u"n.url"_s);
+    EXPECT_EQ(note(), u"Copied Claude's URL. "_s + info(Assistant::claude).setupSteps.join(u' '));
     EXPECT_EQ(state().links.size(), 1U);
 
     serve("POST /local/links", R"({"id":"s","kind":"shortcut"})", 201);
-    panel->connectAssistant(QStringLiteral("shortcut"));
+    panel->connectAssistant(u"shortcut"_s);
     ASSERT_TRUE(comes([&] { return !state().linksBusy; }));
-    EXPECT_EQ(note(), QStringLiteral("Follow the setup guide on your iPhone, using the URL and key shown here."));
+    EXPECT_EQ(note(), u"Follow the setup guide on your iPhone, using the URL and key shown here."_s);
 
     serve("POST /local/links", R"({"error":"The cloud is busy."})", 503);
-    panel->connectAssistant(QStringLiteral("shortcut"));
+    panel->connectAssistant(u"shortcut"_s);
     ASSERT_TRUE(comes([&] { return !state().linksBusy; }));
-    EXPECT_EQ(error(), QStringLiteral("Couldn't connect iPhone: The cloud is busy."));
+    EXPECT_EQ(error(), u"Couldn't connect iPhone: The cloud is busy."_s);
     EXPECT_FALSE(state().actionNote);
     serve("POST /local/links", R"({"code":"telegram_not_configured"})", 409);
-    panel->connectAssistant(QStringLiteral("telegram"));
+    panel->connectAssistant(u"telegram"_s);
     ASSERT_TRUE(comes([&] { return !state().linksBusy; }));
-    EXPECT_EQ(error(),
-              QStringLiteral("Telegram isn't available yet. Try ChatGPT, Claude or the iPhone Shortcut for now."));
+    EXPECT_EQ(error(), u"Telegram isn't available yet. Try ChatGPT, Claude or the iPhone Shortcut for now."_s);
 }
 
 TEST_F(ActionTest, RenewingALinkCopiesItsNewSecretOrSaysWhyNot) {
     serveLinks(R"({"id":"a","kind":"claude","url":"https://old"},{"id":"i","kind":"shortcut","token":"old"},
                   {"id":"t","kind":"telegram","url":"https://t.me/b?start=old"})");
     look();
-    panel->rotateLink(QStringLiteral("a"));
-    EXPECT_EQ(questions.back().first.message, QStringLiteral("Make a new URL for Claude?"));
+    panel->rotateLink(u"a"_s);
+    EXPECT_EQ(questions.back().first.message, u"Make a new URL for Claude?"_s);
     serve("POST /local/links/a/rotate", R"({"id":"a","kind":"claude","url":"https://new"})");
     answer(true);
     ASSERT_TRUE(comes([&] { return !state().linksBusy; }));
-    EXPECT_EQ(pasteboard.text, QStringLiteral("https://new"));
-    EXPECT_EQ(note(), QStringLiteral("New URL copied. Paste it into Claude"));
+    EXPECT_EQ(pasteboard.text, u"https://new"_s);
+    EXPECT_EQ(note(), u"New URL copied. Paste it into Claude"_s);
 
-    panel->rotateLink(QStringLiteral("i"));
+    panel->rotateLink(u"i"_s);
     EXPECT_EQ(questions.back().first.informativeText,
-              QStringLiteral("The current key stops working right away. Put the new one into your Shortcut to keep "
-                             "using Tunedeck there."));
+              u"The current key stops working right away. Put the new one into your Shortcut to keep "
+              "using Tunedeck there."_s);
     serve("POST /local/links/i/rotate", R"({"id":"i","kind":"shortcut","token":"fresh"})");
     answer(true);
     ASSERT_TRUE(comes([&] { return !state().linksBusy; }));
-    EXPECT_EQ(state().copied, QStringLiteral("i.key"));
+    EXPECT_EQ(state().copied, u"i.key"_s);
     serve("POST /local/links/i/rotate", "{}", 500);
-    panel->rotateLink(QStringLiteral("i"));
+    panel->rotateLink(u"i"_s);
     answer(true);
     ASSERT_TRUE(comes([&] { return !state().linksBusy; }));
-    EXPECT_EQ(error(), QStringLiteral("Couldn't make a new key: tunedeck answered 500."));
+    EXPECT_EQ(error(), u"Couldn't make a new key: tunedeck answered 500."_s);
 
-    panel->newTelegramCode(QStringLiteral("t"));
+    panel->newTelegramCode(u"t"_s);
     serve("POST /local/links/t/rotate", R"({"id":"t","kind":"telegram","url":"https://t.me/b?start=new"})");
     answer(true);
     ASSERT_TRUE(comes([&] { return !state().linksBusy; }));
-    EXPECT_EQ(note(), QStringLiteral("New code ready. Scan it with your phone."));
-    EXPECT_EQ(pasteboard.text, QStringLiteral("fresh")) << "a code isn't copied";
+    EXPECT_EQ(note(), u"New code ready. Scan it with your phone."_s);
+    EXPECT_EQ(pasteboard.text, u"fresh"_s) << "a code isn't copied";
 }
 
 TEST_F(ActionTest, ALinkThatChangedBehindTheQuestionIsLeftAlone) {
     serveLinks(
         R"({"id":"t","kind":"telegram","url":"https://t.me/b?start=1"},{"id":"a","kind":"claude","url":"https://old"})");
     look();
-    panel->newTelegramCode(QStringLiteral("t"));
-    panel->rotateLink(QStringLiteral("a"));
-    panel->disconnectLink(QStringLiteral("a"));
+    panel->newTelegramCode(u"t"_s);
+    panel->rotateLink(u"a"_s);
+    panel->disconnectLink(u"a"_s);
     serveLinks(R"({"id":"t","kind":"telegram","paired":true})");
     look();
     for (const auto& question : questions) {
@@ -254,9 +249,9 @@ TEST_F(ActionTest, ALinkThatChangedBehindTheQuestionIsLeftAlone) {
     EXPECT_EQ(
         count("POST /local/links/t/rotate") + count("POST /local/links/a/rotate") + count("DELETE /local/links/a"), 0);
 
-    panel->disconnectLink(QStringLiteral("t"));
+    panel->disconnectLink(u"t"_s);
     EXPECT_EQ(questions.back().first.informativeText,
-              QStringLiteral("The bot stops answering that chat right away. You can pair again later."));
+              u"The bot stops answering that chat right away. You can pair again later."_s);
     server.on("DELETE /local/links/t", behave::answer(204, {}));
     serve("GET /local/links", "{}", 500);
     answer(true);
@@ -267,48 +262,46 @@ TEST_F(ActionTest, ALinkThatChangedBehindTheQuestionIsLeftAlone) {
 TEST_F(ActionTest, TheDownloadFolderIsSavedAndOpened) {
     look();
     panel->revealDownloads();
-    EXPECT_EQ(workspace.opened.back(), QUrl::fromLocalFile(QStringLiteral("/music")));
+    EXPECT_EQ(workspace.opened.back(), QUrl::fromLocalFile(u"/music"_s));
     panel->chooseFolder();
     panel->chooseFolder();
-    EXPECT_EQ(picker.title, QStringLiteral("Choose where Tunedeck saves downloads"));
-    picker.answer(QStringLiteral("/else where"));
-    EXPECT_EQ(services.settings.downloadDir(), QStringLiteral("/else where"));
-    ASSERT_TRUE(comes([&] { return state().customFolder == QStringLiteral("/else where"); }));
+    EXPECT_EQ(picker.title, u"Choose where Tunedeck saves downloads"_s);
+    picker.answer(u"/else where"_s);
+    EXPECT_EQ(services.settings.downloadDir(), u"/else where"_s);
+    ASSERT_TRUE(comes([&] { return state().customFolder == u"/else where"_s; }));
     panel->revealDownloads();
-    EXPECT_EQ(workspace.opened.back(), QUrl::fromLocalFile(QStringLiteral("/else where")));
+    EXPECT_EQ(workspace.opened.back(), QUrl::fromLocalFile(u"/else where"_s));
     panel->useDefaultFolder();
     EXPECT_FALSE(services.settings.downloadDir());
 
     panel->chooseFolder();
-    ASSERT_TRUE(QFile::remove(home.path(QStringLiteral(".tunedeck/settings.json"))));
-    home.write(QStringLiteral(".tunedeck/settings.json/in-the-way"), "x");
-    picker.answer(QStringLiteral("/b"));
-    EXPECT_TRUE(error().startsWith(QStringLiteral("Couldn't save the folder: "))) << error().toStdString();
+    ASSERT_TRUE(QFile::remove(home.path(u".tunedeck/settings.json"_s)));
+    home.write(u".tunedeck/settings.json/in-the-way"_s, "x");
+    picker.answer(u"/b"_s);
+    EXPECT_TRUE(error().startsWith(u"Couldn't save the folder: "_s)) << error().toStdString();
     workspace.works = false;
     panel->openLog();
-    EXPECT_TRUE(error().startsWith(QStringLiteral("Couldn't open "))) << error().toStdString();
+    EXPECT_TRUE(error().startsWith(u"Couldn't open "_s)) << error().toStdString();
 }
 
 TEST_F(ActionTest, OpenAtLoginShowsWhatTheSystemSays) {
     panel->setOpensAtLogin(true);
     EXPECT_TRUE(state().opensAtLogin);
-    loginItem.failure = QStringLiteral("read-only");
+    loginItem.failure = u"read-only"_s;
     panel->setOpensAtLogin(false);
-    EXPECT_EQ(error(), QStringLiteral("Couldn't change Open at Login: read-only"));
+    EXPECT_EQ(error(), u"Couldn't change Open at Login: read-only"_s);
     EXPECT_TRUE(state().opensAtLogin);
 }
 
 TEST_F(ActionTest, AnUpdateIsInstalledOrItsDiskImageOpened) {
-    const Release release{.version = QStringLiteral("1.3.0"),
-                          .url = QStringLiteral("https://x.example/z"),
-                          .dmgUrl = QStringLiteral("file:///etc")};
+    const Release release{.version = u"1.3.0"_s, .url = u"https://x.example/z"_s, .dmgUrl = u"file:///etc"_s};
     std::expected<void, UpdateError> result;
     struct Answer {
         static QCoro::Task<std::expected<void, UpdateError>> give(std::expected<void, UpdateError> result) {
             co_return result;
         }
     };
-    services.updates.latestDiskImage = QUrl(QStringLiteral("https://x.example/latest.dmg"));
+    services.updates.latestDiskImage = QUrl(u"https://x.example/latest.dmg"_s);
     services.updates.install = [&](Release, const ProgressHandler& progress, std::stop_token) {
         progress(0.5);
         EXPECT_EQ(std::get<UpdateState::Installing>(state().update.value).progress, 0.5);
@@ -324,8 +317,7 @@ TEST_F(ActionTest, AnUpdateIsInstalledOrItsDiskImageOpened) {
     EXPECT_EQ(state().update, UpdateState{UpdateState::Available{release}});
     result = std::unexpected(UpdateError{.kind = UpdateError::Kind::checksum});
     panel->installUpdate();
-    EXPECT_EQ(state().update,
-              UpdateState{UpdateState::Failed{QStringLiteral("The download doesn't match its checksum.")}});
+    EXPECT_EQ(state().update, UpdateState{UpdateState::Failed{u"The download doesn't match its checksum."_s}});
     EXPECT_EQ(quits, 0);
 
     result = {};
@@ -341,16 +333,16 @@ TEST_F(ActionTest, GoingInTheMiddleOfAnythingTouchesNothing) {
     serveLinks(R"({"id":"a","kind":"claude","url":"u"},{"id":"t","kind":"telegram","url":"v"})");
     const std::vector<std::function<void(PanelController&)>> actions{
         [](auto& p) { p.applyLibraryNow(); },
-        [](auto& p) { p.restoreBackup(QStringLiteral("1")); },
+        [](auto& p) { p.restoreBackup(u"1"_s); },
         [](auto& p) { p.repairTools(); },
         [](auto& p) { p.restartService(); },
         [](auto& p) { p.chooseFolder(); },
         [](auto& p) { p.useDefaultFolder(); },
-        [](auto& p) { p.connectAssistant(QStringLiteral("chatgpt")); },
-        [](auto& p) { p.rotateLink(QStringLiteral("a")); },
-        [](auto& p) { p.newTelegramCode(QStringLiteral("t")); },
-        [](auto& p) { p.disconnectLink(QStringLiteral("a")); },
-        [](auto& p) { p.copySecret(QStringLiteral("a.url")); },
+        [](auto& p) { p.connectAssistant(u"chatgpt"_s); },
+        [](auto& p) { p.rotateLink(u"a"_s); },
+        [](auto& p) { p.newTelegramCode(u"t"_s); },
+        [](auto& p) { p.disconnectLink(u"a"_s); },
+        [](auto& p) { p.copySecret(u"a.url"_s); },
         [](auto& p) { p.panelAppeared(); },
     };
     // With every route hanging, each action comes to rest at its first request; with the status alone, at its refresh.
@@ -375,11 +367,11 @@ TEST_F(ActionTest, GoingInTheMiddleOfAnythingTouchesNothing) {
             EXPECT_TRUE(comes([&] { return server.open() == 0; })) << "a request outlived its owner";
             clock.advance(5s);
             if (picker.answer) {
-                picker.answer(QStringLiteral("/late"));
+                picker.answer(u"/late"_s);
             }
         }
     }
-    EXPECT_NE(services.settings.downloadDir(), QStringLiteral("/late"));
+    EXPECT_NE(services.settings.downloadDir(), u"/late"_s);
 }
 
 } // namespace tunedeck

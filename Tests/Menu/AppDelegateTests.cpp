@@ -8,7 +8,6 @@
 namespace tunedeck {
 
 using namespace test;
-using namespace std::chrono_literals;
 
 namespace {
 
@@ -26,14 +25,14 @@ public:
     void showPopover(const QRect& anchor) override {
         m_shown.popover = true;
         m_shown.anchor = anchor;
-        m_shown.calls << QStringLiteral("popover");
+        m_shown.calls << u"popover"_s;
     }
     void closePopover() override { m_shown.popover = false; }
     [[nodiscard]] bool isPopoverShown() const override { return m_shown.popover; }
-    void showWindow() override { m_shown.calls << QStringLiteral("window"); }
-    [[nodiscard]] bool isWindowShown() const override { return m_shown.calls.contains(QStringLiteral("window")); }
-    void showOnboarding() override { m_shown.calls << QStringLiteral("onboarding"); }
-    void closeOnboarding() override { m_shown.calls << QStringLiteral("close onboarding"); }
+    void showWindow() override { m_shown.calls << u"window"_s; }
+    [[nodiscard]] bool isWindowShown() const override { return m_shown.calls.contains(u"window"_s); }
+    void showOnboarding() override { m_shown.calls << u"onboarding"_s; }
+    void closeOnboarding() override { m_shown.calls << u"close onboarding"_s; }
     void confirm(const Confirmation& question, std::function<void(bool)> answer) override {
         m_shown.calls << question.message;
         answer(false);
@@ -41,7 +40,7 @@ public:
     void contentChanged() override { m_shown.calls << m_host.content().header.status; }
     void onboardingChanged() override {}
     void setAppearance(const Appearance& appearance) override {
-        m_shown.calls << (appearance.dark ? QStringLiteral("dark") : QStringLiteral("light"));
+        m_shown.calls << (appearance.dark ? u"dark"_s : u"light"_s);
     }
 
 private:
@@ -71,7 +70,7 @@ protected:
                                                                                 .defaults = defaults});
         delegate->launch();
     }
-    void beOnboarded() { home.write(QStringLiteral(".tunedeck/settings.json"), R"({"onboarded":true})"); }
+    void beOnboarded() { home.write(u".tunedeck/settings.json"_s, R"({"onboarded":true})"); }
     /// Lets the start-up come to its end with a service that answers.
     void finishStartUp() {
         ASSERT_TRUE(comes([&] { return count("GET /local/status") >= 2; }));
@@ -83,13 +82,13 @@ protected:
     FakeNotificationCenter center;
     FakeAppearanceSource appearance;
     FakeViewsSource views;
-    QSettings defaults{home.path(QStringLiteral("defaults.ini")), QSettings::IniFormat};
+    QSettings defaults{home.path(u"defaults.ini"_s), QSettings::IniFormat};
     std::unique_ptr<AppDelegate> delegate;
 };
 
-const auto warning = QStringLiteral("exclamationmark.triangle");
-const auto normal = QStringLiteral("music.note.list");
-const auto positionKey = QStringLiteral("NSStatusItem Preferred Position TunedeckStatusItem");
+const auto warning = u"exclamationmark.triangle"_s;
+const auto normal = u"music.note.list"_s;
+const auto positionKey = u"NSStatusItem Preferred Position TunedeckStatusItem"_s;
 
 } // namespace
 
@@ -102,7 +101,7 @@ TEST_F(AppDelegateTest, TheIconStandsBeforeAnythingElseAndKeepsItsPlace) {
     EXPECT_EQ(center.starts, 1);
     EXPECT_EQ(views.asked, 0) << "the windows are loaded when they are needed";
     clock.advance(1s);
-    EXPECT_TRUE(home.read(QStringLiteral(".tunedeck/menu-bar.json")).contains("\"visible\""));
+    EXPECT_TRUE(home.read(u".tunedeck/menu-bar.json"_s).contains("\"visible\""));
 
     defaults.setValue(positionKey, 7);
     delegate.reset();
@@ -154,11 +153,11 @@ TEST_F(AppDelegateTest, WhatIsNewIsAnnouncedAndOpensTheWindowWhenClicked) {
                                    {"job_id":"c","state":"failed","playlist":"Chill","message":"no"}])");
     clock.advance(4s);
     ASSERT_TRUE(comes([&] { return center.posted.size() == 2; }));
-    EXPECT_EQ(center.posted.front().identifier, QStringLiteral("b-requested"));
-    EXPECT_EQ(center.posted.back().identifier, QStringLiteral("c-failed"));
+    EXPECT_EQ(center.posted.front().identifier, u"b-requested"_s);
+    EXPECT_EQ(center.posted.back().identifier, u"c-failed"_s);
     views.shown.calls.clear();
-    Q_EMIT center.opened(QStringLiteral("b-requested"));
-    EXPECT_EQ(views.shown.calls, QStringList{QStringLiteral("window")});
+    Q_EMIT center.opened(u"b-requested"_s);
+    EXPECT_EQ(views.shown.calls, QStringList{u"window"_s});
 }
 
 TEST_F(AppDelegateTest, AStartByHandShowsTheWindowAndAStartAtLoginDoesNot) {
@@ -167,24 +166,23 @@ TEST_F(AppDelegateTest, AStartByHandShowsTheWindowAndAStartAtLoginDoesNot) {
     finishStartUp();
     EXPECT_TRUE(views.shown.calls.isEmpty());
     delegate->reopen();
-    EXPECT_EQ(views.shown.calls.count(QStringLiteral("window")), 1);
+    EXPECT_EQ(views.shown.calls.count(u"window"_s), 1);
 
     views.shown.calls.clear();
     clock.setUptime(301s);
     launch();
-    EXPECT_TRUE(comes([&] { return views.shown.calls.contains(QStringLiteral("window")); }));
+    EXPECT_TRUE(comes([&] { return views.shown.calls.contains(u"window"_s); }));
 }
 
 TEST_F(AppDelegateTest, AFailedInstallationIsOneLineAndTheStartGoesOn) {
     beOnboarded();
-    QFile program(home.write(QStringLiteral("Tunedeck.app/Contents/Helpers/tunedeck"), "program"));
+    QFile program(home.write(u"Tunedeck.app/Contents/Helpers/tunedeck"_s, "program"));
     program.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    home.write(QStringLiteral(".tunedeck/bin"), "in the way");
+    home.write(u".tunedeck/bin"_s, "in the way");
     launch();
     finishStartUp();
     delegate->showWindow();
-    EXPECT_TRUE(views.shown.host->content().banner.text.startsWith(
-        QStringLiteral("Couldn't start Tunedeck's background service: ")))
+    EXPECT_TRUE(views.shown.host->content().banner.text.startsWith(u"Couldn't start Tunedeck's background service: "_s))
         << views.shown.host->content().banner.text.toStdString();
 }
 
@@ -197,12 +195,12 @@ TEST_F(AppDelegateTest, WithoutATrayTheWindowOpensAndTheIconComesWhenTheTrayDoes
     EXPECT_TRUE(views.shown.calls.isEmpty());
     clock.advance(10s);
     settle();
-    EXPECT_TRUE(views.shown.calls.contains(QStringLiteral("window")));
-    EXPECT_TRUE(home.read(QStringLiteral(".tunedeck/menu-bar.json")).isEmpty()) << "nothing was measured";
+    EXPECT_TRUE(views.shown.calls.contains(u"window"_s));
+    EXPECT_TRUE(home.read(u".tunedeck/menu-bar.json"_s).isEmpty()) << "nothing was measured";
     item.place = MenuBarPlacement{.itemMinX = 1200, .itemWidth = 24, .screenWidth = 1600};
     item.setAvailable(true);
     clock.advance(1s);
-    EXPECT_FALSE(home.read(QStringLiteral(".tunedeck/menu-bar.json")).isEmpty());
+    EXPECT_FALSE(home.read(u".tunedeck/menu-bar.json"_s).isEmpty());
 }
 
 TEST_F(AppDelegateTest, TheIconTogglesThePanelWhereItStands) {
@@ -214,7 +212,7 @@ TEST_F(AppDelegateTest, TheIconTogglesThePanelWhereItStands) {
     Q_EMIT item.activated();
     EXPECT_FALSE(views.shown.popover);
     appearance.set({.dark = true});
-    EXPECT_TRUE(views.shown.calls.contains(QStringLiteral("dark")));
+    EXPECT_TRUE(views.shown.calls.contains(u"dark"_s));
     Q_EMIT item.quitRequested();
     EXPECT_EQ(quits, 1);
 }
@@ -247,27 +245,27 @@ TEST_F(AppDelegateTest, AUsersWindowDoesNotWaitForLinksThatCannotMatter) {
     serveStatus(R"("cloud":{"enabled":true,"base_url":"x","registered":true})");
     server.on("GET /local/links", behave::hang());
     launch();
-    EXPECT_TRUE(comes([&] { return views.shown.calls.contains(QStringLiteral("window")); }));
+    EXPECT_TRUE(comes([&] { return views.shown.calls.contains(u"window"_s); }));
     EXPECT_TRUE(comes([&] { return count("GET /local/links") == 1; }));
 }
 
 TEST_F(AppDelegateTest, AFirstStartWalksThroughTheFirstRunAndAnEarlyEndAsksAgain) {
     launch();
-    ASSERT_TRUE(comes([&] { return views.shown.calls.contains(QStringLiteral("onboarding")); }));
+    ASSERT_TRUE(comes([&] { return views.shown.calls.contains(u"onboarding"_s); }));
     EXPECT_FALSE(services.settings.onboarded());
     auto& actions = views.shown.host->onboardingActions();
     actions.windowAppeared();
     actions.windowClosed();
     delegate->reopen();
-    EXPECT_EQ(views.shown.calls.count(QStringLiteral("onboarding")), 2) << "not the main window yet";
+    EXPECT_EQ(views.shown.calls.count(u"onboarding"_s), 2) << "not the main window yet";
     for (int step = 0; step < 4; ++step) {
         actions.advance(); // the last one twice, as a double press does
     }
     EXPECT_TRUE(services.settings.onboarded());
-    ASSERT_TRUE(comes([&] { return views.shown.calls.contains(QStringLiteral("window")); }));
-    EXPECT_EQ(views.shown.calls.count(QStringLiteral("close onboarding")), 1);
+    ASSERT_TRUE(comes([&] { return views.shown.calls.contains(u"window"_s); }));
+    EXPECT_EQ(views.shown.calls.count(u"close onboarding"_s), 1);
     delegate->reopen();
-    EXPECT_EQ(views.shown.calls.count(QStringLiteral("onboarding")), 2);
+    EXPECT_EQ(views.shown.calls.count(u"onboarding"_s), 2);
 }
 
 TEST_F(AppDelegateTest, WhoeverReachesTheServiceAlreadyIsNotWalkedThroughIt) {
@@ -284,7 +282,7 @@ TEST_F(AppDelegateTest, WhoeverReachesTheServiceAlreadyIsNotWalkedThroughIt) {
     serveStatus();
     const auto before = count("GET /local/links");
     launch();
-    EXPECT_TRUE(comes([&] { return views.shown.calls.contains(QStringLiteral("onboarding")); }));
+    EXPECT_TRUE(comes([&] { return views.shown.calls.contains(u"onboarding"_s); }));
     EXPECT_EQ(count("GET /local/links"), before);
 }
 

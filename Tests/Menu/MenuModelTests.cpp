@@ -7,7 +7,6 @@
 namespace tunedeck {
 
 using namespace test;
-using namespace std::chrono_literals;
 
 namespace {
 
@@ -22,7 +21,7 @@ protected:
 };
 
 UpdateCheck newer() {
-    return {UpdateCheck::Available{{.version = QStringLiteral("1.3.0")}}};
+    return {UpdateCheck::Available{{.version = u"1.3.0"_s}}};
 }
 
 } // namespace
@@ -52,7 +51,7 @@ TEST_F(MenuModelTest, PollsWhileAPanelIsShownAndStopsAtOnceWhenTheLastOneGoes) {
 
     serveStatus(R"("version":"5.1")");
     model->panelAppeared();
-    EXPECT_TRUE(comes([&] { return state().service.status()->version == QStringLiteral("5.1"); }));
+    EXPECT_TRUE(comes([&] { return state().service.status()->version == u"5.1"_s; }));
 }
 
 TEST_F(MenuModelTest, AnOlderAnswerNeverReplacesANewerOne) {
@@ -71,10 +70,10 @@ TEST_F(MenuModelTest, AnOlderAnswerNeverReplacesANewerOne) {
     const auto slow = endingOf(model->refresh(scope.token()));
     ASSERT_TRUE(comes([&] { return *asked == 1; }));
     refresh();
-    EXPECT_EQ(state().service.status()->version, QStringLiteral("new")) << "not held up by the one that hangs";
+    EXPECT_EQ(state().service.status()->version, u"new"_s) << "not held up by the one that hangs";
     *release = true;
     ASSERT_TRUE(comes([&] { return slow->isThere(); }));
-    EXPECT_EQ(state().service.status()->version, QStringLiteral("new"));
+    EXPECT_EQ(state().service.status()->version, u"new"_s);
 }
 
 TEST_F(MenuModelTest, AStoppedServiceTakesItsToolReportWithItAndLeavesTheLinks) {
@@ -159,9 +158,9 @@ TEST_F(MenuModelTest, AListAskedForBeforeALinkWasMadeOrRemovedDoesNotCount) {
     ASSERT_TRUE(comes([&] { return server.open() == 0 && count("GET /local/links") == 1; }));
     server.on("GET /local/links", behave::after(80ms, behave::answer(200, R"({"links":[]})")));
     const auto list = endingOf(model->refreshLinks(true, scope.token()));
-    model->putLink({.id = QStringLiteral("n"), .kind = QStringLiteral("claude")});
+    model->putLink({.id = u"n"_s, .kind = u"claude"_s});
     ASSERT_TRUE(comes([&] { return list->isThere(); }));
-    EXPECT_NE(model->link(QStringLiteral("n")), nullptr);
+    EXPECT_NE(model->link(u"n"_s), nullptr);
 }
 
 TEST_F(MenuModelTest, OnlyDifferencesAreToldAndOneLineIsCurrent) {
@@ -177,18 +176,18 @@ TEST_F(MenuModelTest, OnlyDifferencesAreToldAndOneLineIsCurrent) {
     EXPECT_EQ(changes, 0);
     EXPECT_EQ(refreshes, 1);
 
-    model->show(QStringLiteral("bad"));
-    model->showNote(QStringLiteral("good"));
+    model->show(u"bad"_s);
+    model->showNote(u"good"_s);
     EXPECT_FALSE(state().actionError);
-    model->show(QStringLiteral("bad"));
+    model->show(u"bad"_s);
     EXPECT_FALSE(state().actionNote);
-    model->show(QStringLiteral("bad"));
+    model->show(u"bad"_s);
     EXPECT_EQ(changes, 3);
 }
 
 TEST_F(MenuModelTest, UpdateChecksAreRareUnlessAskedForAndFailInSilence) {
     int checks = 0;
-    UpdateCheck next{UpdateCheck::Failed{QStringLiteral("no")}};
+    UpdateCheck next{UpdateCheck::Failed{u"no"_s}};
     struct Answer {
         static QCoro::Task<UpdateCheck> give(UpdateCheck check) { co_return check; }
     };
@@ -203,14 +202,14 @@ TEST_F(MenuModelTest, UpdateChecksAreRareUnlessAskedForAndFailInSilence) {
     model->checkForUpdates(false);
     EXPECT_EQ(checks, 1) << "a failed check is a check";
     model->checkForUpdates(true);
-    EXPECT_EQ(std::get<UpdateState::Failed>(update()).message, QStringLiteral("no"));
+    EXPECT_EQ(std::get<UpdateState::Failed>(update()).message, u"no"_s);
     clock.advance(20h - 1s);
     model->checkForUpdates(false);
     EXPECT_EQ(checks, 2);
     clock.advance(1s);
     next = newer();
     model->checkForUpdates(false);
-    EXPECT_EQ(std::get<UpdateState::Available>(update()).release.version, QStringLiteral("1.3.0"));
+    EXPECT_EQ(std::get<UpdateState::Available>(update()).release.version, u"1.3.0"_s);
     next = {UpdateCheck::UpToDate{}};
     model->checkForUpdates(true);
     EXPECT_EQ(std::get<UpdateState::UpToDate>(update()).at, clock.now());

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+using namespace Qt::StringLiterals;
+
 namespace tunedeck {
 
 using namespace test;
@@ -21,8 +23,8 @@ protected:
     TemporaryHome home;
     ManualClock clock;
     FakeNotificationCenter center;
-    Notifier notifier{center, clock, home.path(QStringLiteral(".tunedeck/notifications.log"))};
-    ServiceStatus::Job job{.jobId = QStringLiteral("j1"), .playlist = QStringLiteral("Friday")};
+    Notifier notifier{center, clock, home.path(u".tunedeck/notifications.log"_s)};
+    ServiceStatus::Job job{.jobId = u"j1"_s, .playlist = u"Friday"_s};
 };
 
 } // namespace
@@ -30,61 +32,58 @@ protected:
 TEST_F(NotifierTest, SaysWhatHappenedToAJobAndGroupsItsNotifications) {
     post(JobEvent::Kind::requested, job);
     EXPECT_EQ(center.posted.back(),
-              (UserNotification{QStringLiteral("j1-requested"), QStringLiteral("j1"),
-                                QStringLiteral("New download request"), QStringLiteral("Links → “Friday”")}));
+              (UserNotification{u"j1-requested"_s, u"j1"_s, u"New download request"_s, u"Links → “Friday”"_s}));
     job.links = 1;
     post(JobEvent::Kind::requested, job);
-    EXPECT_EQ(body(), QStringLiteral("1 link → “Friday”"));
+    EXPECT_EQ(body(), u"1 link → “Friday”"_s);
 
     job.tracks = 0;
     post(JobEvent::Kind::finished, job);
-    EXPECT_EQ(body(), QStringLiteral("0 tracks in “Friday”"));
-    job.xmlVersion = QStringLiteral("8");
+    EXPECT_EQ(body(), u"0 tracks in “Friday”"_s);
+    job.xmlVersion = u"8"_s;
     post(JobEvent::Kind::finished, job);
-    EXPECT_EQ(body(), QStringLiteral("0 tracks in “Friday” · XML v8"));
-    EXPECT_EQ(center.posted.back().title, QStringLiteral("Added to Rekordbox"));
+    EXPECT_EQ(body(), u"0 tracks in “Friday” · XML v8"_s);
+    EXPECT_EQ(center.posted.back().title, u"Added to Rekordbox"_s);
 
-    job.message = QStringLiteral("é").repeated(161);
+    job.message = u"é"_s.repeated(161);
     post(JobEvent::Kind::failed, job);
-    EXPECT_EQ(body(), QStringLiteral("“Friday”: ") + QStringLiteral("é").repeated(160));
-    EXPECT_EQ(center.posted.back().identifier, QStringLiteral("j1-failed"));
+    EXPECT_EQ(body(), u"“Friday”: "_s + u"é"_s.repeated(160));
+    EXPECT_EQ(center.posted.back().identifier, u"j1-failed"_s);
 }
 
 TEST_F(NotifierTest, KeepsATrailWithOneLineForEachNotification) {
     post(JobEvent::Kind::requested, job);
     clock.advance(61s);
-    job.playlist = QStringLiteral("two\nlines");
+    job.playlist = u"two\nlines"_s;
     post(JobEvent::Kind::failed, job);
-    notifier.postLibrary({.at = QStringLiteral("T1"), .version = {}, .summary = QStringLiteral("Added 3 tracks")});
-    EXPECT_EQ(center.posted.back().identifier, QStringLiteral("library-T1"));
-    EXPECT_EQ(body(), QStringLiteral("Added 3 tracks"));
-    notifier.postLibrary(
-        {.at = QStringLiteral("T2"), .version = QStringLiteral("1.1"), .summary = QStringLiteral("x")});
-    EXPECT_EQ(body(), QStringLiteral("x · v1.1"));
-    EXPECT_EQ(home.read(QStringLiteral(".tunedeck/notifications.log")),
-              "2026-03-01T12:00:00Z requested j1 Friday\n"
-              "2026-03-01T12:01:01Z failed j1 two lines\n"
-              "2026-03-01T12:01:01Z library - Added 3 tracks\n"
-              "2026-03-01T12:01:01Z library 1.1 x\n");
+    notifier.postLibrary({.at = u"T1"_s, .version = {}, .summary = u"Added 3 tracks"_s});
+    EXPECT_EQ(center.posted.back().identifier, u"library-T1"_s);
+    EXPECT_EQ(body(), u"Added 3 tracks"_s);
+    notifier.postLibrary({.at = u"T2"_s, .version = u"1.1"_s, .summary = u"x"_s});
+    EXPECT_EQ(body(), u"x · v1.1"_s);
+    EXPECT_EQ(home.read(u".tunedeck/notifications.log"_s), "2026-03-01T12:00:00Z requested j1 Friday\n"
+                                                           "2026-03-01T12:01:01Z failed j1 two lines\n"
+                                                           "2026-03-01T12:01:01Z library - Added 3 tracks\n"
+                                                           "2026-03-01T12:01:01Z library 1.1 x\n");
 }
 
 TEST_F(NotifierTest, PostsEvenWhenTheTrailCannotBeKept) {
-    home.write(QStringLiteral(".tunedeck/notifications.log/in-the-way"), "x");
+    home.write(u".tunedeck/notifications.log/in-the-way"_s, "x");
     post(JobEvent::Kind::requested, job);
     EXPECT_EQ(center.posted.size(), 1U);
-    EXPECT_EQ(home.read(QStringLiteral(".tunedeck/notifications.log/in-the-way")), "x");
+    EXPECT_EQ(home.read(u".tunedeck/notifications.log/in-the-way"_s), "x");
 
     // Nobody reads from it: a writer that waits would wait for ever.
-    const auto fifo = home.path(QStringLiteral("fifo"));
+    const auto fifo = home.path(u"fifo"_s);
     ASSERT_EQ(::mkfifo(fifo.toUtf8().constData(), 0600), 0);
-    appendLine(fifo, QStringLiteral("line\n"));
+    appendLine(fifo, u"line\n"_s);
 }
 
 TEST_F(NotifierTest, OpensWhenTheUserClicks) {
     int opened = 0;
-    Q_EMIT center.opened(QStringLiteral("j1-requested"));
+    Q_EMIT center.opened(u"j1-requested"_s);
     notifier.onOpen = [&] { ++opened; };
-    Q_EMIT center.opened(QStringLiteral("j1-requested"));
+    Q_EMIT center.opened(u"j1-requested"_s);
     EXPECT_EQ(opened, 1);
 }
 

@@ -7,7 +7,6 @@
 namespace tunedeck {
 
 using namespace test;
-using namespace std::chrono_literals;
 
 namespace {
 
@@ -39,11 +38,11 @@ TEST_F(OnboardingTest, WatchesTheServiceEveryTwoSecondsWhileItsWindowIsOpen) {
               behave::answer(200, R"({"venvs":[],"installing":true,"step":"Unpacking","progress":0.5,"tools":[
                   {"name":"yt-dlp","installed":"yt-dlp==2025.1","wanted":"1","ready":true},
                   {"name":"ffmpeg","wanted":"7","ready":false}]})"));
-    EXPECT_EQ(content().waitingText, QStringLiteral("Starting Tunedeck's background service…"));
+    EXPECT_EQ(content().waitingText, u"Starting Tunedeck's background service…"_s);
     open();
     EXPECT_TRUE(content().waitingText.isEmpty());
-    EXPECT_EQ(content().installText, QStringLiteral("Unpacking"));
-    EXPECT_EQ(content().tools.front().state, QStringLiteral("2025.1"));
+    EXPECT_EQ(content().installText, u"Unpacking"_s);
+    EXPECT_EQ(content().tools.front().state, u"2025.1"_s);
     EXPECT_TRUE(content().repairButton.isEmpty()) << "nothing to repair while it installs";
     EXPECT_EQ(clock.sleeps().back(), 2s) << "the clock stood still in the round";
 
@@ -66,7 +65,7 @@ TEST_F(OnboardingTest, TheFirstBackupIsAskedForOnceByItselfAndAgainByHand) {
     model->takeBaseline(); // already under way
     EXPECT_TRUE(content().baselineBusy);
     ASSERT_TRUE(comes([&] { return !content().baselineBusy; }));
-    EXPECT_TRUE(content().baselineText.startsWith(QStringLiteral("Rekordbox is open, so Tunedeck will back up")));
+    EXPECT_TRUE(content().baselineText.startsWith(u"Rekordbox is open, so Tunedeck will back up"_s));
     model->back();
     model->advance();
     nextRound();
@@ -74,12 +73,12 @@ TEST_F(OnboardingTest, TheFirstBackupIsAskedForOnceByItselfAndAgainByHand) {
 
     serve(baselineRoute, R"({"ok":false,"error":"The disk is full."})");
     model->takeBaseline();
-    ASSERT_TRUE(comes([&] { return content().baselineText == QStringLiteral("The disk is full."); }));
+    ASSERT_TRUE(comes([&] { return content().baselineText == u"The disk is full."_s; }));
     EXPECT_FALSE(content().baselineButton.isEmpty());
     serve(baselineRoute, R"({"ok":true})");
     model->takeBaseline();
-    ASSERT_TRUE(comes([&] { return content().baselineSymbol == QStringLiteral("checkmark.shield.fill"); }));
-    EXPECT_EQ(std::get<Baseline::Done>(state().baseline.value).version, QStringLiteral("1.0.0"));
+    ASSERT_TRUE(comes([&] { return content().baselineSymbol == u"checkmark.shield.fill"_s; }));
+    EXPECT_EQ(std::get<Baseline::Done>(state().baseline.value).version, u"1.0.0"_s);
     EXPECT_TRUE(content().baselineButton.isEmpty());
 }
 
@@ -88,7 +87,7 @@ TEST_F(OnboardingTest, WithoutALibraryNoBackupIsAskedFor) {
     model->advance();
     nextRound();
     EXPECT_EQ(count(baselineRoute), 0);
-    EXPECT_TRUE(content().text.startsWith(QStringLiteral("Rekordbox isn't installed here.")));
+    EXPECT_TRUE(content().text.startsWith(u"Rekordbox isn't installed here."_s));
     EXPECT_TRUE(content().baselineText.isEmpty());
 }
 
@@ -99,22 +98,22 @@ TEST_F(OnboardingTest, MakesOneLinkAtATimeAndSeesItBeingUsed) {
     server.on("POST /local/links",
               behave::after(50ms, behave::answer(201, R"({"id":"n","kind":"claude","url":"https://x.example/u"})")));
     serveLinks(R"({"id":"n","kind":"claude","url":"https://x.example/u"})");
-    model->choose(QStringLiteral("claude"));
-    model->choose(QStringLiteral("chatgpt"));
-    EXPECT_EQ(content().connectingText, QStringLiteral("Making your private link…"));
+    model->choose(u"claude"_s);
+    model->choose(u"chatgpt"_s);
+    EXPECT_EQ(content().connectingText, u"Making your private link…"_s);
     ASSERT_TRUE(comes([&] { return !state().connecting; }));
     EXPECT_EQ(count("POST /local/links"), 1);
-    EXPECT_EQ(content().pasteText, QStringLiteral("Paste this into Claude"));
+    EXPECT_EQ(content().pasteText, u"Paste this into Claude"_s);
     EXPECT_FALSE(content().connected);
 
     model->copyLink();
-    EXPECT_EQ(pasteboard.text, QStringLiteral("https://x.example/u"));
-    EXPECT_EQ(content().fields.at(0).button, QStringLiteral("Copied"));
+    EXPECT_EQ(pasteboard.text, u"https://x.example/u"_s);
+    EXPECT_EQ(content().fields.at(0).button, u"Copied"_s);
     serveLinks(R"({"id":"n","kind":"claude","url":"https://x.example/u","lastUsedAt":"2026-03-01T11:59:00Z"})");
     clock.advance(2s);
     ASSERT_TRUE(comes([&] { return content().connected; }));
-    EXPECT_TRUE(content().liveText.startsWith(QStringLiteral("Connected. Try: “Add ")));
-    EXPECT_EQ(content().fields.at(0).button, QStringLiteral("Copy"));
+    EXPECT_TRUE(content().liveText.startsWith(u"Connected. Try: “Add "_s));
+    EXPECT_EQ(content().fields.at(0).button, u"Copy"_s);
     const auto lists = count("GET /local/links");
     nextRound();
     nextRound();
@@ -125,16 +124,16 @@ TEST_F(OnboardingTest, AFailureIsTheWindowsErrorUntilTheNextStep) {
     serve("POST /local/links", R"({"error":"The cloud is busy."})", 503);
     model->advance();
     model->advance();
-    model->choose(QStringLiteral("telegram"));
-    EXPECT_EQ(content().connectingText, QStringLiteral("Making your pairing code…"));
+    model->choose(u"telegram"_s);
+    EXPECT_EQ(content().connectingText, u"Making your pairing code…"_s);
     ASSERT_TRUE(comes([&] { return !state().connecting; }));
-    EXPECT_EQ(content().error, QStringLiteral("The cloud is busy."));
+    EXPECT_EQ(content().error, u"The cloud is busy."_s);
     model->back();
     EXPECT_TRUE(content().error.isEmpty());
     workspace.works = false;
     model->advance();
     model->openSetupGuide();
-    EXPECT_TRUE(content().error.startsWith(QStringLiteral("Couldn't open ")));
+    EXPECT_TRUE(content().error.startsWith(u"Couldn't open "_s));
 }
 
 TEST_F(OnboardingTest, GoingInTheMiddleOfAnythingTouchesNothing) {
@@ -142,7 +141,7 @@ TEST_F(OnboardingTest, GoingInTheMiddleOfAnythingTouchesNothing) {
         [](auto& m) { m.windowAppeared(); },
         [](auto& m) { m.repairTools(); },
         [](auto& m) { m.takeBaseline(); },
-        [](auto& m) { m.choose(QStringLiteral("telegram")); },
+        [](auto& m) { m.choose(u"telegram"_s); },
     };
     server.on("*", behave::hang());
     server.on("GET /local/status", behave::hang());

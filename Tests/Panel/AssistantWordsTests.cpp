@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace tunedeck::test {
 
 namespace {
 
-const QString secretUrl = QStringLiteral("https://relay.example/u/s3cretsecretsecret/mcp");
+const QString secretUrl = u"https://relay.example/u/s3cretsecretsecret/mcp"_s;
 
 PanelState stateWith(std::vector<AssistantLink> links) {
     PanelState state;
@@ -21,7 +23,7 @@ LinkRowView row(const PanelState& state) {
 
 AssistantLink pairing(std::optional<QString> expiresAt) {
     AssistantLink made = link("t", "telegram");
-    made.url = QStringLiteral("https://t.me/bot?start=abc");
+    made.url = u"https://t.me/bot?start=abc"_s;
     made.expiresAt = std::move(expiresAt);
     return made;
 }
@@ -79,10 +81,10 @@ TEST(LinkRow, PrivateUrlIsMaskedUntilItIsRevealed) {
 
 TEST(LinkRow, OnlyTheCopiedValueSaysSo) {
     AssistantLink phone = link("s", "shortcut");
-    phone.apiUrl = QStringLiteral("https://relay.example/api");
-    phone.token = QStringLiteral("abcdefgh");
+    phone.apiUrl = u"https://relay.example/api"_s;
+    phone.token = u"abcdefgh"_s;
     PanelState state = stateWith({phone});
-    state.copied = QStringLiteral("s.key");
+    state.copied = u"s.key"_s;
     const LinkRowView shortcut = row(state);
     ASSERT_EQ(shortcut.fields.size(), 2);
     EXPECT_EQ(shortcut.fields[0].button, u"Copy");

@@ -4,6 +4,8 @@
 
 #include <QTimeZone>
 
+using namespace Qt::StringLiterals;
+
 namespace tunedeck::test {
 
 /// The moment at which all the panel's tests take place.
@@ -19,18 +21,18 @@ inline QString ago(qint64 seconds) {
 /// A running service with nothing going on.
 inline ServiceStatus goodStatus() {
     ServiceStatus status;
-    status.version = QStringLiteral("2.3.4");
-    status.downloadDir = QStringLiteral("/srv/music/Tunedeck");
-    status.downloadDirSource = QStringLiteral("default");
+    status.version = u"2.3.4"_s;
+    status.downloadDir = u"/srv/music/Tunedeck"_s;
+    status.downloadDirSource = u"default"_s;
     status.downloadDirWritable = true;
-    status.importXml = QStringLiteral("/srv/music/tunedeck.xml");
+    status.importXml = u"/srv/music/tunedeck.xml"_s;
     status.cloud.enabled = true;
     status.cloud.connected = true;
     return status;
 }
 
 inline ServiceStatus::Library::Backup backup(const char* version, const QString& createdAt) {
-    return {QString::fromLatin1(version), createdAt, QStringLiteral("Before a change"), 1};
+    return {QString::fromLatin1(version), createdAt, u"Before a change"_s, 1};
 }
 
 inline AssistantLink link(const char* id, const char* kind) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace tunedeck::test {
 
 namespace {
@@ -18,7 +20,7 @@ Library pendingLibrary(int changes, bool open) {
     Library library;
     library.rekordboxRunning = open;
     for (int i = 1; i <= changes; ++i) {
-        library.pending.push_back({QString::number(i), ago(60), QStringLiteral("Change %1").arg(i)});
+        library.pending.push_back({QString::number(i), ago(60), u"Change %1"_s.arg(i)});
     }
     return library;
 }
@@ -27,7 +29,7 @@ DownloadsView downloads(const QString& folder, const char* source = "default") {
     ServiceStatus status = goodStatus();
     status.downloadDir = folder;
     status.downloadDirSource = QString::fromLatin1(source);
-    return downloadsCard(ServiceState::running(status), {}, QStringLiteral("/Users/me"));
+    return downloadsCard(ServiceState::running(status), {}, u"/Users/me"_s);
 }
 
 } // namespace
@@ -44,10 +46,10 @@ TEST(RekordboxCard, HeadlineFollowsRekordboxAndThePendingChanges) {
 TEST(RekordboxCard, DetailPrefersTheLastErrorOnlyWhileChangesWait) {
     Library library = pendingLibrary(0, false);
     EXPECT_EQ(card(library).detail, QString());
-    library.lastApplied = Library::Applied{ago(305), {}, QStringLiteral("Added 3 tracks")};
-    library.lastError = QStringLiteral("Locked");
+    library.lastApplied = Library::Applied{ago(305), {}, u"Added 3 tracks"_s};
+    library.lastError = u"Locked"_s;
     EXPECT_EQ(card(library).detail, u"Added 3 tracks · 5 minutes ago");
-    library.lastApplied->at = QStringLiteral("yesterday");
+    library.lastApplied->at = u"yesterday"_s;
     EXPECT_EQ(card(library).detail, u"Added 3 tracks");
     library.pending = pendingLibrary(2, false).pending;
     EXPECT_EQ(card(library).detail, u"Last try failed: Locked");
@@ -66,7 +68,7 @@ TEST(RekordboxCard, OffersApplyingOnlyWhileRekordboxIsClosed) {
 
 TEST(RekordboxCard, BackupsTellWhatTheyAreAndWhenTheyCanBeRestored) {
     Library library;
-    library.backups = {backup("1.2.0", ago(305)), backup("1.1.0", QStringLiteral("long ago")), backup("1.2.0", ago(1))};
+    library.backups = {backup("1.2.0", ago(305)), backup("1.1.0", u"long ago"_s), backup("1.2.0", ago(1))};
     RekordboxView closed = card(library);
     EXPECT_EQ(closed.backupsTitle, u"Backups (3)");
     EXPECT_EQ(closed.backupsNote, QString());
@@ -86,8 +88,7 @@ TEST(RekordboxCard, BackupsTellWhatTheyAreAndWhenTheyCanBeRestored) {
 TEST(RekordboxCard, FailedChangesShareOnePairOfButtons) {
     Library library;
     EXPECT_EQ(card(library).retryButton, QString());
-    library.failed = {{QStringLiteral("f1"), QStringLiteral("Add Alpha"), QStringLiteral("Locked")},
-                      {QStringLiteral("f2"), QStringLiteral("Add Beta"), QStringLiteral("Gone")}};
+    library.failed = {{u"f1"_s, u"Add Alpha"_s, u"Locked"_s}, {u"f2"_s, u"Add Beta"_s, u"Gone"_s}};
     const RekordboxView view = card(library);
     ASSERT_EQ(view.failed.size(), 2);
     EXPECT_EQ(view.failed[1].text, u"Couldn't apply “Add Beta”");
@@ -106,40 +107,40 @@ TEST(RekordboxCard, LeavesOutWhatTheServiceDoesNotTell) {
 }
 
 TEST(DownloadsCard, ShortensTheHomeFolderAtASlashOnly) {
-    EXPECT_EQ(downloads(QStringLiteral("/Users/me/Music/Tunedeck")).folderSubtitle, u"~/Music/Tunedeck");
-    EXPECT_EQ(downloads(QStringLiteral("/Users/me2/Sets")).folderSubtitle, u"/Users/me2/Sets");
-    EXPECT_EQ(downloads(QStringLiteral("/Users/me/Music/Tunedeck")).folderHelp, u"/Users/me/Music/Tunedeck");
+    EXPECT_EQ(downloads(u"/Users/me/Music/Tunedeck"_s).folderSubtitle, u"~/Music/Tunedeck");
+    EXPECT_EQ(downloads(u"/Users/me2/Sets"_s).folderSubtitle, u"/Users/me2/Sets");
+    EXPECT_EQ(downloads(u"/Users/me/Music/Tunedeck"_s).folderHelp, u"/Users/me/Music/Tunedeck");
 }
 
 TEST(DownloadsCard, BadgeAndDefaultButtonGoByTheSource) {
-    const DownloadsView custom = downloads(QStringLiteral("/srv/a"), "settings");
+    const DownloadsView custom = downloads(u"/srv/a"_s, "settings");
     EXPECT_EQ(custom.badge, u"Custom");
     EXPECT_EQ(custom.defaultButton, u"Use Default");
-    const DownloadsView other = downloads(QStringLiteral("/srv/a"), "environment");
+    const DownloadsView other = downloads(u"/srv/a"_s, "environment");
     EXPECT_EQ(other.badge, u"Default");
     EXPECT_EQ(other.defaultButton, QString());
 }
 
 TEST(DownloadsCard, WarnsOfTheFirstThingThatIsWrong) {
     ServiceStatus status = goodStatus();
-    status.downloadDir = QStringLiteral("/Users/me/Documents/Sets");
+    status.downloadDir = u"/Users/me/Documents/Sets"_s;
     const auto warning = [&](std::optional<QString> custom = {}) {
-        return downloadsCard(ServiceState::running(status), custom, QStringLiteral("/Users/me")).warning;
+        return downloadsCard(ServiceState::running(status), custom, u"/Users/me"_s).warning;
     };
     EXPECT_EQ(warning().text,
               u"macOS may block the background service from saving to Documents. If downloads fail, pick "
               u"a folder in ~/Music.");
     status.downloadDirWritable = false;
     EXPECT_EQ(warning().text, u"tunedeck can't write to this folder.");
-    status.downloadDirError = QStringLiteral("Disk full");
+    status.downloadDirError = u"Disk full"_s;
     EXPECT_EQ(warning().text, u"Disk full");
     status = goodStatus();
-    EXPECT_FALSE(warning(QStringLiteral("/Volumes/USB")).shown) << "while it runs the service's folder counts";
+    EXPECT_FALSE(warning(u"/Volumes/USB"_s).shown) << "while it runs the service's folder counts";
 
     const auto stopped = [](std::optional<QString> custom) {
-        return downloadsCard(ServiceState::notRunning(), custom, QStringLiteral("/Users/me"));
+        return downloadsCard(ServiceState::notRunning(), custom, u"/Users/me"_s);
     };
-    EXPECT_TRUE(stopped(QStringLiteral("/Volumes/USB")).warning.text.contains(u"an external or network drive"));
+    EXPECT_TRUE(stopped(u"/Volumes/USB"_s).warning.text.contains(u"an external or network drive"));
     EXPECT_FALSE(stopped({}).warning.shown);
     EXPECT_EQ(stopped({}).stoppedText, u"Start tunedeck to see where songs are saved.");
 }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace tunedeck::test {
 
 namespace {
@@ -18,7 +20,7 @@ ServiceStatus::Job job(const char* id, const char* state, std::optional<QString>
     ServiceStatus::Job made;
     made.jobId = QString::fromLatin1(id);
     made.state = QString::fromLatin1(state);
-    made.playlist = QStringLiteral("Friday");
+    made.playlist = u"Friday"_s;
     made.createdAt = std::move(created);
     made.finishedAt = std::move(finished);
     return made;
@@ -26,9 +28,8 @@ ServiceStatus::Job job(const char* id, const char* state, std::optional<QString>
 
 ToolboxReport toolbox(bool spotdlReady, bool environmentReady, bool installing) {
     ToolboxReport report;
-    report.tools = {{QStringLiteral("yt-dlp"), QStringLiteral("1"), QStringLiteral("1"), true},
-                    {QStringLiteral("spotdl"), {}, QStringLiteral("4"), spotdlReady}};
-    report.venvs = {{QStringLiteral("spotdl-env"), {}, QStringLiteral("4"), environmentReady}};
+    report.tools = {{u"yt-dlp"_s, u"1"_s, u"1"_s, true}, {u"spotdl"_s, {}, u"4"_s, spotdlReady}};
+    report.venvs = {{u"spotdl-env"_s, {}, u"4"_s, environmentReady}};
     report.installing = installing;
     return report;
 }
@@ -61,7 +62,7 @@ TEST(RecentCard, CutsToThreeJobsAndTellsWhenEachWas) {
     status.recentJobs = {
         job("1", "running", ago(400)),
         job("2", "done", ago(9000), ago(305)),
-        job("3", "failed", ago(9000), QStringLiteral("2025-03-01 18:04:05")),
+        job("3", "failed", ago(9000), u"2025-03-01 18:04:05"_s),
         job("4", "done", ago(10)),
     };
     const RecentView card = recentCard(ServiceState::running(status), moment());
@@ -84,7 +85,7 @@ TEST(ToolsNotice, NamesEveryEntryThatIsNotReady) {
     EXPECT_FALSE(toolsNotice(toolbox(true, true, false)).shown);
 
     ToolboxReport broken = toolbox(false, false, false);
-    broken.error = QStringLiteral("No space left");
+    broken.error = u"No space left"_s;
     const ToolsNoticeView repair = toolsNotice(broken);
     EXPECT_TRUE(repair.shown);
     EXPECT_EQ(repair.text, u"Missing: spotdl, spotdl-env");
@@ -94,7 +95,7 @@ TEST(ToolsNotice, NamesEveryEntryThatIsNotReady) {
 
 TEST(ToolsNotice, ShowsTheProgressOfAnInstallation) {
     ToolboxReport report = toolbox(true, true, true);
-    report.step = QStringLiteral("Unpacking");
+    report.step = u"Unpacking"_s;
     report.progress = 0.404;
     const ToolsNoticeView card = toolsNotice(report);
     EXPECT_TRUE(card.shown) << "an installation shows although everything is ready";
@@ -109,24 +110,24 @@ TEST(ToolsNotice, ShowsTheProgressOfAnInstallation) {
 
 TEST(ActionBanner, ShowsTheErrorOrTheNote) {
     EXPECT_FALSE(actionBanner({}, {}).shown);
-    EXPECT_EQ(actionBanner(QStringLiteral("Bad"), {}).tone, look::Tone::Warning);
-    const BannerView note = actionBanner({}, QStringLiteral("Done"));
+    EXPECT_EQ(actionBanner(u"Bad"_s, {}).tone, look::Tone::Warning);
+    const BannerView note = actionBanner({}, u"Done"_s);
     EXPECT_EQ(note.tone, look::Tone::Good);
     EXPECT_EQ(note.text, u"Done");
 }
 
 TEST(AboutCard, SaysWhatIsKnownOfUpdates) {
-    const auto about = [](UpdateState state) { return aboutCard(QStringLiteral("1.2.0"), state, moment()); };
+    const auto about = [](UpdateState state) { return aboutCard(u"1.2.0"_s, state, moment()); };
     Release release;
-    release.version = QStringLiteral("1.3.0");
-    release.notes = QStringLiteral("Faster.");
+    release.version = u"1.3.0"_s;
+    release.notes = u"Faster."_s;
     EXPECT_EQ(about({}).updateText, u"Tunedeck checks for updates once a day.");
     EXPECT_EQ(about({UpdateState::UpToDate{moment().addSecs(-305)}}).updateText, u"Up to date · checked 5 minutes ago");
     const AboutView available = about({UpdateState::Available{release}});
     EXPECT_EQ(available.updateText, u"Tunedeck 1.3.0 is available.");
     EXPECT_EQ(available.updateButton, u"Update to 1.3.0");
     EXPECT_EQ(available.updateDetail, u"Faster.");
-    EXPECT_EQ(about({UpdateState::Failed{QStringLiteral("No.")}}).updateText, u"Couldn't check for updates: No.");
+    EXPECT_EQ(about({UpdateState::Failed{u"No."_s}}).updateText, u"Couldn't check for updates: No.");
     const AboutView installing = about({UpdateState::Installing{0.5}});
     EXPECT_TRUE(installing.busy);
     EXPECT_EQ(installing.progress, 0.5);

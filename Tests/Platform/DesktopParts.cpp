@@ -1,10 +1,11 @@
 #include "Tests/Platform/DesktopParts.h"
 
-#include "Tests/Platform/Starts.h"
-
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QStandardPaths>
+
+using namespace Qt::StringLiterals;
 
 namespace tunedeck::test {
 
@@ -23,7 +24,10 @@ Program::~Program() {
 }
 
 std::string Program::nextLine() {
-    return test::nextLine(m_process);
+    const QDeadlineTimer deadline(10000);
+    while (!m_process.canReadLine() && m_process.waitForReadyRead(static_cast<int>(deadline.remainingTime()))) {
+    }
+    return m_process.readLine().trimmed().toStdString();
 }
 
 void Program::say(const QString& line) {
@@ -36,58 +40,51 @@ void Program::kill() {
     m_process.waitForFinished();
 }
 
+std::unique_ptr<Program> startInstance(const QString& socket, const QString& request, int patience) {
+    return std::make_unique<Program>(QCoreApplication::applicationFilePath(),
+                                     QStringList{u"--instance"_s, socket, request, QString::number(patience)},
+                                     QProcessEnvironment::systemEnvironment());
+}
+
 bool BareDesktop::isPossible() {
-    for (const auto& name : {QStringLiteral("Xvfb"), QStringLiteral("trayer"), QStringLiteral("dbus-daemon")}) {
-        if (QStandardPaths::findExecutable(name).isEmpty()) {
-            return false;
-        }
-    }
-    return true;
+    const QStringList needed{u"Xvfb"_s, u"trayer"_s, u"dbus-daemon"_s};
+    return std::ranges::none_of(needed,
+                                [](const QString& name) { return QStandardPaths::findExecutable(name).isEmpty(); });
+}
+
+std::unique_ptr<Program> BareDesktop::start(const QString& command) {
+    auto arguments = command.split(u' ');
+    const auto name = arguments.takeFirst();
+    return std::make_unique<Program>(name, arguments, m_environment);
 }
 
 BareDesktop::BareDesktop() : m_environment(QProcessEnvironment::systemEnvironment()) {
-    m_server = std::make_unique<Program>(QStringLiteral("Xvfb"),
-                                         QStringList{QStringLiteral("-displayfd"), QStringLiteral("1"),
-                                                     QStringLiteral("-screen"), QStringLiteral("0"),
-                                                     QStringLiteral("1000x600x24"), QStringLiteral("-nolisten"),
-                                                     QStringLiteral("tcp"), QStringLiteral("-noreset")},
-                                         m_environment);
-    m_environment.insert(QStringLiteral("DISPLAY"), QStringLiteral(":") + QString::fromStdString(m_server->nextLine()));
-    m_environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-    m_environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
-                         QStringLiteral("unix:path=") + m_folder.filePath(QStringLiteral("bus")));
-    m_environment.remove(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"));
-    QFile configuration(m_folder.filePath(QStringLiteral("bus.conf")));
+    m_server = start(u"Xvfb -displayfd 1 -screen 0 1000x600x24 -nolisten tcp -noreset"_s);
+    const auto bus = u"unix:path="_s + m_folder.filePath(u"bus"_s);
+    m_environment.insert(u"DISPLAY"_s, u":"_s + QString::fromStdString(m_server->nextLine()));
+    m_environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+    m_environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, bus);
+    m_environment.remove(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s);
+    QFile configuration(m_folder.filePath(u"bus.conf"_s));
     if (configuration.open(QFile::WriteOnly)) {
-        configuration.write("<busconfig><type>session</type><listen>unix:path=" +
-                            QFile::encodeName(m_folder.filePath(QStringLiteral("bus"))) +
+        configuration.write("<busconfig><type>session</type><listen>" + bus.toUtf8() +
                             "</listen><policy context=\"default\"><allow send_destination=\"*\" eavesdrop=\"true\"/>"
-                            "<allow eavesdrop=\"true\"/><allow own=\"*\"/>"
-                            "</policy></busconfig>");
+                            "<allow eavesdrop=\"true\"/><allow own=\"*\"/></policy></busconfig>");
     }
 }
 
 std::unique_ptr<Program> BareDesktop::startBus() {
-    auto bus = std::make_unique<Program>(
-        QStringLiteral("dbus-daemon"),
-        QStringList{QStringLiteral("--config-file=") + m_folder.filePath(QStringLiteral("bus.conf")),
-                    QStringLiteral("--nofork"), QStringLiteral("--print-address=1")},
-        m_environment);
+    auto bus = start(u"dbus-daemon --nofork --print-address=1 --config-file="_s + m_folder.filePath(u"bus.conf"_s));
     bus->nextLine();
     return bus;
 }
 
 std::unique_ptr<Program> BareDesktop::startTray() {
-    return std::make_unique<Program>(QStringLiteral("trayer"),
-                                     QStringList{QStringLiteral("--edge"), QStringLiteral("top"),
-                                                 QStringLiteral("--align"), QStringLiteral("right"),
-                                                 QStringLiteral("--widthtype"), QStringLiteral("request"),
-                                                 QStringLiteral("--height"), QStringLiteral("26")},
-                                     m_environment);
+    return start(u"trayer --edge top --align right --widthtype request --height 26"_s);
 }
 
-std::unique_ptr<Program> BareDesktop::startSelf(const QStringList& arguments) {
-    return std::make_unique<Program>(QCoreApplication::applicationFilePath(), arguments, m_environment);
+std::unique_ptr<Program> BareDesktop::startSelf(const QString& role) {
+    return start(QCoreApplication::applicationFilePath() + u' ' + role);
 }
 
 } // namespace tunedeck::test

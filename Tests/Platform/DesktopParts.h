@@ -26,11 +26,17 @@ public:
     void say(const QString& line);
     /// Ends it at once, as a crash would.
     void kill();
-    [[nodiscard]] bool isRunning() const { return m_process.state() == QProcess::Running; }
+    /// Waits until it has ended by itself; false when it goes on.
+    bool ends() { return m_process.state() == QProcess::NotRunning || m_process.waitForFinished(10000); }
+    [[nodiscard]] pid_t id() const { return static_cast<pid_t>(m_process.processId()); }
 
 private:
     QProcess m_process;
 };
+
+/// Starts this test program as an instance (see Roles.h).
+std::unique_ptr<Program> startInstance(const QString& socket, const QString& request = QStringLiteral("show"),
+                                       int patience = 2000);
 
 /// A desktop that is put together piece by piece while a program already runs on it: an X server and, when they are
 /// started, a session bus and a tray.
@@ -45,10 +51,12 @@ public:
     /// Starts a bus at the address that the environment names, also again after it was killed.
     std::unique_ptr<Program> startBus();
     std::unique_ptr<Program> startTray();
-    /// Starts this test program in one of its other roles (see main.cpp).
-    std::unique_ptr<Program> startSelf(const QStringList& arguments);
+    /// Starts this test program in one of its other roles (see Roles.h).
+    std::unique_ptr<Program> startSelf(const QString& role);
 
 private:
+    std::unique_ptr<Program> start(const QString& command);
+
     QTemporaryDir m_folder;
     QProcessEnvironment m_environment;
     std::unique_ptr<Program> m_server;

@@ -4,6 +4,8 @@
 #include <QDBusVariant>
 #include <QUuid>
 
+using namespace Qt::StringLiterals;
+
 namespace tunedeck::test {
 
 Peer::Peer(const QString& service, const QString& path)
@@ -18,8 +20,7 @@ Peer::~Peer() {
 }
 
 SettingsPortal::SettingsPortal(QMap<QString, QVariantMap> settings)
-    : Peer(QStringLiteral("org.freedesktop.portal.Desktop"), QStringLiteral("/org/freedesktop/portal/desktop"))
-    , m_settings(std::move(settings)) {
+    : Peer(u"org.freedesktop.portal.Desktop"_s, u"/org/freedesktop/portal/desktop"_s), m_settings(std::move(settings)) {
     qDBusRegisterMetaType<QMap<QString, QVariantMap>>();
 }
 
@@ -35,15 +36,13 @@ bool SettingsPortal::handleMessage(const QDBusMessage& message, const QDBusConne
 
 void SettingsPortal::change(const QString& group, const QString& key, const QVariant& value) {
     m_settings[group][key] = value;
-    auto signal =
-        QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/portal/desktop"),
-                                   QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("SettingChanged"));
+    auto signal = QDBusMessage::createSignal(u"/org/freedesktop/portal/desktop"_s, u"org.freedesktop.portal.Settings"_s,
+                                             u"SettingChanged"_s);
     signal.setArguments({group, key, QVariant::fromValue(QDBusVariant(value))});
     bus().send(signal);
 }
 
-FileManager::FileManager()
-    : Peer(QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1")) {}
+FileManager::FileManager() : Peer(u"org.freedesktop.FileManager1"_s, u"/org/freedesktop/FileManager1"_s) {}
 
 bool FileManager::handleMessage(const QDBusMessage& message, const QDBusConnection& connection) {
     if (refuses || message.member() != u"ShowItems") {

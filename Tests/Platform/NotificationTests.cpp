@@ -8,11 +8,9 @@
 namespace tunedeck {
 namespace {
 
-using namespace std::chrono_literals;
-using test::NotificationServer;
-using test::runUntil;
+using namespace test;
 
-const QStringList usual{QStringLiteral("body"), QStringLiteral("actions")};
+const QStringList usual{u"body"_s, u"actions"_s};
 
 UserNotification note(const QString& identifier, const QString& body = {}) {
     return {.identifier = identifier, .thread = {}, .title = identifier.toUpper(), .body = body};
@@ -43,47 +41,41 @@ protected:
     }
 
     SessionBus m_bus;
-    LinuxNotificationCenter m_center{m_bus,
-                                     {QStringLiteral("Tunedeck"), QStringLiteral("entry"), QStringLiteral("icon")}};
+    LinuxNotificationCenter m_center{m_bus, {u"Tunedeck"_s, u"entry"_s, u"icon"_s}};
     std::unique_ptr<NotificationServer> m_server;
     QStringList m_opened;
 };
 
 TEST_F(NotificationTest, ALaterOneWithTheSameIdentifierReplacesTheEarlierUntilThatIsClosed) {
     startServer();
-    const auto first = shown(note(QStringLiteral("a"), QStringLiteral("“x” <b>")));
-    EXPECT_EQ(first.name, QStringLiteral("Tunedeck"));
-    EXPECT_EQ(first.title, QStringLiteral("A"));
-    EXPECT_EQ(first.body, QStringLiteral("“x” <b>"));
-    EXPECT_EQ(first.hints.value(QStringLiteral("desktop-entry")), QStringLiteral("entry"));
+    const auto first = shown(note(u"a"_s, u"“x” <b>"_s));
+    EXPECT_EQ(first.name, u"Tunedeck"_s);
+    EXPECT_EQ(first.title, u"A"_s);
+    EXPECT_EQ(first.body, u"“x” <b>"_s);
+    EXPECT_EQ(first.hints.value(u"desktop-entry"_s), u"entry"_s);
     EXPECT_EQ(first.replaces, 0U);
-    EXPECT_EQ(shown(note(QStringLiteral("b"))).replaces, 0U);
-    EXPECT_EQ(shown(note(QStringLiteral("a"))).replaces, first.id);
+    EXPECT_EQ(shown(note(u"b"_s)).replaces, 0U);
+    EXPECT_EQ(shown(note(u"a"_s)).replaces, first.id);
     Q_EMIT m_server->NotificationClosed(first.id, 2);
-    EXPECT_EQ(shown(note(QStringLiteral("c"))).replaces, 0U);
-    EXPECT_EQ(shown(note(QStringLiteral("a"))).replaces, 0U);
-}
-
-TEST_F(NotificationTest, TextIsNoMarkupAndNoActionIsOfferedWhereTheServerHasNone) {
-    startServer({QStringLiteral("body"), QStringLiteral("body-markup")});
-    const auto call = shown(note(QStringLiteral("a"), QStringLiteral("<b> & \"c\" > d")));
-    EXPECT_EQ(call.body, QStringLiteral("&lt;b&gt; &amp; \"c\" &gt; d"));
-    EXPECT_TRUE(call.actions.isEmpty());
+    EXPECT_EQ(shown(note(u"c"_s)).replaces, 0U);
+    EXPECT_EQ(shown(note(u"a"_s)).replaces, 0U);
 }
 
 TEST_F(NotificationTest, WithoutAServerNothingHappensAndOneThatComesOrRestartsIsMetAnew) {
-    m_center.post(note(QStringLiteral("lost")));
+    m_center.post(note(u"lost"_s));
     runUntil([] { return false; }, 50ms);
-    startServer({QStringLiteral("body-markup")});
-    EXPECT_EQ(shown(note(QStringLiteral("a"), QStringLiteral("<"))).body, QStringLiteral("&lt;"));
+    startServer({u"body-markup"_s});
+    const auto markedUp = shown(note(u"a"_s, u"<b> & \"c\" > d"_s));
+    EXPECT_EQ(markedUp.body, u"&lt;b&gt; &amp; \"c\" &gt; d"_s);
+    EXPECT_TRUE(markedUp.actions.isEmpty()) << "where the server has none";
     EXPECT_EQ(m_server->calls.size(), 1U);
 
     m_server.reset();
-    m_center.post(note(QStringLiteral("lost")));
+    m_center.post(note(u"lost"_s));
     runUntil([] { return false; }, 50ms);
     startServer(usual);
-    const auto again = shown(note(QStringLiteral("a"), QStringLiteral("<")));
-    EXPECT_EQ(again.body, QStringLiteral("<"));
+    const auto again = shown(note(u"a"_s, u"<"_s));
+    EXPECT_EQ(again.body, u"<"_s);
     EXPECT_EQ(again.replaces, 0U); // the number meant a notification of the server that went
     EXPECT_EQ(m_server->calls.size(), 1U);
 }
@@ -105,18 +97,18 @@ TEST_F(NotificationTest, WhatComesWhileTheServerIsStillSilentIsKeptInOrderAndBou
 
 TEST_F(NotificationTest, AClickOpensItAndBringsTheActivationToken) {
     startServer();
-    const auto call = shown(note(QStringLiteral("a")));
-    ASSERT_EQ(call.actions.value(0), QStringLiteral("default"));
+    const auto call = shown(note(u"a"_s));
+    ASSERT_EQ(call.actions.value(0), u"default"_s);
     NotificationServer stranger(usual); // on the bus, but not the server
-    Q_EMIT stranger.ActionInvoked(call.id, QStringLiteral("default"));
-    Q_EMIT m_server->ActionInvoked(call.id + 1, QStringLiteral("default"));
-    Q_EMIT m_server->ActionInvoked(call.id, QStringLiteral("other"));
+    Q_EMIT stranger.ActionInvoked(call.id, u"default"_s);
+    Q_EMIT m_server->ActionInvoked(call.id + 1, u"default"_s);
+    Q_EMIT m_server->ActionInvoked(call.id, u"other"_s);
     qunsetenv("XDG_ACTIVATION_TOKEN");
-    Q_EMIT m_server->ActivationToken(call.id, QStringLiteral("token-9"));
-    Q_EMIT m_server->ActionInvoked(call.id, QStringLiteral("default"));
+    Q_EMIT m_server->ActivationToken(call.id, u"token-9"_s);
+    Q_EMIT m_server->ActionInvoked(call.id, u"default"_s);
     ASSERT_TRUE(runUntil([this] { return !m_opened.isEmpty(); }));
     runUntil([] { return false; }, 20ms);
-    EXPECT_EQ(m_opened, QStringList{QStringLiteral("a")});
+    EXPECT_EQ(m_opened, QStringList{u"a"_s});
     EXPECT_EQ(qgetenv("XDG_ACTIVATION_TOKEN"), "token-9");
     qunsetenv("XDG_ACTIVATION_TOKEN");
     qunsetenv("DESKTOP_STARTUP_ID");

@@ -6,14 +6,14 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace tunedeck {
 namespace {
 
-using test::BareDesktop;
-using test::Program;
+using namespace test;
 
-const QString statusItem = QStringLiteral("--status-item");
-const QString trayHost = QStringLiteral("--tray-host");
+const QString statusItem = u"--status-item"_s;
 
 class StatusItemTest : public testing::Test {
 protected:
@@ -26,7 +26,7 @@ protected:
 
 // Asks until the icon is at the right end of the screen of 1000: a tray that has just started still moves about.
 testing::AssertionResult docksAtTheRight(Program& item) {
-    static const QRegularExpression form(QStringLiteral("^there (\\d+) (\\d+) of 1000$"));
+    static const QRegularExpression form(u"^there (\\d+) (\\d+) of 1000$"_s);
     std::string line = item.nextLine();
     for (int tries = 0; tries < 500 && !line.empty(); ++tries) {
         const auto match = form.match(QString::fromStdString(line));
@@ -35,7 +35,7 @@ testing::AssertionResult docksAtTheRight(Program& item) {
         if (match.hasMatch() && width > 8 && x >= 900 && x + width <= 1000) {
             return testing::AssertionSuccess();
         }
-        item.say(QStringLiteral("where"));
+        item.say(u"where"_s);
         line = item.nextLine();
     }
     return testing::AssertionFailure() << line;
@@ -53,13 +53,13 @@ testing::AssertionResult says(Program& item, const std::string& expected) {
 TEST_F(StatusItemTest, DocksInAnX11TrayThatComesLateGoesAndComesBack) {
     BareDesktop desktop;
     const auto bus = desktop.startBus();
-    const auto item = desktop.startSelf({statusItem});
+    const auto item = desktop.startSelf(statusItem);
     EXPECT_EQ(item->nextLine(), "gone unplaced");
     auto tray = desktop.startTray();
     EXPECT_TRUE(docksAtTheRight(*item));
-    item->say(QStringLiteral("click"));
+    item->say(u"click"_s);
     EXPECT_TRUE(says(*item, "activated"));
-    item->say(QStringLiteral("menu"));
+    item->say(u"menu"_s);
     EXPECT_TRUE(says(*item, "open"));
     EXPECT_TRUE(says(*item, "quit"));
     tray->kill();
@@ -71,7 +71,7 @@ TEST_F(StatusItemTest, DocksInAnX11TrayThatComesLateGoesAndComesBack) {
 TEST_F(StatusItemTest, DocksWithoutASessionBus) {
     BareDesktop desktop;
     const auto tray = desktop.startTray();
-    const auto item = desktop.startSelf({statusItem});
+    const auto item = desktop.startSelf(statusItem);
     EXPECT_EQ(item->nextLine(), "gone unplaced");
     EXPECT_TRUE(docksAtTheRight(*item));
 }
@@ -79,56 +79,47 @@ TEST_F(StatusItemTest, DocksWithoutASessionBus) {
 TEST_F(StatusItemTest, RegistersWithAHostThatComesLateRestartsAndOutlivesItsBus) {
     BareDesktop desktop;
     auto bus = desktop.startBus();
-    const auto item = desktop.startSelf({statusItem});
+    const auto item = desktop.startSelf(statusItem);
     EXPECT_EQ(item->nextLine(), "gone unplaced");
 
-    auto host = desktop.startSelf({trayHost});
-    EXPECT_EQ(host->nextLine(), "ready");
-    EXPECT_EQ(host->nextLine(), "item with menu at /MenuBar");
-    EXPECT_EQ(item->nextLine(), "there unplaced"); // a host doesn't tell where it shows it
-    host->say(QStringLiteral("activate"));
-    EXPECT_EQ(item->nextLine(), "activated");
-    host->say(QStringLiteral("leave"));
+    const auto meetsAHost = [&] {
+        auto host = desktop.startSelf(u"--tray-host"_s);
+        EXPECT_EQ(host->nextLine(), "ready");
+        EXPECT_EQ(host->nextLine(), "item with menu at /MenuBar");
+        EXPECT_EQ(item->nextLine(), "there unplaced"); // a host doesn't tell where it shows it
+        host->say(u"activate"_s);
+        EXPECT_EQ(item->nextLine(), "activated");
+        return host;
+    };
+    auto host = meetsAHost();
+    host->say(u"leave"_s);
     EXPECT_EQ(item->nextLine(), "gone unplaced");
-    host->say(QStringLiteral("come"));
+    host->say(u"come"_s);
     EXPECT_EQ(item->nextLine(), "there unplaced");
-
     host->kill();
     EXPECT_EQ(item->nextLine(), "gone unplaced");
-    host = desktop.startSelf({trayHost});
-    EXPECT_EQ(host->nextLine(), "ready");
-    EXPECT_EQ(host->nextLine(), "item with menu at /MenuBar");
-    EXPECT_EQ(item->nextLine(), "there unplaced");
-
+    host = meetsAHost();
     bus->kill();
     EXPECT_EQ(item->nextLine(), "gone unplaced");
     bus = desktop.startBus();
-    host = desktop.startSelf({trayHost});
-    EXPECT_EQ(host->nextLine(), "ready");
-    EXPECT_EQ(host->nextLine(), "item with menu at /MenuBar");
-    EXPECT_EQ(item->nextLine(), "there unplaced");
-    host->say(QStringLiteral("activate"));
-    EXPECT_EQ(item->nextLine(), "activated");
+    host = meetsAHost();
 }
 
 TEST(TrayGlyphTest, EverySymbolIsDrawnInEachSizeAndStandsOutFromEitherPanel) {
-    for (const auto& symbol : {QStringLiteral("music.note.list"), QStringLiteral("exclamationmark.triangle")}) {
-        for (const auto tone : {GlyphTone::dark, GlyphTone::light}) {
-            const auto icon = trayGlyph(symbol, tone);
-            EXPECT_GE(icon.availableSizes().size(), 4);
-            const auto image = icon.pixmap(32, 32).toImage();
-            int body = 0;
-            for (int y = 0; y < image.height(); ++y) {
-                for (int x = 0; x < image.width(); ++x) {
-                    const auto colour = image.pixelColor(x, y);
-                    body += colour.alpha() > 200 && (tone == GlyphTone::dark) == (colour.lightness() < 80);
-                }
-            }
-            EXPECT_GT(body, 60) << symbol.toStdString();
-            EXPECT_EQ(image.pixelColor(0, 0).alpha(), 0);
+    for (const auto& [symbol, tone] :
+         {std::pair(u"music.note.list"_s, GlyphTone::dark), {u"exclamationmark.triangle"_s, GlyphTone::light}}) {
+        const auto icon = trayGlyph(symbol, tone);
+        EXPECT_GE(icon.availableSizes().size(), 4);
+        const auto image = icon.pixmap(32, 32).toImage();
+        int body = 0;
+        for (int pixel = 0; pixel < 32 * 32; ++pixel) {
+            const auto colour = image.pixelColor(pixel % 32, pixel / 32);
+            body += colour.alpha() > 200 && (tone == GlyphTone::dark) == (colour.lightness() < 80);
         }
+        EXPECT_GT(body, 60) << symbol.toStdString();
+        EXPECT_EQ(image.pixelColor(0, 0).alpha(), 0);
     }
-    EXPECT_TRUE(trayGlyph(QStringLiteral("no.such.symbol"), GlyphTone::dark).isNull());
+    EXPECT_TRUE(trayGlyph(u"no.such.symbol"_s, GlyphTone::dark).isNull());
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "Tests/Helpers/RunTask.h"
 #include "Tests/Helpers/TemporaryHome.h"
-#include "Tests/Platform/Starts.h"
+#include "Tests/Platform/DesktopParts.h"
 #include "TunedeckMenu/Platform/Linux/ServiceTraces.h"
 #include "TunedeckMenu/Platform/SingleInstance.h"
 #include "TunedeckMenu/Platform/Uninstall.h"
@@ -23,20 +23,19 @@ TEST(UninstallTest, TheRunningInstanceEndsAndItsPlaceIsTaken) {
     const test::TemporaryHome home;
     const auto socket = home.path(u"app.socket"_s);
     EXPECT_EQ(SingleInstance(socket).takeOver(), false); // none ran
-    const auto running = test::startInstance(socket, u"show"_s);
-    ASSERT_EQ(test::nextLine(*running), "first");
+    const auto running = test::startInstance(socket);
+    ASSERT_EQ(running->nextLine(), "first");
     SingleInstance instance(socket);
     EXPECT_EQ(instance.takeOver(), true);
-    EXPECT_EQ(test::nextLine(*running), "quit");
-    EXPECT_TRUE(running->waitForFinished());
+    EXPECT_EQ(running->nextLine(), "quit");
+    EXPECT_TRUE(running->ends());
 
-    const auto other = test::startInstance(home.path(u"other.socket"_s), u"show"_s);
-    ASSERT_EQ(test::nextLine(*other), "first");
-    ::kill(static_cast<pid_t>(other->processId()), SIGSTOP);
-    const auto refused = SingleInstance(home.path(u"other.socket"_s)).takeOver(200ms);
-    ::kill(static_cast<pid_t>(other->processId()), SIGKILL);
-    other->waitForFinished();
-    EXPECT_EQ(refused, std::unexpected(u"another Tunedeck runs but doesn't answer"_s));
+    const auto other = test::startInstance(home.path(u"other.socket"_s));
+    ASSERT_EQ(other->nextLine(), "first");
+    ::kill(other->id(), SIGSTOP);
+    EXPECT_EQ(SingleInstance(home.path(u"other.socket"_s)).takeOver(200ms),
+              std::unexpected(u"another Tunedeck runs but doesn't answer"_s));
+    ::kill(other->id(), SIGKILL);
 }
 
 TEST(UninstallTest, ProcessesAreFoundByTheirProgramAlsoWhenItIsGone) {

@@ -19,9 +19,7 @@
 namespace tunedeck {
 namespace {
 
-using namespace Qt::StringLiterals;
-using test::runToEnd;
-using test::runUntil;
+using namespace test;
 
 /// The service: tells what it sees, then runs until it is ended.
 const QByteArray service = R"(#!/bin/sh

@@ -7,13 +7,8 @@
 namespace tunedeck {
 namespace {
 
-using namespace std::chrono_literals;
 using std::chrono::milliseconds;
-using test::endingOf;
-using test::nextDescriptor;
-using test::runDueEvents;
-using test::runToEnd;
-using test::runUntil;
+using namespace test;
 
 TEST(SystemClock, SleepsNeverEndEarlyAndTheLoopStaysAlive) {
     SystemClock clock;

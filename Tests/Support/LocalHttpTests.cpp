@@ -15,14 +15,8 @@
 namespace tunedeck {
 namespace {
 
-using namespace std::chrono_literals;
 using namespace test::behave;
-using test::Behaviour;
-using test::endingOf;
-using test::nextDescriptor;
-using test::runToEnd;
-using test::runUntil;
-using test::TestServer;
+using namespace test;
 using enum HttpFailure;
 using Outcome = std::expected<HttpReply, HttpFailure>;
 
@@ -213,8 +207,7 @@ TEST(LocalHttp, OnlyThisMachineIsReachedAndNoNameIsLookedUp) {
     for (const auto* other :
          {"https://127.0.0.1:%1/", "http://tunedeck.invalid:%1/", "http://192.0.2.1:%1/", "http://[2001:db8::1]:%1/",
           "http://127.0.0.1.example:%1/", "http://0.0.0.0:%1/", "http://127.0.0.1:99999/", "/local/status", ""}) {
-        const auto ending =
-            endingOf(sendLocal(get(QUrl(QString::fromLatin1(other).replace(QStringLiteral("%1"), port))), {}));
+        const auto ending = endingOf(sendLocal(get(QUrl(QString::fromLatin1(other).replace(u"%1"_s, port))), {}));
         ASSERT_TRUE(ending->isThere()) << other;
         EXPECT_EQ(told(*ending->value), told(Unreachable)) << other;
     }
@@ -244,7 +237,7 @@ TEST(LocalHttp, AConnectionThatIsNeverMadeTimesOut) {
     ASSERT_EQ(getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size), 0);
     const int first = socket(AF_INET, SOCK_STREAM, 0); // fills the queue
     ASSERT_EQ(connect(first, reinterpret_cast<sockaddr*>(&address), size), 0);
-    QUrl url(QStringLiteral("http://127.0.0.1/"));
+    QUrl url(u"http://127.0.0.1/"_s);
     url.setPort(ntohs(address.sin_port));
     const auto late = endingOf(sendLocal(get(url, 10s), {}));
     EXPECT_EQ(told(runToEnd(sendLocal(get(url, 50ms), {}))), told(TimedOut));

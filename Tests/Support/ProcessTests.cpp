@@ -12,8 +12,7 @@
 namespace tunedeck {
 namespace {
 
-using namespace Qt::StringLiterals;
-using test::runToEnd;
+using namespace test;
 
 ProcessRequest shell(const QString& script) {
     return {.program = u"/bin/sh"_s, .arguments = {u"-c"_s, script}, .keepOutput = true};

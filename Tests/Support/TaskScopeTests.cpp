@@ -9,13 +9,10 @@
 #include <memory>
 #include <stdexcept>
 
-using namespace Qt::StringLiterals;
-
 namespace tunedeck {
 namespace {
 
-using namespace std::chrono_literals;
-using test::ManualClock;
+using namespace test;
 
 /// An owner as the application has them: steps in nested coroutines, on timers, descriptors and handed-in clocks.
 class Owner {

@@ -12,6 +12,8 @@
 
 #include <filesystem>
 
+using namespace Qt::StringLiterals;
+
 namespace tunedeck::test {
 
 namespace {
@@ -23,7 +25,7 @@ protected:
     bool unpack(const QByteArray& bytes, ArchiveLimits limits = {}) {
         QDir(destination()).removeRecursively();
         QDir().mkpath(destination());
-        QFile file(folder.filePath(QStringLiteral("a.zip")));
+        QFile file(folder.filePath(u"a.zip"_s));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(bytes);
         file.close();
@@ -39,7 +41,7 @@ protected:
                QDir(folder.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size() == 2;
     }
 
-    QString destination() const { return folder.filePath(QStringLiteral("to")); }
+    QString destination() const { return folder.filePath(u"to"_s); }
     QByteArray read(const char* name) const {
         QFile file(destination() + u'/' + QFile::decodeName(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
@@ -127,7 +129,7 @@ TEST_F(ArchiveTest, RefusesWhatEndsTooEarly) {
         EXPECT_FALSE(unpack(whole.left(size))) << size;
     }
     EXPECT_FALSE(unpack("this is no archive"));
-    EXPECT_FALSE(unpackZip(folder.filePath(QStringLiteral("missing.zip")), destination()));
+    EXPECT_FALSE(unpackZip(folder.filePath(u"missing.zip"_s), destination()));
 }
 
 TEST_F(ArchiveTest, UnpacksWhatIsMerelyUnusual) {

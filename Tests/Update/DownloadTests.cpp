@@ -31,7 +31,7 @@ protected:
 
     TestServer server;
     QTemporaryDir folder;
-    QString file = folder.filePath(QStringLiteral("body"));
+    QString file = folder.filePath(u"body"_s);
     Downloader downloader{QStringLiteral(TUNEDECK_FETCH)};
     std::int64_t lastReceived = 0;
     std::optional<std::int64_t> lastTotal;
@@ -65,7 +65,7 @@ TEST_F(DownloadTest, FollowsSafeRedirectsAFewTimes) {
     EXPECT_EQ(body(), "there");
     EXPECT_FALSE(get(server.url("/round")));
     EXPECT_FALSE(get(server.url("/file")));
-    EXPECT_FALSE(get(QUrl(QStringLiteral("file:///etc/passwd"))));
+    EXPECT_FALSE(get(QUrl(u"file:///etc/passwd"_s)));
     EXPECT_EQ(body(), "");
 }
 
@@ -80,9 +80,9 @@ TEST_F(DownloadTest, TellsWhatWentWrongInTheTransport) {
     }
     EXPECT_FALSE(get(server.url("/large"), 1999));
     EXPECT_EQ(get(server.url("/large"), 2000), 200);
-    file = QStringLiteral("/nowhere/at/all");
+    file = u"/nowhere/at/all"_s;
     EXPECT_TRUE(get(server.url("/large"), 2000).error().contains(u"No such file"));
-    const auto noHelper = runToEnd(Downloader(QStringLiteral("/nowhere")).fetch(server.url("/large"), 1, {}, {}));
+    const auto noHelper = runToEnd(Downloader(u"/nowhere"_s).fetch(server.url("/large"), 1, {}, {}));
     EXPECT_FALSE(noHelper);
 }
 

@@ -17,9 +17,9 @@ namespace {
 class SignFeed : public testing::Test {
 protected:
     SignFeed() {
-        write(QStringLiteral("a.zip"), archive);
-        write(QStringLiteral("notes"), "Quotes \" and „others“.\n");
-        key = run({QStringLiteral("--new-key"), at(QStringLiteral("key"))}).trimmed();
+        write(u"a.zip"_s, archive);
+        write(u"notes"_s, "Quotes \" and „others“.\n");
+        key = run({u"--new-key"_s, at(u"key"_s)}).trimmed();
     }
 
     [[nodiscard]] QString at(const QString& name) const { return folder.filePath(name); }
@@ -39,18 +39,17 @@ protected:
     }
 
     [[nodiscard]] QString sign(const QString& feedKey) const {
-        return run({QStringLiteral("--key"), at(QStringLiteral("key")), QStringLiteral("--archive"),
-                    at(QStringLiteral("a.zip")), QStringLiteral("--url"), QStringLiteral("https://tunedeck.example/a"),
-                    QStringLiteral("--notes"), at(QStringLiteral("notes")), QStringLiteral("--feed-key"), feedKey,
+        return run({u"--key"_s, at(u"key"_s), u"--archive"_s, at(u"a.zip"_s), u"--url"_s,
+                    u"https://tunedeck.example/a"_s, u"--notes"_s, at(u"notes"_s), u"--feed-key"_s, feedKey,
                     folder.path()});
     }
 
     /// What an installed 1.4.0 makes of the files.
     [[nodiscard]] UpdateCheck check() const {
-        const UpdateFeed feed{.url = QUrl(QStringLiteral("https://tunedeck.example/appcast.json")),
+        const UpdateFeed feed{.url = QUrl(u"https://tunedeck.example/appcast.json"_s),
                               .publicKey = key,
                               .fetch = [this](QUrl url, std::stop_token) { return fetch(at(url.fileName())); }};
-        return runToEnd(feed.check(QStringLiteral("1.4.0"), {12, 0, 0}, {}));
+        return runToEnd(feed.check(u"1.4.0"_s, {12, 0, 0}, {}));
     }
 
     static QCoro::Task<std::expected<UpdateFeed::Fetched, UpdateError>> fetch(QString path) {
@@ -73,12 +72,12 @@ TEST_F(SignFeed, MakesAFeedThatTheApplicationTakes) {
     const auto found = check();
     const auto* available = std::get_if<UpdateCheck::Available>(&found.value);
     ASSERT_NE(available, nullptr);
-    EXPECT_EQ(available->release.version, QStringLiteral("1.4.1"));
+    EXPECT_EQ(available->release.version, u"1.4.1"_s);
     EXPECT_EQ(available->release.sha256.toLatin1(),
               QCryptographicHash::hash(archive, QCryptographicHash::Sha256).toHex());
-    EXPECT_EQ(available->release.notes, QStringLiteral("Quotes \" and „others“."));
+    EXPECT_EQ(available->release.notes, u"Quotes \" and „others“."_s);
 
-    QFile feed(at(QStringLiteral("appcast.json")));
+    QFile feed(at(u"appcast.json"_s));
     ASSERT_TRUE(feed.open(QIODevice::Append));
     feed.write(" ");
     feed.close();
@@ -87,17 +86,17 @@ TEST_F(SignFeed, MakesAFeedThatTheApplicationTakes) {
 
 TEST_F(SignFeed, RefusesWhatInstalledCopiesWouldRefuse) {
     EXPECT_TRUE(sign(QString()).isEmpty()) << "a key that the project's copies don't know";
-    EXPECT_TRUE(run({QStringLiteral("--new-key"), at(QStringLiteral("key"))}).isEmpty()) << "a key is there already";
+    EXPECT_TRUE(run({u"--new-key"_s, at(u"key"_s)}).isEmpty()) << "a key is there already";
     auto unexecutable = appEntries("1.4.1", "com.brightfold.tunedeck.menu", "new");
     for (auto& entry : unexecutable) {
         entry.mode &= ~0111U;
     }
     for (const auto& entries : {appEntries("1.4", "com.brightfold.tunedeck.menu", "new"),
                                 appEntries("1.4.1", "com.example.other", "new"), unexecutable}) {
-        write(QStringLiteral("a.zip"), zip(entries));
+        write(u"a.zip"_s, zip(entries));
         EXPECT_TRUE(sign(key).isEmpty());
     }
-    EXPECT_FALSE(QFile::exists(at(QStringLiteral("appcast.json")))) << "nothing is left of a refusal";
+    EXPECT_FALSE(QFile::exists(at(u"appcast.json"_s))) << "nothing is left of a refusal";
 }
 
 } // namespace tunedeck::test

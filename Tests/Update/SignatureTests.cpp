@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace tunedeck::test {
 
 namespace {
@@ -49,11 +51,11 @@ TEST(Signature, HoldsForThePublishedVectorsAndNothingNearThem) {
 TEST(Signature, AllowsWhiteSpaceOnlyAroundIt) {
     const QString key = base64(vectors[0].publicKey);
     const QString signature = base64(vectors[0].signature);
-    EXPECT_TRUE(UpdateFeed::verify({}, QStringLiteral("\r\n \t") + signature + QStringLiteral("\n\n"), key));
+    EXPECT_TRUE(UpdateFeed::verify({}, u"\r\n \t"_s + signature + u"\n\n"_s, key));
     EXPECT_FALSE(UpdateFeed::verify({}, signature.left(40) + u'\n' + signature.mid(40), key));
     EXPECT_FALSE(UpdateFeed::verify({}, signature, key + u'\n')) << "the key is ours and taken as it is";
     EXPECT_FALSE(UpdateFeed::verify({}, QString(), key));
-    EXPECT_FALSE(UpdateFeed::verify({}, signature.left(84) + QStringLiteral("===="), key));
+    EXPECT_FALSE(UpdateFeed::verify({}, signature.left(84) + u"===="_s, key));
     EXPECT_FALSE(UpdateFeed::verify({}, signature, signature)) << "64 bytes are no key";
 }
 

@@ -28,7 +28,7 @@ class UpdateInstallerTest : public testing::Test {
 protected:
     explicit UpdateInstallerTest(QString in = {}) {
         parent = in.isEmpty() ? folder.path() : in;
-        installed = parent + QStringLiteral("/Tunedeck.app");
+        installed = parent + u"/Tunedeck.app"_s;
         writeApp(installed, "1.4.0", identifier, "old");
         offer(appEntries("1.4.1", identifier, "new"));
     }
@@ -36,7 +36,7 @@ protected:
     void offer(const std::vector<ZipEntry>& entries) {
         archive = zip(entries);
         server.on("GET /a.zip", behave::answer(200, archive));
-        release.version = QStringLiteral("1.4.1");
+        release.version = u"1.4.1"_s;
         release.url = server.url("/a.zip").toString();
         release.sha256 = QString::fromLatin1(QCryptographicHash::hash(archive, QCryptographicHash::Sha256).toHex());
     }
@@ -47,14 +47,14 @@ protected:
     }
 
     QByteArray program() const {
-        QFile file(installed + QStringLiteral("/Contents/MacOS/Tunedeck"));
+        QFile file(installed + u"/Contents/MacOS/Tunedeck"_s);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("gone");
     }
 
     /// Whether the old application stands untouched and nothing lies beside it.
     bool untouched() const {
         return program() == "old" && QDir(parent).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot) ==
-                                         QStringList{QStringLiteral("Tunedeck.app")};
+                                         QStringList{u"Tunedeck.app"_s};
     }
 
     TestServer server;
@@ -66,7 +66,7 @@ protected:
 };
 
 QString failure(const UpdateInstaller::Result<QString>& result) {
-    return result ? QStringLiteral("no failure") : result.error().description();
+    return result ? u"no failure"_s : result.error().description();
 }
 
 } // namespace
@@ -77,7 +77,7 @@ TEST_F(UpdateInstallerTest, SwapsInTheNewBundleAndLeavesNothingBehind) {
     ASSERT_TRUE(result) << failure(result).toStdString();
     EXPECT_EQ(*result, installed);
     EXPECT_EQ(program(), "new");
-    EXPECT_TRUE(QFileInfo(installed + QStringLiteral("/Contents/MacOS/Tunedeck")).isExecutable());
+    EXPECT_TRUE(QFileInfo(installed + u"/Contents/MacOS/Tunedeck"_s).isExecutable());
     EXPECT_EQ(QDir(parent).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(), 1);
 }
 
@@ -88,7 +88,7 @@ TEST_F(UpdateInstallerTest, RefusesAnythingButThePromisedApplication) {
     EXPECT_EQ(failure(install()), u"The download isn't the expected Tunedeck: bundle org.example.other.");
     offer({{.name = "Tunedeck.app/Contents/Info.plist", .contents = "<plist><dict/></plist>"}});
     EXPECT_EQ(failure(install()), u"The download isn't the expected Tunedeck: bundle ?.");
-    const QString noApp = QStringLiteral("The download doesn't contain Tunedeck.");
+    const QString noApp = u"The download doesn't contain Tunedeck."_s;
     offer({{.name = "Tunedeck.app/Contents/x", .contents = "x"}});
     EXPECT_EQ(failure(install()), noApp);
     offer({{.name = "readme", .contents = "x"}});
@@ -109,18 +109,18 @@ TEST_F(UpdateInstallerTest, PassesOnWhatTheServerOrTheAddressSays) {
     EXPECT_EQ(failure(install()), u"The update server answered 204.");
     server.on("GET /a.zip", behave::resetAfter("HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\nabc"));
     EXPECT_FALSE(install());
-    release.url = QStringLiteral("no address");
+    release.url = u"no address"_s;
     EXPECT_EQ(failure(install()), u"The download doesn't contain Tunedeck.");
     EXPECT_TRUE(untouched());
 }
 
 TEST_F(UpdateInstallerTest, ReplacesFoldersOnly) {
-    const QString fresh = parent + QStringLiteral("/fresh.app");
+    const QString fresh = parent + u"/fresh.app"_s;
     writeApp(fresh, "1.4.1", identifier, "new");
-    const QString link = parent + QStringLiteral("/link.app");
+    const QString link = parent + u"/link.app"_s;
     QFile::link(installed, link);
     EXPECT_FALSE(UpdateInstaller::replace(link, fresh));
-    EXPECT_FALSE(UpdateInstaller::replace(parent + QStringLiteral("/missing.app"), fresh));
+    EXPECT_FALSE(UpdateInstaller::replace(parent + u"/missing.app"_s, fresh));
     EXPECT_EQ(program(), "old");
     EXPECT_TRUE(UpdateInstaller::replace(installed, fresh));
     EXPECT_EQ(program(), "new");
@@ -180,10 +180,10 @@ TEST_F(UpdateInstallerTest, KilledAtAnyMomentLeavesOneWholeBundle) {
         const bool isNew = program() == "new";
         swapped += isNew;
         EXPECT_TRUE(isNew || program() == "old") << round;
-        const auto valid = UpdateInstaller::validate(installed, QString::fromLatin1(identifier),
-                                                     isNew ? QStringLiteral("1.4.1") : QStringLiteral("1.4.0"));
+        const auto valid =
+            UpdateInstaller::validate(installed, QString::fromLatin1(identifier), isNew ? u"1.4.1"_s : u"1.4.0"_s);
         EXPECT_TRUE(valid) << round;
-        EXPECT_EQ(QDir(installed + QStringLiteral("/Contents/Resources")).count(), isNew ? 202U : 0U) << round;
+        EXPECT_EQ(QDir(installed + u"/Contents/Resources"_s).count(), isNew ? 202U : 0U) << round;
         // The download helper ends with its parent, but a moment later; until then it may hold the lock.
         EXPECT_TRUE(runUntil([&] {
             UpdateInstaller::sweep(installed);
@@ -196,7 +196,7 @@ TEST_F(UpdateInstallerTest, KilledAtAnyMomentLeavesOneWholeBundle) {
 
 TEST(UpdateInstallerSweep, LeavesAnUpdateUnderWayAlone) {
     QTemporaryDir folder;
-    const QString installed = folder.filePath(QStringLiteral("Tunedeck.app"));
+    const QString installed = folder.filePath(u"Tunedeck.app"_s);
     writeApp(installed, "1.4.0", identifier, "old");
     TestServer server;
     server.on("GET /a.zip", behave::hang());
@@ -220,7 +220,7 @@ TEST(UpdateInstallerDisk, FullOrReadOnlyKeepsTheOldOne) {
     if (!disk.isThere()) {
         GTEST_SKIP() << disk.reason();
     }
-    const QString installed = disk.path(QStringLiteral("Tunedeck.app"));
+    const QString installed = disk.path(u"Tunedeck.app"_s);
     writeApp(installed, "1.4.0", identifier, "old");
     auto entries = appEntries("1.4.1", identifier, "new");
     entries.push_back({.name = "Tunedeck.app/large", .contents = QByteArray(3'000'000, 'x')});
@@ -228,7 +228,7 @@ TEST(UpdateInstallerDisk, FullOrReadOnlyKeepsTheOldOne) {
     TestServer server;
     server.on("GET /a.zip", behave::answer(200, archive));
     Release release;
-    release.version = QStringLiteral("1.4.1");
+    release.version = u"1.4.1"_s;
     release.url = server.url("/a.zip").toString();
     release.sha256 = QString::fromLatin1(QCryptographicHash::hash(archive, QCryptographicHash::Sha256).toHex());
     const auto install = [&] {
@@ -247,19 +247,19 @@ TEST(UpdateInstallerDisk, FullOrReadOnlyKeepsTheOldOne) {
     EXPECT_EQ(install().error().kind, UpdateError::Kind::notWritable);
     EXPECT_EQ(server.requests().size(), 2) << "nothing is downloaded for a folder that can't be written";
     disk.setReadOnly(false);
-    EXPECT_TRUE(UpdateInstaller::validate(installed, QString::fromLatin1(identifier), QStringLiteral("1.4.0")));
+    EXPECT_TRUE(UpdateInstaller::validate(installed, QString::fromLatin1(identifier), u"1.4.0"_s));
 }
 
 TEST(UpdateInstallerHash, AgreesWithAnotherImplementation) {
     QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("f")));
+    QFile file(folder.filePath(u"f"_s));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(QByteArray(1'048'576, 'a') + "b");
     file.close();
     EXPECT_EQ(UpdateInstaller::sha256Hex(file.fileName()),
               QString::fromLatin1(
                   QCryptographicHash::hash(QByteArray(1'048'576, 'a') + "b", QCryptographicHash::Sha256).toHex()));
-    EXPECT_FALSE(UpdateInstaller::sha256Hex(folder.filePath(QStringLiteral("missing"))));
+    EXPECT_FALSE(UpdateInstaller::sha256Hex(folder.filePath(u"missing"_s)));
 }
 
 } // namespace tunedeck::test

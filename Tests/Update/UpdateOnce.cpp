@@ -5,15 +5,17 @@
 
 #include <QCoreApplication>
 
+using namespace tunedeck::test;
+
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     tunedeck::Release release;
-    release.version = QStringLiteral("1.4.1");
+    release.version = u"1.4.1"_s;
     release.url = arguments.value(1);
     release.sha256 = arguments.value(2);
-    const auto result = tunedeck::test::runToEnd(
-        tunedeck::UpdateInstaller::install(release, arguments.value(3), QStringLiteral("com.brightfold.tunedeck.menu"),
-                                           tunedeck::Downloader(QStringLiteral(TUNEDECK_FETCH)), {}, {}));
+    const auto result =
+        runToEnd(tunedeck::UpdateInstaller::install(release, arguments.value(3), u"com.brightfold.tunedeck.menu"_s,
+                                                    tunedeck::Downloader(QStringLiteral(TUNEDECK_FETCH)), {}, {}));
     return result ? 0 : 1;
 }

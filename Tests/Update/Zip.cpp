@@ -6,6 +6,8 @@
 #include <archive.h>
 #include <archive_entry.h>
 
+using namespace Qt::StringLiterals;
+
 namespace tunedeck::test {
 
 namespace {
@@ -66,15 +68,15 @@ std::vector<ZipEntry> appEntries(const QByteArray& version, const QByteArray& id
 }
 
 void writeApp(const QString& path, const QByteArray& version, const QByteArray& identifier, const QByteArray& program) {
-    QDir().mkpath(path + QStringLiteral("/Contents/MacOS"));
+    QDir().mkpath(path + u"/Contents/MacOS"_s);
     const auto write = [&](const QString& name, const QByteArray& bytes) {
         QFile file(path + name);
         if (file.open(QIODevice::WriteOnly)) {
             file.write(bytes);
         }
     };
-    write(QStringLiteral("/Contents/Info.plist"), infoPlist(version, identifier));
-    write(QStringLiteral("/Contents/MacOS/Tunedeck"), program);
+    write(u"/Contents/Info.plist"_s, infoPlist(version, identifier));
+    write(u"/Contents/MacOS/Tunedeck"_s, program);
 }
 
 } // namespace tunedeck::test

@@ -1,9 +1,10 @@
-#include "Tests/Platform/TrayRoles.h"
+#include "Tests/Platform/Roles.h"
 
 #include "Peers/TrayHost.h"
 #include "Tests/Helpers/FakePlatform.h"
 #include "TunedeckMenu/Platform/Linux/LinuxStatusItem.h"
 #include "TunedeckMenu/Platform/Linux/SessionBus.h"
+#include "TunedeckMenu/Platform/SingleInstance.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -15,6 +16,8 @@
 #include <functional>
 #include <iostream>
 #include <string>
+
+using namespace Qt::StringLiterals;
 
 namespace tunedeck::test {
 namespace {
@@ -37,22 +40,37 @@ void followInput(QObject* parent, std::function<void(const std::string&)> onLine
     });
 }
 
+int runInstance(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    const auto arguments = QCoreApplication::arguments();
+    SingleInstance instance(arguments.at(2));
+    const auto role = instance.acquire(arguments.at(3).toUtf8(), std::chrono::milliseconds(arguments.at(4).toInt()));
+    if (role != SingleInstance::Role::first) {
+        say(role == SingleInstance::Role::handedOver ? u"handed over"_s : u"unanswered"_s);
+        return 0;
+    }
+    QObject::connect(&instance, &SingleInstance::requested, &application, [](const QByteArray& request) {
+        say(QString::fromUtf8((request + ' ' + qgetenv("XDG_ACTIVATION_TOKEN")).trimmed()));
+        if (request == "quit") {
+            QCoreApplication::quit();
+        }
+    });
+    instance.answer();
+    say(u"first"_s);
+    return QCoreApplication::exec();
+}
+
 void click(QWidget* widget, Qt::MouseButton button) {
     const QPointF middle = widget->rect().center();
     QMouseEvent press(QEvent::MouseButtonPress, middle, widget->mapToGlobal(middle), button, button, Qt::NoModifier);
     QCoreApplication::sendEvent(widget, &press);
-}
-
-// Chooses each entry of the menu that is open.
-void chooseAll() {
+    // Chooses each entry of the menu that may be open now.
     if (const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
         for (auto* entry : menu->actions()) {
             entry->trigger();
         }
     }
 }
-
-} // namespace
 
 int runStatusItem(int argc, char** argv) {
     const QApplication application(argc, argv);
@@ -62,27 +80,27 @@ int runStatusItem(int argc, char** argv) {
     LinuxStatusItem item(bus, appearance);
     const auto tell = [&item] {
         const auto place = item.placement();
-        say((item.isAvailable() ? QStringLiteral("there ") : QStringLiteral("gone ")) +
-            (place ? QStringLiteral("%1 %2 of %3").arg(place->itemMinX).arg(place->itemWidth).arg(place->screenWidth)
-                   : QStringLiteral("unplaced")));
+        say((item.isAvailable() ? u"there "_s : u"gone "_s) +
+            (place ? u"%1 %2 of %3"_s.arg(place->itemMinX).arg(place->itemWidth).arg(place->screenWidth)
+                   : u"unplaced"_s));
     };
     QObject::connect(&item, &StatusItem::availabilityChanged, &item, tell);
-    QObject::connect(&item, &StatusItem::activated, &item, [] { say(QStringLiteral("activated")); });
-    QObject::connect(&item, &StatusItem::openRequested, &item, [] { say(QStringLiteral("open")); });
-    QObject::connect(&item, &StatusItem::quitRequested, &item, [] { say(QStringLiteral("quit")); });
-    item.setSymbol(QStringLiteral("music.note.list"), QStringLiteral("Tunedeck"));
+    QObject::connect(&item, &StatusItem::activated, &item, [] { say(u"activated"_s); });
+    QObject::connect(&item, &StatusItem::openRequested, &item, [] { say(u"open"_s); });
+    QObject::connect(&item, &StatusItem::quitRequested, &item, [] { say(u"quit"_s); });
+    item.setSymbol(u"music.note.list"_s, u"Tunedeck"_s);
     item.install();
     tell();
     followInput(&item, [tell](const std::string& line) {
         if (line == "where") {
             tell();
+            return;
         }
         for (auto* widget : QApplication::topLevelWidgets()) {
-            if (line != "where" && widget->inherits("QSystemTrayIconSys")) {
+            if (widget->inherits("QSystemTrayIconSys")) {
                 click(widget, line == "menu" ? Qt::RightButton : Qt::LeftButton);
             }
         }
-        chooseAll();
     });
     return QApplication::exec();
 }
@@ -92,8 +110,18 @@ int runTrayHost(int argc, char** argv) {
     TrayHost host;
     QObject::connect(&host, &TrayHost::said, &host, [](const QString& line) { say(line); });
     followInput(&host, [&host](const std::string& line) { host.obey(QByteArray::fromStdString(line)); });
-    say(QStringLiteral("ready"));
+    say(u"ready"_s);
     return QCoreApplication::exec();
+}
+
+} // namespace
+
+int runRole(int argc, char** argv) {
+    const std::string role = argv[1];
+    if (role == "--instance") {
+        return runInstance(argc, argv);
+    }
+    return role == "--status-item" ? runStatusItem(argc, argv) : runTrayHost(argc, argv);
 }
 
 } // namespace tunedeck::test
