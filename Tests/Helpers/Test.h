@@ -1,0 +1,9 @@
+#pragma once
+
+// What most tests are made of.
+
+#include "Tests/Helpers/ManualClock.h"
+#include "Tests/Helpers/RunTask.h"
+#include "Tests/Helpers/TemporaryHome.h"
+
+#include <gtest/gtest.h>
