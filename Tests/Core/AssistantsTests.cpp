@@ -1,6 +1,5 @@
+#include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Assistants.h"
-
-#include <gtest/gtest.h>
 
 using namespace tunedeck;
 using namespace Qt::StringLiterals;
@@ -12,15 +11,6 @@ AssistantLink link(const QString& kind) {
     link.id = u"l1"_s;
     link.kind = kind;
     return link;
-}
-
-TEST(Assistants, AreKnownByExactlyTheirRawValues) {
-    for (const Assistant assistant : allAssistants) {
-        EXPECT_EQ(assistantFromRawValue(info(assistant).rawValue), assistant);
-    }
-    EXPECT_EQ(assistantFromRawValue(u"iphone"_s), std::nullopt);
-    EXPECT_EQ(assistantFromRawValue(u"Claude"_s), std::nullopt);
-    EXPECT_EQ(guideURL(Assistant::iphone).path(), u"/connect/iphone"_s);
 }
 
 TEST(AssistantLink, IsReadWithItsMembersNamedAsWritten) {

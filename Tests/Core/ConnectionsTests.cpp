@@ -1,8 +1,6 @@
-#include "Tests/Helpers/TemporaryHome.h"
+#include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Connections.h"
 #include "TunedeckCore/UpdateFeed.h"
-
-#include <gtest/gtest.h>
 
 using namespace tunedeck;
 using namespace Qt::StringLiterals;

@@ -1,13 +1,9 @@
-#include "Tests/Helpers/TemporaryHome.h"
+#include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Diagnostics.h"
 
 #include <QFile>
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
-
-#include <atomic>
-#include <thread>
 
 using namespace tunedeck;
 using namespace Qt::StringLiterals;
@@ -92,25 +88,6 @@ TEST_F(LogTail, IsEmptyForWhatIsNoReadableFileAndNeverWaits) {
     const QString pipe = home.path(u"pipe"_s);
     ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
     EXPECT_EQ(Diagnostics::warningLines(pipe, 50, 4096), QStringList());
-}
-
-TEST_F(LogTail, SurvivesALogThatIsWrittenAndCutMeanwhile) {
-    const QString path = home.write(u"log"_s, {});
-    std::atomic_bool done = false;
-    std::jthread writer([&] {
-        for (int i = 0; !done; ++i) {
-            QFile log(path);
-            if (log.open(i % 3 == 0 ? QIODevice::WriteOnly : QIODevice::Append)) {
-                log.write(QByteArray("t WARN again\n").repeated(5000));
-            }
-        }
-    });
-    for (int i = 0; i < 300; ++i) {
-        for (const QString& line : Diagnostics::warningLines(path, 10, 64 * 1024)) {
-            ASSERT_TRUE(u"t WARN again"_s.contains(line)) << line.toStdString();
-        }
-    }
-    done = true;
 }
 
 ServiceStatus status() {

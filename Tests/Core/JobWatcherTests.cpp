@@ -1,6 +1,5 @@
+#include "Tests/Helpers/Test.h"
 #include "TunedeckCore/JobWatcher.h"
-
-#include <gtest/gtest.h>
 
 using namespace tunedeck;
 using namespace Qt::StringLiterals;

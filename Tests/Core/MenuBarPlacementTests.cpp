@@ -1,12 +1,10 @@
-#include "Tests/Helpers/TemporaryHome.h"
+#include "Tests/Helpers/Test.h"
 #include "TunedeckCore/MenuBarPlacement.h"
-
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
 
 namespace tunedeck {
 namespace {
+
+using namespace test;
 
 const auto removed = MenuBarIconVisibility::hidden(u"The Tunedeck icon was removed from the menu bar."_s);
 const auto behindNotch =

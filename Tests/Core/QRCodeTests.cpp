@@ -1,12 +1,9 @@
+#include "Tests/Helpers/Test.h"
 #include "TunedeckCore/QRCode.h"
 
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
-
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
 
 namespace tunedeck::test {
 

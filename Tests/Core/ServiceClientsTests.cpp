@@ -1,5 +1,4 @@
-#include "Tests/Helpers/RunTask.h"
-#include "Tests/Helpers/TemporaryHome.h"
+#include "Tests/Helpers/Test.h"
 #include "Tests/Helpers/TestServer.h"
 #include "TunedeckCore/Assistants.h"
 #include "TunedeckCore/LibraryClient.h"
@@ -8,8 +7,6 @@
 #include "TunedeckCore/Toolbox.h"
 
 #include <QRegularExpression>
-
-#include <gtest/gtest.h>
 
 #include <ostream>
 #include <vector>

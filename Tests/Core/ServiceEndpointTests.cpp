@@ -1,15 +1,14 @@
-#include "Tests/Helpers/TemporaryHome.h"
+#include "Tests/Helpers/Test.h"
 #include "TunedeckCore/ServiceEndpoint.h"
 
 #include <QDir>
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
-
-using namespace Qt::StringLiterals;
 
 namespace tunedeck {
 namespace {
+
+using namespace test;
 
 const QUrl standard(u"http://127.0.0.1:8000"_s);
 

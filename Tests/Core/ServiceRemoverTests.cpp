@@ -1,21 +1,16 @@
-#include "Tests/Helpers/ManualClock.h"
-#include "Tests/Helpers/RunTask.h"
-#include "Tests/Helpers/TemporaryHome.h"
+#include "Tests/Helpers/Test.h"
 #include "TunedeckCore/ServiceRemover.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
 
-#include <gtest/gtest.h>
-
 #include <map>
 
 namespace tunedeck {
 namespace {
 
-using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
+using namespace test;
 
 const QString programPath = u".tunedeck/bin/tunedeck"_s;
 const QString plistPath = u"Library/LaunchAgents/com.brightfold.tunedeck.plist"_s;

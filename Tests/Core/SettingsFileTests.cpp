@@ -1,14 +1,10 @@
-#include "Tests/Helpers/TemporaryHome.h"
+#include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Paths.h"
 #include "TunedeckCore/SettingsFile.h"
 
 #include <QFile>
-#include <QFileInfo>
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
-
-#include <thread>
 
 using namespace tunedeck;
 using namespace Qt::StringLiterals;
@@ -89,19 +85,6 @@ TEST_F(Settings, AreLeftAloneWhenTheyPassTheReadersBounds) {
     }
 }
 
-TEST_F(Settings, KeepTheFilesModeAndTheLinkToIt) {
-    const QString target = home.write(u"elsewhere/real.json"_s, R"({"a":1})");
-    ASSERT_EQ(::chmod(QFile::encodeName(target).constData(), 0640), 0);
-    home.write(u".tunedeck/other"_s, {});
-    ASSERT_TRUE(QFile::link(target, file.url));
-    ASSERT_TRUE(file.setOnboarded(true));
-    EXPECT_TRUE(QFileInfo(file.url).isSymLink());
-    EXPECT_EQ(home.read(u"elsewhere/real.json"_s), "{\n  \"a\": 1,\n  \"onboarded\": true\n}\n");
-    struct ::stat facts{};
-    ASSERT_EQ(::stat(QFile::encodeName(target).constData(), &facts), 0);
-    EXPECT_EQ(facts.st_mode & 07777U, 0640U);
-}
-
 TEST_F(Settings, NeverHangAndFailWithASentenceWhereNoFileCanBe) {
     home.write(u".tunedeck/settings.json/file"_s, {});
     EXPECT_FALSE(file.onboarded());
@@ -112,23 +95,6 @@ TEST_F(Settings, NeverHangAndFailWithASentenceWhereNoFileCanBe) {
     ASSERT_EQ(::mkfifo(QFile::encodeName(pipe.url).constData(), 0600), 0);
     EXPECT_EQ(pipe.downloadDir(), std::nullopt);
     EXPECT_FALSE(pipe.setDownloadDir(u"/m"_s));
-}
-
-TEST_F(Settings, AreNeverBrokenByTwoWritersAtOnce) {
-    const QByteArray filler(200'000, 'x');
-    home.write(relative, R"({"kept":")" + filler + R"("})");
-    const auto write = [this](const QString& folder) {
-        for (int i = 0; i < 40; ++i) {
-            EXPECT_TRUE(file.setDownloadDir(folder));
-        }
-    };
-    std::jthread first(write, u"/first"_s);
-    std::jthread second(write, u"/second"_s);
-    for (int i = 0; i < 200; ++i) {
-        const auto object = json::parseObject(home.read(relative));
-        ASSERT_TRUE(object) << object.error().reason.toStdString();
-        ASSERT_EQ(*object->at(u"kept"_s).as<QString>(), QString::fromLatin1(filler));
-    }
 }
 
 TEST(Paths, AreAbbreviatedOnlyBelowTheHomeFolder) {
