@@ -1,20 +1,19 @@
 #include "Tests/Helpers/SmallDisk.h"
-#include "Tests/Helpers/TemporaryHome.h"
+#include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Support/AtomicFile.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <thread>
 
-using namespace Qt::StringLiterals;
-
 namespace tunedeck {
 namespace {
+
+using namespace test;
 
 class AtomicFileTest : public testing::Test {
 protected:
@@ -86,13 +85,15 @@ TEST_F(AtomicFileTest, ReadsUpToItsLimitAndFilesWithoutASize) {
     EXPECT_EQ(readFile(u"/dev/zero"_s), std::nullopt);
 }
 
-TEST_F(AtomicFileTest, ReadersNeverSeeAHalfWrittenFile) {
+TEST_F(AtomicFileTest, ReadersNeverSeeAHalfWrittenFileOfTwoWriters) {
     ASSERT_TRUE(writeFileAtomically(m_path, QByteArray(50000, 'a')));
-    std::jthread writer([&](const std::stop_token& stop) {
+    const auto write = [&](const std::stop_token& stop) {
         for (char letter = 'a'; !stop.stop_requested(); letter = letter == 'z' ? 'a' : char(letter + 1)) {
             EXPECT_TRUE(writeFileAtomically(m_path, QByteArray(50000, letter)));
         }
-    });
+    };
+    const std::jthread first(write);
+    const std::jthread second(write);
     for (int round = 0; round < 300; ++round) {
         const auto bytes = readFile(m_path);
         ASSERT_TRUE(bytes);

@@ -1,8 +1,6 @@
 #include "Tests/Helpers/Descriptors.h"
-#include "Tests/Helpers/RunTask.h"
+#include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Support/Clock.h"
-
-#include <gtest/gtest.h>
 
 namespace tunedeck {
 namespace {

@@ -1,8 +1,7 @@
+#include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Support/Json.h"
 
 #include <QByteArrayList>
-
-#include <gtest/gtest.h>
 
 #include <ostream>
 

@@ -1,10 +1,9 @@
 #include "Tests/Helpers/Descriptors.h"
-#include "Tests/Helpers/RunTask.h"
+#include "Tests/Helpers/Test.h"
 #include "Tests/Helpers/TestServer.h"
 #include "TunedeckCore/Support/HttpAnswer.h"
 #include "TunedeckCore/Support/LocalHttp.h"
 
-#include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>

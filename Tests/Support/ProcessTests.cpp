@@ -1,9 +1,7 @@
-#include "Tests/Helpers/RunTask.h"
-#include "Tests/Helpers/TemporaryHome.h"
+#include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Support/Process.h"
 #include "TunedeckCore/Support/TaskScope.h"
 
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <csignal>

@@ -1,13 +1,12 @@
+#include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Support/PropertyList.h"
-
-#include <gtest/gtest.h>
 
 #include <limits>
 
 namespace tunedeck {
 namespace {
 
-using namespace Qt::StringLiterals;
+using namespace test;
 
 QByteArray list(const QByteArray& inside) {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "

@@ -1,10 +1,7 @@
-#include "Tests/Helpers/ManualClock.h"
-#include "Tests/Helpers/RunTask.h"
+#include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Support/TaskScope.h"
 
 #include <QString>
-
-#include <gtest/gtest.h>
 
 #include <memory>
 #include <stdexcept>

@@ -1,16 +1,15 @@
+#include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Support/Text.h"
 
 #include <QLocale>
 
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <ctime>
 
-using namespace Qt::StringLiterals;
-
 namespace tunedeck {
 namespace {
+
+using namespace test;
 
 /// In a place of one's choice for the length of a test.
 class TextTest : public testing::Test {

@@ -1,11 +1,10 @@
+#include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Support/Time.h"
-
-#include <gtest/gtest.h>
 
 namespace tunedeck {
 namespace {
 
-using namespace Qt::StringLiterals;
+using namespace test;
 
 QDateTime utc(int year, int month, int day, int hour, int minute, int second, int millisecond = 0) {
     return QDateTime(QDate(year, month, day), QTime(hour, minute, second, millisecond), Qt::UTC);
