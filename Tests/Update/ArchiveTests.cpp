@@ -1,3 +1,4 @@
+#include "Tests/Helpers/Test.h"
 #include "Tests/Update/Zip.h"
 #include "TunedeckCore/Archive.h"
 #include "TunedeckCore/Support/RemoveTree.h"
@@ -7,12 +8,9 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <filesystem>
-
-using namespace Qt::StringLiterals;
 
 namespace tunedeck::test {
 

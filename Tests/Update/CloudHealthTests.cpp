@@ -1,10 +1,8 @@
-#include "Tests/Helpers/RunTask.h"
+#include "Tests/Helpers/Test.h"
 #include "Tests/Helpers/TestServer.h"
 #include "TunedeckCore/Connections.h"
 
 #include <QElapsedTimer>
-
-#include <gtest/gtest.h>
 
 namespace tunedeck::test {
 

@@ -1,11 +1,9 @@
-#include "Tests/Helpers/RunTask.h"
+#include "Tests/Helpers/Test.h"
 #include "Tests/Helpers/TestServer.h"
 #include "TunedeckCore/Download.h"
 
 #include <QFile>
 #include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 namespace tunedeck::test {
 
@@ -13,15 +11,14 @@ namespace {
 
 class DownloadTest : public testing::Test {
 protected:
-    std::expected<int, QString> get(const QUrl& url, std::int64_t limit = 1'000'000, std::stop_token stop = {}) {
+    std::expected<int, QString> get(const QUrl& url, std::int64_t limit = 1'000'000) {
         DownloadRequest request{.url = url, .file = file, .limit = limit};
-        return runToEnd(downloader.download(
-            request,
-            [this](std::int64_t received, std::optional<std::int64_t> total) {
-                lastReceived = received;
-                lastTotal = total;
-            },
-            stop));
+        return runToEnd(downloader.download(request,
+                                            [this](std::int64_t received, std::optional<std::int64_t> total) {
+                                                lastReceived = received;
+                                                lastTotal = total;
+                                            },
+                                            {}));
     }
 
     QByteArray body() {
@@ -84,18 +81,6 @@ TEST_F(DownloadTest, TellsWhatWentWrongInTheTransport) {
     EXPECT_TRUE(get(server.url("/large"), 2000).error().contains(u"No such file"));
     const auto noHelper = runToEnd(Downloader(u"/nowhere"_s).fetch(server.url("/large"), 1, {}, {}));
     EXPECT_FALSE(noHelper);
-}
-
-TEST_F(DownloadTest, StopsAtOnce) {
-    server.on("GET /hang", behave::hang("HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\nabc"));
-    std::stop_source source;
-    DownloadRequest request{.url = server.url("/hang"), .file = file, .limit = 100};
-    const auto ending = endingOf(downloader.download(request, {}, source.get_token()));
-    ASSERT_TRUE(runUntil([&] { return server.open() == 1; }));
-    source.request_stop();
-    ASSERT_TRUE(ending->isThere());
-    EXPECT_FALSE(*ending->value);
-    EXPECT_TRUE(runUntil([&] { return server.open() == 0; })) << "the helper is gone";
 }
 
 } // namespace tunedeck::test

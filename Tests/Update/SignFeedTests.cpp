@@ -1,4 +1,4 @@
-#include "Tests/Helpers/RunTask.h"
+#include "Tests/Helpers/Test.h"
 #include "Tests/Update/Zip.h"
 #include "TunedeckCore/UpdateFeed.h"
 
@@ -6,8 +6,6 @@
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 namespace tunedeck::test {
 

@@ -1,9 +1,7 @@
-#include "Tests/Helpers/RunTask.h"
+#include "Tests/Helpers/Test.h"
 #include "Tests/Helpers/TestServer.h"
 #include "Tests/Update/Signing.h"
 #include "TunedeckCore/UpdateFeed.h"
-
-#include <gtest/gtest.h>
 
 namespace tunedeck::test {
 
