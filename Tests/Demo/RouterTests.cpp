@@ -77,24 +77,6 @@ TEST(DemoRouter, AnIdIsDecodedAndStaysOnePartOfThePath) {
     EXPECT_NE(again.body.find(R"("code":"link_not_found")"), std::string::npos);
 }
 
-TEST(DemoRouter, TheStatusTellsClientsEverythingButWhatTheServiceKeepsForItself) {
-    for (const Scenario& scenario : scenarios()) {
-        Asked ask(scenario.name);
-        const Reply reply = ask("GET", "/local/status");
-        const auto status = parseObject(reply.body);
-        ASSERT_TRUE(status) << scenario.name;
-        for (const char* name : {"version", "download_dir", "download_dir_writable", "cloud", "recent_jobs"}) {
-            EXPECT_TRUE(status->HasMember(name)) << name;
-        }
-        EXPECT_EQ(status->HasMember("rekordbox_db"), scenario.name != "no-rekordbox");
-        const std::string all = reply.body + ask("GET", "/local/links").body + ask("GET", "/local/toolbox").body;
-        for (const char* own : {"next_step", "doomed", "toggle_at", "failure_percent", "get_used", "installs"}) {
-            EXPECT_EQ(all.find(own), std::string::npos) << own;
-        }
-    }
-    EXPECT_EQ(Asked("cloud-off")("GET", "/local/status").body.find("\"connected\""), std::string::npos);
-}
-
 TEST(DemoRouter, TheFolderForDownloadsIsTheChosenOneAndIsNotMadeWhenItIsMissing) {
     Asked ask("quiet");
     const auto folder = [&] {
