@@ -1,16 +1,12 @@
 #pragma once
 
 #include "Tests/Helpers/FakePlatform.h"
-#include "Tests/Helpers/ManualClock.h"
-#include "Tests/Helpers/RunTask.h"
-#include "Tests/Helpers/TemporaryHome.h"
+#include "Tests/Helpers/Test.h"
 #include "Tests/Helpers/TestServer.h"
 #include "TunedeckMenu/MenuServices.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
-
-#include <gtest/gtest.h>
 
 #include <functional>
 #include <utility>

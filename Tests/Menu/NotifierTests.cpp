@@ -1,17 +1,12 @@
 #include "Tests/Helpers/FakePlatform.h"
-#include "Tests/Helpers/ManualClock.h"
-#include "Tests/Helpers/TemporaryHome.h"
+#include "Tests/Helpers/Test.h"
 #include "TunedeckMenu/Notifier.h"
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
-
-using namespace Qt::StringLiterals;
 
 namespace tunedeck {
 
 using namespace test;
-using namespace std::chrono_literals;
 
 namespace {
 

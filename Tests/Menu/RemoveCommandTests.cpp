@@ -1,17 +1,13 @@
-#include "Tests/Helpers/ManualClock.h"
-#include "Tests/Helpers/RunTask.h"
-#include "Tests/Helpers/TemporaryHome.h"
+#include "Tests/Helpers/Test.h"
 #include "TunedeckMenu/RemoveCommand.h"
 
 #include <QDir>
 #include <QFile>
 
-#include <gtest/gtest.h>
-
 namespace tunedeck {
 namespace {
 
-using namespace Qt::StringLiterals;
+using namespace test;
 
 QCoro::Task<std::int32_t> noManager(QStringList, std::stop_token) {
     co_return -1;

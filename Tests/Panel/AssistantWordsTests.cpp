@@ -1,8 +1,5 @@
+#include "Tests/Helpers/Test.h"
 #include "Tests/Panel/Fixtures.h"
-
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
 
 namespace tunedeck::test {
 

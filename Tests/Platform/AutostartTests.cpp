@@ -1,5 +1,4 @@
-#include "Tests/Helpers/RunTask.h"
-#include "Tests/Helpers/TemporaryHome.h"
+#include "Tests/Helpers/Test.h"
 #include "TunedeckMenu/Platform/Linux/AutostartItem.h"
 
 #include <QDir>
@@ -7,12 +6,10 @@
 #include <QProcess>
 #include <QStandardPaths>
 
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
-
 namespace tunedeck {
 namespace {
+
+using namespace test;
 
 class AutostartTest : public testing::Test {
 protected:

@@ -1,5 +1,4 @@
-#include "Tests/Helpers/RunTask.h"
-#include "Tests/Helpers/TemporaryHome.h"
+#include "Tests/Helpers/Test.h"
 #include "Tests/Platform/FakePeers.h"
 #include "TunedeckMenu/Platform/Linux/LinuxDesktop.h"
 #include "TunedeckMenu/Platform/Linux/LinuxWorkspace.h"
@@ -13,8 +12,6 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 namespace tunedeck {
 namespace {

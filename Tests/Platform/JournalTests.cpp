@@ -1,19 +1,19 @@
+#include "Tests/Helpers/Test.h"
 #include "TunedeckMenu/Platform/Linux/Journal.h"
 #include "TunedeckMenu/Platform/Linux/OsRelease.h"
 
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 
 #include <cstring>
 
-using namespace Qt::StringLiterals;
-
 namespace tunedeck {
 namespace {
+
+using namespace test;
 
 TEST(JournalTest, EntriesArriveWholeAndAFullOrMissingJournalNeverBlocks) {
     const QTemporaryDir folder;

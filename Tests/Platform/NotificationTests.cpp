@@ -1,9 +1,7 @@
 #include "Peers/NotificationServer.h"
-#include "Tests/Helpers/RunTask.h"
+#include "Tests/Helpers/Test.h"
 #include "TunedeckMenu/Platform/Linux/LinuxNotificationCenter.h"
 #include "TunedeckMenu/Platform/Linux/SessionBus.h"
-
-#include <gtest/gtest.h>
 
 namespace tunedeck {
 namespace {

@@ -1,3 +1,4 @@
+#include "Tests/Helpers/Test.h"
 #include "Tests/Platform/DesktopParts.h"
 #include "TunedeckMenu/Platform/Relauncher.h"
 #include "TunedeckMenu/Platform/SingleInstance.h"
@@ -7,7 +8,6 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -16,12 +16,9 @@
 #include <cstring>
 #include <vector>
 
-using namespace Qt::StringLiterals;
-
 namespace tunedeck {
 namespace {
 
-using namespace std::chrono_literals;
 using namespace test;
 
 class SingleInstanceTest : public testing::Test {

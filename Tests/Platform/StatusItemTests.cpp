@@ -1,12 +1,9 @@
+#include "Tests/Helpers/Test.h"
 #include "Tests/Platform/DesktopParts.h"
 #include "TunedeckMenu/Platform/Linux/TrayGlyph.h"
 
 #include <QImage>
 #include <QRegularExpression>
-
-#include <gtest/gtest.h>
-
-using namespace Qt::StringLiterals;
 
 namespace tunedeck {
 namespace {

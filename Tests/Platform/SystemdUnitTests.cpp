@@ -1,13 +1,11 @@
-#include "Tests/Helpers/ManualClock.h"
+#include "Tests/Helpers/Test.h"
 #include "TunedeckCore/ServiceInstaller.h"
 #include "TunedeckMenu/Platform/Linux/SystemdUnit.h"
-
-#include <gtest/gtest.h>
 
 namespace tunedeck {
 namespace {
 
-using namespace Qt::StringLiterals;
+using namespace test;
 
 std::expected<SystemdUnit, QString> unitFor(const QString& home) {
     test::ManualClock clock;

@@ -1,5 +1,4 @@
-#include "Tests/Helpers/RunTask.h"
-#include "Tests/Helpers/TemporaryHome.h"
+#include "Tests/Helpers/Test.h"
 #include "Tests/Platform/DesktopParts.h"
 #include "TunedeckMenu/Platform/Linux/ServiceTraces.h"
 #include "TunedeckMenu/Platform/SingleInstance.h"
@@ -10,14 +9,12 @@
 #include <QFileInfo>
 #include <QProcess>
 
-#include <gtest/gtest.h>
 #include <signal.h>
 
 namespace tunedeck {
 namespace {
 
-using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
+using namespace test;
 
 TEST(UninstallTest, TheRunningInstanceEndsAndItsPlaceIsTaken) {
     const test::TemporaryHome home;

@@ -1,5 +1,4 @@
-#include "Tests/Helpers/ManualClock.h"
-#include "Tests/Helpers/RunTask.h"
+#include "Tests/Helpers/Test.h"
 #include "TunedeckCore/ServiceInstaller.h"
 #include "TunedeckCore/Support/AtomicFile.h"
 #include "TunedeckCore/Support/Process.h"
@@ -11,7 +10,6 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <csignal>
