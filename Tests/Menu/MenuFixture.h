@@ -36,9 +36,9 @@ inline QByteArray libraryMember(const QByteArray& backup, bool rekordboxRunning 
 
 /// What a model and its actions need: a service of the test's own over real HTTP, and a desktop that keeps what it was
 /// asked for.
-class MenuTest : public testing::Test {
+class MenuWorld {
 protected:
-    MenuTest() {
+    MenuWorld() {
         serveStatus();
         serve("GET /local/toolbox", R"({"tools":[],"venvs":[],"installing":false})");
         serveLinks({});
@@ -107,5 +107,8 @@ protected:
         .quit = [this] { ++quits; },
     };
 };
+
+/// A test in that world.
+class MenuTest : public testing::Test, protected MenuWorld {};
 
 } // namespace tunedeck::test

@@ -22,14 +22,6 @@ void hear(QtMsgType type, const QMessageLogContext&, const QString& message) {
     }
 }
 
-PanelModule& module() {
-    static PanelModule* const loaded = [] {
-        auto* const loader = new QPluginLoader(QStringLiteral(TUNEDECK_MODULE), qApp);
-        return qobject_cast<PanelModule*>(loader->instance());
-    }();
-    return *loaded;
-}
-
 void gather(QAccessibleInterface* access, QList<Seen>& into) {
     if (access == nullptr || !access->isValid() || access->rect().isEmpty()) {
         return;
@@ -205,6 +197,14 @@ bool Screen::until(const std::function<bool()>& condition) {
         pass(5);
     }
     return true;
+}
+
+PanelModule& Screen::module() {
+    static PanelModule* const loaded = [] {
+        auto* const loader = new QPluginLoader(QStringLiteral(TUNEDECK_MODULE), qApp);
+        return qobject_cast<PanelModule*>(loader->instance());
+    }();
+    return *loaded;
 }
 
 } // namespace tunedeck::test

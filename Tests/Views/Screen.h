@@ -65,6 +65,8 @@ protected:
     static void pass(int milliseconds);
     /// Waits until the condition holds, 3 s at most.
     static bool until(const std::function<bool()>& condition);
+    /// The module of views, as the application loads it.
+    static PanelModule& module();
 
     FakeHost host;
     std::unique_ptr<PanelViews> views;

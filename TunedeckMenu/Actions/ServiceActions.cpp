@@ -63,6 +63,7 @@ QCoro::Task<> ServiceActions::restartService() {
 
 void ServiceActions::repairTools() {
     if (!std::exchange(m_repairing, true)) {
+        m_model.clearError();
         spawn(installTools());
     }
 }
@@ -78,7 +79,6 @@ QCoro::Task<> ServiceActions::installTools() {
         m_model.show(QStringLiteral("Couldn't reach tunedeck to repair its tools."));
         co_return;
     }
-    m_model.clearError();
     co_await m_model.refreshToolbox(stop);
 }
 

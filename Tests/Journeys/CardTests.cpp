@@ -1,0 +1,197 @@
+// Each card as its user has it, from what the service says to what the desktop is asked for.
+#include "Tests/Journeys/PanelJourney.h"
+
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace tunedeck::test {
+
+namespace {
+
+class CardJourney : public PanelJourney {
+protected:
+    /// Waits until all of the one and none of the other is on the screen.
+    testing::AssertionResult shows(const QStringList& wanted, const QStringList& unwanted = {}) {
+        const auto isThere = [this](const QString& text) { return sees(text); };
+        const bool holds =
+            comes([&] { return std::ranges::all_of(wanted, isThere) && std::ranges::none_of(unwanted, isThere); });
+        return holds ? testing::AssertionSuccess()
+                     : testing::AssertionFailure() << texts().join(u" | "_s).toStdString();
+    }
+};
+
+const QByteArray tool = R"({"name":"yt-dlp","wanted":"1","ready":)";
+
+} // namespace
+
+TEST_F(CardJourney, TheCardsFollowTheServiceFromPollToPoll) {
+    serveStatus();
+    open();
+    const struct {
+        QByteArray status;
+        QByteArray toolbox;
+        QByteArray links;
+        QStringList seen;
+        QStringList unseen;
+    } moments[] = {
+        {{},
+         {},
+         {},
+         {u"connected to the cloud"_s, u"even while this Mac sleeps."_s, u"rekordbox xml"_s},
+         {u"Recent"_s, u"Tools"_s, u"Backups ("_s, u"Show the private"_s}},
+        {R"("recent_jobs":[{"job_id":"1","state":"running","playlist":"Alpha","message":"m"},
+            {"job_id":"2","state":"done","playlist":"Beta","message":"m","finished_at":"2026-03-01T11:00:00Z"}])",
+         R"({"tools":[)" + tool + R"(false}],"venvs":[],"installing":false})",
+         R"({"id":"a","kind":"claude","url":"https://x.example/u/0123456789abcdef/mcp"})",
+         {u"Alpha"_s, u"Downloading"_s, u"Beta"_s, u"Needs repair"_s, u"Missing: yt-dlp"_s, u"/0123…/mcp"_s},
+         {u"even while this Mac sleeps."_s, u"0123456789abcdef"_s}},
+        {R"("recent_jobs":[{"job_id":"2","state":"failed","playlist":"Beta","message":"m"}],"download_dir":"/else",
+            "download_dir_source":"settings","download_dir_writable":false,)" +
+             libraryMember("1.4.0", true),
+         R"({"tools":[)" + tool + R"(true}],"venvs":[],"installing":true,"progress":0.5})",
+         R"({"id":"t","kind":"telegram","url":"https://t.me/b?start=1","expiresAt":"2026-03-01T12:10:00Z"})",
+         {u"Installing…"_s, u"Custom"_s, u"tunedeck can't write to this folder."_s, u"· waiting for Start"_s,
+          u"Up to date · Rekordbox is open"_s, u"Expires in "_s},
+         {u"Alpha"_s, u"Downloading"_s, u"Missing"_s, u"/mcp"_s, u"Repair Tools"_s}},
+    };
+    for (const auto& moment : moments) {
+        serveStatus(moment.status);
+        serve("GET /local/toolbox",
+              moment.toolbox.isEmpty() ? R"({"tools":[],"venvs":[],"installing":false})" : moment.toolbox);
+        serveLinks(moment.links);
+        clock.advance(15s); // when the links are due again too
+        EXPECT_TRUE(shows(moment.seen, moment.unseen));
+    }
+    // A code runs out without a word of the service.
+    for (int i = 0; i < 10 * 60 / 3; ++i) {
+        poll();
+    }
+    EXPECT_TRUE(shows({u"This code has expired."_s, u"Get a New Code"_s}, {u"Open Telegram"_s, u"Expires in"_s}));
+}
+
+TEST_F(CardJourney, AStoppedServiceIsStartedFromItsCard) {
+    serve("GET /local/status", {}, 500);
+    open();
+    EXPECT_TRUE(shows({u"Not running"_s, u"wait in the cloud queue"_s, u"Start tunedeck to see where"_s,
+                       u"Shown when tunedeck is running."_s}));
+    launchctlStatus = {1, 5};
+    go({u"Start tunedeck"_s});
+    EXPECT_TRUE(shows({u"Starting…"_s}));
+    EXPECT_FALSE(control(u"Starting…"_s).press());
+    EXPECT_FALSE(control(u"Restart tunedeck"_s).press());
+    clock.advance(1500ms);
+    EXPECT_TRUE(shows({u"Couldn't start tunedeck (launchctl exit 5). See the log."_s}));
+    clock.advance(1500ms);
+    ASSERT_TRUE(comes([this] { return !isBusy(); }));
+    EXPECT_TRUE(shows({u"Start tunedeck"_s}));
+
+    serveStatus();
+    go({u"Start tunedeck"_s});
+    clock.advance(1500ms);
+    EXPECT_TRUE(shows({u"Running · "_s}, {u"Starting…"_s, u"Not running"_s, u"Couldn't start"_s}));
+    EXPECT_EQ(launchctlCalls.size(), 3U);
+}
+
+TEST_F(CardJourney, TheDownloadFolderIsChosenKeptAndGivenUp) {
+    open();
+    go({u"Show in Finder, /music"_s, u"Change Folder…"_s, u"Change Folder…"_s});
+    EXPECT_EQ(workspace.opened.back(), QUrl::fromLocalFile(u"/music"_s));
+    EXPECT_EQ(picker.prompt, u"Use This Folder"_s);
+    picker.answer(std::nullopt);
+    EXPECT_FALSE(services.settings.downloadDir());
+    go({u"Change Folder…"_s});
+    serveStatus(R"("download_dir":"/sets","download_dir_source":"settings")");
+    picker.answer(u"/sets"_s);
+    EXPECT_TRUE(shows({u"/sets"_s, u"Custom"_s, u"Use Default"_s}));
+    EXPECT_EQ(services.settings.downloadDir(), u"/sets"_s);
+
+    ASSERT_TRUE(QFile::remove(home.path(u".tunedeck/settings.json"_s)));
+    home.write(u".tunedeck/settings.json/in-the-way"_s, "x");
+    go({u"Use Default"_s});
+    EXPECT_TRUE(comes([this] { return line().value_or(QString()).startsWith(u"Couldn't save the folder: "); }));
+    workspace.works = false;
+    go({u"Show in Finder, /sets"_s});
+    EXPECT_TRUE(comes([this] { return line() == u"Couldn't open /sets."_s; }));
+    go({u"Show"_s});
+    EXPECT_EQ(workspace.revealed, QStringList{u"/music/import.xml"_s});
+}
+
+TEST_F(CardJourney, SecretsAreShownAndCopiedAndGuidesOpened) {
+    serveLinks(R"({"id":"a","kind":"claude","url":"https://x.example/u/0123456789abcdef/mcp"},
+        {"id":"i","kind":"shortcut","apiUrl":"https://x.example/api","token":"topsecret"},
+        {"id":"t","kind":"telegram","url":"https://t.me/b?start=1"})");
+    open();
+    EXPECT_TRUE(shows({u"tops…"_s}, {u"topsecret"_s}));
+    go({u"Show the private URLs and keys"_s});
+    EXPECT_TRUE(shows({u"topsecret"_s, u"/0123456789abcdef/mcp"_s}));
+    for (const auto& [which, value] : {std::pair(u"private URL"_s, u"https://x.example/u/0123456789abcdef/mcp"_s),
+                                       {u"the URL"_s, u"https://x.example/api"_s},
+                                       {u"the Key"_s, u"topsecret"_s}}) {
+        press(u"Copy"_s, which);
+        EXPECT_EQ(pasteboard.text, value);
+        EXPECT_TRUE(comes([this] { return controls(u"Copied"_s).size() == 1; }));
+        EXPECT_EQ(control(u"Copied"_s).description.contains(which), true) << "that one alone";
+        clock.advance(1500ms);
+        EXPECT_TRUE(comes([this] { return controls(u"Copied"_s).isEmpty(); }));
+    }
+    go({u"Open Telegram"_s, u"Setup guide of Claude"_s, u"More of Telegram"_s, u"Setup Guide"_s});
+    ASSERT_EQ(workspace.opened.size(), 3U);
+    EXPECT_EQ(workspace.opened[0], QUrl(u"https://t.me/b?start=1"_s));
+    EXPECT_EQ(workspace.opened[1].path(), u"/connect/claude"_s);
+    EXPECT_EQ(workspace.opened[2].path(), u"/connect/telegram"_s);
+}
+
+TEST_F(CardJourney, AnUpdateIsLookedForInstalledAndFailsWithItsReason) {
+    struct Feed {
+        static QCoro::Task<UpdateCheck> check(UpdateCheck found) { co_return found; }
+        static QCoro::Task<std::expected<void, UpdateError>> install(std::expected<void, UpdateError> result) {
+            co_return result;
+        }
+    };
+    UpdateCheck found{UpdateCheck::Failed{u"No network."_s}};
+    std::expected<void, UpdateError> result = std::unexpected(UpdateError{.kind = UpdateError::Kind::checksum});
+    services.updates.check = [&](std::stop_token) { return Feed::check(found); };
+    services.updates.install = [&](const Release&, const ProgressHandler&, std::stop_token) {
+        return Feed::install(result);
+    };
+    open();
+    EXPECT_TRUE(shows({u"Version 1.2.0"_s, u"Tunedeck checks for updates once a day."_s}, {u"Update to"_s}));
+    const auto look = [this] { go({u"Check for Updates"_s}); };
+    look();
+    EXPECT_TRUE(shows({u"Couldn't check for updates: No network."_s}));
+    found.value = UpdateCheck::UpToDate{};
+    look();
+    EXPECT_TRUE(shows({u"Up to date · checked now"_s}));
+    found.value = UpdateCheck::Available{{.version = u"1.3.0"_s, .url = u"https://x.example/z"_s}};
+    look();
+    EXPECT_TRUE(shows({u"Tunedeck 1.3.0 is available."_s}));
+    go({u"Update to 1.3.0"_s});
+    EXPECT_TRUE(shows({u"doesn't match its checksum."_s}, {u"Update to"_s}));
+    result = {};
+    look();
+    go({u"Update to 1.3.0"_s});
+    EXPECT_EQ(relauncher.relaunched.size(), 1U);
+    EXPECT_EQ(quits, 1);
+}
+
+TEST_F(CardJourney, TheBottomLineAndTheReportDoWhatTheySay) {
+    open();
+    go({u"Copy Diagnostics"_s});
+    EXPECT_TRUE(comes([this] {
+        return line() == u"Diagnostics copied, with secrets masked. Paste them into your message to support."_s;
+    }));
+    EXPECT_TRUE(pasteboard.text.startsWith(u"Tunedeck diagnostics")) << qPrintable(pasteboard.text);
+    go({u"Open at Login"_s});
+    EXPECT_TRUE(loginItem.enabled);
+    EXPECT_TRUE(comes([this] { return control(u"Open at Login"_s).access->state().checked; }));
+    loginItem.failure = u"The disk is full."_s;
+    go({u"Open at Login"_s});
+    EXPECT_TRUE(comes([this] { return line() == u"Couldn't change Open at Login: The disk is full."_s; }));
+    EXPECT_TRUE(control(u"Open at Login"_s).access->state().checked);
+    go({u"Open Log"_s, u"Quit Tunedeck"_s});
+    EXPECT_TRUE(workspace.opened.back().path().endsWith(u"/Library/Logs/tunedeck.log"));
+    EXPECT_EQ(quits, 1);
+}
+
+} // namespace tunedeck::test
