@@ -4,11 +4,12 @@
 
 namespace tunedeck::test {
 
-NotificationServer::NotificationServer(QStringList capabilities, QObject* parent)
+NotificationServer::NotificationServer(QStringList capabilities, const QString& address, QObject* parent)
     : QObject(parent)
     , m_capabilities(std::move(capabilities))
     , m_connectionName(QUuid::createUuid().toString())
-    , m_connection(QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_connectionName)) {
+    , m_connection(address.isEmpty() ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_connectionName)
+                                     : QDBusConnection::connectToBus(address, m_connectionName)) {
     m_connection.registerObject(QStringLiteral("/org/freedesktop/Notifications"), this,
                                 QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
     m_connection.registerService(QStringLiteral("org.freedesktop.Notifications"));

@@ -28,7 +28,8 @@ public:
         uint id = 0; ///< what it got
     };
 
-    explicit NotificationServer(QStringList capabilities, QObject* parent = nullptr);
+    /// On the session bus, or on the bus of that address.
+    explicit NotificationServer(QStringList capabilities, const QString& address = {}, QObject* parent = nullptr);
     ~NotificationServer() override;
 
     /// Answers the question for the capabilities that was held back.

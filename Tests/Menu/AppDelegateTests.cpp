@@ -101,7 +101,17 @@ TEST_F(AppDelegateTest, TheIconStandsBeforeAnythingElseAndKeepsItsPlace) {
     EXPECT_EQ(center.starts, 1);
     EXPECT_EQ(views.asked, 0) << "the windows are loaded when they are needed";
     clock.advance(1s);
-    EXPECT_TRUE(home.read(u".tunedeck/menu-bar.json"_s).contains("\"visible\""));
+    const auto measured = [this] { return home.read(u".tunedeck/menu-bar.json"_s); };
+    EXPECT_TRUE(measured().contains("\"visible\""));
+    const auto before = measured();
+    item.place->screenWidth = 800; // a monitor was unplugged, which is told more than once
+    delegate->screensChanged();
+    clock.advance(900ms);
+    delegate->screensChanged();
+    clock.advance(999ms);
+    EXPECT_EQ(measured(), before);
+    clock.advance(1ms);
+    EXPECT_NE(measured(), before);
 
     defaults.setValue(positionKey, 7);
     delegate.reset();

@@ -65,7 +65,8 @@ TEST_F(OnboardingTest, TheFirstBackupIsAskedForOnceByItselfAndAgainByHand) {
     model->takeBaseline(); // already under way
     EXPECT_TRUE(content().baselineBusy);
     ASSERT_TRUE(comes([&] { return !content().baselineBusy; }));
-    EXPECT_TRUE(content().baselineText.startsWith(u"Rekordbox is open, so Tunedeck will back up"_s));
+    EXPECT_EQ(content().baselineText, u"Rekordbox is open."_s);
+    EXPECT_TRUE(content().baselineNote.startsWith(u"Rekordbox is open, so Tunedeck will back up"_s));
     model->back();
     model->advance();
     nextRound();

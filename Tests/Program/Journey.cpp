@@ -59,9 +59,7 @@ void Journey::SetUp() {
     // In memory: what is replaced there is on the disk at once.
     folder.emplace(runtime + u"/journey-XXXXXX"_s);
     bundle = folder->filePath(u"apps/Tunedeck.app"_s);
-    const auto opener = folder->filePath(u"bin/xdg-open"_s);
-    write(opener, "#!/bin/sh\necho \"$1\" >> '" + QFile::encodeName(folder->filePath(u"opened"_s)) + "'\n");
-    ::chmod(QFile::encodeName(opener).constData(), 0755);
+    replaceProgram(u"xdg-open"_s, "echo \"$1\" >> '" + QFile::encodeName(folder->filePath(u"opened"_s)) + '\'');
 
     desktop.emplace();
     environment = desktop->environment();
@@ -92,6 +90,7 @@ void Journey::TearDown() {
         ::kill(process, SIGKILL);
     }
     application.waitForFinished();
+    QFile::remove(socket()); // a killed one leaves it behind
     std::ignore = output(u"systemctl"_s, {u"--user"_s, u"disable"_s, u"--now"_s, u"com.brightfold.tunedeck.service"_s});
     QDir own(home);
     for (const auto& entry : own.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)) {
@@ -104,9 +103,23 @@ void Journey::startBus() {
     readers = std::make_unique<Program>(u"/usr/libexec/at-spi-bus-launcher"_s, QStringList{u"--launch-immediately"_s},
                                         environment);
     ASSERT_TRUE(eventually([this] {
-        screen = std::make_unique<Accessibility>(environment.value(u"DBUS_SESSION_BUS_ADDRESS"_s));
+        screen = std::make_unique<Accessibility>(busAddress());
         return screen->isThere();
     })) << "the accessibility bus doesn't start";
+}
+
+QString Journey::socket() const {
+    return qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/com.brightfold.tunedeck.menu.socket"_s;
+}
+
+QString Journey::busAddress() const {
+    return environment.value(u"DBUS_SESSION_BUS_ADDRESS"_s);
+}
+
+void Journey::replaceProgram(const QString& name, const QByteArray& script) const {
+    const auto path = folder->filePath(u"bin/"_s + name);
+    write(path, "#!/bin/sh\n" + script + '\n');
+    ::chmod(QFile::encodeName(path).constData(), 0755);
 }
 
 void Journey::layOut(const QString& bundle, const QByteArray& version, char build) {
@@ -180,12 +193,12 @@ testing::AssertionResult Journey::press(const QString& name) const {
     return judge(eventually([&] { return screen->press(name); }), screen->texts());
 }
 
-QList<pid_t> Journey::processes() const {
+QList<pid_t> Journey::processes(const QString& wanted) const {
     QList<pid_t> found;
     for (const auto& name : QDir(u"/proc"_s).entryList(QDir::Dirs)) {
         const auto program = QFile::symLinkTarget(u"/proc/%1/exe"_s.arg(name));
         if (name.toInt() > 0 && program.startsWith(QFileInfo(bundle).path()) &&
-            program.contains(u"/Contents/MacOS/Tunedeck")) {
+            program.contains(u"/Contents/"_s + wanted)) {
             found.append(name.toInt());
         }
     }

@@ -48,8 +48,8 @@ protected:
     /// Waits for a control and presses it.
     [[nodiscard]] testing::AssertionResult press(const QString& name) const;
 
-    /// The running processes of the application, whatever became of their bundle.
-    [[nodiscard]] QList<pid_t> processes() const;
+    /// The running processes of a program of the bundle, whatever became of that.
+    [[nodiscard]] QList<pid_t> processes(const QString& program = QStringLiteral("MacOS/Tunedeck")) const;
     /// The titles of the windows on the screen.
     [[nodiscard]] QStringList windows() const;
     /// How many icons of the application are in the tray.
@@ -60,11 +60,16 @@ protected:
     [[nodiscard]] QStringList beside() const;
 
     void startBus();
+    [[nodiscard]] QString busAddress() const;
+    /// Puts a shell script before all other programs of that name.
+    void replaceProgram(const QString& name, const QByteArray& script) const;
     void startTray() { tray = desktop->startTray(); }
     /// Waits for something that other processes do; false when it doesn't come.
     static bool eventually(const std::function<bool()>& condition);
     /// What a program prints.
     [[nodiscard]] QByteArray output(const QString& program, const QStringList& arguments) const;
+    /// Where the running application takes what later starts ask for.
+    [[nodiscard]] QString socket() const;
     /// A file in the home.
     [[nodiscard]] QByteArray read(const QString& relative) const;
     void writeInHome(const QString& relative, const QByteArray& bytes) const;

@@ -9,6 +9,7 @@
 #include <signal.h>
 
 #include <algorithm>
+#include <atomic>
 
 namespace tunedeck::test {
 
@@ -17,6 +18,13 @@ namespace {
 using namespace Qt::StringLiterals;
 
 const QByteArray onboarded = R"({"onboarded": true})";
+
+/// A status document with these members besides the necessary ones.
+QByteArray statusWith(const QByteArray& members) {
+    return R"({"version": "5.0", "download_dir": "/m", "download_dir_source": "default", "download_dir_writable": true,)"
+           R"("import_xml": "/m/x.xml", "cloud": {"enabled": true, "base_url": "https://x.example", "registered": true},)" +
+           members + '}';
+}
 
 /// The test plays the service; the user has been through the first run.
 class StartUpJourney : public Journey {
@@ -57,11 +65,7 @@ TEST_F(StartUpJourney, ASecondStartDuringTheWaitShowsTheWindow) {
 }
 
 TEST_F(StartUpJourney, EndsWithinHalfASecondInEveryStep) {
-    const QByteArray status =
-        R"({"version": "5.0", "download_dir": "/m", "download_dir_source": "default", "download_dir_writable": true,)"
-        R"("import_xml": "/m/x.xml", "recent_jobs": [],)"
-        R"("cloud": {"enabled": true, "base_url": "https://x.example", "registered": true}})";
-    const auto answers = behave::answer(200, status);
+    const auto answers = behave::answer(200, statusWith(R"("recent_jobs": [])"));
     const struct {
         const char* name;
         Behaviour toStatus;
@@ -99,13 +103,45 @@ TEST_F(StartUpJourney, EndsWithinHalfASecondInEveryStep) {
     }
 }
 
+TEST_F(StartUpJourney, EndsInTheMiddleOfTheInstallationAndOfTheFirstRunAndLosesNothing) {
+    const auto hung = folder->filePath(u"hung"_s);
+    replaceProgram(u"systemctl"_s, "echo $$ > '" + QFile::encodeName(hung) + "'; exec sleep 1000");
+    layOut(bundle, "1.4.0");
+    writeInHome(u".tunedeck/settings.json"_s, "{}");
+    start();
+    QFile waiting(hung);
+    ASSERT_TRUE(eventually([&] { return waiting.size() > 0; }));
+    ::kill(static_cast<pid_t>(application.processId()), SIGTERM);
+    ASSERT_TRUE(application.waitForFinished());
+    EXPECT_EQ(application.exitCode(), 0);
+    ASSERT_TRUE(waiting.open(QFile::ReadOnly));
+    const auto left = waiting.readAll().trimmed().toInt();
+    EXPECT_TRUE(eventually([left] { return ::kill(left, 0) != 0; })) << "what it had started is still there";
+
+    withoutService();
+    service.on("GET /local/status", behave::answer(200, statusWith(R"("recent_jobs": [])")));
+    service.on("*", behave::hang());
+    serviceIsAt(service.port());
+    start();
+    ASSERT_TRUE(opensWith(u"Install the tools"_s));
+    ASSERT_TRUE(press(u"Continue"_s));
+    ASSERT_TRUE(sees(u"Find Rekordbox"_s));
+    ASSERT_TRUE(press(u"Continue"_s));
+    ASSERT_TRUE(press(u"Claude"_s));
+    ASSERT_TRUE(sees(u"Making your private link…"_s));
+    ::kill(static_cast<pid_t>(application.processId()), SIGINT);
+    ASSERT_TRUE(application.waitForFinished());
+    EXPECT_EQ(application.exitCode(), 0);
+    EXPECT_EQ(read(u".tunedeck/settings.json"_s), "{}");
+    start();
+    EXPECT_TRUE(opensWith(u"Install the tools"_s)) << "not done, hence begun anew";
+}
+
 TEST_F(StartUpJourney, ALateTrayGetsTheIconAndALostBusTakesNothingWithIt) {
     silence();
     tray.reset();
     start();
-    ASSERT_TRUE(eventually([this] {
-        return QFile::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/com.brightfold.tunedeck.menu.socket"_s);
-    }));
+    ASSERT_TRUE(eventually([this] { return QFile::exists(socket()); }));
     EXPECT_EQ(run().status, 0); // it answers, hence it has looked for a tray
     startTray();
     EXPECT_TRUE(eventually([this] { return icons() == 1; }));
@@ -114,13 +150,26 @@ TEST_F(StartUpJourney, ALateTrayGetsTheIconAndALostBusTakesNothingWithIt) {
     EXPECT_TRUE(eventually([this] { return windows() == QStringList{u"Tunedeck"_s} && icons() == 1; }));
     startBus();
     EXPECT_TRUE(eventually([this] { return icons() == 1; }));
+
+    // A new job at each look, as what happens before the bus is found again is only kept in the trail.
+    NotificationServer notifications({u"body"_s}, busAddress());
+    TestServer busy;
+    std::atomic<int> looks = 0;
+    busy.on("GET /local/status", [&looks](Connection& connection, const ServedRequest& request) {
+        const auto job = QByteArray::number(++looks);
+        behave::answer(200, statusWith(R"("recent_jobs": [{"job_id": ")" + job +
+                                       R"(", "state": "queued", "playlist": "Friday", "message": ""}])"))(connection,
+                                                                                                          request);
+    });
+    serviceIsAt(busy.port());
+    ASSERT_TRUE(eventually([&] { return !notifications.calls.empty(); }));
+    EXPECT_EQ(notifications.calls.front().title, u"New download request");
     EXPECT_EQ(run({u"--quit"_s}).status, 0);
     EXPECT_TRUE(eventually([this] { return processes().isEmpty(); }));
 }
 
 TEST_F(StartUpJourney, AnUpgradeUnderneathIsTakenUpAndAMissingBundleIsTold) {
-    qputenv("DBUS_SESSION_BUS_ADDRESS", environment.value(u"DBUS_SESSION_BUS_ADDRESS"_s).toUtf8());
-    NotificationServer notifications({u"body"_s});
+    NotificationServer notifications({u"body"_s}, busAddress());
     silence();
     start(); // no window yet, hence no module either
     const auto old = processes();

@@ -239,6 +239,45 @@ TEST_F(UpdateJourney, KilledOnTheWayItStartsAgainAndSweepsUp) {
     }
 }
 
+TEST_F(UpdateJourney, QuitOnTheWayEndsEverythingAndLeavesOneWholeBundle) {
+    const auto fresh = folder->filePath(u"fresh/Tunedeck.app"_s);
+    layOut(fresh, "1.4.1", '!');
+    const auto archive = zipOf(fresh, 10'000);
+    publish(archive, {.delivery = inHalves(archive)});
+    enum class Step { Checking, Downloading, Installing };
+    for (const auto step : {Step::Checking, Step::Downloading, Step::Installing}) {
+        SCOPED_TRACE(static_cast<int>(step));
+        start();
+        ASSERT_TRUE(opensWith(u"Version 1.4.0"_s));
+        const auto old = processes();
+        if (step == Step::Checking) {
+            web->on("GET /download/appcast.json", behave::hang());
+            ASSERT_TRUE(press(u"Check for Updates"_s));
+            ASSERT_TRUE(sees(u"Checking for updates…"_s));
+            ASSERT_TRUE(eventually([this] { return !processes(u"Helpers/tunedeck-fetch"_s).isEmpty(); }));
+            publish(archive, {.delivery = inHalves(archive)});
+        } else {
+            findUpdate();
+            held = step == Step::Downloading;
+            ASSERT_TRUE(press(u"Update to 1.4.1"_s));
+            EXPECT_TRUE(!held || sees(u"50 %"_s));
+            ASSERT_TRUE(eventually([&] {
+                const auto scratch = beside().filter(u".tunedeck-update-"_s);
+                const auto unpacked = QFileInfo(bundle).path() + u'/' + scratch.value(0) + u"/unpacked"_s;
+                return (!scratch.isEmpty() && (held || QFileInfo::exists(unpacked))) || processes() != old;
+            }));
+        }
+        // One that has just been replaced hands over to the new version, which is quit as well.
+        ASSERT_TRUE(eventually([this] { return run({u"--quit"_s}).status == 0 && processes().isEmpty(); }));
+        EXPECT_TRUE(eventually([this] { return processes(u"Helpers/tunedeck-fetch"_s).isEmpty(); }));
+        EXPECT_TRUE(step == Step::Installing || beside() == bundleAlone) << beside().join(u' ').toStdString();
+    }
+    const auto version = run({u"--version"_s}).output.trimmed().mid(9);
+    EXPECT_TRUE(version == "1.4.0" || version == "1.4.1") << version.constData();
+    start();
+    EXPECT_TRUE(opensWith(u"Version "_s + QString::fromUtf8(version)));
+}
+
 } // namespace
 
 } // namespace tunedeck::test

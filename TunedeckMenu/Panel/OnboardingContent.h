@@ -33,6 +33,7 @@ struct OnboardingContent {
     Q_PROPERTY(QString repairButton MEMBER repairButton)
     Q_PROPERTY(QString rekordboxName MEMBER rekordboxName)
     Q_PROPERTY(QString baselineText MEMBER baselineText)
+    Q_PROPERTY(QString baselineNote MEMBER baselineNote)
     Q_PROPERTY(QString baselineSymbol MEMBER baselineSymbol)
     Q_PROPERTY(tunedeck::look::Tone baselineTone MEMBER baselineTone)
     Q_PROPERTY(bool baselineBusy MEMBER baselineBusy)
@@ -67,6 +68,7 @@ public:
     // The Rekordbox step.
     QString rekordboxName; ///< what was found; empty when nothing was
     QString baselineText;
+    QString baselineNote; ///< what becomes of a backup that can't be taken now
     QString baselineSymbol;
     look::Tone baselineTone = look::Tone::Secondary;
     bool baselineBusy = false;

@@ -10,8 +10,6 @@ namespace tunedeck {
 
 namespace {
 
-const auto rekordboxIsOpen = QStringLiteral("Rekordbox is open.");
-
 ToolRowView toolRow(const ToolboxReport::Tool& tool, bool installing) {
     ToolRowView row{.name = tool.name};
     if (tool.ready) {
@@ -52,28 +50,29 @@ void describeTools(OnboardingContent& content, const OnboardingState& state) {
 }
 
 void describeBaseline(OnboardingContent& content, const OnboardingState& state) {
-    const bool isOpen = state.status && state.status->rekordboxDb && state.status->rekordboxDb->rekordboxRunning;
     const auto& baseline = state.baseline.value;
-    const auto* later = std::get_if<Baseline::Later>(&baseline);
     if (std::holds_alternative<Baseline::Working>(baseline)) {
         content.baselineText = QStringLiteral("Backing up your library…");
         content.baselineBusy = true;
-    } else if (const auto* done = std::get_if<Baseline::Done>(&baseline)) {
+        return;
+    }
+    if (const auto* done = std::get_if<Baseline::Done>(&baseline)) {
         content.baselineText = QStringLiteral("Your library v%1 is backed up. Every change is backed up first; restore "
                                               "any time from the menu.")
                                    .arg(done->version);
         content.baselineSymbol = QStringLiteral("checkmark.shield.fill");
         content.baselineTone = look::Tone::Good;
-    } else if (later != nullptr && !(isOpen && later->reason == rekordboxIsOpen)) {
+        return;
+    }
+    if (const auto* later = std::get_if<Baseline::Later>(&baseline)) {
         content.baselineText = later->reason;
         content.baselineSymbol = QStringLiteral("clock.fill");
-    } else if (isOpen) {
-        content.baselineText = QStringLiteral("Rekordbox is open, so Tunedeck will back up your library before its "
+        content.baselineButton = QStringLiteral("Back Up Now");
+    }
+    if (state.status && state.status->rekordboxDb && state.status->rekordboxDb->rekordboxRunning) {
+        content.baselineNote = QStringLiteral("Rekordbox is open, so Tunedeck will back up your library before its "
                                               "first change. Restore any time from the menu.");
         content.baselineSymbol = QStringLiteral("clock.fill");
-    }
-    if (later != nullptr) {
-        content.baselineButton = QStringLiteral("Back Up Now");
     }
 }
 

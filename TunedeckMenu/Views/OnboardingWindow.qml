@@ -13,6 +13,8 @@ Window {
     readonly property real wantedWidth: Math.round(500 + (Theme.scale - 1) * 240)
 
     color: Theme.window
+    // Closable, but nothing to be put away: the first run is either on the screen or over.
+    flags: Qt.Window | Qt.CustomizeWindowHint | Qt.WindowTitleHint | Qt.WindowSystemMenuHint | Qt.WindowCloseButtonHint
     title: "Welcome to Tunedeck"
 
     onErrorChanged: if (error !== "")

@@ -60,7 +60,7 @@ Column {
 
     Item {
         implicitHeight: words.implicitHeight
-        visible: !step.view.baselineBusy && words.text !== ""
+        visible: !step.view.baselineBusy && implicitHeight > 0
         width: parent.width
 
         Symbol {
@@ -73,14 +73,25 @@ Column {
             x: 14
         }
 
-        Label {
+        Column {
             id: words
 
             anchors.left: shield.visible ? shield.right : parent.left
             anchors.leftMargin: shield.visible ? 12 : 14
             anchors.right: parent.right
             anchors.rightMargin: 14
-            text: step.view.baselineText
+            spacing: 4
+
+            Label {
+                text: step.view.baselineBusy ? "" : step.view.baselineText
+                width: parent.width
+            }
+
+            Label {
+                color: Theme.secondary
+                text: step.view.baselineNote
+                width: parent.width
+            }
         }
     }
 
