@@ -33,6 +33,8 @@ struct Files {
     [[nodiscard]] std::filesystem::path served() const { return folder() / "served"; }
     /// The rounds of the follow loop, see Application/Rounds.h.
     [[nodiscard]] std::filesystem::path rounds() const { return folder() / "rounds"; }
+    /// What happened to the application, one line each.
+    [[nodiscard]] std::filesystem::path weather() const { return folder() / "weather"; }
     [[nodiscard]] std::filesystem::path complaints() const { return folder() / "complaints"; }
     [[nodiscard]] std::filesystem::path notifications() const { return home / ".tunedeck" / "notifications.log"; }
 };

@@ -4,6 +4,7 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <fstream>
 #include <limits>
 
@@ -16,6 +17,7 @@ namespace {
 /// A server that has only come may not be known yet, and one that goes may take a call with it.
 constexpr std::int64_t comes = 2'000'000'000;
 constexpr std::int64_t goes = 3'000'000'000;
+constexpr std::int64_t looks = 1'000'000'000; ///< for a bus, at first
 constexpr std::size_t mostNumbers = 200;
 
 /// Kind and subject of a notification, by its words.
@@ -58,16 +60,18 @@ void Desk::setBus(bool there) {
     if (there) {
         m_bus.start(u"dbus-daemon"_s, m_busArguments);
         m_bus.waitForReadyRead();
+        // Who lost the bus looks for it now and then, and the longer the more seldom.
+        const auto now = realTime().count();
+        m_onBus = m_busLost == 0 ? now : now + (now - m_busLost) + looks;
         setServer(true);
         setTray(true);
-        // Who lost the bus looks for it now and then, and the longer the more seldom.
-        m_since += m_busLost == 0 ? 0 : realTime().count() - m_busLost;
     } else {
         m_bus.kill();
         m_bus.waitForFinished();
         setServer(false);
         setTray(false);
-        m_busLost = realTime().count();
+        const auto now = realTime().count();
+        m_busLost = m_busLost == 0 || now > m_onBus ? now : m_busLost;
     }
 }
 
@@ -78,7 +82,7 @@ void Desk::setServer(bool there, bool rich) {
     if (there) {
         m_server = std::make_unique<test::NotificationServer>(rich ? QStringList{u"body-markup"_s, u"actions"_s}
                                                                    : QStringList());
-        m_since = realTime().count();
+        m_since = std::max(realTime().count(), m_onBus);
     } else {
         collect();
         m_present.emplace_back(m_since, realTime().count());

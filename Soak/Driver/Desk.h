@@ -47,7 +47,8 @@ private:
 
     QStringList m_busArguments;
     QProcess m_bus;
-    std::int64_t m_busLost = 0;
+    std::int64_t m_busLost = 0; ///< when the application last was on the bus for certain
+    std::int64_t m_onBus = 0;   ///< from when it is so again
     std::unique_ptr<test::NotificationServer> m_server;
     std::unique_ptr<test::TrayHost> m_tray;
     std::int64_t m_since = 0;

@@ -16,7 +16,8 @@ constexpr std::size_t trailLength = 40;
 
 } // namespace
 
-Weather::Weather(On on, std::uint64_t seed) : m_on(std::move(on)), m_random(seed) {}
+Weather::Weather(On on, const Files& files, std::uint64_t seed)
+    : m_on(std::move(on)), m_random(seed), m_all(files.weather()) {}
 
 bool Weather::blow() {
     const auto chance = m_random.between(0, 99);
@@ -64,18 +65,19 @@ bool Weather::user() {
 
 bool Weather::desktop() {
     const auto spell = static_cast<int>(m_random.between(50, 6000));
-    switch (m_random.between(0, 3)) {
-    case 0:
-        note(u"session bus gone"_s);
+    if (m_random.chance(10)) {
+        note(u"session bus gone"_s, u"%1 ms"_s.arg(spell / 2));
         m_on.desk.setBus(false);
-        later(spell, [this] { m_on.desk.setBus(true); });
-        break;
-    case 1:
+        later(spell / 2, [this] { m_on.desk.setBus(true); });
+        return true;
+    }
+    switch (m_random.between(0, 2)) {
+    case 0:
         note(u"notification server gone"_s);
         m_on.desk.setServer(false);
         later(spell, [this, rich = m_random.chance(70)] { m_on.desk.setServer(true, rich); });
         break;
-    case 2:
+    case 1:
         note(u"tray gone"_s);
         m_on.desk.setTray(false);
         later(spell, [this] { m_on.desk.setTray(true); });
@@ -175,6 +177,7 @@ void Weather::note(const QString& kind, const QString& detail) {
     ++m_tally[kind];
     const auto seconds = std::chrono::duration<double>(realTime() - m_begin).count();
     m_trail.push_back(u"%1 s  %2 %3"_s.arg(seconds, 9, 'f', 3).arg(kind, detail).trimmed());
+    m_all.note(m_trail.back().toStdString());
     if (m_trail.size() > trailLength) {
         m_trail.pop_front();
     }

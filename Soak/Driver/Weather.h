@@ -26,7 +26,7 @@ public:
         Timeline& timeline;
         QString program; ///< for further starts of the application
     };
-    Weather(On on, std::uint64_t seed);
+    Weather(On on, const Files& files, std::uint64_t seed);
 
     /// Lets one thing happen, and some time pass; false when the application doesn't do as it is told.
     bool blow();
@@ -50,6 +50,7 @@ private:
 
     On m_on;
     demo::Random m_random;
+    Trail m_all;
     std::deque<QString> m_trail;
     std::map<QString, int> m_tally;
     std::chrono::nanoseconds m_begin = realTime();

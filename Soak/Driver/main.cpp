@@ -79,7 +79,7 @@ public:
         , m_desk(m_files)
         , m_program(makeBundle(m_files))
         , m_subject(m_program, m_files)
-        , m_weather({m_subject, m_desk, m_unit, m_timeline, m_program}, wishes.seed) {}
+        , m_weather({m_subject, m_desk, m_unit, m_timeline, m_program}, m_files, wishes.seed) {}
 
     /// True when all is well.
     bool run() {
@@ -192,8 +192,9 @@ private:
             pass(500);
             judge(true);
         }
+        const bool isWhole = m_faults.isEmpty(); // of a run that was cut short nothing can be said
         for (const auto& row : m_ledger.rows(m_wishes.memoryScale())) {
-            if (!row.isWell()) {
+            if (isWhole && !row.isWell()) {
                 m_faults << row.what + u": %1 became %2"_s.arg(row.early).arg(row.late);
             }
         }
