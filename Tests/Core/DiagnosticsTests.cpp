@@ -30,6 +30,20 @@ TEST(Mask, HidesTokensCodesAndLongRuns) {
     }
 }
 
+TEST(Mask, KnowsTheBlanksOfUnicodeAndNothingElseAsBlanks) {
+    const auto masked = [](int between) {
+        const auto text = u"bearer%1a%1b"_s.arg(QChar(between));
+        return Diagnostics::mask(text) == u"bearer%1…%1b"_s.arg(QChar(between));
+    };
+    for (const int blank :
+         {0x09, 0x0b, 0x0d, 0x85, 0xa0, 0x1680, 0x2000, 0x200a, 0x2028, 0x2029, 0x202f, 0x205f, 0x3000}) {
+        EXPECT_TRUE(masked(blank)) << std::hex << blank;
+    }
+    for (const int other : {0x08, 0x1c, 0x180e, 0x1fff, 0x200b, 0x2060, 0xfeff}) {
+        EXPECT_FALSE(masked(other)) << std::hex << other;
+    }
+}
+
 TEST(Mask, LeavesAloneWhatIsNoSecret) {
     for (const auto& text :
          {u""_s, u"bearer"_s, u"bearer "_s, u"bearer\n"_s, u"bearertoken"_s, u"the bear er x"_s, u"start=abc"_s,

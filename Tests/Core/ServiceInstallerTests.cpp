@@ -97,21 +97,6 @@ TEST_F(ServiceInstallerTest, AFreshAccountGetsProgramPropertyListAndService) {
     EXPECT_EQ(parsePropertyList(m_home.read(plist)), installer(m_home.path(u"u"_s)).plist());
 }
 
-TEST_F(ServiceInstallerTest, ThePropertyListNamesThePathsOfTheHome) {
-    const auto wanted = installer(u"/home/a b/"_s).plist();
-    EXPECT_EQ(wanted, installer(u"/home/a b"_s).plist());
-    EXPECT_EQ(xmlPropertyList(wanted).mid(xmlPropertyList({}).indexOf("<dict")).simplified().toStdString(),
-              "<dict> <key>EnvironmentVariables</key> <dict> <key>PATH</key> <string>/home/a b/.local/bin:"
-              "/opt/homebrew/bin:/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin</string> <key>RUST_LOG</key> "
-              "<string>tunedeck=info</string> </dict> <key>KeepAlive</key> <true/> <key>Label</key> "
-              "<string>com.brightfold.tunedeck</string> <key>ProgramArguments</key> <array> "
-              "<string>/home/a b/.tunedeck/bin/tunedeck</string> </array> <key>RunAtLoad</key> <true/> "
-              "<key>StandardErrorPath</key> <string>/home/a b/Library/Logs/tunedeck.log</string> "
-              "<key>StandardOutPath</key> <string>/home/a b/Library/Logs/tunedeck.out.log</string> "
-              "<key>ThrottleInterval</key> <integer>30</integer> <key>WorkingDirectory</key> "
-              "<string>/home/a b/.tunedeck</string> </dict> </plist>");
-}
-
 TEST_F(ServiceInstallerTest, WhatIsCurrentAndLoadedIsLeftAlone) {
     installAndLoad();
     const auto before = QFileInfo(plistPath()).lastModified();
