@@ -5,6 +5,7 @@
 #include "TunedeckCore/Support/LocalHttp.h"
 
 #include <netinet/in.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -223,6 +224,21 @@ TEST(LocalHttp, OnlyThisMachineIsReachedAndNoNameIsLookedUp) {
     newer->on("GET /", answer(200, "here too"));
     EXPECT_EQ(told(runToEnd(sendLocal(get(newer->url("/")), {}))), "200 here too");
     EXPECT_EQ(newer->requests().first().headers["host"], "[::1]:" + QByteArray::number(newer->port()));
+}
+
+TEST(LocalHttp, WithoutAFreeDescriptorNothingIsReachedUntilThereIsOneAgain) {
+    TestServer server;
+    server.on("GET /", answer(200, "here"));
+    rlimit usual{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &usual), 0);
+    auto full = usual;
+    full.rlim_cur = static_cast<rlim_t>(nextDescriptor());
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &full), 0);
+    const auto ending = endingOf(sendLocal(get(server.url("/")), {}));
+    setrlimit(RLIMIT_NOFILE, &usual);
+    ASSERT_TRUE(ending->isThere());
+    EXPECT_EQ(told(*ending->value), told(Unreachable));
+    EXPECT_EQ(told(runToEnd(sendLocal(get(server.url("/")), {}))), "200 here");
 }
 
 TEST(LocalHttp, AConnectionThatIsNeverMadeTimesOut) {
