@@ -58,25 +58,6 @@ TEST(DemoRouter, WrongAddressesMethodsAndBodiesAreRefusedWithAReason) {
     EXPECT_EQ(stateText(ask.test.state()), before);
 }
 
-TEST(DemoRouter, AnIdIsDecodedAndStaysOnePartOfThePath) {
-    State state = startState(*findScenario("quiet"), TestWorld::start);
-    const std::string id = "a/b ?%2F\"ü";
-    state.links.all.front().id = id;
-    Asked ask("quiet");
-    ask.test.world = World(std::move(state), 1);
-    const std::string encoded = "/local/links/a%2Fb%20%3F%252F%22%C3%BC";
-    EXPECT_EQ(ask("DELETE", "/local/links/a/b").status, 404);
-    const Reply rotated = ask("POST", encoded + "/rotate?x=/y");
-    EXPECT_EQ(rotated.status, 200);
-    const auto body = parseObject(rotated.body);
-    ASSERT_TRUE(body);
-    EXPECT_EQ(std::string((*body)["id"].GetString()), id);
-    EXPECT_EQ(ask("DELETE", encoded).status, 204);
-    const Reply again = ask("DELETE", encoded);
-    EXPECT_EQ(again.status, 404);
-    EXPECT_NE(again.body.find(R"("code":"link_not_found")"), std::string::npos);
-}
-
 TEST(DemoRouter, TheFolderForDownloadsIsTheChosenOneAndIsNotMadeWhenItIsMissing) {
     Asked ask("quiet");
     const auto folder = [&] {

@@ -59,7 +59,7 @@ TEST(DemoWorld, ARequestWaitsForTheToolsIsDownloadedTrackByTrackAndReachesTheLib
     EXPECT_FALSE(test.world.nextEvent()) << "nothing is left to do";
 }
 
-TEST(DemoWorld, ALivelyDayHasItsShareOfEverythingAndGoesOnAfterALongSleepRatherThanCatchingUp) {
+TEST(DemoWorld, ALivelyDayGoesOnAfterALongSleepRatherThanCatchingUp) {
     TestWorld test("lively");
     for (int minute = 0; minute < 8 * 60; ++minute) {
         test.live(1min);
@@ -67,19 +67,8 @@ TEST(DemoWorld, ALivelyDayHasItsShareOfEverythingAndGoesOnAfterALongSleepRatherT
         ASSERT_GT(*test.world.nextEvent(), test.now) << "what is due must have happened";
         ASSERT_LE(test.state().jobs.recent.size(), 20U);
     }
-    const auto told = [&](const char* words) {
-        return std::ranges::count_if(
-            test.journal, [&](const LogLine& line) { return line.message.find(words) != std::string::npos; });
-    };
-    EXPECT_GT(told(" done: "), 100);
-    EXPECT_GT(told(" failed: "), 10);
-    EXPECT_GT(told("Rekordbox was opened"), 20);
-    EXPECT_GT(std::ranges::count(test.journal, Level::warn, &LogLine::level), 2) << "the cloud wavers";
     EXPECT_GT(test.state().library->backups.size(), 50U);
     EXPECT_LE(test.state().library->pending.size(), 30U);
-    EXPECT_TRUE(std::ranges::is_sorted(test.state().jobs.recent, std::ranges::greater{}, [](const Job& job) {
-        return *job.createdAt;
-    })) << "the newest request comes first";
 
     const int before = test.state().jobs.lastNumber;
     test.now += 72h;
