@@ -21,6 +21,12 @@ protected:
         runToEnd(model.refresh(scope.token()));
         runToEnd(model.refreshLinks(true, scope.token()));
     }
+    void awaitLinks() const {
+        ASSERT_TRUE(comes([&] { return !state().linksBusy; }));
+    }
+    void awaitLibrary() const {
+        ASSERT_TRUE(comes([&] { return !state().libraryBusy; }));
+    }
     void answer(bool confirmed) {
         ASSERT_FALSE(questions.empty()) << "nothing was asked";
         questions.back().second(confirmed);
@@ -40,14 +46,14 @@ TEST_F(ActionTest, LibraryActionsShowARefusalAndAreBusyUntilTheLastOneEnded) {
     serve(applyRoute, R"({"ok":false,"error":"Rekordbox is open."})", 500);
     panel->applyLibraryNow();
     EXPECT_TRUE(state().libraryBusy);
-    ASSERT_TRUE(comes([&] { return !state().libraryBusy; }));
+    awaitLibrary();
     EXPECT_EQ(error(), u"Rekordbox is open."_s);
     EXPECT_TRUE(state().service.isRunning()) << "refreshed";
 
     serve("POST /local/rekordbox/retry", R"({"ok":false})");
     panel->retryFailedChanges();
     EXPECT_FALSE(state().actionError) << "cleared at once";
-    ASSERT_TRUE(comes([&] { return !state().libraryBusy; }));
+    awaitLibrary();
     EXPECT_EQ(error(), u"That didn't work."_s);
 
     serve("POST /local/rekordbox/dismiss", R"({"ok":true})");
@@ -57,7 +63,7 @@ TEST_F(ActionTest, LibraryActionsShowARefusalAndAreBusyUntilTheLastOneEnded) {
     ASSERT_TRUE(comes([&] { return count("POST /local/rekordbox/dismiss") == 1; }));
     settle();
     EXPECT_TRUE(state().libraryBusy) << "the first still runs";
-    ASSERT_TRUE(comes([&] { return !state().libraryBusy; }));
+    awaitLibrary();
     EXPECT_FALSE(state().actionError || state().actionNote);
     EXPECT_EQ(count(applyRoute), 2);
 }
@@ -174,7 +180,7 @@ TEST_F(ActionTest, ConnectingAnnouncesTheLinkAndAddsIt) {
     panel->connectAssistant(u"claude"_s);
     panel->connectAssistant(u"claude"_s);
     EXPECT_TRUE(state().linksBusy);
-    ASSERT_TRUE(comes([&] { return !state().linksBusy; }));
+    awaitLinks();
     EXPECT_EQ(count("POST /local/links"), 1) << "two links of a double press would be one too many";
     EXPECT_EQ(pasteboard.text, u"https://x.example/u"_s);
     EXPECT_EQ(state().copied, u"n.url"_s);
@@ -183,17 +189,17 @@ TEST_F(ActionTest, ConnectingAnnouncesTheLinkAndAddsIt) {
 
     serve("POST /local/links", R"({"id":"s","kind":"shortcut"})", 201);
     panel->connectAssistant(u"shortcut"_s);
-    ASSERT_TRUE(comes([&] { return !state().linksBusy; }));
+    awaitLinks();
     EXPECT_EQ(note(), u"Follow the setup guide on your iPhone, using the URL and key shown here."_s);
 
     serve("POST /local/links", R"({"error":"The cloud is busy."})", 503);
     panel->connectAssistant(u"shortcut"_s);
-    ASSERT_TRUE(comes([&] { return !state().linksBusy; }));
+    awaitLinks();
     EXPECT_EQ(error(), u"Couldn't connect iPhone: The cloud is busy."_s);
     EXPECT_FALSE(state().actionNote);
     serve("POST /local/links", R"({"code":"telegram_not_configured"})", 409);
     panel->connectAssistant(u"telegram"_s);
-    ASSERT_TRUE(comes([&] { return !state().linksBusy; }));
+    awaitLinks();
     EXPECT_EQ(error(), u"Telegram isn't available yet. Try ChatGPT, Claude or the iPhone Shortcut for now."_s);
 }
 
@@ -205,7 +211,7 @@ TEST_F(ActionTest, RenewingALinkCopiesItsNewSecretOrSaysWhyNot) {
     EXPECT_EQ(questions.back().first.message, u"Make a new URL for Claude?"_s);
     serve("POST /local/links/a/rotate", R"({"id":"a","kind":"claude","url":"https://new"})");
     answer(true);
-    ASSERT_TRUE(comes([&] { return !state().linksBusy; }));
+    awaitLinks();
     EXPECT_EQ(pasteboard.text, u"https://new"_s);
     EXPECT_EQ(note(), u"New URL copied. Paste it into Claude"_s);
 
@@ -215,18 +221,18 @@ TEST_F(ActionTest, RenewingALinkCopiesItsNewSecretOrSaysWhyNot) {
               "using Tunedeck there."_s);
     serve("POST /local/links/i/rotate", R"({"id":"i","kind":"shortcut","token":"fresh"})");
     answer(true);
-    ASSERT_TRUE(comes([&] { return !state().linksBusy; }));
+    awaitLinks();
     EXPECT_EQ(state().copied, u"i.key"_s);
     serve("POST /local/links/i/rotate", "{}", 500);
     panel->rotateLink(u"i"_s);
     answer(true);
-    ASSERT_TRUE(comes([&] { return !state().linksBusy; }));
+    awaitLinks();
     EXPECT_EQ(error(), u"Couldn't make a new key: tunedeck answered 500."_s);
 
     panel->newTelegramCode(u"t"_s);
     serve("POST /local/links/t/rotate", R"({"id":"t","kind":"telegram","url":"https://t.me/b?start=new"})");
     answer(true);
-    ASSERT_TRUE(comes([&] { return !state().linksBusy; }));
+    awaitLinks();
     EXPECT_EQ(note(), u"New code ready. Scan it with your phone."_s);
     EXPECT_EQ(pasteboard.text, u"fresh"_s) << "a code isn't copied";
 }

@@ -124,6 +124,9 @@ TEST_F(MenuModelTest, LinksAreAskedForAgainWhenTheyAreNoLongerFresh) {
     refreshLinks(false);
     refreshLinks(false);
     EXPECT_EQ(requests(), 5) << "a failed request counts as fresh";
+    clock.advance(-1h);
+    refreshLinks(false);
+    EXPECT_EQ(requests(), 6) << "nothing is fresh for a clock that was set back";
     EXPECT_EQ(state().links.size(), 1U);
     EXPECT_FALSE(state().actionError);
 }
