@@ -5,7 +5,6 @@
 #include <QCryptographicHash>
 #include <QFile>
 #include <QProcess>
-#include <QTemporaryDir>
 
 namespace tunedeck::test {
 
@@ -20,13 +19,8 @@ protected:
         key = run({u"--new-key"_s, at(u"key"_s)}).trimmed();
     }
 
-    [[nodiscard]] QString at(const QString& name) const { return folder.filePath(name); }
-
-    void write(const QString& name, const QByteArray& bytes) const {
-        QFile file(at(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    }
+    [[nodiscard]] QString at(const QString& name) const { return folder.path(name); }
+    void write(const QString& name, const QByteArray& bytes) const { folder.write(name, bytes); }
 
     /// What it prints; empty when it refuses.
     static QString run(const QStringList& arguments) {
@@ -58,7 +52,7 @@ protected:
         co_return UpdateFeed::Fetched{file.readAll()};
     }
 
-    QTemporaryDir folder;
+    TemporaryHome folder;
     QByteArray archive = zip(appEntries("1.4.1", "com.brightfold.tunedeck.menu", "new"));
     QString key;
 };

@@ -60,25 +60,6 @@ TEST(KeyedModelTests, AnySequenceOfListsKeepsTheRowsThatStay) {
     }
 }
 
-TEST(KeyedModelTests, OnlyWhatDiffersIsTold) {
-    Model model(&JobRowView::id);
-    const QList<JobRowView> rows{{.id = u"1"_s, .playlist = u"A"_s}, {.id = u"2"_s, .playlist = u"B"_s}};
-    model.assign(rows);
-    QSignalSpy changed(&model, &Model::dataChanged);
-    QSignalSpy inserted(&model, &Model::rowsInserted);
-    QSignalSpy removed(&model, &Model::rowsRemoved);
-    QSignalSpy moved(&model, &Model::rowsMoved);
-    model.assign(rows);
-    EXPECT_EQ(changed.size() + inserted.size() + removed.size() + moved.size(), 0);
-    QList<JobRowView> other = rows;
-    other[1].trailing = u"now"_s;
-    model.assign(other);
-    ASSERT_EQ(changed.size(), 1);
-    EXPECT_EQ(changed[0][0].toModelIndex().row(), 1);
-    EXPECT_EQ(changed[0][2].value<QList<int>>(), QList<int>{model.roleNames().key("trailing")});
-    EXPECT_EQ(inserted.size() + removed.size() + moved.size(), 0);
-}
-
 TEST(PanelModelTests, AnEqualPanelNotifiesNobodyAndAChangedCardOnlyItsOwn) {
     QQmlEngine engine;
     PanelModel model(engine);
@@ -89,16 +70,17 @@ TEST(PanelModelTests, AnEqualPanelNotifiesNobodyAndAChangedCardOnlyItsOwn) {
     QSignalSpy header(&model, &PanelModel::headerChanged);
     QSignalSpy about(&model, &PanelModel::aboutChanged);
     QSignalSpy links(model.links(), &QAbstractItemModel::dataChanged);
+    QSignalSpy inserted(model.links(), &QAbstractItemModel::rowsInserted);
     const int fields = model.links()->roleNames().key("fields");
     const auto* inner = model.links()->index(0, 0).data(fields).value<QAbstractItemModel*>();
     ASSERT_NE(inner, nullptr);
     model.take(content);
-    EXPECT_EQ(header.size() + about.size() + links.size(), 0);
+    EXPECT_EQ(header.size() + about.size() + links.size() + inserted.size(), 0);
     content.about.version = u"1.1"_s;
     content.assistants.links.first().fields.first().button = u"Copied"_s;
     model.take(content);
     EXPECT_EQ(about.size(), 1);
-    EXPECT_EQ(header.size(), 0);
+    EXPECT_EQ(header.size() + inserted.size(), 0);
     EXPECT_EQ(model.links()->index(0, 0).data(fields).value<QAbstractItemModel*>(), inner)
         << "a link's fields are kept";
     EXPECT_EQ(inner->index(0, 0).data(inner->roleNames().key("button")).toString(), u"Copied"_s);
