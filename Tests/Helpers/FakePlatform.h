@@ -84,21 +84,27 @@ public:
 /// A clipboard of the test's own.
 class FakePasteboard final : public Pasteboard {
 public:
-    void setText(const QString& newText) override { text = newText; }
+    void setText(const QString& newText) override {
+        text = newText;
+        texts << newText;
+    }
 
     QString text;
+    QStringList texts; ///< every one that was put there
 };
 
 /// A folder picker that the test answers.
 class FakeFolderPicker final : public FolderPicker {
 public:
-    void choose(const QString& newTitle, const QString& /*prompt*/, const QString& /*start*/,
+    void choose(const QString& newTitle, const QString& newPrompt, const QString& /*start*/,
                 std::function<void(std::optional<QString>)> done) override {
         title = newTitle;
+        prompt = newPrompt;
         answer = std::move(done);
     }
 
     QString title;
+    QString prompt;
     std::function<void(std::optional<QString>)> answer; ///< set while the picker is open
 };
 
