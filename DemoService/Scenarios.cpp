@@ -35,6 +35,18 @@ void fresh(State& state, Moment now) {
     state.library = Library{};
 }
 
+/// The service fetches its tools by itself; the first of them is on its way.
+void firstRun(State& state, Moment now) {
+    fresh(state, now);
+    auto& toolbox = state.toolbox;
+    toolbox.report.installing = true;
+    toolbox.report.step =
+        "Downloading " + toolbox.report.tools.front().name + " " + toolbox.report.tools.front().wanted;
+    toolbox.steps = static_cast<int>(toolbox.report.tools.size() + toolbox.report.venvs.size());
+    toolbox.stepStart = now;
+    toolbox.stepEnd = now + 3s;
+}
+
 void toolsMissing(State& state, Moment now) {
     state.toolbox = makeToolbox(true, now - 2h);
     for (Tool* tool : {&state.toolbox.report.tools[2], &state.toolbox.report.venvs[1]}) {
@@ -132,9 +144,11 @@ void backups(State& state, Moment now) {
 }
 
 constexpr std::array all{
-    Scenario{"lively", "the default: requests come and go at a human pace, Rekordbox opens and closes", lively},
+    Scenario{"first-run", "the default: the tools are being installed; comes alive once an assistant is connected",
+             firstRun},
+    Scenario{"lively", "requests come and go at a human pace, Rekordbox opens and closes", lively},
     Scenario{"quiet", "everything well, nothing changes, times are hours old", nothing},
-    Scenario{"fresh", "first run: no links, no tools, no backups; comes alive once an assistant is connected", fresh},
+    Scenario{"fresh", "no links, no tools, no backups; comes alive once an assistant is connected", fresh},
     Scenario{"tools-missing", "two of the tools are missing", toolsMissing},
     Scenario{"installing", "an installation of the tools that stands still", installing},
     Scenario{"install-fails", "tools are missing and the next installation fails as the last one did", installFails},

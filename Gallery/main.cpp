@@ -5,6 +5,7 @@
 #include "Gallery/FakeHost.h"
 #include "Gallery/Samples.h"
 #include "TunedeckBuildId.h"
+#include "TunedeckCore/Support/Time.h"
 
 #include <QApplication>
 #include <QDir>
@@ -120,6 +121,28 @@ QList<Shot> shots() {
     claude.error = u"Couldn't open https://tunedeck.example/connect/claude."_s;
     const auto pressing = [](const QString& label) { return [label](PanelViews&) { press(label); }; };
 
+    // One after the other, what a new user does once the first run is over.
+    PanelState connected = samples::usualState();
+    connected.actionNote = u"Copied Claude's URL. "_s + info(Assistant::claude).setupSteps.join(u' ');
+    PanelState offered = samples::usualState();
+    offered.update.value =
+        UpdateState::Available{Release{.version = u"1.5.0"_s, .notes = u"Backups are listed by day."_s}};
+    PanelState updated = samples::usualState();
+    updated.appVersion = u"1.5.0"_s;
+    updated.update.value = UpdateState::UpToDate{*parseTimestamp(samples::ago(20))};
+    PanelState restored = samples::usualState();
+    samples::status(restored).rekordboxDb->backups.insert(
+        samples::status(restored).rekordboxDb->backups.begin(),
+        ServiceStatus::Library::Backup{
+            .version = u"2.0.0"_s, .createdAt = samples::ago(30), .reason = u"Before restoring v1.2.0"_s});
+    const Confirmation farewell{.message = u"Disconnect Claude?"_s,
+                                .informativeText =
+                                    u"It stops working with Tunedeck right away. You can connect it again later."_s,
+                                .confirmButton = u"Disconnect"_s,
+                                .cancelButton = u"Cancel"_s,
+                                .warning = true};
+    const auto askToLeave = [farewell](PanelViews& views) { views.confirm(farewell, [](bool) {}); };
+
     const Confirmation restore{
         .message = u"Restore your Rekordbox library to v1.2.0?"_s,
         .informativeText =
@@ -152,6 +175,11 @@ QList<Shot> shots() {
         {.name = u"focus-button"_s, .panel = samples::usual(), .then = tab(3)},
         {.name = u"focus-folder"_s, .panel = samples::usual(), .then = tab(6)},
         {.name = u"confirm"_s, .panel = samples::usual(), .place = Place::Window, .then = ask},
+        {.name = u"connected-note"_s, .panel = said(connected)},
+        {.name = u"restored"_s, .panel = said(restored), .then = pressing(u"Backups (4)"_s)},
+        {.name = u"disconnect"_s, .panel = samples::usual(), .place = Place::Window, .then = askToLeave},
+        {.name = u"update"_s, .panel = said(offered)},
+        {.name = u"updated"_s, .panel = said(updated)},
         welcome(u"starting"_s, {}),
         welcome(u"no-tools"_s, noTools),
         welcome(u"tools"_s, samples::toolsStep()),

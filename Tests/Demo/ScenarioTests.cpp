@@ -6,9 +6,9 @@ namespace tunedeck::demo {
 
 using namespace std::chrono_literals;
 
-TEST(DemoScenarios, AllButTheLivelyOneStandStillUntilSomebodyActs) {
+TEST(DemoScenarios, AllButTheLivelyOneAndTheFirstRunStandStillUntilSomebodyActs) {
     for (const Scenario& scenario : scenarios()) {
-        if (scenario.name == "lively") {
+        if (scenario.name == "lively" || scenario.name == "first-run") {
             continue;
         }
         TestWorld test(scenario.name);
@@ -18,6 +18,17 @@ TEST(DemoScenarios, AllButTheLivelyOneStandStillUntilSomebodyActs) {
         EXPECT_EQ(stateText(test.state()), before) << scenario.name;
         EXPECT_TRUE(test.world.takeJournal().empty()) << scenario.name;
     }
+}
+
+TEST(DemoScenarios, AFirstRunInstallsItsToolsByItselfAndWaitsForAnAssistant) {
+    TestWorld test("first-run");
+    EXPECT_FALSE(test.state().toolbox.ready());
+    test.live(1min);
+    EXPECT_TRUE(test.state().toolbox.ready());
+    EXPECT_FALSE(test.state().toolbox.report.installing);
+    const std::string before = stateText(test.state());
+    test.live(24h);
+    EXPECT_EQ(stateText(test.state()), before);
 }
 
 TEST(DemoScenarios, AStateComesBackFromItsFileWhole) {

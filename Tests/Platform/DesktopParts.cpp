@@ -58,8 +58,8 @@ std::unique_ptr<Program> BareDesktop::start(const QString& command) {
     return std::make_unique<Program>(name, arguments, m_environment);
 }
 
-BareDesktop::BareDesktop() : m_environment(QProcessEnvironment::systemEnvironment()) {
-    m_server = start(u"Xvfb -displayfd 1 -screen 0 1000x600x24 -nolisten tcp -noreset"_s);
+BareDesktop::BareDesktop(const QString& screen) : m_environment(QProcessEnvironment::systemEnvironment()) {
+    m_server = start(u"Xvfb -displayfd 1 -nolisten tcp -noreset -screen 0 "_s + screen);
     const auto bus = u"unix:path="_s + m_folder.filePath(u"bus"_s);
     m_environment.insert(u"DISPLAY"_s, u":"_s + QString::fromStdString(m_server->nextLine()));
     m_environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);

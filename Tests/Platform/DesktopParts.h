@@ -42,7 +42,8 @@ std::unique_ptr<Program> startInstance(const QString& socket, const QString& req
 /// started, a session bus and a tray.
 class BareDesktop {
 public:
-    BareDesktop();
+    /// `screen`: its width, height and depth.
+    explicit BareDesktop(const QString& screen = QStringLiteral("1000x600x24"));
 
     /// True when this machine has the programs for it.
     [[nodiscard]] static bool isPossible();

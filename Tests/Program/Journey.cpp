@@ -16,6 +16,7 @@
 
 #include <stdexcept>
 #include <tuple>
+#include <utility>
 
 namespace tunedeck::test {
 
@@ -61,7 +62,7 @@ void Journey::SetUp() {
     bundle = folder->filePath(u"apps/Tunedeck.app"_s);
     replaceProgram(u"xdg-open"_s, "echo \"$1\" >> '" + QFile::encodeName(folder->filePath(u"opened"_s)) + '\'');
 
-    desktop.emplace();
+    desktop.emplace(u"1280x940x24"_s); // what the first run's window and the panel need
     environment = desktop->environment();
     for (const auto& name : environment.keys()) {
         if (name.startsWith(u"XDG_"_s) || name.startsWith(u"QT_"_s) || name.endsWith(u"_proxy"_s)) {
@@ -191,6 +192,20 @@ testing::AssertionResult Journey::sees(const QString& text) const {
 
 testing::AssertionResult Journey::press(const QString& name) const {
     return judge(eventually([&] { return screen->press(name); }), screen->texts());
+}
+
+void Journey::picture(const QString& name) const {
+    const auto into = qEnvironmentVariable("TUNEDECK_PICTURES");
+    if (into.isEmpty()) {
+        return;
+    }
+    QDir().mkpath(into);
+    QByteArray before;
+    eventually([&, tries = 0]() mutable { // until nothing moves any more
+        const auto now = output(u"import"_s, {u"-window"_s, u"root"_s, u"rgb:-"_s});
+        return std::exchange(before, now) == now || ++tries > 30;
+    });
+    std::ignore = output(u"import"_s, {u"-window"_s, u"root"_s, into + u'/' + name + u".png"_s});
 }
 
 QList<pid_t> Journey::processes(const QString& wanted) const {

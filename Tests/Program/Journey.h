@@ -45,8 +45,10 @@ protected:
     [[nodiscard]] testing::AssertionResult opensWith(const QString& text) const;
     /// Waits until a text is on the screen.
     [[nodiscard]] testing::AssertionResult sees(const QString& text) const;
-    /// Waits for a control and presses it.
+    /// Waits for a control and presses it; where there are several of that name, the one of a question before others.
     [[nodiscard]] testing::AssertionResult press(const QString& name) const;
+    /// Saves what is on the screen in the folder that TUNEDECK_PICTURES names, if it names one.
+    void picture(const QString& name) const;
 
     /// The running processes of a program of the bundle, whatever became of that.
     [[nodiscard]] QList<pid_t> processes(const QString& program = QStringLiteral("MacOS/Tunedeck")) const;

@@ -1,11 +1,7 @@
 #include "Tests/Helpers/SmallDisk.h"
-#include "Tests/Helpers/TestServer.h"
 #include "Tests/Program/Journey.h"
-#include "Tests/Update/Signing.h"
+#include "Tests/Program/Web.h"
 #include "Tests/Update/Zip.h"
-
-#include <QCryptographicHash>
-#include <QDirIterator>
 
 #include <atomic>
 
@@ -16,35 +12,9 @@ namespace {
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-const QByteArray identifier = "com.brightfold.tunedeck.menu";
-
-/// `more`: how many empty files it has besides.
-QByteArray zipOf(const QString& bundle, int more = 0) {
-    std::vector<ZipEntry> entries;
-    for (int i = 0; i < more; ++i) {
-        entries.push_back({.name = "Tunedeck.app/Contents/Resources/" + QByteArray::number(i)});
-    }
-    for (QDirIterator files(bundle, QDir::Files, QDirIterator::Subdirectories); files.hasNext();) {
-        QFile file(files.next());
-        file.open(QIODevice::ReadOnly);
-        const bool isProgram = QFileInfo(file).isExecutable();
-        entries.push_back({.name = QFile::encodeName(u"Tunedeck.app"_s + file.fileName().mid(bundle.size())),
-                           .contents = file.readAll(),
-                           .mode = isProgram ? 0100755U : 0100644U});
-    }
-    return zip(entries, {.stored = true});
-}
-
 /// Version 1.4.0 is installed; the product's web endpoint is this test's.
 class UpdateJourney : public Journey {
 protected:
-    /// What goes wrong on the way to an update.
-    struct Fault {
-        QByteArray secret = QByteArray::fromHex("9d61b19deffd5a60ba844af492ec2cc44449c5697b326919703bac031cae7f60");
-        QByteArray digest = {}; ///< in place of the archive's
-        Behaviour delivery = {};
-    };
-
     void SetUp() override {
         Journey::SetUp();
         if (IsSkipped() || HasFatalFailure()) {
@@ -52,19 +22,7 @@ protected:
         }
         layOut(bundle, "1.4.0");
         writeInHome(u".tunedeck/settings.json"_s, settings);
-        web.emplace(TUNEDECK_WEB_HOST, TUNEDECK_WEB_PORT);
-    }
-
-    /// Puts 1.4.1 onto the web.
-    void publish(const QByteArray& archive, const Fault& fault, const QByteArray& diskImage = {}) {
-        const auto digest = QCryptographicHash::hash(archive, QCryptographicHash::Sha256).toHex();
-        const auto feed = R"({"latest": {"version": "1.4.1", "notes": "Faster.", "url": ")" +
-                          web->url("/Tunedeck.zip").toEncoded() + R"(", "sha256": ")" +
-                          (fault.digest.isEmpty() ? digest : fault.digest) + '"' +
-                          (diskImage.isEmpty() ? "" : R"(, "dmg_url": ")" + diskImage + '"') + "}}\n";
-        web->on("GET /download/appcast.json", behave::answer(200, feed));
-        web->on("GET /download/appcast.json.sig", behave::answer(200, SigningKey(fault.secret).sign(feed) + '\n'));
-        web->on("GET /Tunedeck.zip", fault.delivery ? fault.delivery : behave::answer(200, archive));
+        web.emplace();
     }
 
     /// Half of the archive comes; the rest when `held` is false.
@@ -76,6 +34,10 @@ protected:
             }
             connection.send(archive.mid(archive.size() / 2));
         };
+    }
+
+    void publish(const QByteArray& archive, const Web::Fault& fault, const QByteArray& diskImage = {}) {
+        web->publish(archive, fault, diskImage);
     }
 
     void findUpdate() {
@@ -94,7 +56,7 @@ protected:
     const QByteArray settings = R"({"download_dir": "/tmp/Music", "onboarded": true, "somebody": {"else": 1.50}})";
     const QStringList bundleAlone{u"Tunedeck.app"_s};
     std::atomic<bool> held = true;
-    std::optional<TestServer> web;
+    std::optional<Web> web;
 };
 
 TEST_F(UpdateJourney, LeadsToTheNewVersionAfterAllThatCanGoWrongOnTheWay) {
@@ -103,11 +65,11 @@ TEST_F(UpdateJourney, LeadsToTheNewVersionAfterAllThatCanGoWrongOnTheWay) {
     ASSERT_TRUE(eventually([this] { return service() > 0; }));
     const auto oldService = service();
 
-    const auto small = zip(appEntries("1.4.1", identifier, "program"));
+    const auto small = zip(appEntries("1.4.1", Web::identifier, "program"));
     const auto half = "HTTP/1.1 200 OK\r\nContent-Length: 1000000\r\n\r\n" + QByteArray(500'000, 'x');
     const struct {
         QString says; ///< after "Couldn't check for updates: "
-        Fault fault = {};
+        Web::Fault fault = {};
         QByteArray archive = {};
         bool isOffered = true;
     } ways[]{
@@ -116,7 +78,7 @@ TEST_F(UpdateJourney, LeadsToTheNewVersionAfterAllThatCanGoWrongOnTheWay) {
          .isOffered = false},
         {.says = u"The download doesn't match its checksum."_s, .fault = {.digest = QByteArray(64, '0')}},
         {.says = u"The download isn't the expected Tunedeck: version 1.4.0, expected 1.4.1."_s,
-         .archive = zip(appEntries("1.4.0", identifier, "program"))},
+         .archive = zip(appEntries("1.4.0", Web::identifier, "program"))},
         {.says = u"The download isn't the expected Tunedeck: bundle org.example.other."_s,
          .archive = zip(appEntries("1.4.1", "org.example.other", "program"))},
         {.says = u"The update server answered 503."_s, .fault = {.delivery = behave::answer(503, "")}},
