@@ -173,7 +173,7 @@ QList<Shot> shots() {
         {.name = u"busy"_s, .panel = said(busy), .then = pressing(u"Backups (3)"_s)},
         {.name = u"links-elsewhere"_s, .panel = said(codes)},
         {.name = u"focus-button"_s, .panel = samples::usual(), .then = tab(3)},
-        {.name = u"focus-folder"_s, .panel = samples::usual(), .then = tab(6)},
+        {.name = u"focus-folder"_s, .panel = samples::usual(), .then = tab(7)},
         {.name = u"confirm"_s, .panel = samples::usual(), .place = Place::Window, .then = ask},
         {.name = u"connected-note"_s, .panel = said(connected)},
         {.name = u"restored"_s, .panel = said(restored), .then = pressing(u"Backups (4)"_s)},

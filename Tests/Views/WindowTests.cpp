@@ -83,6 +83,17 @@ TEST(PopoverPlaceTests, ThePanelHangsAtItsIconAndNeverLeavesTheScreen) {
     }
 }
 
+TEST(PopoverPlaceTests, AHeightIsChosenThatWindowManagersKeepAtAnyScale) {
+    for (const double ratio : {1.0, 1.25, 1.5, 1.75, 2.0, 2.5, 3.0}) {
+        for (int wanted = 280; wanted < 1400; ++wanted) {
+            const int height = steadyHeight(wanted, ratio);
+            const int given = qRound(height * ratio) / qRound(ratio) * qRound(ratio); // in whole steps of pixels
+            EXPECT_EQ(qRound(given / ratio), height) << wanted << " at " << ratio;
+            EXPECT_TRUE(height >= wanted && height <= wanted + 2) << wanted << " at " << ratio;
+        }
+    }
+}
+
 TEST_F(WindowTests, AnUnchangedRefreshPaintsNothing) {
     QQuickWindow& window = popover(still());
     press(u"Backups (60)"_s);

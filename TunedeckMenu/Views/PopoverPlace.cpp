@@ -27,4 +27,16 @@ QRect popoverPlace(const QRect& anchor, const QSize& wanted, const QRect& screen
     return {x, hangs ? top : bottom + 1 - height, width, height};
 }
 
+int steadyHeight(int wanted, double ratio) {
+    const int step = qRound(ratio);
+    int height = wanted;
+    while (true) {
+        const int pixels = qRound(height * ratio);
+        if (qRound((pixels - pixels % step) / ratio) == height || height - wanted > step) {
+            return height;
+        }
+        ++height;
+    }
+}
+
 } // namespace tunedeck

@@ -9,9 +9,9 @@
 #include <QMouseEvent>
 #include <QQmlComponent>
 #include <QScreen>
+#include <QtMath>
 
 #include <algorithm>
-#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -20,8 +20,8 @@ namespace tunedeck {
 namespace {
 
 QSize wantedSize(const QQuickWindow& window) {
-    return {static_cast<int>(std::ceil(window.property("wantedWidth").toDouble())),
-            static_cast<int>(std::ceil(window.property("wantedHeight").toDouble()))};
+    const auto points = [&](const char* wanted) { return qCeil(window.property(wanted).toDouble()); };
+    return {points("wantedWidth"), steadyHeight(points("wantedHeight"), window.effectiveDevicePixelRatio())};
 }
 
 bool seen(const QQuickWindow* window) {
@@ -201,8 +201,12 @@ void QuickViews::sizeWindow() {
     }
     const QSize wanted = wantedSize(*m_window);
     const QScreen* screen = m_window->screen();
+    const double ratio = m_window->effectiveDevicePixelRatio();
     constexpr int titleBarAndAir = 64;
-    const int room = screen != nullptr ? screen->availableGeometry().height() - titleBarAndAir : wanted.height();
+    constexpr int steps = 2; // within which steadyHeight finds one
+    const int room = screen != nullptr
+                         ? steadyHeight(screen->availableGeometry().height() - titleBarAndAir - steps, ratio)
+                         : wanted.height();
     m_followedHeight = std::max(m_window->minimumHeight(), std::min(wanted.height(), room));
     m_window->resize(wanted.width(), m_followedHeight);
     if (screen != nullptr && m_window->isVisible()) {
