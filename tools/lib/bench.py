@@ -20,6 +20,7 @@ import tempfile
 import threading
 import time
 
+import crowd
 import xwatch
 
 # Programs with Qt that stayed while a share of memory was read.
@@ -206,7 +207,7 @@ def panel(table, floor, application, openings, settle, idle):
     time.sleep(settle)
     table.add("PSS with the panel open", "MiB", floor_memory, share(application.process.pid), "48 MiB")
     frames_before = used(application.process.pid)[0]
-    frames = application.desktop.frames(window, idle)
+    frames = len(application.desktop.frames(window, idle))
     table.add(f"frames in {idle} s with the panel open", "", None, frames, "none")
     table.add(f"processor in {idle} s with the panel open", "ms", None,
               used(application.process.pid)[0] - frames_before, "30 ms in 30 s")
@@ -227,6 +228,40 @@ def panel(table, floor, application, openings, settle, idle):
     for word, begin, end in zip(("PSS", "memory of its own"), before, after):
         table.add(f"{word} grown by {openings} openings", "MiB", None, end - begin, "2 MiB after 200")
     application.stop()
+
+
+def crowded_panel(table, application, home, settle, idle):
+    """The same with twelve links and sixty backups, and what is drawn when one job of three changes."""
+    service = crowd.Crowd()
+    (home / ".tunedeck/runtime.json").write_text('{"port": %d}' % service.server_port)
+    first = []
+    for _ in range(3):
+        application.start()
+        time.sleep(settle)
+        took, window = application.toggle()
+        first.append(took * 1000)
+        if len(first) < 3:
+            application.stop()
+    table.add("crowded: click until the first picture, first time", "ms", None, statistics.median(first), "150 ms")
+    time.sleep(settle)
+    before = used(application.process.pid)[0]
+    frames = len(application.desktop.frames(window, idle))
+    table.add(f"crowded: frames in {idle} s with the panel open", "", None, frames, "none")
+    table.add(f"crowded: processor in {idle} s with the panel open", "ms", None,
+              used(application.process.pid)[0] - before, "30 ms in 30 s")
+    service.change_one_job()
+    drawn = application.desktop.frames(window, 5)
+    size = window.get_geometry()
+    top, bottom = min(area.y for area in drawn), max(area.y + area.height for area in drawn)
+    table.add("crowded: height drawn anew for one changed job", "px", None, bottom - top, f"a row, of {size.height}")
+    application.close()
+    later = []
+    for _ in range(10):
+        later.append(application.toggle()[0] * 1000)
+        application.close()
+    table.add("crowded: click until the first picture, later", "ms", None, statistics.median(later), "50 ms")
+    application.stop()
+    service.close()
 
 
 def hanging_quit(table, application, home, rounds):
@@ -291,6 +326,7 @@ def main():
             at_rest(table, programs, 1 if options.quick else 3, settle, idle)
             if len(programs) == 2:
                 panel(table, floor_panel, programs[1], openings, settle, idle)
+                crowded_panel(table, programs[1], home, settle, idle)
                 hanging_quit(table, programs[1], home, min(rounds, 5))
         finally:
             if service:

@@ -99,10 +99,11 @@ class Desktop:
         raise TimeoutError(f"the window of {name} stayed")
 
     def frames(self, window, seconds):
-        """How often something was drawn in the window meanwhile."""
+        """What was drawn in the window meanwhile: the rectangles, in the order of time."""
         watch = window.damage_create(damage.DamageReportRawRectangles)
         self.forget_events()
-        count = sum(1 for event in self.events(seconds) if event.type == self.display.extension_event.DamageNotify)
+        drawn = [event.area for event in self.events(seconds)
+                 if event.type == self.display.extension_event.DamageNotify]
         self.display.damage_destroy(watch)
         self.display.sync()
-        return count
+        return drawn
