@@ -142,7 +142,7 @@ TEST_F(ActionJourney, SaysWhyItFailed) {
         }
         model().clearError();
     }
-    EXPECT_TRUE(pasteboard.texts.isEmpty()) << "nothing of a failure is copied";
+    EXPECT_TRUE(pasteboard.text.isEmpty()) << "nothing of a failure is copied";
 }
 
 TEST_F(ActionJourney, CancelledSendsNothingAndSaysNothing) {
