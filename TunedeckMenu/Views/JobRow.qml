@@ -19,34 +19,26 @@ HintArea {
     Symbol {
         id: mark
 
+        property int beat: 0
+
         anchors.verticalCenter: parent.verticalCenter
         color: Theme.mark(row.tone)
         name: row.symbol
+        opacity: 0.7 + 0.3 * Math.cos(2 * Math.PI * beat / 24)
         size: Math.round(14 * Theme.scale)
 
         Accessible.role: Accessible.Graphic
         Accessible.name: row.stateName
         Accessible.description: row.message
 
-        SequentialAnimation on opacity  {
-            loops: Animation.Infinite
+        Timer {
+            // A beat of 1.6 s in steps: an animation would have the window drawn 60 times a second for it.
+            interval: 66
+            repeat: true
             running: row.pulsing && row.visible && !Theme.still && mark.Window.visibility !== Window.Hidden && mark.Window.visibility !== Window.Minimized
 
-            onRunningChanged: if (!running)
-                mark.opacity = 1
-
-            NumberAnimation {
-                duration: 800
-                easing.type: Easing.InOutSine
-                from: 1
-                to: 0.4
-            }
-            NumberAnimation {
-                duration: 800
-                easing.type: Easing.InOutSine
-                from: 0.4
-                to: 1
-            }
+            onRunningChanged: mark.beat = 0
+            onTriggered: mark.beat = (mark.beat + 1) % 24
         }
     }
 
