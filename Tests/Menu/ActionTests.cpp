@@ -1,8 +1,6 @@
 #include "Tests/Menu/MenuFixture.h"
 #include "TunedeckMenu/PanelController.h"
 
-#include <QFile>
-
 #include <memory>
 
 namespace tunedeck {
@@ -42,17 +40,9 @@ const QByteArray restoreRoute = "POST /local/rekordbox/restore";
 
 } // namespace
 
-TEST_F(ActionTest, LibraryActionsShowARefusalAndAreBusyUntilTheLastOneEnded) {
-    serve(applyRoute, R"({"ok":false,"error":"Rekordbox is open."})", 500);
-    panel->applyLibraryNow();
-    EXPECT_TRUE(state().libraryBusy);
-    awaitLibrary();
-    EXPECT_EQ(error(), u"Rekordbox is open."_s);
-    EXPECT_TRUE(state().service.isRunning()) << "refreshed";
-
+TEST_F(ActionTest, LibraryActionsAreBusyUntilTheLastOneEndedAndNeedNoReasonToFail) {
     serve("POST /local/rekordbox/retry", R"({"ok":false})");
     panel->retryFailedChanges();
-    EXPECT_FALSE(state().actionError) << "cleared at once";
     awaitLibrary();
     EXPECT_EQ(error(), u"That didn't work."_s);
 
@@ -65,7 +55,7 @@ TEST_F(ActionTest, LibraryActionsShowARefusalAndAreBusyUntilTheLastOneEnded) {
     EXPECT_TRUE(state().libraryBusy) << "the first still runs";
     awaitLibrary();
     EXPECT_FALSE(state().actionError || state().actionNote);
-    EXPECT_EQ(count(applyRoute), 2);
+    EXPECT_EQ(count(applyRoute), 1);
 }
 
 TEST_F(ActionTest, ARestoreIsAskedAboutAndSentOnlyWhileItIsWhatWasAskedAbout) {
@@ -139,82 +129,42 @@ TEST_F(ActionTest, RestartingStartsAnewThenBootstrapsThenGivesUpWithTheStatus) {
     EXPECT_TRUE(comes([&] { return !state().isRestarting; }));
 }
 
-TEST_F(ActionTest, RepairingToolsShowsTheNewReportAtOnceOrSaysWhyNot) {
-    const QByteArray route = "POST /local/toolbox/install";
-    serve(route, "{}", 200);
-    panel->repairTools();
-    ASSERT_TRUE(comes([&] { return state().actionError.has_value(); }));
-    EXPECT_EQ(error(), u"Couldn't reach tunedeck to repair its tools."_s);
-    EXPECT_EQ(count("GET /local/toolbox"), 0);
-    serve(route, "{}", 202);
-    panel->repairTools();
-    EXPECT_TRUE(comes([&] { return state().toolbox.has_value(); }));
-    EXPECT_FALSE(state().actionError);
-    EXPECT_EQ(count(route), 2);
-}
-
-TEST_F(ActionTest, ACopiedValueIsMarkedForAMoment) {
-    serveLinks(R"({"id":"a","kind":"claude","url":"https://x.example/abc/mcp"},
-                  {"id":"i.1","kind":"shortcut","apiUrl":"https://x.example/api","token":"secret"})");
+TEST_F(ActionTest, TheMarkOfACopiedValueIsNotEndedByAnEarlierOne) {
+    serveLinks(R"({"id":"a","kind":"claude","url":"u"},{"id":"i.1","kind":"shortcut","token":"secret"})");
     look();
     panel->copySecret(u"a.url"_s);
-    EXPECT_EQ(pasteboard.text, u"https://x.example/abc/mcp"_s);
     clock.advance(1s);
     panel->copySecret(u"i.1.key"_s);
-    EXPECT_EQ(pasteboard.text, u"secret"_s);
     clock.advance(500ms);
-    EXPECT_EQ(state().copied, u"i.1.key"_s) << "the first value's time doesn't end the second's";
+    EXPECT_EQ(state().copied, u"i.1.key"_s);
     clock.advance(1s);
     EXPECT_FALSE(state().copied);
-    panel->copySecret(u"i.1.url"_s);
-    EXPECT_EQ(pasteboard.text, u"https://x.example/api"_s);
     panel->copySecret(u"gone.url"_s);
-    EXPECT_EQ(pasteboard.text, u"https://x.example/api"_s);
+    EXPECT_EQ(pasteboard.text, u"secret"_s);
 }
 
-TEST_F(ActionTest, ConnectingAnnouncesTheLinkAndAddsIt) {
+TEST_F(ActionTest, ConnectingSaysWhatToDoNextAndAddsTheLink) {
     look();
-    server.on("POST /local/links",
-              behave::after(50ms, behave::answer(201, R"({"id":"n","kind":"claude","url":"https://x.example/u"})")));
-    serveLinks(R"({"id":"n","kind":"claude","url":"https://x.example/u"})");
-    panel->connectAssistant(u"claude"_s);
-    panel->connectAssistant(u"claude"_s);
+    serve("POST /local/links", R"({"id":"s","kind":"shortcut"})", 201);
+    serve("GET /local/links", "{}", 500);
+    panel->connectAssistant(u"shortcut"_s);
     EXPECT_TRUE(state().linksBusy);
     awaitLinks();
-    EXPECT_EQ(count("POST /local/links"), 1) << "two links of a double press would be one too many";
-    EXPECT_EQ(pasteboard.text, u"https://x.example/u"_s);
-    EXPECT_EQ(state().copied, u"n.url"_s);
-    EXPECT_EQ(note(), u"Copied Claude's URL. "_s + info(Assistant::claude).setupSteps.join(u' '));
-    EXPECT_EQ(state().links.size(), 1U);
-
-    serve("POST /local/links", R"({"id":"s","kind":"shortcut"})", 201);
-    panel->connectAssistant(u"shortcut"_s);
-    awaitLinks();
     EXPECT_EQ(note(), u"Follow the setup guide on your iPhone, using the URL and key shown here."_s);
-
-    serve("POST /local/links", R"({"error":"The cloud is busy."})", 503);
-    panel->connectAssistant(u"shortcut"_s);
-    awaitLinks();
-    EXPECT_EQ(error(), u"Couldn't connect iPhone: The cloud is busy."_s);
-    EXPECT_FALSE(state().actionNote);
+    EXPECT_EQ(state().links.size(), 1U) << "although the list can't be had";
     serve("POST /local/links", R"({"code":"telegram_not_configured"})", 409);
     panel->connectAssistant(u"telegram"_s);
+    EXPECT_FALSE(state().actionError);
     awaitLinks();
     EXPECT_EQ(error(), u"Telegram isn't available yet. Try ChatGPT, Claude or the iPhone Shortcut for now."_s);
+    EXPECT_FALSE(state().actionNote);
 }
 
-TEST_F(ActionTest, RenewingALinkCopiesItsNewSecretOrSaysWhyNot) {
-    serveLinks(R"({"id":"a","kind":"claude","url":"https://old"},{"id":"i","kind":"shortcut","token":"old"},
-                  {"id":"t","kind":"telegram","url":"https://t.me/b?start=old"})");
+TEST_F(ActionTest, RenewingALinkCopiesItsNewSecretUnlessItIsACode) {
+    serveLinks(
+        R"({"id":"i","kind":"shortcut","token":"old"},{"id":"t","kind":"telegram","url":"https://t.me/b?start=1"})");
     look();
-    panel->rotateLink(u"a"_s);
-    EXPECT_EQ(questions.back().first.message, u"Make a new URL for Claude?"_s);
-    serve("POST /local/links/a/rotate", R"({"id":"a","kind":"claude","url":"https://new"})");
-    answer(true);
-    awaitLinks();
-    EXPECT_EQ(pasteboard.text, u"https://new"_s);
-    EXPECT_EQ(note(), u"New URL copied. Paste it into Claude"_s);
-
+    serve("GET /local/links", "{}", 500);
     panel->rotateLink(u"i"_s);
     EXPECT_EQ(questions.back().first.informativeText,
               u"The current key stops working right away. Put the new one into your Shortcut to keep "
@@ -223,18 +173,12 @@ TEST_F(ActionTest, RenewingALinkCopiesItsNewSecretOrSaysWhyNot) {
     answer(true);
     awaitLinks();
     EXPECT_EQ(state().copied, u"i.key"_s);
-    serve("POST /local/links/i/rotate", "{}", 500);
-    panel->rotateLink(u"i"_s);
-    answer(true);
-    awaitLinks();
-    EXPECT_EQ(error(), u"Couldn't make a new key: tunedeck answered 500."_s);
-
+    EXPECT_EQ(model.link(u"i"_s)->token, u"fresh"_s) << "although the list can't be had";
     panel->newTelegramCode(u"t"_s);
     serve("POST /local/links/t/rotate", R"({"id":"t","kind":"telegram","url":"https://t.me/b?start=new"})");
     answer(true);
     awaitLinks();
-    EXPECT_EQ(note(), u"New code ready. Scan it with your phone."_s);
-    EXPECT_EQ(pasteboard.text, u"fresh"_s) << "a code isn't copied";
+    EXPECT_EQ(pasteboard.text, u"fresh"_s);
 }
 
 TEST_F(ActionTest, ALinkThatChangedBehindTheQuestionIsLeftAlone) {
@@ -263,75 +207,6 @@ TEST_F(ActionTest, ALinkThatChangedBehindTheQuestionIsLeftAlone) {
     answer(true);
     ASSERT_TRUE(comes([&] { return !state().linksBusy && count("DELETE /local/links/t") == 1; }));
     EXPECT_TRUE(state().links.empty()) << "gone although the list can't be had";
-}
-
-TEST_F(ActionTest, TheDownloadFolderIsSavedAndOpened) {
-    look();
-    panel->revealDownloads();
-    EXPECT_EQ(workspace.opened.back(), QUrl::fromLocalFile(u"/music"_s));
-    panel->chooseFolder();
-    panel->chooseFolder();
-    EXPECT_EQ(picker.title, u"Choose where Tunedeck saves downloads"_s);
-    picker.answer(u"/else where"_s);
-    EXPECT_EQ(services.settings.downloadDir(), u"/else where"_s);
-    ASSERT_TRUE(comes([&] { return state().customFolder == u"/else where"_s; }));
-    panel->revealDownloads();
-    EXPECT_EQ(workspace.opened.back(), QUrl::fromLocalFile(u"/else where"_s));
-    panel->useDefaultFolder();
-    EXPECT_FALSE(services.settings.downloadDir());
-
-    panel->chooseFolder();
-    ASSERT_TRUE(QFile::remove(home.path(u".tunedeck/settings.json"_s)));
-    home.write(u".tunedeck/settings.json/in-the-way"_s, "x");
-    picker.answer(u"/b"_s);
-    EXPECT_TRUE(error().startsWith(u"Couldn't save the folder: "_s)) << error().toStdString();
-    workspace.works = false;
-    panel->openLog();
-    EXPECT_TRUE(error().startsWith(u"Couldn't open "_s)) << error().toStdString();
-}
-
-TEST_F(ActionTest, OpenAtLoginShowsWhatTheSystemSays) {
-    panel->setOpensAtLogin(true);
-    EXPECT_TRUE(state().opensAtLogin);
-    loginItem.failure = u"read-only"_s;
-    panel->setOpensAtLogin(false);
-    EXPECT_EQ(error(), u"Couldn't change Open at Login: read-only"_s);
-    EXPECT_TRUE(state().opensAtLogin);
-}
-
-TEST_F(ActionTest, AnUpdateIsInstalledOrItsDiskImageOpened) {
-    const Release release{.version = u"1.3.0"_s, .url = u"https://x.example/z"_s, .dmgUrl = u"file:///etc"_s};
-    std::expected<void, UpdateError> result;
-    struct Answer {
-        static QCoro::Task<std::expected<void, UpdateError>> give(std::expected<void, UpdateError> result) {
-            co_return result;
-        }
-    };
-    services.updates.latestDiskImage = QUrl(u"https://x.example/latest.dmg"_s);
-    services.updates.install = [&](Release, const ProgressHandler& progress, std::stop_token) {
-        progress(0.5);
-        EXPECT_EQ(std::get<UpdateState::Installing>(state().update.value).progress, 0.5);
-        return Answer::give(result);
-    };
-    panel->installUpdate();
-    EXPECT_TRUE(relauncher.relaunched.empty()) << "nothing is available";
-
-    result = std::unexpected(UpdateError{.kind = UpdateError::Kind::notWritable});
-    model.setUpdate({UpdateState::Available{release}});
-    panel->installUpdate();
-    EXPECT_EQ(workspace.opened.back(), services.updates.latestDiskImage) << "not what is no web address";
-    EXPECT_EQ(state().update, UpdateState{UpdateState::Available{release}});
-    result = std::unexpected(UpdateError{.kind = UpdateError::Kind::checksum});
-    panel->installUpdate();
-    EXPECT_EQ(state().update, UpdateState{UpdateState::Failed{u"The download doesn't match its checksum."_s}});
-    EXPECT_EQ(quits, 0);
-
-    result = {};
-    model.setUpdate({UpdateState::Available{release}});
-    panel->installUpdate();
-    ASSERT_EQ(relauncher.relaunched.size(), 1U);
-    EXPECT_EQ(relauncher.relaunched.front().first, services.facts.bundle);
-    EXPECT_EQ(quits, 1);
 }
 
 TEST_F(ActionTest, GoingInTheMiddleOfAnythingTouchesNothing) {

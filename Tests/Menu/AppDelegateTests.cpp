@@ -309,18 +309,4 @@ TEST_F(AppDelegateTest, WithoutItsWindowsTheRestGoesOn) {
     EXPECT_TRUE(comes([&] { return symbol() == warning; }));
 }
 
-TEST_F(AppDelegateTest, QuittingDuringAHangingRequestWaitsForNothing) {
-    for (const auto& route : {"GET /local/status", "GET /local/toolbox", "GET /local/links"}) {
-        serveStatus();
-        server.on(route, behave::hang());
-        launch();
-        delegate->showWindow();
-        views.shown.host->actions().panelAppeared();
-        ASSERT_TRUE(comes([&] { return count(route) > 0; })) << route;
-        delegate.reset();
-        EXPECT_TRUE(comes([&] { return server.open() == 0; })) << route;
-        clock.advance(60s);
-    }
-}
-
 } // namespace tunedeck
