@@ -109,15 +109,6 @@ TEST(DownloadsCard, ShortensTheHomeFolderAtASlashOnly) {
     EXPECT_EQ(downloads(u"/Users/me/Music/Tunedeck"_s).folderHelp, u"/Users/me/Music/Tunedeck");
 }
 
-TEST(DownloadsCard, BadgeAndDefaultButtonGoByTheSource) {
-    const DownloadsView custom = downloads(u"/srv/a"_s, "settings");
-    EXPECT_EQ(custom.badge, u"Custom");
-    EXPECT_EQ(custom.defaultButton, u"Use Default");
-    const DownloadsView other = downloads(u"/srv/a"_s, "environment");
-    EXPECT_EQ(other.badge, u"Default");
-    EXPECT_EQ(other.defaultButton, QString());
-}
-
 TEST(DownloadsCard, WarnsOfTheFirstThingThatIsWrong) {
     ServiceStatus status = goodStatus();
     status.downloadDir = u"/Users/me/Documents/Sets"_s;

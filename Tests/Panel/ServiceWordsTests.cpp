@@ -43,16 +43,6 @@ TEST(StatusLine, TellsTheCloudOffBeforeItsConnection) {
     EXPECT_EQ(statusLine(ServiceState::notRunning()), u"Not running");
 }
 
-TEST(NotRunningCard, StandsOnlyForAStoppedService) {
-    EXPECT_FALSE(notRunningCard(ServiceState::checking(), false).shown);
-    EXPECT_FALSE(notRunningCard(ServiceState::running(goodStatus()), true).shown);
-    const NotRunningView idle = notRunningCard(ServiceState::notRunning(), false);
-    const NotRunningView starting = notRunningCard(ServiceState::notRunning(), true);
-    EXPECT_TRUE(idle.shown && starting.shown);
-    EXPECT_EQ(idle.button, u"Start tunedeck");
-    EXPECT_EQ(starting.button, u"Starting…");
-}
-
 TEST(RecentCard, CutsToThreeJobsAndTellsWhenEachWas) {
     ServiceStatus status = goodStatus();
     EXPECT_FALSE(recentCard(ServiceState::running(status), moment()).shown);
@@ -103,32 +93,6 @@ TEST(ToolsNotice, ShowsTheProgressOfAnInstallation) {
     EXPECT_EQ(toolsNotice(report).progress, 1);
     report.progress.reset();
     EXPECT_LT(toolsNotice(report).progress, 0);
-}
-
-TEST(ActionBanner, ShowsTheErrorOrTheNote) {
-    EXPECT_FALSE(actionBanner({}, {}).shown);
-    EXPECT_EQ(actionBanner(u"Bad"_s, {}).tone, look::Tone::Warning);
-    const BannerView note = actionBanner({}, u"Done"_s);
-    EXPECT_EQ(note.tone, look::Tone::Good);
-    EXPECT_EQ(note.text, u"Done");
-}
-
-TEST(AboutCard, SaysWhatIsKnownOfUpdates) {
-    const auto about = [](UpdateState state) { return aboutCard(u"1.2.0"_s, state, moment()); };
-    Release release;
-    release.version = u"1.3.0"_s;
-    release.notes = u"Faster."_s;
-    EXPECT_EQ(about({}).updateText, u"Tunedeck checks for updates once a day.");
-    EXPECT_EQ(about({UpdateState::UpToDate{moment().addSecs(-305)}}).updateText, u"Up to date · checked 5 minutes ago");
-    const AboutView available = about({UpdateState::Available{release}});
-    EXPECT_EQ(available.updateText, u"Tunedeck 1.3.0 is available.");
-    EXPECT_EQ(available.updateButton, u"Update to 1.3.0");
-    EXPECT_EQ(available.updateDetail, u"Faster.");
-    EXPECT_EQ(about({UpdateState::Failed{u"No."_s}}).updateText, u"Couldn't check for updates: No.");
-    const AboutView installing = about({UpdateState::Installing{0.5}});
-    EXPECT_TRUE(installing.busy);
-    EXPECT_EQ(installing.progress, 0.5);
-    EXPECT_EQ(installing.updateButton, QString());
 }
 
 } // namespace tunedeck::test
