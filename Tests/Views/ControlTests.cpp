@@ -70,46 +70,6 @@ TEST_F(ControlTests, AScreenReaderFindsTheWordsAndNothingThatIsHidden) {
         headings, [](const Seen& seen) { return seen.role == QAccessible::Heading && seen.name == u"Assistants"_s; }));
 }
 
-TEST_F(ControlTests, EachControlAsksForItsAction) {
-    mainWindow(pressable());
-    press(u"Backups (3)"_s);
-    const struct {
-        const char16_t* name;
-        const char16_t* which;
-        const char* action;
-    } cases[] = {
-        {u"Start tunedeck", u"", "restartService"},
-        {u"Repair Tools", u"", "repairTools"},
-        {u"Show the private URLs and keys", u"", "toggleRevealSecrets"},
-        {u"Copy", u"this assistant's", "copySecret a.url"},
-        {u"Copied", u"Key", "copySecret s.key"},
-        {u"Setup guide", u"iPhone", "openSetupGuide s"},
-        {u"Open Telegram", u"", "openTelegram u"},
-        {u"New Code", u"", "newTelegramCode u"},
-        {u"ChatGPT, Paid plan", u"", "connectAssistant chatgpt"},
-        {u"Show in Finder, ~/Music/Tunedeck", u"", "revealDownloads"},
-        {u"Change Folder…", u"", "chooseFolder"},
-        {u"Use Default", u"", "useDefaultFolder"},
-        {u"Retry", u"", "retryFailedChanges"},
-        {u"Dismiss", u"", "dismissFailedChanges"},
-        {u"Apply Now", u"", "applyLibraryNow"},
-        {u"Restore", u"v1.2.0", "restoreBackup 1.2.0"},
-        {u"Show", u"", "revealXML"},
-        {u"Update to 1.5.0", u"", "installUpdate"},
-        {u"Check for Updates", u"", "checkForUpdates"},
-        {u"Copy Diagnostics", u"", "copyDiagnostics"},
-        {u"Open at Login", u"", "setOpensAtLogin off"},
-        {u"Restart tunedeck", u"", "restartService"},
-        {u"Open Log", u"", "openLog"},
-        {u"Quit Tunedeck", u"", "quit"},
-    };
-    for (const auto& one : cases) {
-        host.pressed.clear();
-        press(QString::fromUtf16(one.name), QString::fromUtf16(one.which));
-        EXPECT_EQ(host.pressed.join(u';').toStdString(), one.action);
-    }
-}
-
 TEST_F(ControlTests, WhatIsDisabledCannotBePressedByAnyRoad) {
     PanelContent content = pressable();
     content.notRunning.starting = true;

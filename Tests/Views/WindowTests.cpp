@@ -151,21 +151,6 @@ TEST_F(WindowTests, RowsOutliveARefreshWithWhatTheUserDidToThem) {
     EXPECT_LT(row(u"Sunday"_s)->mapToScene({}).y(), disco->mapToScene({}).y());
 }
 
-TEST_F(WindowTests, ResizingWhileRowsComeAndGoHurtsNothing) {
-    QQuickWindow& window = mainWindow(samples::crowded());
-    press(u"Backups (60)"_s);
-    const QList<PanelContent> turns{samples::usual(),    samples::crowded(),   samples::stopped(),
-                                    samples::troubled(), samples::longWords(), samples::checking()};
-    for (int i = 0; i < 60; ++i) {
-        host.panel = turns[i % turns.size()];
-        window.resize(window.width(), 300 + (i * 37) % 500);
-        views->contentChanged();
-        QCoreApplication::processEvents();
-    }
-    become(samples::usual());
-    EXPECT_EQ(controls(u"Restore"_s).size(), 3);
-}
-
 TEST_F(WindowTests, TheHostHearsOnceOfEachWindowThatComesOrGoes) {
     popover(samples::usual());
     EXPECT_EQ(host.appeared, 1);
