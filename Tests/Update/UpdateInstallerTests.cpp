@@ -1,4 +1,3 @@
-#include "Tests/Helpers/SmallDisk.h"
 #include "Tests/Helpers/Test.h"
 #include "Tests/Helpers/TestServer.h"
 #include "Tests/Update/Zip.h"
@@ -25,10 +24,7 @@ const char* const identifier = "com.brightfold.tunedeck.menu";
 /// An installed version 1.4.0 in a folder of its own, and a server with an archive of 1.4.1.
 class UpdateInstallerTest : public testing::Test {
 protected:
-    UpdateInstallerTest() { installIn(folder.path()); }
-
-    void installIn(const QString& path) {
-        parent = path;
+    UpdateInstallerTest() {
         installed = parent + u"/Tunedeck.app"_s;
         writeApp(installed, "1.4.0", identifier, "old");
         offer(appEntries("1.4.1", identifier, "new"));
@@ -62,7 +58,7 @@ protected:
 
     TestServer server;
     QTemporaryDir folder;
-    QString parent;
+    QString parent = folder.path();
     QString installed;
     Release release;
 };
@@ -195,28 +191,6 @@ TEST_F(UpdateInstallerTest, KilledAtAnyMomentLeavesOneWholeBundle) {
     }
     RecordProperty("swapped", swapped);
     EXPECT_TRUE(rounds < 100 || (swapped > 0 && swapped < rounds)) << swapped << " of " << rounds;
-}
-
-TEST_F(UpdateInstallerTest, AFullOrReadOnlyDiskKeepsTheOldOne) {
-    const SmallDisk disk(2'000);
-    if (!disk.isThere()) {
-        GTEST_SKIP() << disk.reason();
-    }
-    installIn(disk.path());
-    auto entries = appEntries("1.4.1", identifier, "new");
-    entries.push_back({.name = "Tunedeck.app/large", .contents = QByteArray(1'200'000, 'x')});
-    offer(entries);
-    EXPECT_FALSE(install()) << "there is no room to unpack it";
-    EXPECT_TRUE(untouched());
-    disk.fill();
-    EXPECT_FALSE(install()) << "there is no room to download it";
-    disk.makeRoom();
-    EXPECT_TRUE(untouched());
-    disk.setReadOnly(true);
-    EXPECT_EQ(install().error().kind, UpdateError::Kind::notWritable);
-    EXPECT_EQ(server.requests().size(), 2) << "nothing is downloaded for a folder that can't be written";
-    disk.setReadOnly(false);
-    EXPECT_TRUE(untouched());
 }
 
 } // namespace tunedeck::test
