@@ -4,10 +4,7 @@
 #include "TunedeckCore/Support/HttpAnswer.h"
 #include "TunedeckCore/Support/LocalHttp.h"
 
-#include <netinet/in.h>
 #include <sys/resource.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include <ostream>
 #include <vector>
@@ -239,28 +236,6 @@ TEST(LocalHttp, WithoutAFreeDescriptorNothingIsReachedUntilThereIsOneAgain) {
     ASSERT_TRUE(ending->isThere());
     EXPECT_EQ(told(*ending->value), told(Unreachable));
     EXPECT_EQ(told(runToEnd(sendLocal(get(server.url("/")), {}))), "200 here");
-}
-
-TEST(LocalHttp, AConnectionThatIsNeverMadeTimesOut) {
-    const int listener = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
-    ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&address), size), 0);
-    ASSERT_EQ(listen(listener, 0), 0);
-    ASSERT_EQ(getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size), 0);
-    const int first = socket(AF_INET, SOCK_STREAM, 0); // fills the queue
-    ASSERT_EQ(connect(first, reinterpret_cast<sockaddr*>(&address), size), 0);
-    QUrl url(u"http://127.0.0.1/"_s);
-    url.setPort(ntohs(address.sin_port));
-    const auto late = endingOf(sendLocal(get(url, 10s), {}));
-    EXPECT_EQ(told(runToEnd(sendLocal(get(url, 50ms), {}))), told(TimedOut));
-    EXPECT_FALSE(late->isThere());
-    close(listener);
-    EXPECT_TRUE(runUntil([&] { return late->isThere(); })); // the next attempt of the kernel is refused
-    EXPECT_EQ(told(*late->value), told(Unreachable));
-    close(first);
 }
 
 TEST(HttpAnswer, IsReadTheSameHoweverItsBytesAreCut) {

@@ -100,28 +100,6 @@ TEST(TaskScope, StoppingMayDestroyTheScopeThatIsStopped) {
     EXPECT_EQ(holder.clock.sleeping(), 0U);
 }
 
-QCoro::Task<> countRounds(Clock& clock, std::chrono::milliseconds period, int& rounds, std::stop_token stop) {
-    while (rounds < 200'000) {
-        co_await clock.sleep(period, stop);
-        if (stop.stop_requested()) {
-            co_return;
-        }
-        ++rounds;
-    }
-}
-
-TEST(TaskScope, ManyRoundsDontDeepenTheStack) {
-    ManualClock clock;
-    TaskScope scope;
-    int woken = 0;
-    int ready = 0;
-    spawn(countRounds(clock, 1ms, woken, scope.token()));
-    clock.advance(10min);
-    spawn(countRounds(clock, 0ms, ready, scope.token()));
-    EXPECT_EQ(woken, 200'000);
-    EXPECT_EQ(ready, 200'000);
-}
-
 QCoro::Task<> failing(Clock& clock, std::stop_token stop) {
     co_await clock.sleep(1ms, stop);
     throw std::runtime_error("no such thing");
