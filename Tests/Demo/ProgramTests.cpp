@@ -114,21 +114,6 @@ TEST(DemoProgram, TheRuntimeFileStandsWhileItRunsAndTheStateOutlivesIt) {
     EXPECT_NE(get(anew, "/local/status"), "") << "a broken file only starts anew";
 }
 
-TEST(DemoProgram, ClientsThatMisbehaveGetAnAnswerAndHurtNobody) {
-    const TempHome home;
-    const Program program(home.paths, {"--scenario", "quiet", "--speed", "1000"});
-    auto client = program.client();
-    const std::string id = (*parseObject(get(program, "/local/links")))["links"][0]["id"].GetString();
-    EXPECT_EQ(client.Delete("/local/links/" + id)->status, 204);
-    const auto again = client.Delete("/local/links/" + id);
-    EXPECT_EQ(again->status, 404);
-    EXPECT_EQ(again->get_header_value("Content-Type"), "application/json");
-    EXPECT_EQ(client.Put("/local/status", "x", "text/plain")->get_header_value("Allow"), "GET");
-    EXPECT_EQ(client.Post("/local/links", std::string(100'000, 'x'), "application/json")->status, 413);
-    EXPECT_EQ(client.Post("/local/links", std::string(60'000, '['), "application/json")->status, 400);
-    EXPECT_NE(get(program, "/local/status"), "");
-}
-
 TEST(DemoProgram, APortThatIsTakenIsAnErrorAndQuestionsChangeNothing) {
     const TempHome home;
     const Program program(home.paths, {"--scenario", "quiet"});

@@ -43,16 +43,4 @@ TEST(DemoScenarios, AStateComesBackFromItsFileWhole) {
     }
 }
 
-TEST(DemoScenarios, ABrokenStateFileIsRefusedOrReadAsFarAsItMakesSense) {
-    EXPECT_FALSE(stateFromText(""));
-    EXPECT_FALSE(stateFromText("[]"));
-    EXPECT_FALSE(stateFromText("{}"));
-    EXPECT_FALSE(stateFromText(std::string(200'000, '[')));
-    const auto odd = stateFromText(R"({"scenario":"quiet","jobs":{"recent":[{"tracks":99999999999}],"xml_version":true},
-                                      "links":7,"cloud":{"connected":"yes"}})");
-    ASSERT_TRUE(odd);
-    EXPECT_EQ(odd->jobs.recent.size(), 1U);
-    EXPECT_EQ(odd->jobs.xmlVersion, 0);
-}
-
 } // namespace tunedeck::demo
