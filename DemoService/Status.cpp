@@ -23,9 +23,10 @@ struct Status {
         const State& state = self.world.state();
         archive("version", self.facts.version);
         archive("rekordbox_db", state.library);
-        archive("mcp",
-                Mcp{.publicUrl = state.cloud.enabled ? std::optional(state.cloud.baseUrl + "/mcp") : std::nullopt,
-                    .localUrl = "http://127.0.0.1:" + std::to_string(self.facts.port) + "/mcp"});
+        // An address that nobody uses isn't told: whoever has one needs no first run.
+        const bool isPublic = state.cloud.enabled && state.links.anyConnected();
+        archive("mcp", Mcp{.publicUrl = isPublic ? std::optional(state.cloud.baseUrl + "/mcp") : std::nullopt,
+                           .localUrl = "http://127.0.0.1:" + std::to_string(self.facts.port) + "/mcp"});
         if (state.cloud.enabled) {
             archive("shortcut_url", state.cloud.baseUrl + "/api/requests");
         }

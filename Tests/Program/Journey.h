@@ -51,7 +51,7 @@ protected:
     void picture(const QString& name) const;
 
     /// The running processes of a program of the bundle, whatever became of that.
-    [[nodiscard]] QList<pid_t> processes(const QString& program = QStringLiteral("MacOS/Tunedeck")) const;
+    [[nodiscard]] QList<pid_t> processes(const QString& wanted = QStringLiteral("MacOS/Tunedeck")) const;
     /// The titles of the windows on the screen.
     [[nodiscard]] QStringList windows() const;
     /// How many icons of the application are in the tray.
