@@ -164,6 +164,12 @@ TEST_F(MenuModelTest, AListAskedForBeforeALinkWasMadeOrRemovedDoesNotCount) {
     model->putLink({.id = u"n"_s, .kind = u"claude"_s});
     ASSERT_TRUE(comes([&] { return list->isThere(); }));
     EXPECT_NE(model->link(u"n"_s), nullptr);
+    server.on("GET /local/links",
+              behave::after(80ms, behave::answer(200, R"({"links":[{"id":"n","kind":"claude"}]})")));
+    const auto later = endingOf(model->refreshLinks(true, scope.token()));
+    model->dropLink(u"n"_s);
+    ASSERT_TRUE(comes([&] { return later->isThere(); }));
+    EXPECT_EQ(model->link(u"n"_s), nullptr);
 }
 
 TEST_F(MenuModelTest, OnlyDifferencesAreToldAndOneLineIsCurrent) {
