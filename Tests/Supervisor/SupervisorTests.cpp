@@ -4,9 +4,7 @@
 #include "TunedeckCore/Support/Process.h"
 #include "TunedeckMenu/Platform/Linux/SystemdLaunchctl.h"
 #include "TunedeckMenu/Platform/Linux/SystemdUnit.h"
-#include "TunedeckMenu/Platform/Uninstall.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QTemporaryDir>
 
@@ -175,24 +173,6 @@ TEST_F(SupervisorTest, AnUnloadedServiceIsGoneUntilItIsLoadedAgain) {
     EXPECT_EQ(install(), "upToDate");
     EXPECT_GT(pid(), 0);
     EXPECT_TRUE(isEnabled());
-}
-
-TEST_F(SupervisorTest, ARemovedServiceLeavesNothingBehind) {
-    ASSERT_EQ(install(), "installed(serviceChanged: true, plistChanged: true)");
-    const auto running = pid();
-    ASSERT_GT(running, 0);
-    auto supervisor = uninstallOf({.home = m_home}).supervisor;
-    const ServiceRemover remover(m_home, installer(), 501, supervisor, m_clock);
-    const auto removal = runToEnd(remover.remove({}));
-    EXPECT_EQ(removal.failures, QStringList());
-    EXPECT_EQ(removal.done.value(0), u"Stopped and disabled the service."_s);
-    EXPECT_NE(::kill(running, 0), 0);
-    EXPECT_EQ(operation({u"print"_s, target}), 4);
-    EXPECT_FALSE(isEnabled());
-    for (const auto& path : {installer().installed(), installer().plistURL()}) {
-        EXPECT_FALSE(QFileInfo::exists(path)) << path.toStdString();
-    }
-    EXPECT_EQ(runToEnd(remover.remove({})), Removal());
 }
 
 TEST_F(SupervisorTest, WhatCannotBeDoneHasAStatusOfItsOwn) {
