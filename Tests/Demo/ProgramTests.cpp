@@ -114,19 +114,4 @@ TEST(DemoProgram, TheRuntimeFileStandsWhileItRunsAndTheStateOutlivesIt) {
     EXPECT_NE(get(anew, "/local/status"), "") << "a broken file only starts anew";
 }
 
-TEST(DemoProgram, APortThatIsTakenIsAnErrorAndQuestionsChangeNothing) {
-    const TempHome home;
-    const Program program(home.paths, {"--scenario", "quiet"});
-    ASSERT_GT(program.port(), 0);
-    const TempHome second;
-    const auto outcome = [&](std::vector<std::string> arguments) {
-        return Program(second.paths, std::move(arguments)).end(SIGTERM);
-    };
-    EXPECT_EQ(outcome({"--port", std::to_string(program.port())}), 1);
-    EXPECT_EQ(outcome({"--help"}), 0);
-    EXPECT_EQ(outcome({"--list-scenarios"}), 0);
-    EXPECT_EQ(outcome({"--scenario", "nonsense"}), 2);
-    EXPECT_FALSE(std::filesystem::exists(second.paths.folder()));
-}
-
 } // namespace tunedeck::demo

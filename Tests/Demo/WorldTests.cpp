@@ -76,56 +76,6 @@ TEST(DemoWorld, ChangesWaitWhileRekordboxIsOpenAndAreMadeWhenItCloses) {
     EXPECT_EQ(library.lastApplied->summary, "2 changes applied");
 }
 
-TEST(DemoWorld, ApplyingAndRestoringSayWhatTheyDidAndBackUpOnlyWhenSomethingChanges) {
-    TestWorld test("pending");
-    const LibraryReply applied = test.world.apply(test.now);
-    EXPECT_EQ(applied.message, "Applied 2 changes.");
-    EXPECT_EQ(applied.version, "1.1.2");
-    EXPECT_TRUE(test.world.apply(test.now).ok);
-    EXPECT_EQ(test.state().library->currentVersion, "1.1.2") << "with nothing to apply there is nothing to back up";
-
-    const auto& backups = test.state().library->backups;
-    const auto count = backups.size();
-    EXPECT_EQ(test.world.restore(test.now, "1.0.0").version, "1.0.0");
-    ASSERT_EQ(backups.size(), count + 1);
-    EXPECT_EQ(backups.front().reason, "Before restoring v1.0.0");
-    EXPECT_TRUE(test.world.restore(test.now, backups.front().version).ok) << "so that it can be undone";
-    EXPECT_EQ(test.world.restore(test.now, "9.9.9").status, 404);
-    EXPECT_EQ(backups.size(), count + 2);
-
-    TestWorld fresh("fresh");
-    EXPECT_EQ(fresh.world.takeBaseline(fresh.now).version, "1.0.0");
-    EXPECT_EQ(fresh.world.takeBaseline(fresh.now).version, "1.0.0");
-    EXPECT_EQ(fresh.state().library->backups.size(), 1U);
-}
-
-TEST(DemoWorld, ChangesThatFailAreKeptWithTheirReasonAndTriedAgainOrDismissed) {
-    State state = startState(*findScenario("pending"), TestWorld::start);
-    state.library->failurePercent = 100;
-    state.library->applyAt = TestWorld::start + 1s;
-    TestWorld test(std::move(state));
-    const auto& library = *test.state().library;
-    const auto backups = library.backups.size();
-    test.live(1min);
-    ASSERT_EQ(library.failed.size(), 2U);
-    EXPECT_TRUE(library.pending.empty());
-    EXPECT_FALSE(library.failed.back().error.value_or("").empty());
-    EXPECT_EQ(library.lastError, library.failed.back().error);
-    EXPECT_EQ(library.backups.size(), backups) << "nothing was written, so nothing was backed up";
-
-    EXPECT_TRUE(test.world.retryFailed(test.now).ok);
-    EXPECT_FALSE(library.lastError);
-    EXPECT_EQ(library.pending.size(), 2U);
-    test.live(10s);
-    EXPECT_TRUE(library.pending.empty() && library.failed.empty()) << "the second time it succeeds";
-    EXPECT_EQ(library.backups.size(), backups + 1);
-
-    TestWorld dismissed("failed-changes");
-    EXPECT_TRUE(dismissed.world.dismissFailed(dismissed.now).ok);
-    EXPECT_TRUE(dismissed.state().library->failed.empty());
-    EXPECT_EQ(dismissed.live(1h), 0);
-}
-
 TEST(DemoWorld, LinksHaveSecretsOfTheirOwnAndAreUsedAfterAWhile) {
     TestWorld test("fresh");
     const Link claude = made(test.world.createLink(test.now, link_kind::claude, "Claude"));
@@ -155,31 +105,6 @@ TEST(DemoWorld, LinksHaveSecretsOfTheirOwnAndAreUsedAfterAWhile) {
     const Link next = made(expired.world.rotateLink(expired.now, old.id));
     EXPECT_EQ(*next.expiresAt, expired.now + 10min);
     EXPECT_NE(next.url, old.url);
-}
-
-TEST(DemoWorld, ToolsAreInstalledWithGrowingProgressAndAFailureIsForgottenByTheNextTry) {
-    TestWorld test("install-fails");
-    test.world.installTools(test.now);
-    test.live(1min);
-    ToolReport report = test.world.tools(test.now);
-    EXPECT_FALSE(report.installing || test.state().toolbox.ready());
-    EXPECT_FALSE(report.error.value_or("").empty());
-
-    test.world.installTools(test.now);
-    double last = 0;
-    for (report = test.world.tools(test.now); report.installing; report = test.world.tools(test.now)) {
-        ASSERT_TRUE(report.step && report.progress && !report.error);
-        ASSERT_GE(*report.progress, last) << "a second request joins the first";
-        ASSERT_LE(*report.progress, 1.0);
-        last = *report.progress;
-        test.world.installTools(test.now);
-        test.live(500ms);
-        ASSERT_LT(test.now, TestWorld::start + 1h);
-    }
-    EXPECT_GT(last, 0.8);
-    EXPECT_TRUE(test.state().toolbox.ready());
-    EXPECT_FALSE(report.step || report.progress || report.error);
-    EXPECT_FALSE(test.world.nextEvent());
 }
 
 } // namespace tunedeck::demo
