@@ -3,13 +3,11 @@
 #include "TunedeckMenu/Platform/Linux/LinuxDesktop.h"
 #include "TunedeckMenu/Platform/Linux/LinuxWorkspace.h"
 #include "TunedeckMenu/Platform/Linux/PortalAppearance.h"
-#include "TunedeckMenu/Platform/Linux/Relauncher.h"
 #include "TunedeckMenu/Platform/Linux/SessionBus.h"
 #include "TunedeckMenu/Platform/SystemFacts.h"
 
 #include <QApplication>
 #include <QClipboard>
-#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -166,19 +164,6 @@ TEST(FolderPickerTest, AnswersOnceWithAFolderOrNothing) {
 
     QtPasteboard().setText(u"“ü” 音楽"_s);
     EXPECT_EQ(QApplication::clipboard()->text(), u"“ü” 音楽"_s);
-}
-
-TEST(RelauncherTest, StartsTheBundleWithTheProcessToWaitForAndEveryArgument) {
-    const QTemporaryDir folder;
-    const auto bundle = folder.filePath(u"My $(x) \"Deck\".app"_s);
-    const auto seen = folder.filePath(u"seen"_s);
-    ASSERT_TRUE(QDir().mkpath(bundle + u"/Contents/MacOS"_s));
-    installRecorder(bundle + u"/Contents/MacOS/Tunedeck"_s, seen);
-    LinuxRelauncher relauncher;
-    EXPECT_TRUE(relauncher.relaunch(bundle, {u"--show"_s, u"a b $1"_s}));
-    EXPECT_TRUE(runUntil([&] { return linesOf(seen).size() >= 4; }));
-    EXPECT_EQ(linesOf(seen), (QStringList{u"--after"_s, QString::number(QCoreApplication::applicationPid()),
-                                          u"--show"_s, u"a b $1"_s}));
 }
 
 TEST(SystemFactsTest, TheBundleSaysWhoItIsAndOneWithoutInfoIsOfDevelopment) {

@@ -279,35 +279,6 @@ TEST_F(WindowTests, BehindAQuestionThePanelGoesOnAndTheNextQuestionWaits) {
     EXPECT_TRUE(sees(u"Running · cloud off"_s));
 }
 
-TEST_F(WindowTests, TheFirstRunWindowShowsItsStepsAndTellsWhenItIsClosed) {
-    onboarding(samples::said(samples::toolsStep()));
-    EXPECT_EQ(front().title(), u"Welcome to Tunedeck"_s);
-    EXPECT_TRUE(sees(u"Install the tools"_s) && sees(u"spotdl"_s) && sees(u"Step 1 of 3"_s));
-    EXPECT_TRUE(controls(u"Back"_s).isEmpty());
-    press(u"Continue"_s);
-    host.onboarding = samples::said(samples::assistantStep(Assistant::claude));
-    views->onboardingChanged();
-    pass(20);
-    EXPECT_FALSE(sees(u"spotdl"_s));
-    press(u"Claude"_s);
-    press(u"Copy"_s);
-    press(u"Setup guide"_s);
-    host.onboarding.connecting = true;
-    views->onboardingChanged();
-    pass(1);
-    EXPECT_FALSE(control(u"Telegram"_s).press()) << "one link at a time";
-    press(u"Back"_s);
-    EXPECT_EQ(host.appeared, 1);
-    front().close();
-    EXPECT_EQ(host.pressed.join(u';').toStdString(), "advance;choose claude;copyLink;openSetupGuide;back;windowClosed");
-    EXPECT_EQ(host.appeared, 0);
-    onboarding(samples::said(samples::rekordboxStep()));
-    EXPECT_TRUE(sees(u"Rekordbox 7"_s)) << "it opens again";
-    views->closeOnboarding();
-    pass(1);
-    EXPECT_EQ(host.appeared, 0);
-}
-
 TEST_F(WindowTests, LargeTextKeepsEverythingInsideAndApart) {
     const QFont usual = QGuiApplication::font();
     QFont large = usual;
