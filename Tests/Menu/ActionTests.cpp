@@ -158,6 +158,10 @@ TEST_F(ActionTest, ConnectingSaysWhatToDoNextAndAddsTheLink) {
     awaitLinks();
     EXPECT_EQ(error(), u"Telegram isn't available yet. Try ChatGPT, Claude or the iPhone Shortcut for now."_s);
     EXPECT_FALSE(state().actionNote);
+    panel->connectAssistant(u"telegram"_s);
+    EXPECT_FALSE(state().actionError) << "cleared at once";
+    awaitLinks();
+    EXPECT_EQ(count("POST /local/links"), 3) << "it can be tried again";
 }
 
 TEST_F(ActionTest, RenewingALinkCopiesItsNewSecretUnlessItIsACode) {
@@ -188,7 +192,7 @@ TEST_F(ActionTest, ALinkThatChangedBehindTheQuestionIsLeftAlone) {
     panel->newTelegramCode(u"t"_s);
     panel->rotateLink(u"a"_s);
     panel->disconnectLink(u"a"_s);
-    serveLinks(R"({"id":"t","kind":"telegram","paired":true})");
+    serveLinks(R"({"id":"t","kind":"telegram","url":"https://t.me/b?start=1","paired":true})");
     look();
     for (const auto& question : questions) {
         question.second(true);

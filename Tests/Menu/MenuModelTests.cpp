@@ -136,8 +136,12 @@ TEST_F(MenuModelTest, LinksThatComeAfterThePanelHasGoneAreKept) {
               behave::after(100ms, behave::answer(200, R"({"links":[{"id":"a","kind":"claude"}]})")));
     model->panelAppeared();
     ASSERT_TRUE(comes([&] { return count("GET /local/links") == 1; }));
+    clock.advance(15s);
+    const auto another = endingOf(model->refreshLinks(false, scope.token()));
+    EXPECT_TRUE(another->isThere()) << "one list at a time";
     model->panelDisappeared();
     EXPECT_TRUE(comes([&] { return state().links.size() == 1; }));
+    EXPECT_EQ(count("GET /local/links"), 1);
 }
 
 TEST_F(MenuModelTest, LinksAreNotAskedForWithoutTheCloud) {
