@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QCursor>
+#include <QDBusConnection>
 #include <QEvent>
 #include <QScreen>
 
@@ -24,6 +25,10 @@ LinuxStatusItem::LinuxStatusItem(SessionBus& bus, AppearanceSource& appearance, 
     connect(&bus, &SessionBus::reconnected, this, [this] {
         if (m_kind == TrayWatch::Tray::statusNotifier) {
             m_icon.reset(); // it spoke on a connection that is gone
+            // Qt keeps a tray icon's connection for good when it has died before the icon; it is named after the icon.
+            QDBusConnection::disconnectFromBus(QStringLiteral("org.kde.StatusNotifierItem-%1-%2")
+                                                   .arg(QCoreApplication::applicationPid())
+                                                   .arg(m_iconsMade));
         }
     });
 }
@@ -50,6 +55,7 @@ void LinuxStatusItem::trayChanged() {
 void LinuxStatusItem::create(TrayWatch::Tray kind) {
     m_kind = kind;
     m_icon = std::make_unique<QSystemTrayIcon>();
+    ++m_iconsMade;
     connect(m_icon.get(), &QSystemTrayIcon::activated, this, &LinuxStatusItem::onActivated);
     m_drawnSymbol.clear();
     draw();

@@ -54,6 +54,7 @@ private:
     std::unique_ptr<QSystemTrayIcon> m_icon;
     QPointer<QWidget> m_dock; ///< the widget that Qt docks in an X11 tray
     QTimer m_check;
+    int m_iconsMade = 0;
     QString m_symbol;
     QString m_toolTip;
     QString m_drawnSymbol;
