@@ -11,6 +11,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <cstdio>
@@ -65,6 +66,12 @@ void furnish(const Files& files, std::uint64_t seed) {
     std::ofstream(files.home / ".tunedeck" / "settings.json") << R"({"onboarded": true})";
     // Whatever is opened goes to a program that does nothing.
     fs::create_symlink("/bin/true", files.home / "bin" / "xdg-open");
+}
+
+/// What the stand-in for the service leaves when it is killed while it writes.
+bool isHalfWritten(const QString& file) {
+    static const QRegularExpression name(u"/(demo-state|runtime)\\.json\\.\\d+\\.new$"_s);
+    return name.match(file).hasMatch();
 }
 
 /// One run from beginning to end.
@@ -227,7 +234,8 @@ private:
         auto found = filesBelow({home, qEnvironmentVariable("XDG_RUNTIME_DIR")});
         found.removeIf([&](const QString& file) {
             return file.startsWith(home + u"/.soak/"_s) || file.startsWith(home + u"/Applications/"_s) ||
-                   file.startsWith(home + u"/.config/autostart/"_s); // the user switches it on and off
+                   file.startsWith(home + u"/.config/autostart/"_s) || // the user switches it on and off
+                   isHalfWritten(file);
         });
         return found;
     }
