@@ -67,15 +67,6 @@ TEST(LinkRow, SaysWhereASecretWasMadeWhenItIsNotHere) {
     EXPECT_TRUE(phone.fields.isEmpty());
 }
 
-TEST(TelegramPairing, PairedLinkHasNoPairingBlock) {
-    AssistantLink paired = pairing({});
-    paired.paired = true;
-    const LinkRowView telegram = row(stateWith({paired}));
-    EXPECT_FALSE(telegram.pairing.shown);
-    EXPECT_EQ(telegram.detail, u"· paired");
-    EXPECT_EQ(row(stateWith({pairing({})})).detail, u"· waiting for Start");
-}
-
 TEST(TelegramPairing, FollowsTheCodeFromNewToExpired) {
     const TelegramPairingView fresh = telegramPairing(pairing(ago(-61)), false, moment());
     EXPECT_EQ(fresh.expiryNote, u"Expires in 2 min");

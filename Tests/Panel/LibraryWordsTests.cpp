@@ -82,17 +82,6 @@ TEST(RekordboxCard, BackupsTellWhatTheyAreAndWhenTheyCanBeRestored) {
     EXPECT_EQ(card(library).backupsNote, u"Quit Rekordbox to restore a backup.");
 }
 
-TEST(RekordboxCard, FailedChangesShareOnePairOfButtons) {
-    Library library;
-    EXPECT_EQ(card(library).retryButton, QString());
-    library.failed = {{u"f1"_s, u"Add Alpha"_s, u"Locked"_s}, {u"f2"_s, u"Add Beta"_s, u"Gone"_s}};
-    const RekordboxView view = card(library);
-    ASSERT_EQ(view.failed.size(), 2);
-    EXPECT_EQ(view.failed[1].text, u"Couldn't apply “Add Beta”");
-    EXPECT_EQ(view.failed[1].detail, u"Gone");
-    EXPECT_EQ(view.retryButton, u"Retry");
-}
-
 TEST(RekordboxCard, LeavesOutWhatTheServiceDoesNotTell) {
     const RekordboxView without = rekordboxCard(ServiceState::running(goodStatus()), false, moment());
     EXPECT_FALSE(without.hasLibrary);

@@ -65,14 +65,6 @@ TEST_F(StatusItemTest, DocksInAnX11TrayThatComesLateGoesAndComesBack) {
     EXPECT_TRUE(docksAtTheRight(*item));
 }
 
-TEST_F(StatusItemTest, DocksWithoutASessionBus) {
-    BareDesktop desktop;
-    const auto tray = desktop.startTray();
-    const auto item = desktop.startSelf(statusItem);
-    EXPECT_EQ(item->nextLine(), "gone unplaced");
-    EXPECT_TRUE(docksAtTheRight(*item));
-}
-
 TEST_F(StatusItemTest, RegistersWithAHostThatComesLateRestartsAndOutlivesItsBus) {
     BareDesktop desktop;
     auto bus = desktop.startBus();

@@ -51,25 +51,6 @@ TEST_F(ControlTests, EveryControlIsCalledSomethingAndIsToldFromItsEquals) {
     }
 }
 
-TEST_F(ControlTests, AScreenReaderFindsTheWordsAndNothingThatIsHidden) {
-    popover(samples::stopped());
-    EXPECT_TRUE(sees(u"Tunedeck, Not running"_s));
-    EXPECT_TRUE(sees(host.panel.notRunning.text));
-    EXPECT_TRUE(sees(u"Start tunedeck to see where songs are saved."_s));
-    for (const char16_t* hidden :
-         {u"Recent", u"Missing", u"Backups", u"Show in Finder", u"Use Default", u"Needs repair"}) {
-        EXPECT_FALSE(sees(QString::fromUtf16(hidden))) << qPrintable(QString::fromUtf16(hidden));
-    }
-    become(pressable());
-    EXPECT_TRUE(until([this] { return sees(u"Friday Warm-up"_s) && sees(u"Downloading"_s); }));
-    EXPECT_FALSE(sees(u"Hold ⌘"_s)) << "the hidden-icon card under the icon itself";
-    mainWindow(pressable());
-    EXPECT_TRUE(sees(u"Hold ⌘"_s));
-    const auto headings = all();
-    EXPECT_TRUE(std::ranges::any_of(
-        headings, [](const Seen& seen) { return seen.role == QAccessible::Heading && seen.name == u"Assistants"_s; }));
-}
-
 TEST_F(ControlTests, WhatIsDisabledCannotBePressedByAnyRoad) {
     PanelContent content = pressable();
     content.notRunning.starting = true;
