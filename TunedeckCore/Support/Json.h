@@ -46,7 +46,7 @@ struct Error {
 
 /// Bounds on a document.
 struct Limits {
-    std::int64_t bytes = 32 * 1024 * 1024;
+    std::int64_t bytes = 8 * 1024 * 1024;
     int depth = 128;
 };
 

@@ -35,7 +35,7 @@ enum class HttpFailure { Unreachable, TimedOut, BrokenOff, Malformed, TooLarge, 
 /// Bounds on what a peer may send, in bytes.
 struct HttpLimits {
     std::size_t header = 64 * 1024;
-    std::size_t body = 32 * 1024 * 1024;
+    std::size_t body = 8 * 1024 * 1024;
 };
 
 /// Sends one request over a connection of its own: exactly one attempt, no proxy, no redirect followed, nothing
