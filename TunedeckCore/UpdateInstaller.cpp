@@ -56,6 +56,8 @@ Result<QString> putInPlace(const ScratchFolder& scratch, const Release& release,
     if (stop.stop_requested()) {
         return other(QStringLiteral("The update was stopped."));
     }
+    // What is gone by then needn't be brought to the disk before the swap.
+    QFile::remove(zip);
     return UpdateInstaller::replace(installed, *app);
 }
 
