@@ -1,6 +1,6 @@
 #include "DemoService/Options.h"
 
-#include "DemoService/Scenarios.h"
+#include "DemoService/Scenarios/Scenarios.h"
 
 #include <charconv>
 #include <cmath>

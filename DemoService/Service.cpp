@@ -1,7 +1,7 @@
 #include "DemoService/Service.h"
 
-#include "DemoService/Files.h"
-#include "DemoService/ImportXml.h"
+#include "DemoService/Files/Files.h"
+#include "DemoService/Library/ImportXml.h"
 
 #include <unistd.h>
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "DemoService/Log.h"
-#include "DemoService/Router.h"
-#include "DemoService/RuntimeFile.h"
-#include "DemoService/Server.h"
-#include "DemoService/World.h"
+#include "DemoService/Files/Log.h"
+#include "DemoService/Files/RuntimeFile.h"
+#include "DemoService/Http/Router.h"
+#include "DemoService/Http/Server.h"
+#include "DemoService/World/World.h"
 
 #include <condition_variable>
 #include <mutex>

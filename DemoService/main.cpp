@@ -1,6 +1,6 @@
-#include "DemoService/Files.h"
+#include "DemoService/Files/Files.h"
 #include "DemoService/Options.h"
-#include "DemoService/Scenarios.h"
+#include "DemoService/Scenarios/Scenarios.h"
 #include "DemoService/Service.h"
 
 #include <pthread.h>

@@ -1,7 +1,7 @@
 #include "TunedeckCore/Diagnostics.h"
 
-#include "TunedeckCore/Support/FileDescriptor.h"
-#include "TunedeckCore/Support/Time.h"
+#include "TunedeckCore/Support/Files/FileDescriptor.h"
+#include "TunedeckCore/Support/Text/Time.h"
 
 #include <sys/stat.h>
 #include <unistd.h>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "TunedeckCore/Assistants.h"
-#include "TunedeckCore/ServiceStatus.h"
-#include "TunedeckCore/Toolbox.h"
+#include "TunedeckCore/Service/Assistants.h"
+#include "TunedeckCore/Service/ServiceStatus.h"
+#include "TunedeckCore/Service/Toolbox.h"
 
 #include <QDateTime>
 #include <QString>

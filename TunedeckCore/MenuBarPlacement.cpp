@@ -1,7 +1,7 @@
 #include "TunedeckCore/MenuBarPlacement.h"
 
-#include "TunedeckCore/Support/AtomicFile.h"
-#include "TunedeckCore/Support/Time.h"
+#include "TunedeckCore/Support/Files/AtomicFile.h"
+#include "TunedeckCore/Support/Text/Time.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

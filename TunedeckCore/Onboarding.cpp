@@ -1,7 +1,7 @@
 #include "TunedeckCore/Onboarding.h"
 
-#include "TunedeckCore/Support/AtomicFile.h"
-#include "TunedeckCore/Support/PropertyList.h"
+#include "TunedeckCore/Support/Files/AtomicFile.h"
+#include "TunedeckCore/Support/Files/PropertyList.h"
 
 #include <QDir>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "TunedeckCore/Assistants.h"
-#include "TunedeckCore/ServiceStatus.h"
+#include "TunedeckCore/Service/Assistants.h"
+#include "TunedeckCore/Service/ServiceStatus.h"
 
 #include <QString>
 

@@ -1,6 +1,6 @@
 #include "TunedeckCore/SettingsFile.h"
 
-#include "TunedeckCore/Support/AtomicFile.h"
+#include "TunedeckCore/Support/Files/AtomicFile.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TunedeckCore/Support/JsonValue.h"
+#include "TunedeckCore/Support/Json/JsonValue.h"
 
 #include <QLatin1StringView>
 #include <QString>

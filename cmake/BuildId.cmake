@@ -1,7 +1,7 @@
 # One id for the application and its module of views. They share types across a dlopen, so both carry what those depend
 # on: the version, the interface's headers, the compiler, Qt and the kind of build. The module's plugin metadata has it
 # under "buildId", readable without loading the module; the application has it in TunedeckBuildId.h.
-file(GLOB build_id_headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/TunedeckMenu/Panel/*.h)
+file(GLOB_RECURSE build_id_headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/TunedeckMenu/Panel/*.h)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${build_id_headers})
 set(build_id_text
   "${CMAKE_CXX_COMPILER_ID} ${CMAKE_CXX_COMPILER_VERSION} ${Qt6_VERSION} ${CMAKE_BUILD_TYPE} ${TUNEDECK_SANITIZE}")

@@ -3,7 +3,7 @@ set(TUNEDECK_TRAY_SIZES 16 22 24 32 44 48 64)
 set(TUNEDECK_APP_ICON_SIZES 16 32 48 64 128)                       # what the application itself shows
 set(TUNEDECK_THEME_ICON_SIZES 16 22 24 32 48 64 128 256 512)        # what desktops want
 
-add_executable(tunedeck-paint-icons ${PROJECT_SOURCE_DIR}/TunedeckMenu/Icons/PaintIcons.cpp)
+add_executable(tunedeck-paint-icons ${PROJECT_SOURCE_DIR}/cmake/PaintIcons.cpp)
 target_link_libraries(tunedeck-paint-icons PRIVATE tunedeck_flags Qt6::Svg)
 
 # tunedeck_tray_icons(TARGET): both symbols as masks (black, alpha for the shape), one PNG a size, compiled into TARGET as

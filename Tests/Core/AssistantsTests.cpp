@@ -1,5 +1,5 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckCore/Assistants.h"
+#include "TunedeckCore/Service/Assistants.h"
 
 using namespace tunedeck;
 using namespace Qt::StringLiterals;

@@ -1,5 +1,5 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckCore/JobWatcher.h"
+#include "TunedeckCore/Service/JobWatcher.h"
 
 using namespace tunedeck;
 using namespace Qt::StringLiterals;

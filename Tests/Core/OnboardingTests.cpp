@@ -1,6 +1,6 @@
 #include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Onboarding.h"
-#include "TunedeckCore/Support/PropertyList.h"
+#include "TunedeckCore/Support/Files/PropertyList.h"
 
 #include <QDir>
 

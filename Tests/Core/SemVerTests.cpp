@@ -1,5 +1,5 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckCore/SemVer.h"
+#include "TunedeckCore/Update/SemVer.h"
 
 using namespace tunedeck;
 using namespace Qt::StringLiterals;

@@ -1,10 +1,10 @@
 #include "Tests/Helpers/Test.h"
 #include "Tests/Helpers/TestServer.h"
-#include "TunedeckCore/Assistants.h"
-#include "TunedeckCore/LibraryClient.h"
-#include "TunedeckCore/ServiceStatus.h"
-#include "TunedeckCore/Support/Clock.h"
-#include "TunedeckCore/Toolbox.h"
+#include "TunedeckCore/Service/Assistants.h"
+#include "TunedeckCore/Service/LibraryClient.h"
+#include "TunedeckCore/Service/ServiceStatus.h"
+#include "TunedeckCore/Service/Toolbox.h"
+#include "TunedeckCore/Support/Async/Clock.h"
 
 #include <QRegularExpression>
 

@@ -1,6 +1,6 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckCore/ServiceStatus.h"
-#include "TunedeckCore/Toolbox.h"
+#include "TunedeckCore/Service/ServiceStatus.h"
+#include "TunedeckCore/Service/Toolbox.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,5 +1,5 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckCore/ServiceEndpoint.h"
+#include "TunedeckCore/Service/ServiceEndpoint.h"
 
 #include <QDir>
 

@@ -1,9 +1,9 @@
 #include "Tests/Helpers/SmallDisk.h"
 #include "Tests/Helpers/Test.h"
-#include "TunedeckCore/ServiceInstaller.h"
-#include "TunedeckCore/Support/AtomicFile.h"
-#include "TunedeckCore/Support/TaskScope.h"
-#include "TunedeckCore/Support/Wait.h"
+#include "TunedeckCore/Installation/ServiceInstaller.h"
+#include "TunedeckCore/Support/Async/TaskScope.h"
+#include "TunedeckCore/Support/Async/Wait.h"
+#include "TunedeckCore/Support/Files/AtomicFile.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,5 +1,5 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckCore/ServiceRemover.h"
+#include "TunedeckCore/Installation/ServiceRemover.h"
 
 #include <QDir>
 #include <QFileInfo>

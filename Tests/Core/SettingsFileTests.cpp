@@ -1,5 +1,5 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckCore/Paths.h"
+#include "TunedeckCore/Locations/Paths.h"
 #include "TunedeckCore/SettingsFile.h"
 
 #include <QFile>

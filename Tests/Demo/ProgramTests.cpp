@@ -1,5 +1,5 @@
-#include "DemoService/Files.h"
-#include "DemoService/Record.h"
+#include "DemoService/Files/Files.h"
+#include "DemoService/Files/Record.h"
 #include "Tests/Demo/TempHome.h"
 
 #include <gtest/gtest.h>

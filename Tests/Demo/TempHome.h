@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DemoService/Downloads.h"
+#include "DemoService/World/Downloads.h"
 
 #include <stdlib.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DemoService/Scenarios.h"
+#include "DemoService/Scenarios/Scenarios.h"
 
 #include <algorithm>
 #include <vector>

@@ -61,7 +61,7 @@ for path, text in guide.items():
             if option.lstrip("-") not in (project / command).read_text():
                 fault(path, f"{command} has no {option}")
     # Files of the project, names of the build, places in the home.
-    for name in re.findall(r"`((?:Tunedeck(?:Core|Menu)|DemoService|FetchHelper|packaging|Tests)/[^` ]*)`", text):
+    for name in re.findall(r"`((?:Tunedeck(?:Core|Menu)|DemoService|UpdateHelper|packaging|Tests)/[^` ]*)`", text):
         if not (project / name).exists():
             fault(path, f"there is no {name}")
     for name in set(re.findall(r"TUNEDECK_[A-Z_]+", text)) - set(re.findall(r"TUNEDECK_[A-Z_]+", cmake)):

@@ -1,6 +1,6 @@
 #include "Tests/Helpers/ManualClock.h"
 
-#include "TunedeckCore/Support/Wait.h"
+#include "TunedeckCore/Support/Async/Wait.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TunedeckCore/Support/Clock.h"
+#include "TunedeckCore/Support/Async/Clock.h"
 
 #include <memory>
 #include <vector>

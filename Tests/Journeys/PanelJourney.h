@@ -1,10 +1,10 @@
 #pragma once
 
+#include "Tests/Helpers/Views/Screen.h"
 #include "Tests/Menu/MenuFixture.h"
-#include "Tests/Views/Screen.h"
-#include "TunedeckMenu/MenuModel.h"
-#include "TunedeckMenu/PanelController.h"
-#include "TunedeckMenu/Windows.h"
+#include "TunedeckMenu/Actions/PanelController.h"
+#include "TunedeckMenu/Model/MenuModel.h"
+#include "TunedeckMenu/Windows/Windows.h"
 
 #include <memory>
 #include <optional>

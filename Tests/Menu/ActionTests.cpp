@@ -1,5 +1,5 @@
 #include "Tests/Menu/MenuFixture.h"
-#include "TunedeckMenu/PanelController.h"
+#include "TunedeckMenu/Actions/PanelController.h"
 
 #include <memory>
 

@@ -1,5 +1,5 @@
 #include "Tests/Menu/MenuFixture.h"
-#include "TunedeckMenu/AppDelegate.h"
+#include "TunedeckMenu/App/AppDelegate.h"
 
 #include <QFile>
 

@@ -3,7 +3,7 @@
 #include "Tests/Helpers/FakePlatform.h"
 #include "Tests/Helpers/Test.h"
 #include "Tests/Helpers/TestServer.h"
-#include "TunedeckMenu/MenuServices.h"
+#include "TunedeckMenu/Model/MenuServices.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>

@@ -1,5 +1,5 @@
 #include "Tests/Menu/MenuFixture.h"
-#include "TunedeckMenu/MenuModel.h"
+#include "TunedeckMenu/Model/MenuModel.h"
 
 #include <atomic>
 #include <memory>

@@ -1,6 +1,6 @@
 #include "Tests/Helpers/FakePlatform.h"
 #include "Tests/Helpers/Test.h"
-#include "TunedeckMenu/Notifier.h"
+#include "TunedeckMenu/Background/Notifier.h"
 
 #include <sys/stat.h>
 

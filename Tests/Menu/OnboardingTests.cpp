@@ -1,5 +1,5 @@
 #include "Tests/Menu/MenuFixture.h"
-#include "TunedeckMenu/OnboardingModel.h"
+#include "TunedeckMenu/Model/OnboardingModel.h"
 #include "TunedeckMenu/Panel/OnboardingWords.h"
 
 #include <memory>

@@ -1,5 +1,5 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckMenu/RemoveCommand.h"
+#include "TunedeckMenu/App/RemoveCommand.h"
 
 #include <QDir>
 #include <QFile>

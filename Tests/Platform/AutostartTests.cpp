@@ -1,5 +1,5 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckMenu/Platform/Linux/AutostartItem.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/AutostartItem.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,9 +1,9 @@
 #include "Tests/Helpers/Test.h"
 #include "Tests/Platform/FakePeers.h"
-#include "TunedeckMenu/Platform/Linux/LinuxDesktop.h"
-#include "TunedeckMenu/Platform/Linux/LinuxWorkspace.h"
-#include "TunedeckMenu/Platform/Linux/PortalAppearance.h"
-#include "TunedeckMenu/Platform/Linux/SessionBus.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/LinuxDesktop.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/LinuxWorkspace.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/PortalAppearance.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/SessionBus.h"
 #include "TunedeckMenu/Platform/SystemFacts.h"
 
 #include <QApplication>

@@ -1,6 +1,6 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckMenu/Platform/Linux/Journal.h"
-#include "TunedeckMenu/Platform/Linux/OsRelease.h"
+#include "TunedeckMenu/Platform/Linux/System/Journal.h"
+#include "TunedeckMenu/Platform/Linux/System/OsRelease.h"
 
 #include <QFile>
 #include <QTemporaryDir>

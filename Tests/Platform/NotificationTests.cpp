@@ -1,7 +1,7 @@
-#include "Peers/NotificationServer.h"
 #include "Tests/Helpers/Test.h"
-#include "TunedeckMenu/Platform/Linux/LinuxNotificationCenter.h"
-#include "TunedeckMenu/Platform/Linux/SessionBus.h"
+#include "Tests/Peers/NotificationServer.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/SessionBus.h"
+#include "TunedeckMenu/Platform/Linux/Notifications/LinuxNotificationCenter.h"
 
 namespace tunedeck {
 namespace {

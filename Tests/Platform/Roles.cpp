@@ -1,9 +1,9 @@
 #include "Tests/Platform/Roles.h"
 
-#include "Peers/TrayHost.h"
 #include "Tests/Helpers/FakePlatform.h"
-#include "TunedeckMenu/Platform/Linux/LinuxStatusItem.h"
-#include "TunedeckMenu/Platform/Linux/SessionBus.h"
+#include "Tests/Peers/TrayHost.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/SessionBus.h"
+#include "TunedeckMenu/Platform/Linux/Tray/LinuxStatusItem.h"
 #include "TunedeckMenu/Platform/SingleInstance.h"
 
 #include <QApplication>

@@ -1,5 +1,5 @@
+#include "Tests/Helpers/Desktop/DesktopParts.h"
 #include "Tests/Helpers/Test.h"
-#include "Tests/Platform/DesktopParts.h"
 #include "TunedeckMenu/Platform/Relauncher.h"
 #include "TunedeckMenu/Platform/SingleInstance.h"
 

@@ -1,6 +1,6 @@
+#include "Tests/Helpers/Desktop/DesktopParts.h"
 #include "Tests/Helpers/Test.h"
-#include "Tests/Platform/DesktopParts.h"
-#include "TunedeckMenu/Platform/Linux/TrayGlyph.h"
+#include "TunedeckMenu/Platform/Linux/Tray/TrayGlyph.h"
 
 #include <QImage>
 #include <QRegularExpression>

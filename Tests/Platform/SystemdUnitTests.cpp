@@ -1,6 +1,6 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckCore/ServiceInstaller.h"
-#include "TunedeckMenu/Platform/Linux/SystemdUnit.h"
+#include "TunedeckCore/Installation/ServiceInstaller.h"
+#include "TunedeckMenu/Platform/Linux/Service/SystemdUnit.h"
 
 namespace tunedeck {
 namespace {

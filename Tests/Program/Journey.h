@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Tests/Platform/DesktopParts.h"
+#include "Tests/Helpers/Desktop/DesktopParts.h"
 #include "Tests/Program/Accessibility.h"
 
 #include <QByteArray>

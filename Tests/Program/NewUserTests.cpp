@@ -1,4 +1,4 @@
-#include "Peers/NotificationServer.h"
+#include "Tests/Peers/NotificationServer.h"
 #include "Tests/Program/Journey.h"
 #include "Tests/Program/Web.h"
 

@@ -1,5 +1,5 @@
-#include "Peers/NotificationServer.h"
 #include "Tests/Helpers/TestServer.h"
+#include "Tests/Peers/NotificationServer.h"
 #include "Tests/Program/Journey.h"
 
 #include <QDir>

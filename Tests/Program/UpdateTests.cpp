@@ -1,7 +1,7 @@
 #include "Tests/Helpers/SmallDisk.h"
+#include "Tests/Helpers/Update/Zip.h"
 #include "Tests/Program/Journey.h"
 #include "Tests/Program/Web.h"
-#include "Tests/Update/Zip.h"
 
 #include <atomic>
 

@@ -1,7 +1,7 @@
 #include "Tests/Program/Web.h"
 
-#include "Tests/Update/Signing.h"
-#include "Tests/Update/Zip.h"
+#include "Tests/Helpers/Update/Signing.h"
+#include "Tests/Helpers/Update/Zip.h"
 
 #include <QCryptographicHash>
 #include <QDirIterator>

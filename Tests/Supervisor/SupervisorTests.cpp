@@ -1,9 +1,9 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckCore/ServiceInstaller.h"
-#include "TunedeckCore/Support/AtomicFile.h"
-#include "TunedeckCore/Support/Process.h"
-#include "TunedeckMenu/Platform/Linux/SystemdLaunchctl.h"
-#include "TunedeckMenu/Platform/Linux/SystemdUnit.h"
+#include "TunedeckCore/Installation/ServiceInstaller.h"
+#include "TunedeckCore/Support/Async/Process.h"
+#include "TunedeckCore/Support/Files/AtomicFile.h"
+#include "TunedeckMenu/Platform/Linux/Service/SystemdLaunchctl.h"
+#include "TunedeckMenu/Platform/Linux/Service/SystemdUnit.h"
 
 #include <QFileInfo>
 #include <QTemporaryDir>

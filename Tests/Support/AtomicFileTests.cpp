@@ -1,6 +1,6 @@
 #include "Tests/Helpers/SmallDisk.h"
 #include "Tests/Helpers/Test.h"
-#include "TunedeckCore/Support/AtomicFile.h"
+#include "TunedeckCore/Support/Files/AtomicFile.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,6 +1,6 @@
 #include "Tests/Helpers/Descriptors.h"
 #include "Tests/Helpers/Test.h"
-#include "TunedeckCore/Support/Clock.h"
+#include "TunedeckCore/Support/Async/Clock.h"
 
 namespace tunedeck {
 namespace {

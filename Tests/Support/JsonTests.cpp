@@ -1,5 +1,5 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckCore/Support/Json.h"
+#include "TunedeckCore/Support/Json/Json.h"
 
 #include <QByteArrayList>
 

@@ -1,8 +1,8 @@
 #include "Tests/Helpers/Descriptors.h"
 #include "Tests/Helpers/Test.h"
 #include "Tests/Helpers/TestServer.h"
-#include "TunedeckCore/Support/HttpAnswer.h"
-#include "TunedeckCore/Support/LocalHttp.h"
+#include "TunedeckCore/Support/Http/HttpAnswer.h"
+#include "TunedeckCore/Support/Http/LocalHttp.h"
 
 #include <sys/resource.h>
 

@@ -1,6 +1,6 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckCore/Support/Process.h"
-#include "TunedeckCore/Support/TaskScope.h"
+#include "TunedeckCore/Support/Async/Process.h"
+#include "TunedeckCore/Support/Async/TaskScope.h"
 
 #include <unistd.h>
 

@@ -1,5 +1,5 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckCore/Support/PropertyList.h"
+#include "TunedeckCore/Support/Files/PropertyList.h"
 
 #include <limits>
 

@@ -1,5 +1,5 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckCore/Support/TaskScope.h"
+#include "TunedeckCore/Support/Async/TaskScope.h"
 
 #include <QString>
 

@@ -1,5 +1,5 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckCore/Support/Text.h"
+#include "TunedeckCore/Support/Text/Text.h"
 
 #include <QLocale>
 

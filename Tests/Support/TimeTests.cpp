@@ -1,5 +1,5 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckCore/Support/Time.h"
+#include "TunedeckCore/Support/Text/Time.h"
 
 namespace tunedeck {
 namespace {

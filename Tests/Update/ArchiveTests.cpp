@@ -1,7 +1,7 @@
 #include "Tests/Helpers/Test.h"
-#include "Tests/Update/Zip.h"
-#include "TunedeckCore/Archive.h"
-#include "TunedeckCore/Support/RemoveTree.h"
+#include "Tests/Helpers/Update/Zip.h"
+#include "TunedeckCore/Support/Files/RemoveTree.h"
+#include "TunedeckCore/Update/Archive.h"
 
 #include <QDir>
 #include <QFile>

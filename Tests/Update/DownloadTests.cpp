@@ -1,6 +1,6 @@
 #include "Tests/Helpers/Test.h"
 #include "Tests/Helpers/TestServer.h"
-#include "TunedeckCore/Download.h"
+#include "TunedeckCore/Support/Http/Downloader.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -1,6 +1,6 @@
 #include "Tests/Helpers/Test.h"
-#include "Tests/Update/Zip.h"
-#include "TunedeckCore/UpdateFeed.h"
+#include "Tests/Helpers/Update/Zip.h"
+#include "TunedeckCore/Update/UpdateFeed.h"
 
 #include <QCryptographicHash>
 #include <QFile>

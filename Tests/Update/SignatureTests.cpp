@@ -1,7 +1,7 @@
 #include "Tests/Helpers/Test.h"
-#include "Tests/Update/Signing.h"
-#include "TunedeckCore/Base64.h"
-#include "TunedeckCore/UpdateFeed.h"
+#include "Tests/Helpers/Update/Signing.h"
+#include "TunedeckCore/Support/Text/Base64.h"
+#include "TunedeckCore/Update/UpdateFeed.h"
 
 namespace tunedeck::test {
 

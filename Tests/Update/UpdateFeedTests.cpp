@@ -1,7 +1,7 @@
 #include "Tests/Helpers/Test.h"
 #include "Tests/Helpers/TestServer.h"
-#include "Tests/Update/Signing.h"
-#include "TunedeckCore/UpdateFeed.h"
+#include "Tests/Helpers/Update/Signing.h"
+#include "TunedeckCore/Update/UpdateFeed.h"
 
 namespace tunedeck::test {
 

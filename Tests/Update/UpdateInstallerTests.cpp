@@ -1,7 +1,7 @@
 #include "Tests/Helpers/Test.h"
 #include "Tests/Helpers/TestServer.h"
-#include "Tests/Update/Zip.h"
-#include "TunedeckCore/UpdateInstaller.h"
+#include "Tests/Helpers/Update/Zip.h"
+#include "TunedeckCore/Update/UpdateInstaller.h"
 
 #include <QCryptographicHash>
 #include <QDir>

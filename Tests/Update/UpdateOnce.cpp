@@ -1,7 +1,7 @@
 // Runs one update and ends, for the tests that kill it: UpdateOnce URL SHA256 BUNDLE.
 
 #include "Tests/Helpers/RunTask.h"
-#include "TunedeckCore/UpdateInstaller.h"
+#include "TunedeckCore/Update/UpdateInstaller.h"
 
 #include <QCoreApplication>
 

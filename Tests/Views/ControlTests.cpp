@@ -1,5 +1,5 @@
 // The panel used as people use it: by screen reader, by keyboard, by mouse.
-#include "Tests/Views/Screen.h"
+#include "Tests/Helpers/Views/Screen.h"
 
 #include <QSet>
 

@@ -1,4 +1,4 @@
-#include "TunedeckMenu/Views/PanelModel.h"
+#include "TunedeckMenu/Views/Edge/PanelAdapter.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>

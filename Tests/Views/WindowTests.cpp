@@ -1,6 +1,6 @@
 // The windows: where they are, how they come and go, what they paint.
-#include "Tests/Views/Screen.h"
-#include "TunedeckMenu/Views/PopoverPlace.h"
+#include "Tests/Helpers/Views/Screen.h"
+#include "TunedeckMenu/Views/Edge/PopoverPlace.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -310,7 +310,7 @@ TEST_F(WindowTests, EveryTextStandsOutFromWhatItIsWrittenOnInLightAndDark) {
     mainWindow(samples::usual());
     QQmlEngine* const engine = qmlEngine(front().contentItem()->childItems().first());
     QQmlComponent reader(engine);
-    reader.setData("import QtQml\nQtObject { readonly property QtObject theme: Theme }",
+    reader.setData("import QtQml\nimport Tunedeck.Views\nQtObject { readonly property QtObject theme: Theme }",
                    QUrl(u"qrc:/tunedeck/qml/Tunedeck/Views/Reader.qml"_s));
     const std::unique_ptr<QObject> read(reader.create());
     ASSERT_NE(read, nullptr) << qPrintable(reader.errorString());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TunedeckMenu/MenuModel.h"
+#include "TunedeckMenu/Model/MenuModel.h"
 
 #include <QString>
 

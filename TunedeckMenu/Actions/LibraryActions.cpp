@@ -1,6 +1,6 @@
 #include "TunedeckMenu/Actions/LibraryActions.h"
 
-#include "TunedeckCore/Support/Text.h"
+#include "TunedeckCore/Support/Text/Text.h"
 
 #include <algorithm>
 

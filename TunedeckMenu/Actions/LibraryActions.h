@@ -1,7 +1,7 @@
 #pragma once
 
-#include "TunedeckCore/Support/TaskScope.h"
-#include "TunedeckMenu/MenuModel.h"
+#include "TunedeckCore/Support/Async/TaskScope.h"
+#include "TunedeckMenu/Model/MenuModel.h"
 
 #include <QCoroTask>
 #include <QString>

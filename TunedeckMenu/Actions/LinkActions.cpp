@@ -1,6 +1,6 @@
 #include "TunedeckMenu/Actions/LinkActions.h"
 
-#include "TunedeckCore/WebEndpoint.h"
+#include "TunedeckCore/Locations/WebEndpoint.h"
 
 #include <utility>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "TunedeckCore/Support/TaskScope.h"
+#include "TunedeckCore/Support/Async/TaskScope.h"
 #include "TunedeckMenu/Actions/Clipboard.h"
-#include "TunedeckMenu/MenuModel.h"
+#include "TunedeckMenu/Model/MenuModel.h"
 
 #include <QCoroTask>
 #include <QString>

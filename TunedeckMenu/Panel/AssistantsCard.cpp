@@ -1,5 +1,5 @@
-#include "TunedeckCore/Support/Text.h"
-#include "TunedeckCore/WebEndpoint.h"
+#include "TunedeckCore/Locations/WebEndpoint.h"
+#include "TunedeckCore/Support/Text/Text.h"
 #include "TunedeckMenu/Panel/Panel.h"
 
 #include <QHash>

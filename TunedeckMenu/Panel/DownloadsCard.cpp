@@ -1,4 +1,4 @@
-#include "TunedeckCore/Paths.h"
+#include "TunedeckCore/Locations/Paths.h"
 #include "TunedeckMenu/Panel/Panel.h"
 
 namespace tunedeck {

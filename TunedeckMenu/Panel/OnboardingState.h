@@ -1,9 +1,9 @@
 #pragma once
 
-#include "TunedeckCore/Assistants.h"
 #include "TunedeckCore/Onboarding.h"
-#include "TunedeckCore/ServiceStatus.h"
-#include "TunedeckCore/Toolbox.h"
+#include "TunedeckCore/Service/Assistants.h"
+#include "TunedeckCore/Service/ServiceStatus.h"
+#include "TunedeckCore/Service/Toolbox.h"
 
 #include <QString>
 

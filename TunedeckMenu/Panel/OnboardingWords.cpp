@@ -1,6 +1,6 @@
 #include "TunedeckMenu/Panel/OnboardingWords.h"
 
-#include "TunedeckCore/Support/Text.h"
+#include "TunedeckCore/Support/Text/Text.h"
 #include "TunedeckMenu/Panel/Panel.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "TunedeckCore/Assistants.h"
 #include "TunedeckCore/MenuBarPlacement.h"
-#include "TunedeckCore/Toolbox.h"
+#include "TunedeckCore/Service/Assistants.h"
+#include "TunedeckCore/Service/Toolbox.h"
 #include "TunedeckMenu/Panel/ServiceState.h"
 #include "TunedeckMenu/Panel/UpdateState.h"
 

@@ -1,5 +1,5 @@
-#include "TunedeckCore/Support/Text.h"
-#include "TunedeckCore/Support/Time.h"
+#include "TunedeckCore/Support/Text/Text.h"
+#include "TunedeckCore/Support/Text/Time.h"
 #include "TunedeckMenu/Panel/Panel.h"
 
 namespace tunedeck {

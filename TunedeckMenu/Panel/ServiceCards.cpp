@@ -1,4 +1,4 @@
-#include "TunedeckCore/Support/Text.h"
+#include "TunedeckCore/Support/Text/Text.h"
 #include "TunedeckMenu/Panel/Panel.h"
 
 #include <algorithm>

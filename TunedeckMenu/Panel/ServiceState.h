@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TunedeckCore/ServiceStatus.h"
+#include "TunedeckCore/Service/ServiceStatus.h"
 
 #include <variant>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TunedeckCore/UpdateFeed.h"
+#include "TunedeckCore/Update/UpdateFeed.h"
 
 #include <QDateTime>
 #include <QString>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TunedeckCore/ServiceRemover.h"
+#include "TunedeckCore/Installation/ServiceRemover.h"
 #include "TunedeckMenu/Platform/SystemFacts.h"
 
 #include <functional>

@@ -304,8 +304,8 @@ def main():
     # Seen through: no first-run window, whose place the panel's would have to share.
     (home / ".tunedeck/settings.json").write_text('{"onboarded": true}')
     desktop, table, service = xwatch.Desktop(), Table(), None
-    floor = Program([options.build / "Benchmarks/floor-tray"], desktop)
-    floor_panel = Program([options.build / "Benchmarks/floor-panel"], desktop)
+    floor = Program([options.build / "Tests/Benchmarks/floor-tray"], desktop)
+    floor_panel = Program([options.build / "Tests/Benchmarks/floor-panel"], desktop)
     programs = [floor]
     with tempfile.TemporaryDirectory() as scratch:
         bundle = options.build / "Tunedeck.app"

@@ -153,7 +153,7 @@ def main():
     options.add_argument("--quick", action="store_true", help="small files and two rounds, to try the script itself")
     options.add_argument("build", type=pathlib.Path)
     arguments = options.parse_args()
-    parts = arguments.build / "Benchmarks/update-parts"
+    parts = arguments.build / "Tests/Benchmarks/update-parts"
     helper = arguments.build / "Tunedeck.app/Contents/Helpers/tunedeck-fetch"
     rounds, scale = (2, 16) if arguments.quick else (7, 1)
     with tempfile.TemporaryDirectory(prefix="tunedeck-bench-") as name:

@@ -87,10 +87,6 @@ configure() { # configure PRESET: quiet when nothing changed
     cp "$project/CMakePresets.json" "$folder/configured-with.json"
 }
 
-has_target() { # has_target PRESET TARGET
-    ninja -C "$project/build/$1" -t query "$2" >/dev/null 2>&1
-}
-
 build() { # build PRESET [TARGET…]: all targets when none is named; prints warnings and errors only
     local preset=$1 args=() target
     shift

@@ -16,8 +16,7 @@ import sys
 import time
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-FOLDERS = ("TunedeckCore", "TunedeckMenu", "DemoService", "FetchHelper", "Gallery", "Peers", "Soak",
-           "Tests", "Benchmarks", "Fuzz")
+FOLDERS = ("TunedeckCore", "TunedeckMenu", "DemoService", "UpdateHelper", "Tests", "cmake")
 INCLUDE = re.compile(rb'^\s*#\s*include\s+"([^"]+)"', re.M)
 
 

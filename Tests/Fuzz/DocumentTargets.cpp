@@ -1,0 +1,53 @@
+#include "Tests/Fuzz/Targets.h"
+#include "TunedeckCore/Service/Assistants.h"
+#include "TunedeckCore/Service/Connections.h"
+#include "TunedeckCore/Service/ServiceStatus.h"
+#include "TunedeckCore/Service/Toolbox.h"
+#include "TunedeckCore/Support/Files/PropertyList.h"
+#include "TunedeckCore/Support/Json/JsonValue.h"
+#include "TunedeckCore/Update/UpdateFeed.h"
+
+namespace tunedeck::fuzz {
+
+namespace {
+
+/// Every document must be refused with a reason or be an object; gives whether it was accepted.
+template<class Record>
+bool accepts(const std::expected<Record, json::Error>& record, bool isObject) {
+    require(record || !record.error().reason.isEmpty(), "a refusal gives a reason");
+    require(!record || isObject, "only an object is a document");
+    return record.has_value();
+}
+
+} // namespace
+
+void documents(const QByteArray& input) {
+    const bool isObject = json::parseObject(input).has_value();
+    accepts(ServiceStatus::decode(input), isObject);
+    accepts(ToolboxReport::decode(input), isObject);
+    accepts(Appcast::decode(input), isObject);
+    accepts(CloudHealth::decode(input), isObject);
+    accepts(json::decode<AssistantLink>(input, json::Keys::AsWritten), isObject);
+}
+
+void jsonValues(const QByteArray& input) {
+    const auto object = json::parseObject(input);
+    if (!object) {
+        require(!object.error().reason.isEmpty(), "a refusal gives a reason");
+        return;
+    }
+    for (const QByteArray& text : {json::compactText(*object), json::prettyText(*object)}) {
+        require(json::parseObject(text) == *object, "what is written reads as the same");
+    }
+}
+
+void propertyList(const QByteArray& input) {
+    const auto list = parsePropertyList(input);
+    if (list) {
+        const QByteArray xml = xmlPropertyList(*list);
+        const auto again = parsePropertyList(xml);
+        require(again && xmlPropertyList(*again) == xml, "what is written reads as the same");
+    }
+}
+
+} // namespace tunedeck::fuzz

@@ -1,0 +1,51 @@
+// Runs every target over its seeds and over what fuzzing has found, in every build.
+#include "Tests/Fuzz/Targets.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+using namespace tunedeck;
+
+namespace {
+
+struct Target {
+    const char* name;
+    void (*run)(const QByteArray&);
+};
+
+std::ostream& operator<<(std::ostream& out, const Target& target) {
+    return out << target.name;
+}
+
+class Corpus : public testing::TestWithParam<Target> {};
+
+TEST_P(Corpus, BreaksNoPromise) {
+    const QDir folder(QStringLiteral(FUZZ_CORPUS "/") + QString::fromLatin1(GetParam().name));
+    const QStringList names = folder.entryList(QDir::Files);
+    EXPECT_FALSE(names.isEmpty());
+    for (const QString& name : names) {
+        QFile file(folder.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const QByteArray input = file.readAll();
+        GetParam().run(input);
+        for (qsizetype length = 0; length < input.size(); length += 1 + length / 16) {
+            GetParam().run(input.first(length)); // cut off, as a writer that dies leaves it
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, Corpus,
+                         testing::Values(Target{"base64", fuzz::base64}, Target{"documents", fuzz::documents},
+                                         Target{"jsonValues", fuzz::jsonValues}, Target{"mask", fuzz::mask},
+                                         Target{"propertyList", fuzz::propertyList}, Target{"semVer", fuzz::semVer},
+                                         Target{"timestamp", fuzz::timestamp},
+                                         Target{"tunnelConfig", fuzz::tunnelConfig},
+                                         Target{"updateFeed", fuzz::updateFeed},
+                                         Target{"zipArchive", fuzz::zipArchive}),
+                         [](const auto& target) { return std::string(target.param.name); });
+
+} // namespace

@@ -1,0 +1,267 @@
+#include "Tests/Gallery/Samples.h"
+
+#include "Tests/Gallery/FakeHost.h"
+#include "TunedeckMenu/Panel/OnboardingWords.h"
+#include "TunedeckMenu/Panel/Panel.h"
+
+#include <QFileIconProvider>
+#include <QFileInfo>
+#include <QTimeZone>
+
+using namespace Qt::StringLiterals;
+
+namespace tunedeck {
+
+QIcon FakeHost::fileIcon(const QString& path) {
+    return QFileIconProvider().icon(QFileInfo(path));
+}
+
+namespace samples {
+
+namespace {
+
+constexpr qint64 minute = 60;
+constexpr qint64 day = 24 * 60 * minute;
+
+QDateTime moment() {
+    return QDateTime(QDate(2026, 11, 21), QTime(18, 4), Qt::UTC);
+}
+
+ServiceStatus::Job job(const QString& id, const QString& state, const QString& playlist, qint64 age,
+                       const QString& message) {
+    return {.jobId = id, .state = state, .playlist = playlist, .message = message, .createdAt = ago(age)};
+}
+
+ServiceStatus::Library::Backup backup(const QString& version, qint64 age, const QString& reason) {
+    return {.version = version, .createdAt = ago(age), .reason = reason, .sizeBytes = 14'000'000};
+}
+
+PanelState frame() {
+    PanelState state;
+    state.appVersion = u"1.4.0"_s;
+    state.home = u"/home/ada"_s;
+    state.opensAtLogin = true;
+    state.update.value = UpdateState::UpToDate{moment().addSecs(-120 * minute)};
+    return state;
+}
+
+ServiceStatus goodStatus() {
+    ServiceStatus status;
+    status.version = u"2.3.4"_s;
+    status.downloadDir = u"/home/ada/Music/Tunedeck"_s;
+    status.downloadDirSource = u"default"_s;
+    status.downloadDirWritable = true;
+    status.importXml = u"/home/ada/Music/Tunedeck/rekordbox.xml"_s;
+    status.cloud = {.enabled = true, .baseUrl = u"https://tunedeck.example"_s, .connected = true};
+    status.recentJobs = {job(u"1"_s, u"running"_s, u"Friday Warm-up"_s, minute, u"Song 3 of 14"_s),
+                         job(u"2"_s, u"done"_s, u"Disco Edits 2026"_s, 5 * minute, u"Saved 14 songs."_s),
+                         job(u"3"_s, u"failed"_s, u"After Hours"_s, day, u"The playlist is private."_s)};
+    ServiceStatus::Library library;
+    library.currentVersion = u"1.3.0"_s;
+    library.lastApplied = {
+        .at = ago(5 * minute), .version = u"1.3.0"_s, .summary = u"Added 14 tracks to “Friday Warm-up”"_s};
+    library.backups = {backup(u"1.3.0"_s, 5 * minute, u"Before adding 14 tracks to “Friday Warm-up”"_s),
+                       backup(u"1.2.0"_s, 3 * day, u"Before removing “Old set”"_s),
+                       backup(u"1.0.0"_s, 62 * day, u"First backup"_s)};
+    status.rekordboxDb = library;
+    return status;
+}
+
+AssistantLink used(AssistantLink link, qint64 age) {
+    link.lastUsedAt = ago(age);
+    return link;
+}
+
+AssistantLink paired(AssistantLink link) {
+    link.paired = true;
+    return link;
+}
+
+} // namespace
+
+PanelContent said(const PanelState& state) {
+    return panelContent(state, moment());
+}
+
+OnboardingContent said(const OnboardingState& state) {
+    return onboardingContent(state, moment());
+}
+
+QString ago(qint64 seconds) {
+    return moment().addSecs(-seconds).toString(Qt::ISODate);
+}
+
+AssistantLink link(const QString& id, Assistant assistant) {
+    AssistantLink made;
+    made.id = id;
+    made.kind = info(assistant).rawValue;
+    if (assistant == Assistant::telegram) {
+        made.url = u"https://t.me/tunedeck_bot?start=Zk81mQp0aV"_s;
+        made.expiresAt = ago(-9 * minute);
+    } else if (assistant == Assistant::iphone) {
+        made.apiUrl = u"https://tunedeck.example/api/add"_s;
+        made.token = u"h8KdTz0aVk81mWv"_s;
+    } else {
+        made.url = u"https://tunedeck.example/u/k7QxPz81mWv0aVh8Kd/mcp"_s;
+    }
+    return made;
+}
+
+ServiceStatus& status(PanelState& state) {
+    return std::get<ServiceStatus>(state.service.value);
+}
+
+PanelState usualState() {
+    PanelState state = frame();
+    state.service = ServiceState::running(goodStatus());
+    state.links = {used(link(u"a"_s, Assistant::claude), 5 * minute), paired(link(u"t"_s, Assistant::telegram))};
+    return state;
+}
+
+PanelState stoppedState() {
+    PanelState state = frame();
+    state.service = ServiceState::notRunning();
+    return state;
+}
+
+PanelState troubledState() {
+    PanelState state = usualState();
+    ServiceStatus& service = status(state);
+    service.cloud.connected = false;
+    service.downloadDirSource = u"settings"_s;
+    service.downloadDirWritable = false;
+    auto& library = *service.rekordboxDb;
+    library.rekordboxRunning = true;
+    library.pending = {{u"p1"_s, ago(minute), u"Add 2 tracks to “Sunday”"_s},
+                       {u"p2"_s, ago(minute), u"Rename “Peak”"_s}};
+    library.lastError = u"The library is locked by another program."_s;
+    library.failed = {
+        {u"1"_s, u"Rename ‘Peak’ to ‘Peak Time’"_s, u"There is no playlist of that name."_s},
+        {u"2"_s, u"Add 2 tracks to ‘Sunday’"_s, u"The file is gone: ~/Music/Tunedeck/Sunday/04 – Intro.mp3"_s}};
+    state.menuBarIcon.kind = MenuBarIconVisibility::Kind::hidden;
+    state.links.push_back(link(u"u"_s, Assistant::telegram));
+    state.toolbox = ToolboxReport{.tools = {{.name = u"yt-dlp"_s}, {.name = u"ffmpeg"_s}},
+                                  .error = u"The last try failed: the download was cut off."_s};
+    state.update.value = UpdateState::Failed{u"the server can't be reached."_s};
+    state.actionError = u"Couldn't reach tunedeck to repair its tools."_s;
+    return state;
+}
+
+PanelState longWordsState() {
+    PanelState state = usualState();
+    ServiceStatus& service = status(state);
+    service.version = u"2026.11.21-beta.4+build.20261121.0915"_s;
+    service.cloud.connected.reset();
+    service.recentJobs = {
+        job(u"1"_s, u"running"_s, u"Donaudampfschifffahrtsgesellschaftskapitänsmützen-Sommerabschlussfest 2026"_s,
+            minute, {}),
+        job(u"2"_s, u"done"_s, u"أغاني الصيف — حفلة الجمعة"_s, 21 * day, {}),
+        job(u"3"_s, u"queued"_s, u"🪩 Disco 🕺🏽 Night 🇩🇪🇧🇷 👩‍🎤 — Überraschungsgäste"_s,
+            11 * minute, {})};
+    service.downloadDir = u"/home/ada/Documents/"_s;
+    while (service.downloadDir.size() < 190) {
+        service.downloadDir += u"Überraschungspartysammlung/"_s;
+    }
+    service.downloadDirSource = u"settings"_s;
+    auto& library = *service.rekordboxDb;
+    library.currentVersion = u"1.204.11-überarbeitet-im-garten"_s;
+    library.backups.front().version = *library.currentVersion;
+    for (const char16_t* change :
+         {u"Add 14 tracks to “Donaudampfschifffahrt”", u"Move “Sommer” into “Archiv 2025”", u"Rename “אחרי חצות”",
+          u"Remove 3 tracks from “Überraschungsgäste”", u"Add “🪩 Disco”"}) {
+        const QString summary = QString::fromUtf16(change);
+        library.pending.push_back({summary, ago(minute), summary});
+    }
+    AssistantLink garden = used(link(u"a"_s, Assistant::claude), 11 * minute);
+    garden.label = u"Wohnzimmerassistentenverbindung im Gartenhaus"_s;
+    state.links = {garden, link(u"s"_s, Assistant::iphone)};
+    state.copied = u"s.key"_s;
+    Release release;
+    release.version = u"1.5.0"_s;
+    release.notes = u"Playlists can be renamed by asking. Backups open three times as fast."_s;
+    state.update.value = UpdateState::Available{release};
+    state.actionNote = u"Copied Claude's URL. "_s + info(Assistant::claude).setupSteps.join(u' ');
+    return state;
+}
+
+PanelState crowdedState() {
+    PanelState state = usualState();
+    state.links.clear();
+    for (int i = 0; i < 9; ++i) {
+        AssistantLink made = link(u"p%1"_s.arg(i), i % 2 == 0 ? Assistant::claude : Assistant::chatgpt);
+        made.label = u"Studio %1"_s.arg(i + 1);
+        state.links.push_back(i % 3 == 0 ? made : used(made, (i + 1) * day));
+    }
+    state.links.push_back(link(u"s"_s, Assistant::iphone));
+    state.links.push_back(link(u"t"_s, Assistant::telegram));
+    state.links.push_back(paired(link(u"u"_s, Assistant::telegram)));
+    auto& backups = status(state).rekordboxDb->backups;
+    backups.clear();
+    for (int i = 0; i < 60; ++i) {
+        backups.push_back(backup(u"1.%1.0"_s.arg(60 - i), (i + 2) * day,
+                                 u"Before adding %1 tracks to “Set %2”"_s.arg(i % 9 + 2).arg(60 - i)));
+    }
+    return state;
+}
+
+PanelContent usual() {
+    return said(usualState());
+}
+
+PanelContent checking() {
+    return said(frame());
+}
+
+PanelContent stopped() {
+    return said(stoppedState());
+}
+
+PanelContent troubled() {
+    return said(troubledState());
+}
+
+PanelContent longWords() {
+    return said(longWordsState());
+}
+
+PanelContent crowded() {
+    return said(crowdedState());
+}
+
+OnboardingState toolsStep() {
+    OnboardingState state;
+    state.status = goodStatus();
+    state.toolbox = ToolboxReport{.tools = {{.name = u"yt-dlp"_s, .installed = u"2026.11.01"_s, .ready = true},
+                                            {.name = u"spotdl"_s},
+                                            {.name = u"ffmpeg"_s}},
+                                  .installing = true,
+                                  .step = u"Downloading spotdl…"_s,
+                                  .progress = 0.42};
+    return state;
+}
+
+OnboardingState rekordboxStep() {
+    OnboardingState state;
+    state.step = OnboardingStep::rekordbox;
+    state.status = goodStatus();
+    state.rekordbox = RekordboxInstall{u"Rekordbox 7"_s, u"7.1.3"_s};
+    state.baseline.value = Baseline::Done{u"1.0.0"_s};
+    return state;
+}
+
+OnboardingState assistantStep() {
+    OnboardingState state;
+    state.step = OnboardingStep::assistant;
+    state.status = goodStatus();
+    return state;
+}
+
+OnboardingState assistantStep(Assistant assistant) {
+    OnboardingState state = assistantStep();
+    state.assistant = assistant;
+    state.link = link(u"n"_s, assistant);
+    return state;
+}
+
+} // namespace samples
+} // namespace tunedeck

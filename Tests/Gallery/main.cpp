@@ -1,0 +1,280 @@
+// Saves pictures of every state of the panel: gallery FOLDER [NAME…]
+//
+// The real module draws them, for light and dark, at 1x, 1.5x and 2x and with large text. Each NAME picks the pictures
+// that begin with it.
+#include "Tests/Gallery/FakeHost.h"
+#include "Tests/Gallery/Samples.h"
+#include "TunedeckBuildId.h"
+#include "TunedeckCore/Support/Text/Time.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFont>
+#include <QJsonObject>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPluginLoader>
+#include <QProcess>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTimer>
+
+#include <cstdio>
+#include <functional>
+
+using namespace Qt::StringLiterals;
+using namespace tunedeck;
+
+namespace {
+
+void settle(int milliseconds) {
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+/// The topmost window of ours that is on the screen.
+QQuickWindow* shownWindow() {
+    QQuickWindow* found = nullptr;
+    for (QWindow* window : QGuiApplication::topLevelWindows()) {
+        auto* const quick = qobject_cast<QQuickWindow*>(window);
+        if (quick != nullptr && quick->isVisible() && (found == nullptr || quick->modality() == Qt::ApplicationModal)) {
+            found = quick;
+        }
+    }
+    return found;
+}
+
+QObject* findNamed(QQuickItem* item, const QString& label) {
+    if (item->isVisible() && item->property("label").toString() == label) {
+        return item;
+    }
+    for (QQuickItem* child : item->childItems()) {
+        if (QObject* found = findNamed(child, label)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+void press(const QString& label) {
+    if (QObject* item = findNamed(shownWindow()->contentItem(), label)) {
+        QMetaObject::invokeMethod(item, "clicked");
+    }
+}
+
+enum class Place { Popover, Window, Onboarding };
+
+struct Shot {
+    QString name;
+    PanelContent panel;
+    Place place = Place::Popover;
+    std::function<void(PanelViews&)> then = {};
+    OnboardingContent onboarding = {};
+};
+
+QList<Shot> shots() {
+    PanelState starting = samples::stoppedState();
+    starting.isRestarting = true;
+    PanelState installing = samples::usualState();
+    installing.toolbox = samples::toolsStep().toolbox;
+    PanelState open = samples::troubledState();
+    open.toolbox.reset();
+    open.actionError.reset();
+    open.links.pop_back();
+    samples::status(open).rekordboxDb->failed.clear();
+    PanelState busy = samples::usualState();
+    samples::status(busy).rekordboxDb->pending = {{u"p"_s, samples::ago(60), u"Add 2 tracks to “Sunday”"_s}};
+    busy.libraryBusy = busy.linksBusy = true;
+    busy.revealSecrets = true;
+    busy.update.value = UpdateState::Installing{0.63};
+    PanelState codes = samples::usualState();
+    codes.links = {samples::link(u"x"_s, Assistant::telegram), samples::link(u"y"_s, Assistant::telegram),
+                   samples::link(u"z"_s, Assistant::chatgpt), samples::link(u"k"_s, Assistant::iphone)};
+    codes.links[0].expiresAt = samples::ago(60);
+    codes.links[1].url.reset();
+    codes.links[2].url.reset();
+    const auto tab = [](int times) {
+        return [times](PanelViews&) {
+            for (int i = 0; i < times; ++i) {
+                QWindow* const window = shownWindow();
+                QKeyEvent down(QEvent::KeyPress, Qt::Key_Tab, {});
+                QKeyEvent up(QEvent::KeyRelease, Qt::Key_Tab, {});
+                QCoreApplication::sendEvent(window, &down);
+                QCoreApplication::sendEvent(window, &up);
+            }
+        };
+    };
+
+    OnboardingState noTools;
+    noTools.toolbox = ToolboxReport{.tools = {{.name = u"yt-dlp"_s}, {.name = u"spotdl"_s}, {.name = u"ffmpeg"_s}},
+                                    .error = u"The download was cut off."_s};
+    noTools.error = u"Couldn't reach tunedeck to repair its tools."_s;
+    OnboardingState later = samples::rekordboxStep();
+    later.rekordbox.reset();
+    later.baseline.value = Baseline::Later{u"Rekordbox is open."_s};
+    later.status->rekordboxDb->rekordboxRunning = true;
+    OnboardingState claude = samples::assistantStep(Assistant::claude);
+    claude.copied = true;
+    claude.link->lastUsedAt = samples::ago(60);
+    claude.error = u"Couldn't open https://tunedeck.example/connect/claude."_s;
+    const auto pressing = [](const QString& label) { return [label](PanelViews&) { press(label); }; };
+
+    // One after the other, what a new user does once the first run is over.
+    PanelState connected = samples::usualState();
+    connected.actionNote = u"Copied Claude's URL. "_s + info(Assistant::claude).setupSteps.join(u' ');
+    PanelState offered = samples::usualState();
+    offered.update.value =
+        UpdateState::Available{Release{.version = u"1.5.0"_s, .notes = u"Backups are listed by day."_s}};
+    PanelState updated = samples::usualState();
+    updated.appVersion = u"1.5.0"_s;
+    updated.update.value = UpdateState::UpToDate{*parseTimestamp(samples::ago(20))};
+    PanelState restored = samples::usualState();
+    samples::status(restored).rekordboxDb->backups.insert(
+        samples::status(restored).rekordboxDb->backups.begin(),
+        ServiceStatus::Library::Backup{
+            .version = u"2.0.0"_s, .createdAt = samples::ago(30), .reason = u"Before restoring v1.2.0"_s});
+    const Confirmation farewell{.message = u"Disconnect Claude?"_s,
+                                .informativeText =
+                                    u"It stops working with Tunedeck right away. You can connect it again later."_s,
+                                .confirmButton = u"Disconnect"_s,
+                                .cancelButton = u"Cancel"_s,
+                                .warning = true};
+    const auto askToLeave = [farewell](PanelViews& views) { views.confirm(farewell, [](bool) {}); };
+
+    const Confirmation restore{
+        .message = u"Restore your Rekordbox library to v1.2.0?"_s,
+        .informativeText =
+            u"This puts back the backup from 18 Nov 2026, 18:04: “Before removing “Old set””.\n\nYour "
+            "current library is backed up first, so you can undo this from the same list. Keep Rekordbox "
+            "closed until it finishes."_s,
+        .confirmButton = u"Restore"_s,
+        .cancelButton = u"Cancel"_s,
+        .warning = true};
+    const auto ask = [restore](PanelViews& views) { views.confirm(restore, [](bool) {}); };
+
+    using samples::said;
+    const auto welcome = [](const QString& name, const OnboardingState& state) {
+        return Shot{.name = u"welcome-"_s + name, .place = Place::Onboarding, .onboarding = said(state)};
+    };
+    return {
+        {.name = u"checking"_s, .panel = samples::checking()},
+        {.name = u"stopped"_s, .panel = samples::stopped()},
+        {.name = u"starting"_s, .panel = said(starting)},
+        {.name = u"usual"_s, .panel = samples::usual()},
+        {.name = u"installing"_s, .panel = said(installing)},
+        {.name = u"troubled-window"_s, .panel = samples::troubled(), .place = Place::Window},
+        {.name = u"long-words"_s, .panel = samples::longWords()},
+        {.name = u"crowded"_s, .panel = samples::crowded()},
+        {.name = u"backups"_s, .panel = samples::usual(), .then = pressing(u"Backups (3)"_s)},
+        {.name = u"more"_s, .panel = samples::usual(), .then = pressing(u"More"_s)},
+        {.name = u"rekordbox-open"_s, .panel = said(open), .then = pressing(u"Backups (3)"_s)},
+        {.name = u"busy"_s, .panel = said(busy), .then = pressing(u"Backups (3)"_s)},
+        {.name = u"links-elsewhere"_s, .panel = said(codes)},
+        {.name = u"focus-button"_s, .panel = samples::usual(), .then = tab(3)},
+        {.name = u"focus-folder"_s, .panel = samples::usual(), .then = tab(7)},
+        {.name = u"confirm"_s, .panel = samples::usual(), .place = Place::Window, .then = ask},
+        {.name = u"connected-note"_s, .panel = said(connected)},
+        {.name = u"restored"_s, .panel = said(restored), .then = pressing(u"Backups (4)"_s)},
+        {.name = u"disconnect"_s, .panel = samples::usual(), .place = Place::Window, .then = askToLeave},
+        {.name = u"update"_s, .panel = said(offered)},
+        {.name = u"updated"_s, .panel = said(updated)},
+        welcome(u"starting"_s, {}),
+        welcome(u"no-tools"_s, noTools),
+        welcome(u"tools"_s, samples::toolsStep()),
+        welcome(u"rekordbox"_s, samples::rekordboxStep()),
+        welcome(u"no-rekordbox"_s, later),
+        welcome(u"assistant"_s, samples::assistantStep()),
+        welcome(u"telegram"_s, samples::assistantStep(Assistant::telegram)),
+        welcome(u"claude"_s, claude),
+        welcome(u"iphone"_s, samples::assistantStep(Assistant::iphone)),
+    };
+}
+
+int paint(const QDir& folder, const QStringList& only, const QString& suffix) {
+    QPluginLoader loader(QStringLiteral(TUNEDECK_MODULE));
+    const QString id = loader.metaData().value("MetaData"_L1).toObject().value("buildId"_L1).toString();
+    auto* const module = qobject_cast<PanelModule*>(loader.instance());
+    if (module == nullptr || id != QLatin1StringView(buildId)) {
+        std::fprintf(stderr, "the module of views can't be used: %s\n", qPrintable(loader.errorString()));
+        return 1;
+    }
+    for (const bool dark : {false, true}) {
+        for (const Shot& shot : shots()) {
+            const QString name = shot.name + (dark ? u"-dark"_s : u"-light"_s) + suffix;
+            const auto wanted = [&](const QString& start) { return name.startsWith(start); };
+            if (!only.isEmpty() && std::none_of(only.begin(), only.end(), wanted)) {
+                continue;
+            }
+            FakeHost host;
+            host.panel = shot.panel;
+            host.onboarding = shot.onboarding;
+            const auto views = module->createViews(host, {.dark = dark, .reduceMotion = false});
+            switch (shot.place) {
+            case Place::Popover:
+                views->showPopover({1000, 4, 24, 24});
+                break;
+            case Place::Window:
+                views->showWindow();
+                break;
+            case Place::Onboarding:
+                views->showOnboarding();
+                break;
+            }
+            settle(350);
+            if (shot.then) {
+                shot.then(*views);
+                settle(450);
+            }
+            QQuickWindow* const window = shownWindow();
+            const QImage picture = window != nullptr ? window->grabWindow() : QImage();
+            if (!picture.save(folder.filePath(name + u".png"_s))) {
+                std::fprintf(stderr, "no picture of %s: %s\n", qPrintable(name),
+                             window != nullptr ? "not saved" : "no window");
+                return 1;
+            }
+        }
+    }
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QStringList words = QCoreApplication::arguments().mid(1);
+    if (words.isEmpty()) {
+        std::fputs("gallery FOLDER [NAME…]\n", stderr);
+        return 2;
+    }
+    const QDir folder(words.takeFirst());
+    folder.mkpath(u"."_s);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    const QString suffix = qEnvironmentVariable("TUNEDECK_GALLERY_SUFFIX");
+    if (!suffix.isEmpty()) {
+        if (suffix == "-large-text"_L1) {
+            QFont font = QGuiApplication::font();
+            font.setPixelSize(22);
+            QApplication::setFont(font);
+        }
+        return paint(folder, words, suffix);
+    }
+    // The scale factor is read once, at start: one process each.
+    const std::pair<QString, QString> runs[] = {
+        {u"1"_s, u"-1x"_s}, {u"1.5"_s, u"-1.5x"_s}, {u"2"_s, u"-2x"_s}, {u"1"_s, u"-large-text"_s}};
+    for (const auto& [factor, name] : runs) {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"QT_SCALE_FACTOR"_s, factor);
+        environment.insert(u"TUNEDECK_GALLERY_SUFFIX"_s, name);
+        process.setProcessEnvironment(environment);
+        process.setProcessChannelMode(QProcess::ForwardedChannels);
+        process.start(QCoreApplication::applicationFilePath(), QCoreApplication::arguments().mid(1));
+        process.waitForFinished(-1);
+        if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
+            return 1;
+        }
+    }
+    return 0;
+}

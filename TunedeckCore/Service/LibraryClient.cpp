@@ -1,0 +1,62 @@
+#include "TunedeckCore/Service/LibraryClient.h"
+
+#include "TunedeckCore/Service/ServiceCall.h"
+#include "TunedeckCore/Support/Json/JsonValue.h"
+
+namespace tunedeck {
+
+using Reply = LibraryClient::Reply;
+
+template<>
+struct json::Members<Reply> {
+    static constexpr auto list = std::tuple{member("ok", &Reply::ok), member("message", &Reply::message),
+                                            member("error", &Reply::error), member("version", &Reply::version)};
+};
+
+namespace {
+
+/// The one way of all actions. A reply is taken at its word, whatever the status that it came with.
+QCoro::Task<Reply> send(HttpRequest request, std::stop_token stop) {
+    const auto answer = co_await sendLocal(request, stop);
+    if (!answer) {
+        co_return Reply{.error = service::sentence(answer.error())};
+    }
+    auto reply = json::decode<Reply>(answer->body, json::Keys::AsWritten);
+    if (!reply) {
+        co_return Reply{.error = service::unexpectedReply()};
+    }
+    co_return std::move(*reply);
+}
+
+QCoro::Task<Reply> post(const std::optional<QUrl>& base, const QByteArray& action, const json::Object& body,
+                        std::stop_token stop) {
+    return send({.method = HttpMethod::Post,
+                 .url = service::resource(base, "local/rekordbox/" + action),
+                 .timeout = std::chrono::seconds(120),
+                 .json = json::compactText(body)},
+                std::move(stop));
+}
+
+} // namespace
+
+QCoro::Task<Reply> LibraryClient::restore(QString version, std::stop_token stop) const {
+    return post(baseURL, "restore", {{QStringLiteral("version"), version}}, std::move(stop));
+}
+
+QCoro::Task<Reply> LibraryClient::applyNow(std::stop_token stop) const {
+    return post(baseURL, "apply", {}, std::move(stop));
+}
+
+QCoro::Task<Reply> LibraryClient::takeBaseline(std::stop_token stop) const {
+    return post(baseURL, "baseline", {}, std::move(stop));
+}
+
+QCoro::Task<Reply> LibraryClient::retryFailed(std::stop_token stop) const {
+    return post(baseURL, "retry", {}, std::move(stop));
+}
+
+QCoro::Task<Reply> LibraryClient::dismissFailed(std::stop_token stop) const {
+    return post(baseURL, "dismiss", {}, std::move(stop));
+}
+
+} // namespace tunedeck

@@ -1,0 +1,123 @@
+#include "TunedeckCore/Service/Assistants.h"
+#include "TunedeckCore/Service/ServiceCall.h"
+#include "TunedeckCore/Support/Json/JsonValue.h"
+
+#include <utility>
+
+namespace tunedeck {
+
+using Failure = LinksClient::Failure;
+
+namespace {
+
+struct LinkList {
+    std::vector<AssistantLink> links;
+};
+
+} // namespace
+
+template<>
+struct json::Members<LinkList> {
+    static constexpr auto list = std::tuple{member("links", &LinkList::links)};
+};
+namespace {
+
+/// An answer with a status from 200 to 299.
+QCoro::Task<LinksClient::Result<HttpReply>> send(HttpRequest request, std::stop_token stop) {
+    const auto reply = co_await sendLocal(request, stop);
+    if (!reply) {
+        co_return std::unexpected(Failure{.message = service::sentence(reply.error())});
+    }
+    if (reply->status < 200 || reply->status > 299) {
+        co_return std::unexpected(Failure::from(reply->status, reply->body));
+    }
+    co_return *reply;
+}
+
+template<class Record>
+QCoro::Task<LinksClient::Result<Record>> receive(HttpRequest request, std::stop_token stop) {
+    const auto reply = co_await send(request, stop);
+    if (!reply) {
+        co_return std::unexpected(reply.error());
+    }
+    auto record = json::decode<Record>(reply->body, json::Keys::AsWritten);
+    if (!record) {
+        co_return std::unexpected(Failure{.message = service::unexpectedReply()});
+    }
+    co_return std::move(*record);
+}
+
+QCoro::Task<LinksClient::Result<std::vector<AssistantLink>>> receiveList(HttpRequest request, std::stop_token stop) {
+    auto list = co_await receive<LinkList>(request, stop);
+    if (!list) {
+        co_return std::unexpected(list.error());
+    }
+    co_return std::move(list->links);
+}
+
+QCoro::Task<LinksClient::Result<void>> receiveNothing(HttpRequest request, std::stop_token stop) {
+    const auto reply = co_await send(request, stop);
+    if (!reply) {
+        co_return std::unexpected(reply.error());
+    }
+    co_return LinksClient::Result<void>();
+}
+
+template<class T>
+QCoro::Task<LinksClient::Result<T>> refuse() {
+    co_return std::unexpected(Failure{.message = service::unexpectedReply()});
+}
+
+HttpRequest request(const LinksClient& client, HttpMethod method, const QByteArray& path) {
+    return {.method = method, .url = service::resource(client.baseURL, path), .timeout = std::chrono::seconds(30)};
+}
+
+/// The path of one link. None for ids that a path can't carry: an empty component or one of dots names another
+/// resource, however it is encoded. No link has such an id; whoever sent it sent nonsense.
+std::optional<QByteArray> pathOf(const QString& id) {
+    if (id.isEmpty() || id == QStringLiteral(".") || id == QStringLiteral("..")) {
+        return std::nullopt;
+    }
+    return "local/links/" + QUrl::toPercentEncoding(id);
+}
+
+} // namespace
+
+Failure Failure::from(int status, const QByteArray& body) {
+    const auto object = json::parseObject(body).value_or(json::Object());
+    const auto text = [&object](const QString& name) -> std::optional<QString> {
+        const auto member = object.find(name);
+        const auto* const string = member == object.end() ? nullptr : member->second.as<QString>();
+        return string ? std::optional(*string) : std::nullopt;
+    };
+    const auto code = text(QStringLiteral("code"));
+    if (code == QStringLiteral("telegram_not_configured")) {
+        return {.message = QStringLiteral("Telegram isn't available yet."), .code = code};
+    }
+    return {.message = text(QStringLiteral("error")).value_or(QStringLiteral("tunedeck answered %1.").arg(status)),
+            .code = code};
+}
+
+QCoro::Task<LinksClient::Result<std::vector<AssistantLink>>> LinksClient::list(std::stop_token stop) const {
+    return receiveList(request(*this, HttpMethod::Get, "local/links"), std::move(stop));
+}
+
+QCoro::Task<LinksClient::Result<AssistantLink>> LinksClient::create(Assistant assistant, std::stop_token stop) const {
+    auto creation = request(*this, HttpMethod::Post, "local/links");
+    creation.json = json::compactText(
+        {{QStringLiteral("kind"), info(assistant).rawValue}, {QStringLiteral("label"), info(assistant).name}});
+    return receive<AssistantLink>(std::move(creation), std::move(stop));
+}
+
+QCoro::Task<LinksClient::Result<AssistantLink>> LinksClient::rotate(QString id, std::stop_token stop) const {
+    const auto path = pathOf(id);
+    return path ? receive<AssistantLink>(request(*this, HttpMethod::Post, *path + "/rotate"), std::move(stop))
+                : refuse<AssistantLink>();
+}
+
+QCoro::Task<LinksClient::Result<void>> LinksClient::remove(QString id, std::stop_token stop) const {
+    const auto path = pathOf(id);
+    return path ? receiveNothing(request(*this, HttpMethod::Delete, *path), std::move(stop)) : refuse<void>();
+}
+
+} // namespace tunedeck

@@ -1,0 +1,49 @@
+#include "TunedeckCore/Service/ServiceEndpoint.h"
+
+#include "TunedeckCore/Support/Files/AtomicFile.h"
+#include "TunedeckCore/Support/Json/JsonValue.h"
+
+#include <QDir>
+
+#include <optional>
+
+namespace tunedeck::ServiceEndpoint {
+
+namespace {
+
+/// The port that a runtime file names: an integer by its form, 1 to 65535.
+std::optional<int> portIn(const QByteArray& document) {
+    const auto object = json::parseObject(document);
+    if (!object) {
+        return std::nullopt;
+    }
+    const auto member = object->find(QStringLiteral("port"));
+    const auto port = member == object->end() ? std::nullopt : member->second.integer();
+    return port && *port >= 1 && *port <= 65535 ? std::optional(static_cast<int>(*port)) : std::nullopt;
+}
+
+} // namespace
+
+const QString& runtimeFile() {
+    static const QString path = QDir::homePath() + QStringLiteral("/.tunedeck/runtime.json");
+    return path;
+}
+
+const QUrl& defaultBase() {
+    static const QUrl url(QStringLiteral("http://127.0.0.1:8000"));
+    return url;
+}
+
+QUrl base(const QString& file) {
+    constexpr int limit = 64 * 1024;
+    const auto bytes = readFile(file, limit);
+    const auto port = bytes ? portIn(*bytes) : std::nullopt;
+    if (!port) {
+        return defaultBase();
+    }
+    auto url = defaultBase();
+    url.setPort(*port);
+    return url;
+}
+
+} // namespace tunedeck::ServiceEndpoint

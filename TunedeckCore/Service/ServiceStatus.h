@@ -1,0 +1,128 @@
+#pragma once
+
+#include "TunedeckCore/Support/Json/Json.h"
+
+#include <QByteArray>
+#include <QCoroTask>
+#include <QDateTime>
+#include <QString>
+#include <QUrl>
+
+#include <cstdint>
+#include <expected>
+#include <optional>
+#include <stop_token>
+#include <vector>
+
+namespace tunedeck {
+
+/// The service's whole state as it describes it in one document.
+struct ServiceStatus {
+    /// The link to the cloud relay.
+    struct Cloud {
+        bool enabled = false;
+        QString baseUrl;
+        std::optional<std::int64_t> protocol;
+        std::optional<bool> registered;
+        std::optional<bool> connected; ///< absent while not yet known
+        bool operator==(const Cloud&) const = default;
+    };
+
+    /// The endpoint that assistants talk to.
+    struct Mcp {
+        std::optional<QString> publicUrl;
+        QString localUrl;
+        bool operator==(const Mcp&) const = default;
+    };
+
+    /// One download job; its identity is the job id.
+    struct Job {
+        QString jobId;
+        QString state; ///< "queued", "running", "done", "failed" and what the service may add
+        QString playlist;
+        QString message;
+        std::optional<QString> createdAt;
+        std::optional<QString> finishedAt;
+        std::optional<std::int64_t> links;
+        std::optional<std::int64_t> tracks;
+        std::optional<std::int64_t> errors;
+        std::optional<QString> xmlVersion;
+
+        /// When it finished, or when it was created while there is no time of finishing.
+        [[nodiscard]] std::optional<QDateTime> date() const;
+        bool operator==(const Job&) const = default;
+    };
+
+    /// The Rekordbox library as the service sees it.
+    struct Library {
+        /// A change that waits to be applied.
+        struct Pending {
+            QString id;
+            QString createdAt;
+            QString summary;
+            bool operator==(const Pending&) const = default;
+        };
+        /// A change that could not be applied.
+        struct Failed {
+            QString id;
+            QString summary;
+            QString error;
+            bool operator==(const Failed&) const = default;
+        };
+        /// The change that was applied last.
+        struct Applied {
+            QString at;
+            std::optional<QString> version;
+            QString summary;
+            bool operator==(const Applied&) const = default;
+        };
+        /// A backup that can be restored; its identity is the version.
+        struct Backup {
+            QString version;
+            QString createdAt;
+            QString reason;
+            std::int64_t sizeBytes = 0;
+
+            [[nodiscard]] std::optional<QDateTime> date() const;
+            bool operator==(const Backup&) const = default;
+        };
+
+        QString dbPath;
+        bool rekordboxRunning = false;
+        std::vector<Pending> pending;
+        std::vector<Failed> failed;
+        std::optional<Applied> lastApplied;
+        std::optional<QString> lastError;
+        std::optional<QString> currentVersion;
+        std::vector<Backup> backups;
+        bool operator==(const Library&) const = default;
+    };
+
+    QString version;
+    std::optional<Library> rekordboxDb;
+    std::optional<Mcp> mcp;
+    std::optional<QString> shortcutUrl;
+    QString downloadDir;
+    QString downloadDirSource;
+    bool downloadDirWritable = false;
+    std::optional<QString> downloadDirError;
+    QString importXml;
+    std::optional<QString> xmlVersion;
+    Cloud cloud;
+    std::vector<Job> recentJobs;
+
+    /// Reads a document; refuses one that lacks a required member or has one of the wrong type.
+    static std::expected<ServiceStatus, json::Error> decode(const QByteArray& bytes);
+    bool operator==(const ServiceStatus&) const = default;
+};
+
+/// Asks the service for its status.
+struct StatusClient {
+    /// The full URL of the status resource; found through ServiceEndpoint for each call when absent.
+    std::optional<QUrl> url = {};
+
+    /// The document, or nothing when there is no good answer with status 200 within 2 seconds.
+    QCoro::Task<std::optional<ServiceStatus>> fetch(std::stop_token stop = {}) const;
+};
+
+} // namespace tunedeck

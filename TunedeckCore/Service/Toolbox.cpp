@@ -1,0 +1,45 @@
+#include "TunedeckCore/Service/Toolbox.h"
+
+#include <algorithm>
+
+namespace tunedeck {
+
+using Tool = ToolboxReport::Tool;
+
+template<>
+struct json::Members<Tool> {
+    static constexpr auto list = std::tuple{member("name", &Tool::name), member("installed", &Tool::installed),
+                                            member("wanted", &Tool::wanted), member("ready", &Tool::ready)};
+};
+
+template<>
+struct json::Members<ToolboxReport> {
+    static constexpr auto list =
+        std::tuple{member("tools", &ToolboxReport::tools),           member("venvs", &ToolboxReport::venvs),
+                   member("installing", &ToolboxReport::installing), member("step", &ToolboxReport::step),
+                   member("progress", &ToolboxReport::progress),     member("error", &ToolboxReport::error),
+                   member("manifest", &ToolboxReport::manifest),     member("checkedAt", &ToolboxReport::checkedAt)};
+};
+
+std::optional<QString> ToolboxReport::Tool::displayVersion() const {
+    if (!installed) {
+        return {};
+    }
+    return installed->split(QStringLiteral("==")).last();
+}
+
+std::vector<Tool> ToolboxReport::all() const {
+    std::vector<Tool> both = tools;
+    both.insert(both.end(), venvs.begin(), venvs.end());
+    return both;
+}
+
+bool ToolboxReport::allReady() const {
+    return std::ranges::all_of(tools, &Tool::ready) && std::ranges::all_of(venvs, &Tool::ready);
+}
+
+std::expected<ToolboxReport, json::Error> ToolboxReport::decode(const QByteArray& bytes) {
+    return json::decode<ToolboxReport>(bytes, json::Keys::SnakeToCamel);
+}
+
+} // namespace tunedeck

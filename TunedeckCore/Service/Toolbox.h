@@ -1,0 +1,59 @@
+#pragma once
+
+#include "TunedeckCore/Support/Json/Json.h"
+
+#include <QByteArray>
+#include <QCoroTask>
+#include <QString>
+#include <QUrl>
+
+#include <optional>
+#include <stop_token>
+#include <vector>
+
+namespace tunedeck {
+
+/// The service's report about its download tools.
+struct ToolboxReport {
+    /// One tool or tool environment; its identity is the name.
+    struct Tool {
+        QString name;
+        std::optional<QString> installed; ///< a version, or a requirement such as "spotdl==4.2"
+        QString wanted;
+        bool ready = false;
+
+        /// The installed version without the name of a requirement.
+        [[nodiscard]] std::optional<QString> displayVersion() const;
+        bool operator==(const Tool&) const = default;
+    };
+
+    std::vector<Tool> tools;
+    std::vector<Tool> venvs;
+    bool installing = false;
+    std::optional<QString> step;
+    std::optional<double> progress;
+    std::optional<QString> error;
+    std::optional<QString> manifest;
+    std::optional<QString> checkedAt;
+
+    /// The tools, then the environments.
+    [[nodiscard]] std::vector<Tool> all() const;
+    /// Whether every entry of all() is ready.
+    [[nodiscard]] bool allReady() const;
+
+    static std::expected<ToolboxReport, json::Error> decode(const QByteArray& bytes);
+    bool operator==(const ToolboxReport&) const = default;
+};
+
+/// Asks the service about its tools and to install them.
+struct ToolboxClient {
+    std::optional<QUrl> baseURL = {}; ///< found through ServiceEndpoint for each call when absent
+
+    /// The report, or nothing when there is no good answer with status 200 within 3 seconds.
+    QCoro::Task<std::optional<ToolboxReport>> fetch(std::stop_token stop = {}) const;
+
+    /// Asks for an installation; true exactly when the service accepts it with status 202 within 10 seconds.
+    QCoro::Task<bool> install(std::stop_token stop = {}) const;
+};
+
+} // namespace tunedeck

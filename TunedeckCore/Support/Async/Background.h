@@ -1,0 +1,45 @@
+#pragma once
+
+#include "TunedeckCore/Support/Async/Wait.h"
+
+#include <QCoreApplication>
+#include <QCoroTask>
+#include <QMetaObject>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stop_token>
+#include <thread>
+
+namespace tunedeck {
+
+/// Runs blocking work on a thread of its own while the event loop goes on. The work gets a copy of the token and is
+/// expected to look at it between its steps. Nothing when it was stopped before it was done; the work may then still
+/// be ending.
+template<class T>
+QCoro::Task<std::optional<T>> inBackground(std::function<T(std::stop_token)> work, std::stop_token stop) {
+    struct Shared {
+        std::optional<T> result;
+        Wait* wait;
+    };
+    Wait wait(stop);
+    const auto shared = std::make_shared<Shared>(Shared{.wait = &wait});
+    std::thread([work = std::move(work), shared, stop]() mutable {
+        shared->result.emplace(work(stop));
+        work = nullptr; // what it holds is let go before anybody hears of the end
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(),
+            [shared] {
+                if (shared->wait) {
+                    shared->wait->wake();
+                }
+            },
+            Qt::QueuedConnection);
+    }).detach();
+    const bool done = co_await wait.next();
+    shared->wait = nullptr;
+    co_return done ? std::move(shared->result) : std::nullopt;
+}
+
+} // namespace tunedeck

@@ -1,0 +1,87 @@
+#include "TunedeckCore/Support/Async/Process.h"
+
+#include "TunedeckCore/Support/Async/Wait.h"
+
+#include <QCoreApplication>
+#include <QProcess>
+
+#include <memory>
+
+namespace tunedeck {
+
+namespace {
+
+/// Ends a program that nobody waits for any more. The object lives on until the program is gone, because its
+/// destructor would block meanwhile.
+struct Retire {
+    void operator()(QProcess* process) const {
+        process->disconnect();
+        if (process->state() == QProcess::NotRunning) {
+            process->deleteLater();
+            return;
+        }
+        process->setParent(QCoreApplication::instance());
+        QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
+        QObject::connect(process, &QProcess::errorOccurred, process, [process](QProcess::ProcessError error) {
+            if (error == QProcess::FailedToStart) {
+                process->deleteLater();
+            }
+        });
+        process->kill();
+    }
+};
+
+void sendStreamsNowhere(QProcess& process, bool keepOutput) {
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
+    if (!keepOutput) {
+        process.setStandardOutputFile(QProcess::nullDevice());
+    }
+}
+
+} // namespace
+
+QCoro::Task<std::expected<ProcessResult, QString>> runProcess(ProcessRequest request, std::stop_token stop) {
+    const auto stopped = [] { return std::unexpected(QStringLiteral("The program was stopped.")); };
+    if (stop.stop_requested()) {
+        co_return stopped();
+    }
+    ProcessResult result;
+    Wait wait(stop);
+    const std::unique_ptr<QProcess, Retire> process(new QProcess);
+    sendStreamsNowhere(*process, request.keepOutput || request.onOutput);
+    QObject::connect(process.get(), &QProcess::readyReadStandardOutput, [&] {
+        // What is over the limit is read as well, or the program would wait for somebody to take it.
+        const auto bytes = process->readAllStandardOutput();
+        if (request.onOutput) {
+            request.onOutput(bytes);
+        } else {
+            result.output += bytes.left(request.outputLimit - result.output.size());
+        }
+    });
+    QObject::connect(process.get(), &QProcess::finished, [&wait] { wait.wake(); });
+    QObject::connect(process.get(), &QProcess::errorOccurred, [&wait](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart) {
+            wait.wake();
+        }
+    });
+    process->start(request.program, request.arguments, QIODevice::ReadOnly);
+    if (!co_await wait.next()) {
+        co_return stopped();
+    }
+    if (process->error() == QProcess::FailedToStart) {
+        co_return std::unexpected(request.program + QStringLiteral(": ") + process->errorString());
+    }
+    result.exitStatus = process->exitStatus() == QProcess::CrashExit ? 128 + process->exitCode() : process->exitCode();
+    co_return result;
+}
+
+bool startDetached(const QString& program, const QStringList& arguments) {
+    QProcess process;
+    process.setProgram(program);
+    process.setArguments(arguments);
+    sendStreamsNowhere(process, false);
+    return process.startDetached();
+}
+
+} // namespace tunedeck

@@ -1,0 +1,144 @@
+#include "TunedeckCore/Update/Archive.h"
+
+#include "TunedeckCore/Update/ArchiveNames.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <archive.h>
+#include <archive_entry.h>
+#include <locale.h>
+#include <sys/stat.h>
+
+#include <memory>
+
+namespace tunedeck {
+
+namespace {
+
+constexpr std::size_t readBlock = 256 * 1024;
+
+using Reader = std::unique_ptr<archive, decltype(&archive_read_free)>;
+using Writer = std::unique_ptr<archive, decltype(&archive_write_free)>;
+
+/// Names that are marked as UTF-8 can be read whatever the user's locale; for the thread that unpacks alone.
+class Utf8Names {
+public:
+    Utf8Names()
+        : m_utf8(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)), m_before(m_utf8 ? uselocale(m_utf8) : nullptr) {}
+    ~Utf8Names() {
+        if (m_utf8) {
+            uselocale(m_before);
+            freelocale(m_utf8);
+        }
+    }
+    Utf8Names(const Utf8Names&) = delete;
+    Utf8Names& operator=(const Utf8Names&) = delete;
+
+private:
+    locale_t m_utf8;
+    locale_t m_before;
+};
+
+Reader openZip(const QString& path) {
+    Reader reader(archive_read_new(), &archive_read_free);
+    archive_read_support_format_zip_seekable(reader.get());
+    if (archive_read_open_filename(reader.get(), QFile::encodeName(path).constData(), readBlock) != ARCHIVE_OK) {
+        return {nullptr, &archive_read_free};
+    }
+    return reader;
+}
+
+/// Goes on to the next entry; a warning (a name in another encoding) is no failure.
+int next(archive* reader, archive_entry** entry) {
+    const int result = archive_read_next_header(reader, entry);
+    return result == ARCHIVE_WARN ? ARCHIVE_OK : result;
+}
+
+/// A kind of entry that an application may hold. The reader takes FIFOs for files: some archivers record them so.
+bool isOrdinary(archive_entry* entry) {
+    const auto type = archive_entry_filetype(entry);
+    return !archive_entry_hardlink(entry) && !archive_entry_is_encrypted(entry) &&
+           (type == AE_IFREG || type == AE_IFDIR || type == AE_IFLNK) &&
+           (archive_entry_perm(entry) & (S_ISUID | S_ISGID)) == 0;
+}
+
+std::optional<std::string> nameOf(archive_entry* entry) {
+    const char* name = archive_entry_pathname(entry);
+    return name ? ArchiveNames::normalised(name) : std::nullopt;
+}
+
+/// Looks at every entry without unpacking any.
+bool isSafe(const QString& archive, const ArchiveLimits& limits, const std::stop_token& stop) {
+    const Reader reader = openZip(archive);
+    ArchiveNames names;
+    std::int64_t entries = 0;
+    std::int64_t bytes = 0;
+    archive_entry* entry = nullptr;
+    int result = ARCHIVE_FATAL;
+    while (reader && !stop.stop_requested() && (result = next(reader.get(), &entry)) == ARCHIVE_OK) {
+        const auto name = nameOf(entry);
+        const char* link = archive_entry_symlink(entry);
+        if (archive_entry_filetype(entry) == AE_IFLNK && !link) {
+            return false;
+        }
+        const std::string target = link ? link : "";
+        bytes += archive_entry_size_is_set(entry) ? archive_entry_size(entry) : 0;
+        if (!isOrdinary(entry) || !name || !names.add(*name, link ? &target : nullptr) || ++entries > limits.entries ||
+            bytes > limits.bytes) {
+            return false;
+        }
+    }
+    return result == ARCHIVE_EOF && names.leadThroughNoLink();
+}
+
+/// Copies an entry's contents; false when they can't be read or written, or are more than is left.
+bool copyContents(archive* reader, archive* writer, std::int64_t& left, const std::stop_token& stop) {
+    const void* block = nullptr;
+    std::size_t size = 0;
+    la_int64_t offset = 0;
+    int result = ARCHIVE_OK;
+    while (!stop.stop_requested() && (result = archive_read_data_block(reader, &block, &size, &offset)) == ARCHIVE_OK) {
+        left -= static_cast<std::int64_t>(size);
+        if (left < 0 || archive_write_data_block(writer, block, size, offset) < ARCHIVE_OK) {
+            return false;
+        }
+    }
+    return result == ARCHIVE_EOF;
+}
+
+bool extract(const QString& archive, const QString& folder, std::int64_t left, const std::stop_token& stop) {
+    const Reader reader = openZip(archive);
+    const Writer writer(archive_write_disk_new(), &archive_write_free);
+    if (!reader || !writer) {
+        return false;
+    }
+    archive_write_disk_set_options(writer.get(), ARCHIVE_EXTRACT_PERM | ARCHIVE_EXTRACT_TIME |
+                                                     ARCHIVE_EXTRACT_SECURE_SYMLINKS | ARCHIVE_EXTRACT_SECURE_NODOTDOT);
+    // The folder's own path may lead through links; those of the archive may not.
+    const std::string root = QFile::encodeName(QFileInfo(folder).canonicalFilePath()).toStdString() + "/";
+    archive_entry* entry = nullptr;
+    int result = ARCHIVE_FATAL;
+    while (!stop.stop_requested() && (result = next(reader.get(), &entry)) == ARCHIVE_OK) {
+        const auto name = nameOf(entry);
+        if (!name || !isOrdinary(entry)) {
+            return false;
+        }
+        archive_entry_copy_pathname(entry, (root + *name).c_str());
+        if (archive_write_header(writer.get(), entry) != ARCHIVE_OK ||
+            !copyContents(reader.get(), writer.get(), left, stop) ||
+            archive_write_finish_entry(writer.get()) != ARCHIVE_OK) {
+            return false;
+        }
+    }
+    return result == ARCHIVE_EOF && archive_write_close(writer.get()) == ARCHIVE_OK;
+}
+
+} // namespace
+
+bool unpackZip(const QString& archive, const QString& folder, std::stop_token stop, ArchiveLimits limits) {
+    const Utf8Names names;
+    return isSafe(archive, limits, stop) && extract(archive, folder, limits.bytes, stop);
+}
+
+} // namespace tunedeck

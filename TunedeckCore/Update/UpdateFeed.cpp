@@ -1,0 +1,114 @@
+#include "TunedeckCore/Update/UpdateFeed.h"
+
+#include "TunedeckCore/Locations/WebEndpoint.h"
+#include "TunedeckCore/Update/SemVer.h"
+
+#include <QStringDecoder>
+
+#include <algorithm>
+#include <tuple>
+
+namespace tunedeck {
+
+namespace {
+
+constexpr std::int64_t feedLimit = 1024 * 1024;
+constexpr std::chrono::seconds feedTimeout{30};
+
+QCoro::Task<std::expected<UpdateFeed::Fetched, UpdateError>> fetchWith(Downloader downloader, QUrl url,
+                                                                       std::stop_token stop) {
+    auto document = co_await downloader.fetch(std::move(url), feedLimit, feedTimeout, stop);
+    if (!document) {
+        co_return std::unexpected(UpdateError::other(document.error()));
+    }
+    if (document->status != 200) {
+        co_return std::unexpected(UpdateError::http(document->status));
+    }
+    co_return UpdateFeed::Fetched{std::move(document->body)};
+}
+
+UpdateCheck failed(QString message) {
+    return {UpdateCheck::Failed{std::move(message)}};
+}
+
+/// A feed or signature that isn't there yet is no failure.
+UpdateCheck afterError(const UpdateError& error) {
+    return error == UpdateError::http(404) ? UpdateCheck{UpdateCheck::UpToDate{}} : failed(error.description());
+}
+
+/// Invalid UTF-8 is replaced, but a byte order mark stays: it is no white space.
+QString textOf(const QByteArray& bytes) {
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringConverter::Flag::ConvertInitialBom);
+    return decoder(bytes);
+}
+
+/// A piece of a minimum version; 0 unless it is a decimal integer, around which Qt would allow spaces.
+std::int64_t numberIn(const QString& piece) {
+    return piece.front().isSpace() || piece.back().isSpace() ? 0 : piece.toLongLong();
+}
+
+UpdateCheck judge(const Release& latest, const QString& currentVersion, const SystemVersion& system) {
+    const auto offered = SemVer::parse(latest.version);
+    const auto current = SemVer::parse(currentVersion);
+    if (!offered || !current) {
+        return failed(QStringLiteral("Unreadable version in the update feed."));
+    }
+    if (!(*current < *offered)) {
+        return {UpdateCheck::UpToDate{}};
+    }
+    if (latest.minMacos && !UpdateFeed::satisfies(system, *latest.minMacos)) {
+        return failed(QStringLiteral("Tunedeck %1 needs macOS %2 or later.").arg(latest.version, *latest.minMacos));
+    }
+    return {UpdateCheck::Available{latest}};
+}
+
+} // namespace
+
+UpdateFeed UpdateFeed::standard(Downloader downloader) {
+    return {.url = defaultURL(), .publicKey = WebEndpoint::feedKey(), .fetch = download(std::move(downloader))};
+}
+
+QUrl UpdateFeed::defaultURL() {
+    return WebEndpoint::url(QStringLiteral("/download/appcast.json"));
+}
+
+QUrl UpdateFeed::latestDMG() {
+    return WebEndpoint::url(QStringLiteral("/download/Tunedeck-latest.dmg"));
+}
+
+UpdateFeed::Fetch UpdateFeed::download(Downloader downloader) {
+    return [downloader = std::move(downloader)](QUrl url, std::stop_token stop) {
+        return fetchWith(downloader, std::move(url), std::move(stop));
+    };
+}
+
+bool UpdateFeed::satisfies(const SystemVersion& system, const QString& minimum) {
+    std::array<std::int64_t, std::tuple_size_v<SystemVersion>> required{};
+    const QStringList pieces = minimum.split(u'.', Qt::SkipEmptyParts).mid(0, std::tuple_size_v<SystemVersion>);
+    std::ranges::transform(pieces, required.begin(), numberIn);
+    return !std::ranges::lexicographical_compare(system, required);
+}
+
+QCoro::Task<UpdateCheck> UpdateFeed::check(QString currentVersion, SystemVersion system, std::stop_token stop) const {
+    const UpdateFeed feed = *this;
+    QUrl signatureUrl = feed.url;
+    signatureUrl.setPath(signatureUrl.path(QUrl::FullyEncoded) + QStringLiteral(".sig"), QUrl::StrictMode);
+    const auto document = co_await feed.fetch(feed.url, stop);
+    if (!document) {
+        co_return afterError(document.error());
+    }
+    const auto signature = co_await feed.fetch(signatureUrl, stop);
+    if (!signature) {
+        co_return afterError(signature.error());
+    }
+    if (!verify(document->bytes, textOf(signature->bytes), feed.publicKey)) {
+        co_return failed(QStringLiteral("The update feed isn't signed by Tunedeck."));
+    }
+    const auto appcast = Appcast::decode(document->bytes);
+    if (!appcast) {
+        co_return failed(appcast.error().description());
+    }
+    co_return judge(appcast->latest, currentVersion, system);
+}
+
+} // namespace tunedeck

@@ -1,0 +1,128 @@
+#include "TunedeckMenu/App/AppDelegate.h"
+
+#include <QRect>
+#include <QString>
+
+#include <chrono>
+#include <utility>
+
+namespace tunedeck {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+/// How long a tray may take to come up after the login before the window opens in its stead.
+constexpr auto trayPatience = 10s;
+
+/// Where a new icon wants to stand, in points from the right edge.
+constexpr int preferredPosition = 220;
+
+} // namespace
+
+AppDelegate::AppDelegate(MenuServices services, Desktop desktop, QObject* parent)
+    : QObject(parent)
+    , m_services(std::move(services))
+    , m_desktop(desktop)
+    , m_model(m_services)
+    , m_controller(m_model, m_services)
+    , m_windows({.model = m_model,
+                 .panel = m_controller,
+                 .services = m_services,
+                 .appearance = desktop.appearance,
+                 .source = desktop.views})
+    , m_notifier(desktop.notifications, m_services.clock,
+                 m_services.facts.home + QStringLiteral("/.tunedeck/notifications.log"))
+    , m_placement(m_model, desktop.statusItem, m_services.clock,
+                  m_services.facts.home + QStringLiteral("/.tunedeck/menu-bar.json"))
+    , m_startUp(m_model, m_services, installer(),
+                {.waitIsOver = [this] { m_icon->startUpWaitIsOver(); },
+                 .showOnboarding = [this] { showOnboarding(); },
+                 .showWindow =
+                     [this] {
+                         // A user who has opened and perhaps closed it meanwhile isn't shown it again.
+                         if (!m_windows.hasBeenShown()) {
+                             showWindow();
+                         }
+                     },
+                 .startUpdateChecks = [this] { m_updates.start(); }})
+    , m_updates(m_model, m_services.clock)
+    , m_follow(m_services.clock, m_services.status, m_notifier,
+               [this](const std::optional<ServiceStatus>& status) { m_icon->saw(status); }) {
+    connect(&m_windows, &Windows::onboardingFinished, this, &AppDelegate::showWindow);
+    m_services.confirm = [this](const Confirmation& question, std::function<void(bool)> answer) {
+        m_windows.confirm(question, std::move(answer));
+    };
+}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::launch() {
+    installStatusItem();
+    startNotifications();
+    m_startUp.start();
+}
+
+void AppDelegate::installStatusItem() {
+    const auto key = QStringLiteral("NSStatusItem Preferred Position TunedeckStatusItem");
+    if (!m_desktop.defaults.contains(key)) {
+        m_desktop.defaults.setValue(key, preferredPosition);
+    }
+
+    auto& item = m_desktop.statusItem;
+    connect(&item, &StatusItem::activated, this, &AppDelegate::togglePopover);
+    connect(&item, &StatusItem::openRequested, this, &AppDelegate::reopen);
+    connect(&item, &StatusItem::quitRequested, this, [this] { m_services.quit(); });
+    connect(&item, &StatusItem::availabilityChanged, this, &AppDelegate::screensChanged);
+    m_icon.emplace(m_model, item);
+    item.install();
+    m_placement.checkSoon();
+    spawn(openWithoutIcon());
+}
+
+void AppDelegate::startNotifications() {
+    m_notifier.onOpen = [this] { showWindow(); };
+    m_notifier.start();
+    m_follow.start();
+}
+
+ServiceInstaller AppDelegate::installer() const {
+    const auto& facts = m_services.facts;
+    return {facts.home, facts.bundle + QStringLiteral("/Contents/Helpers/tunedeck"), facts.uid, m_services.launchctl,
+            m_services.clock};
+}
+
+QCoro::Task<> AppDelegate::openWithoutIcon() {
+    const auto stop = m_scope.token();
+    co_await m_services.clock.sleep(trayPatience, stop);
+    if (!stop.stop_requested() && !m_desktop.statusItem.isAvailable() && !m_windows.hasBeenShown()) {
+        reopen();
+    }
+}
+
+void AppDelegate::reopen() {
+    if (m_services.settings.onboarded()) {
+        showWindow();
+    } else {
+        showOnboarding();
+    }
+}
+
+void AppDelegate::showOnboarding() {
+    m_windows.showOnboarding();
+}
+
+void AppDelegate::showWindow() {
+    m_placement.check();
+    m_windows.showWindow();
+}
+
+void AppDelegate::togglePopover() {
+    m_windows.togglePopover(m_desktop.statusItem.geometry().value_or(QRect()));
+}
+
+void AppDelegate::screensChanged() {
+    m_placement.checkSoon();
+}
+
+} // namespace tunedeck

@@ -1,0 +1,99 @@
+#include "TunedeckMenu/App/Application.h"
+
+#include "TunedeckBuildId.h"
+#include "TunedeckMenu/App/Updates.h"
+#include "TunedeckMenu/Platform/Linux/Service/SystemdLaunchctl.h"
+
+#include <QFile>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QTimer>
+
+#include <sys/stat.h>
+
+namespace tunedeck {
+
+namespace {
+
+/// Whether the program at the bundle's path is another file than the one that runs. One that is gone is none: there is
+/// nothing to start in place of this one.
+bool isRenewed(const QString& program) {
+    struct stat running{};
+    struct stat onDisk{};
+    return ::stat(QFile::encodeName(program).constData(), &onDisk) == 0 &&
+           (::stat("/proc/self/exe", &running) != 0 || running.st_ino != onDisk.st_ino ||
+            running.st_dev != onDisk.st_dev);
+}
+
+PanelLoader::Options panelOf(const QString& bundle, Relauncher& relauncher) {
+    return {.module = bundle + QStringLiteral("/Contents/PlugIns/TunedeckPanel.so"),
+            .buildId = QString::fromLatin1(buildId),
+            .renewed = [bundle] { return isRenewed(bundle + QStringLiteral("/Contents/MacOS/Tunedeck")); },
+            .restart =
+                [bundle, &relauncher] {
+                    relauncher.relaunch(bundle, {QStringLiteral("--show")});
+                    QCoreApplication::quit();
+                }};
+}
+
+MenuServices servicesOn(Platform& platform, Clock& clock, const SystemFacts& facts) {
+    return {.clock = clock,
+            .workspace = platform.workspace(),
+            .pasteboard = platform.pasteboard(),
+            .folderPicker = platform.folderPicker(),
+            .loginItem = platform.loginItem(),
+            .relauncher = platform.relauncher(),
+            .facts = facts,
+            .settings = SettingsFile::standard(),
+            .launchctl = systemdLaunchctl(SystemdUserManager::ofUser()),
+            .updates = updateServices(facts),
+            .quit = [] { QCoreApplication::quit(); }};
+}
+
+} // namespace
+
+Application::Application(Clock& clock, const SystemFacts& facts, SingleInstance& instance)
+    : m_instance(instance)
+    , m_platform(createPlatform(facts))
+    , m_loader(m_platform->notifications(), panelOf(facts.bundle, m_platform->relauncher()))
+    , m_delegate(servicesOn(*m_platform, clock, facts), {.statusItem = m_platform->statusItem(),
+                                                         .notifications = m_platform->notifications(),
+                                                         .appearance = m_platform->appearance(),
+                                                         .views = m_loader,
+                                                         .defaults = m_defaults}) {
+    QObject::connect(&m_instance, &SingleInstance::requested, &m_delegate, [this](const QByteArray& request) {
+        if (request == "quit") {
+            QCoreApplication::quit();
+        } else {
+            m_delegate.reopen();
+        }
+    });
+}
+
+Application::~Application() = default;
+
+void Application::launch(bool show) {
+    m_delegate.launch();
+    followScreens();
+    m_instance.answer();
+    if (show) {
+        QTimer::singleShot(0, &m_delegate, &AppDelegate::reopen);
+    }
+}
+
+void Application::followScreens() {
+    const auto follow = [this](QScreen* screen) {
+        QObject::connect(screen, &QScreen::geometryChanged, &m_delegate, &AppDelegate::screensChanged);
+    };
+    for (auto* screen : QGuiApplication::screens()) {
+        follow(screen);
+    }
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &m_delegate, [this, follow](QScreen* screen) {
+        follow(screen);
+        m_delegate.screensChanged();
+    });
+    QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, &m_delegate, &AppDelegate::screensChanged);
+    QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, &m_delegate, &AppDelegate::screensChanged);
+}
+
+} // namespace tunedeck

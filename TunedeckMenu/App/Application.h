@@ -1,0 +1,39 @@
+#pragma once
+
+#include "TunedeckCore/Support/Async/Clock.h"
+#include "TunedeckMenu/App/AppDelegate.h"
+#include "TunedeckMenu/Platform/Platform.h"
+#include "TunedeckMenu/Platform/SingleInstance.h"
+#include "TunedeckMenu/Platform/SystemFacts.h"
+#include "TunedeckMenu/Windows/PanelLoader.h"
+
+#include <QSettings>
+
+#include <memory>
+
+namespace tunedeck {
+
+/// The delegate put together with the real desktop, for a program that has its QApplication.
+class Application {
+public:
+    /// The first instance hands over what later starts ask for; clock and instance must outlive this.
+    Application(Clock& clock, const SystemFacts& facts, SingleInstance& instance);
+    ~Application();
+    Application(const Application&) = delete;
+    Application& operator=(const Application&) = delete;
+
+    /// Brings everything up, and with `show` a window too.
+    void launch(bool show);
+    [[nodiscard]] AppDelegate& delegate() { return m_delegate; }
+
+private:
+    void followScreens();
+
+    SingleInstance& m_instance;
+    std::unique_ptr<Platform> m_platform;
+    QSettings m_defaults;
+    PanelLoader m_loader;
+    AppDelegate m_delegate;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,45 @@
+#include "TunedeckMenu/App/Updates.h"
+
+#include "TunedeckCore/Update/UpdateInstaller.h"
+
+namespace tunedeck {
+
+namespace {
+
+/// The bundle's identifier when it reports none.
+constexpr const char* usualIdentifier = "com.brightfold.tunedeck.menu";
+
+QCoro::Task<std::expected<void, UpdateError>> install(Release release, SystemFacts facts, Downloader downloader,
+                                                      ProgressHandler progress, std::stop_token stop) {
+    const QString identifier =
+        facts.bundleIdentifier.isEmpty() ? QString::fromLatin1(usualIdentifier) : facts.bundleIdentifier;
+    DownloadProgress received = [progress](std::int64_t bytes, std::optional<std::int64_t> total) {
+        progress(total ? std::optional(static_cast<double>(bytes) / static_cast<double>(*total)) : std::nullopt);
+    };
+    const auto result =
+        co_await UpdateInstaller::install(release, facts.bundle, identifier, downloader, received, stop);
+    if (!result) {
+        co_return std::unexpected(result.error());
+    }
+    co_return {};
+}
+
+} // namespace
+
+UpdateServices updateServices(const SystemFacts& facts) {
+    const Downloader downloader(facts.bundle + QStringLiteral("/Contents/Helpers/tunedeck-fetch"));
+    return {
+        .check =
+            [facts, feed = UpdateFeed::standard(downloader)](std::stop_token stop) {
+                UpdateInstaller::sweep(facts.bundle); // what a killed update left
+                return feed.check(facts.appVersion, facts.systemVersion, std::move(stop));
+            },
+        .install =
+            [facts, downloader](Release release, ProgressHandler progress, std::stop_token stop) {
+                return install(std::move(release), facts, downloader, std::move(progress), std::move(stop));
+            },
+        .latestDiskImage = UpdateFeed::latestDMG(),
+    };
+}
+
+} // namespace tunedeck

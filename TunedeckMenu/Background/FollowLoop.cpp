@@ -1,0 +1,45 @@
+#include "TunedeckMenu/Background/FollowLoop.h"
+
+#include <chrono>
+#include <utility>
+
+namespace tunedeck {
+
+using namespace std::chrono_literals;
+
+FollowLoop::FollowLoop(Clock& clock, StatusClient client, Notifier& notifier,
+                       std::function<void(const std::optional<ServiceStatus>&)> saw)
+    : m_clock(clock), m_client(std::move(client)), m_notifier(notifier), m_saw(std::move(saw)) {}
+
+void FollowLoop::start() {
+    spawn(follow());
+}
+
+QCoro::Task<> FollowLoop::follow() {
+    const auto stop = m_scope.token();
+    while (!stop.stop_requested()) {
+        const auto status = co_await m_client.fetch(stop);
+        if (stop.stop_requested()) {
+            co_return;
+        }
+        if (status) {
+            announce(*status);
+        }
+        m_saw(status);
+        co_await m_clock.sleep(4s, stop);
+    }
+}
+
+void FollowLoop::announce(const ServiceStatus& status) {
+    for (const auto& event : m_jobs.update(status.recentJobs)) {
+        m_notifier.post(event);
+    }
+    if (!status.rekordboxDb) {
+        return;
+    }
+    if (const auto applied = m_library.update(status.rekordboxDb->lastApplied)) {
+        m_notifier.postLibrary(*applied);
+    }
+}
+
+} // namespace tunedeck

@@ -1,0 +1,31 @@
+#include "TunedeckMenu/Background/IconController.h"
+
+namespace tunedeck {
+
+QString iconSymbol(const ServiceState& service) {
+    const auto* status = service.status();
+    const bool attention = service.isNotRunning() || (status != nullptr && !status->downloadDirWritable);
+    return attention ? QStringLiteral("exclamationmark.triangle") : QStringLiteral("music.note.list");
+}
+
+IconController::IconController(MenuModel& model, StatusItem& item, QObject* parent) : QObject(parent), m_item(item) {
+    connect(&model, &MenuModel::serviceChanged, this, [this, &model] { show(model.state().service); });
+    show(model.state().service);
+}
+
+void IconController::saw(const std::optional<ServiceStatus>& status) {
+    if (status) {
+        m_waiting = false;
+    }
+    if (status) {
+        show(ServiceState::running(*status));
+    } else if (!m_waiting) {
+        show(ServiceState::notRunning());
+    }
+}
+
+void IconController::show(const ServiceState& service) {
+    m_item.setSymbol(iconSymbol(service), QStringLiteral("Tunedeck"));
+}
+
+} // namespace tunedeck

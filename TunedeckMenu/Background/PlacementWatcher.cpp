@@ -1,0 +1,44 @@
+#include "TunedeckMenu/Background/PlacementWatcher.h"
+
+#include "TunedeckMenu/Platform/Log.h"
+
+#include <chrono>
+#include <tuple>
+#include <utility>
+
+namespace tunedeck {
+
+using namespace std::chrono_literals;
+
+PlacementWatcher::PlacementWatcher(MenuModel& model, StatusItem& item, Clock& clock, QString record)
+    : m_model(model), m_item(item), m_clock(clock), m_record(std::move(record)) {}
+
+void PlacementWatcher::check() {
+    const auto placement = m_item.placement();
+    if (!placement) {
+        // A desktop that has the icon but doesn't tell its place says nothing about whether it can be seen.
+        m_model.setMenuBarIcon(m_item.isAvailable() ? MenuBarIconVisibility()
+                                                    : MenuBarIconVisibility::hidden(
+                                                          QStringLiteral("macOS didn't create the menu bar icon.")));
+        return;
+    }
+    const auto visibility = placement->visibility();
+    m_model.setMenuBarIcon(visibility);
+    std::ignore = placement->write(m_record, m_clock.now());
+    qCInfo(appLog).noquote() << "menu bar icon:" << visibility.description();
+}
+
+void PlacementWatcher::checkSoon() {
+    m_scope.restart();
+    spawn(checkLater());
+}
+
+QCoro::Task<> PlacementWatcher::checkLater() {
+    const auto stop = m_scope.token();
+    co_await m_clock.sleep(1s, stop);
+    if (!stop.stop_requested()) {
+        check();
+    }
+}
+
+} // namespace tunedeck

@@ -1,0 +1,40 @@
+#include "TunedeckMenu/Platform/Linux/Desktop/LinuxDesktop.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+#include <utility>
+
+namespace tunedeck {
+
+void QtPasteboard::setText(const QString& text) {
+    QGuiApplication::clipboard()->setText(text);
+}
+
+QtFolderPicker::~QtFolderPicker() {
+    delete m_dialog;
+}
+
+void QtFolderPicker::choose(const QString& title, const QString& prompt, const QString& start,
+                            std::function<void(std::optional<QString>)> done) {
+    if (m_dialog) {
+        m_dialog->raise();
+        m_dialog->activateWindow();
+        done(std::nullopt);
+        return;
+    }
+    m_dialog = new QFileDialog(nullptr, title, start);
+    m_dialog->setAttribute(Qt::WA_DeleteOnClose);
+    m_dialog->setFileMode(QFileDialog::Directory);
+    m_dialog->setOption(QFileDialog::ShowDirsOnly);
+    m_dialog->setLabelText(QFileDialog::Accept, prompt);
+    m_dialog->setWindowModality(Qt::NonModal);
+    QObject::connect(m_dialog, &QFileDialog::finished, m_dialog, [this, done = std::move(done)](int result) {
+        const auto chosen = std::exchange(m_dialog, nullptr)->selectedFiles(); // it deletes itself
+        done(result == QDialog::Accepted && !chosen.isEmpty() ? std::optional(chosen.first()) : std::nullopt);
+    });
+    m_dialog->show();
+    m_dialog->activateWindow();
+}
+
+} // namespace tunedeck

@@ -1,0 +1,56 @@
+#include "TunedeckMenu/Platform/Linux/Service/ServiceTraces.h"
+
+#include "TunedeckCore/Locations/Paths.h"
+#include "TunedeckCore/Support/Async/Process.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tunedeck {
+
+using namespace Qt::StringLiterals;
+
+QCoro::Task<Removal> removeUnit(SystemdUserManager manager, QString home, std::stop_token stop) {
+    Removal removal;
+    const auto unit = QString::fromLatin1(ServiceInstaller::label) + u".service"_s;
+    for (const auto& wanted : QDir(manager.unitFolder).entryList({u"*.wants"_s, u"*.requires"_s}, QDir::Dirs)) {
+        const auto folder = manager.unitFolder + u'/' + wanted;
+        const auto link = folder + u'/' + unit;
+        removal.note(abbreviatingHome(link, home), removeFile(link));
+        ::rmdir(QFile::encodeName(folder).constData()); // only when nothing else is in it
+    }
+    const auto file = manager.unitFolder + u'/' + unit;
+    removal.note(abbreviatingHome(file, home), removeFile(file));
+    if (!removal.done.isEmpty()) {
+        const ProcessRequest reload{.program = manager.systemctl, .arguments = {u"--user"_s, u"daemon-reload"_s}};
+        co_await runProcess(reload, stop); // a manager that isn't there has nothing to forget
+    }
+    co_return removal;
+}
+
+std::vector<pid_t> processesRunning(const QString& program) {
+    const auto path = QFile::encodeName(QFileInfo(QFileInfo(program).path()).canonicalFilePath() + u'/' +
+                                        QFileInfo(program).fileName());
+    std::vector<pid_t> found;
+    for (const auto& name : QDir(u"/proc"_s).entryList(QDir::Dirs)) {
+        bool isNumber = false;
+        const auto process = name.toInt(&isNumber);
+        const auto folder = "/proc/" + name.toLatin1();
+        struct stat facts{};
+        if (!isNumber || ::stat(folder.constData(), &facts) != 0 || facts.st_uid != ::getuid()) {
+            continue;
+        }
+        QByteArray running(4096, Qt::Uninitialized);
+        running.truncate(::readlink((folder + "/exe").constData(), running.data(), 4096));
+        if (running == path || running == path + " (deleted)") {
+            found.push_back(process);
+        }
+    }
+    return found;
+}
+
+} // namespace tunedeck

@@ -1,0 +1,176 @@
+#include "TunedeckMenu/Platform/Linux/Service/SystemdLaunchctl.h"
+
+#include "TunedeckCore/Support/Async/Process.h"
+#include "TunedeckCore/Support/Files/AtomicFile.h"
+#include "TunedeckMenu/Platform/Linux/Service/SystemdUnit.h"
+#include "TunedeckMenu/Platform/Log.h"
+
+#include <QStandardPaths>
+
+#include <sysexits.h>
+
+#include <utility>
+
+namespace tunedeck {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::int32_t notStarted = -1;
+// What systemctl itself answers when it is asked for a unit's state.
+constexpr std::int32_t notRunning = 3;
+constexpr std::int32_t noSuchUnit = 4;
+
+/// The unit of a target such as "gui/501/com.example.service".
+QString unitName(const QString& target) {
+    return target.mid(target.lastIndexOf(u'/') + 1) + u".service"_s;
+}
+
+QCoro::Task<ProcessResult> systemctl(SystemdUserManager manager, QStringList arguments, std::stop_token stop) {
+    const ProcessRequest request{
+        .program = manager.systemctl, .arguments = QStringList(u"--user"_s) + arguments, .keepOutput = true};
+    const auto result = co_await runProcess(request, stop);
+    if (!result && !stop.stop_requested()) {
+        qCWarning(appLog(), "%s", qUtf8Printable(result.error()));
+    }
+    co_return result.value_or(ProcessResult{.exitStatus = notStarted, .output = {}});
+}
+
+/// 0 when the unit is in one of these states, otherwise what systemctl would answer.
+QCoro::Task<std::int32_t> isInState(SystemdUserManager manager, QString unit, QByteArrayList states,
+                                    std::stop_token stop) {
+    const QStringList arguments{u"show"_s, u"--property=LoadState,ActiveState"_s, unit};
+    const auto result = co_await systemctl(manager, arguments, stop);
+    if (result.exitStatus != 0) {
+        co_return result.exitStatus;
+    }
+    const auto lines = result.output.split('\n');
+    if (!lines.contains("LoadState=loaded")) {
+        co_return noSuchUnit;
+    }
+    for (const auto& state : states) {
+        if (lines.contains("ActiveState=" + state)) {
+            co_return 0;
+        }
+    }
+    co_return notRunning;
+}
+
+QCoro::Task<std::int32_t> print(SystemdUserManager manager, QString unit, std::stop_token stop) {
+    // "activating" is also the time between a death and the restart.
+    return isInState(std::move(manager), std::move(unit), {"active", "activating", "reloading", "maintenance"},
+                     std::move(stop));
+}
+
+QCoro::Task<std::int32_t> single(SystemdUserManager manager, QStringList arguments, std::stop_token stop) {
+    const auto result = co_await systemctl(manager, arguments, stop);
+    co_return result.exitStatus;
+}
+
+/// Starts the unit, also one that waits for its restart after it died: systemctl's "start" would wait with it.
+QCoro::Task<std::int32_t> start(SystemdUserManager manager, QString unit, std::stop_token stop) {
+    const QByteArrayList running{"active"};
+    const auto state = co_await isInState(manager, unit, running, stop);
+    if (state == 0 || stop.stop_requested()) {
+        co_return state;
+    }
+    const QStringList arguments{u"restart"_s, unit};
+    co_return co_await single(manager, arguments, stop);
+}
+
+/// Writes the unit's file; 0 when it is there.
+std::int32_t writeUnit(const SystemdUserManager& manager, const QString& name, const QString& plistPath) {
+    const auto bytes = readFile(plistPath);
+    const auto plist = bytes ? parsePropertyList(*bytes) : std::nullopt;
+    if (!plist) {
+        qCWarning(appLog(), "%s can't be read as a property list", qUtf8Printable(plistPath));
+        return EX_NOINPUT;
+    }
+    const auto unit = systemdUnit(*plist);
+    if (!unit) {
+        qCWarning(appLog(), "%s", qUtf8Printable(unit.error()));
+        return EX_CANTCREAT;
+    }
+    for (const auto& folder : QStringList(manager.unitFolder) + unit->folders) {
+        if (const auto made = createFolder(folder); !made) {
+            qCWarning(appLog(), "%s", qUtf8Printable(made.error()));
+            return EX_CANTCREAT;
+        }
+    }
+    const auto path = manager.unitFolder + u'/' + name;
+    if (readFile(path) == unit->text) {
+        return 0;
+    }
+    if (const auto written = writeFileAtomically(path, unit->text); !written) {
+        qCWarning(appLog(), "%s", qUtf8Printable(written.error()));
+        return EX_CANTCREAT;
+    }
+    return 0;
+}
+
+/// The service's name by its property list's file.
+QString unitOfPlist(const QString& path) {
+    const auto file = path.mid(path.lastIndexOf(u'/') + 1);
+    return file.left(file.lastIndexOf(u'.')) + u".service"_s;
+}
+
+QCoro::Task<std::int32_t> bootstrap(SystemdUserManager manager, QString plistPath, std::stop_token stop) {
+    const auto unit = unitOfPlist(plistPath);
+    if (const auto status = writeUnit(manager, unit, plistPath); status != 0) {
+        co_return status;
+    }
+    const QStringList reload{u"daemon-reload"_s};
+    const auto reloaded = co_await systemctl(manager, reload, stop);
+    if (reloaded.exitStatus != 0 || stop.stop_requested()) {
+        co_return reloaded.exitStatus;
+    }
+    const QStringList enable{u"enable"_s, unit};
+    const auto enabled = co_await systemctl(manager, enable, stop);
+    if (enabled.exitStatus != 0 || stop.stop_requested()) {
+        co_return enabled.exitStatus;
+    }
+    // Not "start": one that can't be started and waits for its next try is tried now, and with the unit of now.
+    const QStringList restart{u"restart"_s, unit};
+    co_return co_await single(manager, restart, stop);
+}
+
+QCoro::Task<std::int32_t> usageError() {
+    co_return EX_USAGE;
+}
+
+QCoro::Task<std::int32_t> run(const SystemdUserManager& manager, const QStringList& arguments, std::stop_token stop) {
+    const auto operation = arguments.value(0);
+    const auto count = arguments.size();
+    if (operation == u"bootstrap" && count == 3) {
+        return bootstrap(manager, arguments[2], std::move(stop));
+    }
+    const auto unit = unitName(arguments.value(count - 1));
+    if (operation == u"print" && count == 2) {
+        return print(manager, unit, std::move(stop));
+    }
+    if (operation == u"bootout" && count == 2) {
+        return single(manager, {u"disable"_s, u"--now"_s, unit}, std::move(stop));
+    }
+    if (operation == u"kickstart" && count == 2) {
+        return start(manager, unit, std::move(stop));
+    }
+    if (operation == u"kickstart" && count == 3 && arguments[1] == u"-k") {
+        return single(manager, {u"restart"_s, unit}, std::move(stop));
+    }
+    return usageError();
+}
+
+} // namespace
+
+SystemdUserManager SystemdUserManager::ofUser() {
+    return {.unitFolder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/systemd/user"_s};
+}
+
+Launchctl systemdLaunchctl(SystemdUserManager manager) {
+    return [manager = std::move(manager)](const QStringList& arguments, std::stop_token stop) {
+        return run(manager, arguments, std::move(stop));
+    };
+}
+
+} // namespace tunedeck

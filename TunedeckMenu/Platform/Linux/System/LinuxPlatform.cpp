@@ -1,0 +1,53 @@
+#include "TunedeckMenu/Platform/Linux/Desktop/AutostartItem.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/LinuxDesktop.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/LinuxWorkspace.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/PortalAppearance.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/SessionBus.h"
+#include "TunedeckMenu/Platform/Linux/Instance/Relauncher.h"
+#include "TunedeckMenu/Platform/Linux/Notifications/LinuxNotificationCenter.h"
+#include "TunedeckMenu/Platform/Linux/Tray/LinuxStatusItem.h"
+#include "TunedeckMenu/Platform/Platform.h"
+
+namespace tunedeck {
+namespace {
+
+class LinuxPlatform final : public Platform {
+public:
+    explicit LinuxPlatform(const SystemFacts& facts)
+        : m_icon(facts.bundle + QStringLiteral("/Contents/Resources/tunedeck-128.png"))
+        , m_appearance(m_bus)
+        , m_statusItem(m_bus, m_appearance)
+        , m_notifications(m_bus, {QStringLiteral("Tunedeck"), facts.bundleIdentifier, m_icon})
+        , m_workspace(m_bus)
+        , m_loginItem(AutostartItem::defaultEntry(facts.home),
+                      facts.bundle + QStringLiteral("/Contents/MacOS/Tunedeck"), m_icon) {}
+
+    StatusItem& statusItem() override { return m_statusItem; }
+    NotificationCenter& notifications() override { return m_notifications; }
+    Workspace& workspace() override { return m_workspace; }
+    LoginItem& loginItem() override { return m_loginItem; }
+    Pasteboard& pasteboard() override { return m_pasteboard; }
+    FolderPicker& folderPicker() override { return m_folderPicker; }
+    AppearanceSource& appearance() override { return m_appearance; }
+    Relauncher& relauncher() override { return m_relauncher; }
+
+private:
+    QString m_icon;
+    SessionBus m_bus;
+    PortalAppearance m_appearance;
+    LinuxStatusItem m_statusItem;
+    LinuxNotificationCenter m_notifications;
+    LinuxWorkspace m_workspace;
+    AutostartItem m_loginItem;
+    QtPasteboard m_pasteboard;
+    QtFolderPicker m_folderPicker;
+    LinuxRelauncher m_relauncher;
+};
+
+} // namespace
+
+std::unique_ptr<Platform> createPlatform(const SystemFacts& facts) {
+    return std::make_unique<LinuxPlatform>(facts);
+}
+
+} // namespace tunedeck

@@ -1,0 +1,79 @@
+#include "TunedeckMenu/Platform/Linux/Tray/TrayGlyph.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QPainter>
+#include <QPixmap>
+
+#include <png.h>
+
+#include <cstddef>
+
+namespace tunedeck {
+namespace {
+
+constexpr qreal edgeOpacity = 0.3;
+
+QImage coloured(const QImage& mask, const QColor& colour) {
+    QImage image = mask.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    QPainter painter(&image);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(image.rect(), colour);
+    return image;
+}
+
+QPixmap drawn(const QImage& mask, GlyphTone tone) {
+    const QColor dark(0x1f, 0x1f, 0x24);
+    const QColor light(0xf7, 0xf7, 0xf8);
+    const auto edge = coloured(mask, tone == GlyphTone::dark ? light : dark);
+    QImage image(mask.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setOpacity(edgeOpacity);
+    const qreal width = mask.width() / 24.0;
+    for (const auto& offset : {QPointF(-width, 0), QPointF(width, 0), QPointF(0, -width), QPointF(0, width)}) {
+        painter.drawImage(offset, edge);
+    }
+    painter.setOpacity(1);
+    painter.drawImage(0, 0, coloured(mask, tone == GlyphTone::dark ? dark : light));
+    painter.end();
+    return QPixmap::fromImage(image);
+}
+
+/// The picture of a PNG file, or none. Not by QImageReader: that asks every image plug-in of the desktop first, and
+/// loading them takes longer than all else about the icon.
+QImage readPng(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    const auto bytes = file.readAll();
+    png_image png{};
+    png.version = PNG_IMAGE_VERSION;
+    if (png_image_begin_read_from_memory(&png, bytes.constData(), static_cast<std::size_t>(bytes.size())) == 0) {
+        return {};
+    }
+    png.format = PNG_FORMAT_RGBA;
+    QImage image(static_cast<int>(png.width), static_cast<int>(png.height), QImage::Format_RGBA8888);
+    const bool read = !image.isNull() && png_image_finish_read(&png, nullptr, image.bits(),
+                                                               static_cast<int>(image.bytesPerLine()), nullptr) != 0;
+    return read ? image : QImage();
+}
+
+} // namespace
+
+QIcon trayGlyph(const QString& symbol, GlyphTone tone, const QString& folder) {
+    QIcon icon;
+    const QDir glyphs(folder);
+    // No name filter, which would bring in the regular expressions.
+    for (const auto& file : glyphs.entryList(QDir::Files)) {
+        const auto mask = file.startsWith(symbol + u'-') ? readPng(glyphs.filePath(file)) : QImage();
+        if (!mask.isNull()) {
+            icon.addPixmap(drawn(mask, tone));
+        }
+    }
+    return icon;
+}
+
+} // namespace tunedeck

@@ -1,0 +1,204 @@
+#include "TunedeckMenu/Views/Items/Pressable.h"
+
+#include <QAccessible>
+#include <QGuiApplication>
+#include <QQuickWindow>
+
+namespace tunedeck {
+
+namespace {
+
+HintLayer* layerOf(const QQuickItem& item) {
+    return item.window() != nullptr ? item.window()->contentItem()->findChild<HintLayer*>() : nullptr;
+}
+
+} // namespace
+
+HintArea::HintArea(QQuickItem* parent) : QQuickItem(parent) {
+    setAcceptHoverEvents(true);
+}
+
+void HintArea::setHint(const QString& hint) {
+    if (m_hint != hint) {
+        m_hint = hint;
+        Q_EMIT hintChanged();
+        if (HintLayer* layer = m_hovered ? layerOf(*this) : nullptr) {
+            layer->show(this);
+        }
+    }
+}
+
+void HintArea::hoverEnterEvent(QHoverEvent* event) {
+    QQuickItem::hoverEnterEvent(event);
+    setHovered(true);
+}
+
+void HintArea::hoverLeaveEvent(QHoverEvent* event) {
+    QQuickItem::hoverLeaveEvent(event);
+    setHovered(false);
+}
+
+void HintArea::itemChange(ItemChange change, const ItemChangeData& data) {
+    if (change == ItemSceneChange || (change == ItemVisibleHasChanged && !data.boolValue)) {
+        setHovered(false);
+    }
+    QQuickItem::itemChange(change, data);
+}
+
+void HintArea::setHovered(bool hovered) {
+    if (m_hovered == hovered) {
+        return;
+    }
+    m_hovered = hovered;
+    Q_EMIT hoveredChanged();
+    if (HintLayer* layer = layerOf(*this)) {
+        hovered ? layer->show(this) : layer->leave(this);
+    }
+}
+
+Pressable::Pressable(QQuickItem* parent) : HintArea(parent) {
+    setAcceptedMouseButtons(Qt::LeftButton);
+    setActiveFocusOnTab(true);
+}
+
+void Pressable::setUsable(bool usable) {
+    if (m_usable != usable) {
+        m_usable = usable;
+        m_byKey = false;
+        setPressed(false);
+        setActiveFocusOnTab(usable);
+        Q_EMIT usableChanged();
+        QAccessible::State changed;
+        changed.disabled = true;
+        QAccessibleStateChangeEvent event(this, changed);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+void Pressable::setChecked(bool checked) {
+    if (m_checked != checked) {
+        m_checked = checked;
+        Q_EMIT stateChanged();
+        QAccessible::State changed;
+        changed.checked = true;
+        QAccessibleStateChangeEvent event(this, changed);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+void Pressable::setExpanded(bool expanded) {
+    if (m_expanded != expanded) {
+        m_expanded = expanded;
+        Q_EMIT stateChanged();
+        QAccessible::State changed;
+        changed.expanded = true;
+        QAccessibleStateChangeEvent event(this, changed);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+void Pressable::activate() {
+    if (isUsable() && isVisible()) {
+        Q_EMIT clicked();
+    }
+}
+
+void Pressable::setPressed(bool pressed) {
+    if (m_pressed != pressed) {
+        m_pressed = pressed;
+        Q_EMIT pressedChanged();
+    }
+}
+
+void Pressable::setFocusShown(bool shown) {
+    if (m_focusShown != shown) {
+        m_focusShown = shown;
+        Q_EMIT focusShownChanged();
+    }
+}
+
+void Pressable::mousePressEvent(QMouseEvent* event) {
+    event->accept();
+    if (!isUsable()) {
+        return;
+    }
+    setPressed(true);
+    if (HintLayer* layer = layerOf(*this)) {
+        layer->leave(this);
+    }
+}
+
+void Pressable::mouseMoveEvent(QMouseEvent* event) {
+    setPressed(isUsable() && contains(event->position()));
+}
+
+void Pressable::mouseReleaseEvent(QMouseEvent* event) {
+    const bool inside = m_pressed && contains(event->position());
+    setPressed(false);
+    if (inside) {
+        activate();
+    }
+}
+
+void Pressable::mouseUngrabEvent() {
+    setPressed(false);
+}
+
+void Pressable::keyPressEvent(QKeyEvent* event) {
+    const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    if (plain && event->key() == Qt::Key_Space) {
+        m_byKey = isUsable();
+        setPressed(m_byKey);
+    } else if (plain && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+        if (!event->isAutoRepeat()) {
+            activate();
+        }
+    } else {
+        event->ignore();
+    }
+}
+
+void Pressable::keyReleaseEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Space) {
+        event->ignore();
+        return;
+    }
+    if (!event->isAutoRepeat() && std::exchange(m_byKey, false)) {
+        setPressed(false);
+        activate();
+    }
+}
+
+void Pressable::focusInEvent(QFocusEvent* event) {
+    QQuickItem::focusInEvent(event);
+    const Qt::FocusReason reason = event->reason();
+    if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason ||
+        (reason == Qt::ActiveWindowFocusReason && m_focusWasShown)) {
+        setFocusShown(true);
+    }
+}
+
+void Pressable::focusOutEvent(QFocusEvent* event) {
+    QQuickItem::focusOutEvent(event);
+    m_byKey = false;
+    setPressed(false);
+    m_focusWasShown = m_focusShown;
+    setFocusShown(false);
+}
+
+void HintLayer::show(HintArea* area) {
+    m_area = area;
+    m_text = area->hint();
+    m_target = mapRectFromItem(area, area->boundingRect());
+    Q_EMIT changed();
+}
+
+void HintLayer::leave(const HintArea* area) {
+    if (m_area == area) {
+        m_area = nullptr;
+        m_text.clear();
+        Q_EMIT changed();
+    }
+}
+
+} // namespace tunedeck

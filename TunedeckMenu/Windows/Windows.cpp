@@ -1,0 +1,115 @@
+#include "TunedeckMenu/Windows/Windows.h"
+
+#include "TunedeckMenu/Panel/OnboardingWords.h"
+#include "TunedeckMenu/Panel/Panel.h"
+
+#include <utility>
+
+namespace tunedeck {
+
+Windows::Windows(Parts parts, QObject* parent) : QObject(parent), m_parts(parts) {
+    connect(&m_parts.model, &MenuModel::changed, this, &Windows::contentChangedSoon);
+    connect(&m_parts.model, &MenuModel::refreshed, this, &Windows::contentChangedSoon);
+    connect(&m_parts.appearance, &AppearanceSource::changed, this, [this] {
+        if (m_views) {
+            m_views->setAppearance(m_parts.appearance.current());
+        }
+    });
+}
+
+Windows::~Windows() = default;
+
+PanelViews* Windows::views() {
+    if (!m_views) {
+        m_views = m_parts.source.createViews(*this, m_parts.appearance.current());
+    }
+    return m_views.get();
+}
+
+void Windows::showWindow() {
+    if (auto* shown = views()) {
+        m_hasBeenShown = true;
+        shown->showWindow();
+    }
+}
+
+void Windows::showOnboarding() {
+    auto* shown = views();
+    if (shown == nullptr) {
+        return;
+    }
+    if (!m_onboarding) {
+        m_onboarding = std::make_unique<OnboardingModel>(m_parts.panel, m_parts.services,
+                                                         RekordboxInstall::detect(QStringLiteral("/Applications")));
+        connect(m_onboarding.get(), &OnboardingModel::changed, this, [this] { m_views->onboardingChanged(); });
+        // The model is in the middle of its last step when it says so.
+        m_onboarding->onFinish = [this] {
+            QMetaObject::invokeMethod(this, &Windows::finishOnboarding, Qt::QueuedConnection);
+        };
+    }
+    m_hasBeenShown = true;
+    shown->showOnboarding();
+}
+
+void Windows::finishOnboarding() {
+    if (!m_onboarding) {
+        return;
+    }
+    m_views->closeOnboarding();
+    m_onboarding.reset();
+    Q_EMIT onboardingFinished();
+}
+
+void Windows::togglePopover(const QRect& anchor) {
+    auto* shown = views();
+    if (shown == nullptr) {
+        return;
+    }
+    if (shown->isPopoverShown()) {
+        shown->closePopover();
+    } else {
+        m_hasBeenShown = true;
+        shown->showPopover(anchor);
+    }
+}
+
+void Windows::confirm(const Confirmation& question, std::function<void(bool)> answer) {
+    if (auto* shown = views()) {
+        shown->confirm(question, std::move(answer));
+    } else {
+        answer(false);
+    }
+}
+
+PanelContent Windows::content() {
+    return panelContent(m_parts.model.state(), m_parts.services.clock.now());
+}
+
+OnboardingContent Windows::onboardingContent() {
+    return tunedeck::onboardingContent(m_onboarding->state(), m_parts.services.clock.now());
+}
+
+OnboardingActions& Windows::onboardingActions() {
+    return *m_onboarding;
+}
+
+QIcon Windows::fileIcon(const QString& path) {
+    const auto known = m_icons.constFind(path);
+    return known != m_icons.constEnd() ? *known : *m_icons.insert(path, m_parts.services.workspace.icon(path));
+}
+
+void Windows::contentChangedSoon() {
+    // A refresh changes several things one after the other: the windows take them over together.
+    if (!m_views || std::exchange(m_changePending, true)) {
+        return;
+    }
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_changePending = false;
+            m_views->contentChanged();
+        },
+        Qt::QueuedConnection);
+}
+
+} // namespace tunedeck

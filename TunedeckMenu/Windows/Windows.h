@@ -1,0 +1,77 @@
+#pragma once
+
+#include "TunedeckMenu/Actions/PanelController.h"
+#include "TunedeckMenu/Model/MenuModel.h"
+#include "TunedeckMenu/Model/OnboardingModel.h"
+#include "TunedeckMenu/Panel/PanelModule.h"
+#include "TunedeckMenu/Platform/Desktop.h"
+
+#include <QHash>
+#include <QIcon>
+#include <QObject>
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+namespace tunedeck {
+
+/// Where the windows come from.
+class ViewsSource {
+public:
+    virtual ~ViewsSource() = default;
+    /// Makes the windows; null when that isn't possible, which the user has then been told.
+    virtual std::unique_ptr<PanelViews> createViews(PanelHost& host, const Appearance& appearance) = 0;
+};
+
+/// The application's windows, made at the first need, and what they show. Everything is a no-op when they can't be
+/// made.
+class Windows : public QObject, public PanelHost {
+    Q_OBJECT
+public:
+    /// What the windows show and where their controls lead; all must outlive them.
+    struct Parts {
+        MenuModel& model;
+        PanelController& panel;
+        const MenuServices& services;
+        AppearanceSource& appearance;
+        ViewsSource& source;
+    };
+    explicit Windows(Parts parts, QObject* parent = nullptr);
+    ~Windows() override;
+
+    /// Shows the main window in front of the others.
+    void showWindow();
+    /// Shows the first-run window in front of the others; it is kept until its last step is done.
+    void showOnboarding();
+    /// Whether a window has been shown at all.
+    [[nodiscard]] bool hasBeenShown() const { return m_hasBeenShown; }
+    /// Opens the panel at the icon, or closes it.
+    void togglePopover(const QRect& anchor);
+    /// Asks a question; not confirmed when there are no windows to ask it in.
+    void confirm(const Confirmation& question, std::function<void(bool)> answer);
+
+    PanelContent content() override;
+    PanelActions& actions() override { return m_parts.panel; }
+    OnboardingContent onboardingContent() override;
+    OnboardingActions& onboardingActions() override;
+    QIcon fileIcon(const QString& path) override;
+
+Q_SIGNALS:
+    /// The first run is done and its window closed.
+    void onboardingFinished();
+
+private:
+    PanelViews* views();
+    void finishOnboarding();
+    void contentChangedSoon();
+
+    Parts m_parts;
+    QHash<QString, QIcon> m_icons;
+    std::unique_ptr<OnboardingModel> m_onboarding; ///< while there is the first-run window
+    bool m_hasBeenShown = false;
+    bool m_changePending = false;
+    std::unique_ptr<PanelViews> m_views;
+};
+
+} // namespace tunedeck
