@@ -72,7 +72,7 @@ install_packages() { # install_packages GROUP…: says and installs what is miss
 }
 
 # The compiler cache finds the same file again from another folder with a copy of the project.
-export CCACHE_BASEDIR=$project CCACHE_NOHASHDIR=1 CCACHE_SLOPPINESS=time_macros
+export CCACHE_BASEDIR=$project CCACHE_NOHASHDIR=1 CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
 
 configure() { # configure PRESET: quiet when nothing changed
     local preset=$1 folder=$project/build/$1 log=$project/build/configure-$1.log
