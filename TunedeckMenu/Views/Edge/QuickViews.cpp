@@ -66,6 +66,7 @@ QuickViews::QuickViews(PanelHost& host, const Appearance& appearance)
     , m_model(*new PanelModel(m_engine))
     , m_onboardingModel(*new OnboardingModel(host, m_engine))
     , m_icon(appIcon()) {
+    m_engine.addImportPath(u"qrc:/tunedeck/qml"_s);
     new ActionBridge(host.actions(), m_engine);
     static const bool once = [] {
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
@@ -102,6 +103,9 @@ QuickViews::~QuickViews() = default;
 
 std::unique_ptr<QQuickWindow> QuickViews::make(const QString& file, const QVariantMap& properties) {
     QQmlComponent component(&m_engine, QUrl(u"qrc:/tunedeck/qml/Tunedeck/Views/"_s + file));
+    if (component.isError()) {
+        qFatal("%s", qPrintable(component.errorString()));
+    }
     std::unique_ptr<QObject> object(component.createWithInitialProperties(properties));
     auto* const window = qobject_cast<QQuickWindow*>(object.get());
     if (window == nullptr) {
