@@ -1,10 +1,13 @@
 #pragma once
 
-#include "TunedeckMenu/Platform/Desktop.h"
+#include "TunedeckMenu/Platform/AppearanceSource.h"
+#include "TunedeckMenu/Platform/FolderPicker.h"
 #include "TunedeckMenu/Platform/LoginItem.h"
 #include "TunedeckMenu/Platform/NotificationCenter.h"
+#include "TunedeckMenu/Platform/Pasteboard.h"
 #include "TunedeckMenu/Platform/Relauncher.h"
 #include "TunedeckMenu/Platform/StatusItem.h"
+#include "TunedeckMenu/Platform/UserNotification.h"
 #include "TunedeckMenu/Platform/Workspace.h"
 
 #include <QStringList>
@@ -127,6 +130,7 @@ public:
         relaunched.emplace_back(bundle, arguments);
         return works;
     }
+    [[nodiscard]] bool isReplaced(const QString&) const override { return false; }
 
     bool works = true;
     std::vector<std::pair<QString, QStringList>> relaunched;

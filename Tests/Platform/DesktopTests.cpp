@@ -1,8 +1,10 @@
 #include "Tests/Helpers/Test.h"
 #include "Tests/Platform/FakePeers.h"
-#include "TunedeckMenu/Platform/Linux/Desktop/LinuxDesktop.h"
+#include "TunedeckMenu/Platform/BundleFacts.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/LinuxAppearanceSource.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/LinuxFolderPicker.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/LinuxPasteboard.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/LinuxWorkspace.h"
-#include "TunedeckMenu/Platform/Linux/Desktop/PortalAppearance.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/SessionBus.h"
 #include "TunedeckMenu/Platform/SystemFacts.h"
 
@@ -84,7 +86,7 @@ TEST_F(WorkspaceTest, ShowsAFileSelectedOrElseItsFolder) {
     EXPECT_TRUE(opens({u"/srv/my music"_s}));
 }
 
-TEST(PortalAppearanceTest, FollowsThePortalAndItsRestarts) {
+TEST(AppearanceSourceTest, FollowsThePortalAndItsRestarts) {
     SessionBus bus;
     if (!bus.connection().isConnected()) {
         GTEST_SKIP() << "there is no session bus; tools/lib/desktop makes one";
@@ -93,7 +95,7 @@ TEST(PortalAppearanceTest, FollowsThePortalAndItsRestarts) {
     const auto scheme = u"color-scheme"_s;
     const auto gnome = u"org.gnome.desktop.interface"_s;
     const auto animations = u"enable-animations"_s;
-    PortalAppearance source(bus);
+    LinuxAppearanceSource source(bus);
     int changes = 0;
     QObject::connect(&source, &AppearanceSource::changed, &source, [&changes] { ++changes; });
     runUntil([] { return false; }, 50ms);
@@ -133,7 +135,7 @@ TEST(PortalAppearanceTest, FollowsThePortalAndItsRestarts) {
 
 TEST(FolderPickerTest, AnswersOnceWithAFolderOrNothing) {
     const QTemporaryDir folder;
-    QtFolderPicker picker;
+    LinuxFolderPicker picker;
     std::vector<std::optional<QString>> answers;
     const auto keep = [&answers](std::optional<QString> answer) { answers.push_back(std::move(answer)); };
     const auto dialog = [] {
@@ -162,7 +164,7 @@ TEST(FolderPickerTest, AnswersOnceWithAFolderOrNothing) {
     ASSERT_EQ(answers.size(), 3U);
     EXPECT_FALSE(answers[2].has_value());
 
-    QtPasteboard().setText(u"“ü” 音楽"_s);
+    LinuxPasteboard().setText(u"“ü” 音楽"_s);
     EXPECT_EQ(QApplication::clipboard()->text(), u"“ü” 音楽"_s);
 }
 

@@ -1,6 +1,5 @@
 #include "Tests/Helpers/Test.h"
 #include "TunedeckMenu/Platform/Linux/System/Journal.h"
-#include "TunedeckMenu/Platform/Linux/System/OsRelease.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -37,19 +36,6 @@ TEST(JournalTest, EntriesArriveWholeAndAFullOrMissingJournalNeverBlocks) {
         ++sent;
     }
     EXPECT_LT(sent, 100000);
-}
-
-TEST(OsReleaseTest, ReadsTheShellsQuotingAndOddFiles) {
-    const auto debian =
-        OsRelease::parse("NAME=\"Debian\"\nPRETTY_NAME=\"Debian GNU/Linux 12 (bookworm)\"\nVERSION_ID=\"12\"\n");
-    EXPECT_EQ(debian.name, u"Debian GNU/Linux 12 (bookworm)"_s);
-    EXPECT_EQ(debian.version, (std::array{12, 0, 0}));
-    const auto other = OsRelease::parse("# PRETTY_NAME=no\n=\nVERSION_ID='22.04.3.9'\r\nNAME=\"A \\\"b\\\" \\$c\"");
-    EXPECT_EQ(other.name, u"A \"b\" $c"_s);
-    EXPECT_EQ(other.version, (std::array{22, 4, 3}));
-    const auto rolling = OsRelease::parse("VERSION_ID=rolling\nPRETTY_NAME=\"");
-    EXPECT_EQ(rolling.version, (std::array{0, 0, 0}));
-    EXPECT_EQ(OsRelease::parse({}).name, u"Linux"_s);
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #include "Tests/Helpers/Desktop/DesktopParts.h"
 #include "Tests/Helpers/Test.h"
-#include "TunedeckMenu/Platform/Relauncher.h"
 #include "TunedeckMenu/Platform/SingleInstance.h"
+#include "TunedeckMenu/Platform/WaitForExit.h"
 
 #include <QDir>
 #include <QElapsedTimer>

@@ -1,6 +1,6 @@
 #include "Tests/Helpers/Desktop/DesktopParts.h"
 #include "Tests/Helpers/Test.h"
-#include "TunedeckMenu/Platform/Linux/Service/ServiceTraces.h"
+#include "TunedeckMenu/Platform/Linux/Service/ServiceCleanup.h"
 #include "TunedeckMenu/Platform/SingleInstance.h"
 #include "TunedeckMenu/Platform/Uninstall.h"
 

@@ -2,8 +2,8 @@
 #include "TunedeckCore/Installation/ServiceInstaller.h"
 #include "TunedeckCore/Support/Async/Process.h"
 #include "TunedeckCore/Support/Files/AtomicFile.h"
-#include "TunedeckMenu/Platform/Linux/Service/SystemdLaunchctl.h"
 #include "TunedeckMenu/Platform/Linux/Service/SystemdUnit.h"
+#include "TunedeckMenu/Platform/Linux/Service/SystemdUserManager.h"
 
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -86,7 +86,7 @@ protected:
     QString m_home = m_folder.filePath(u"home"_s);
     const QString m_bundled = m_folder.filePath(u"bundled"_s);
     test::ManualClock m_clock;
-    Launchctl m_launchctl = systemdLaunchctl(SystemdUserManager::ofUser());
+    Launchctl m_launchctl = SystemdUserManager::ofUser().launchctl();
 };
 
 TEST_P(SupervisorTest, TheServiceRunsWhereAndAsThePropertyListSays) {
@@ -185,9 +185,10 @@ TEST_F(SupervisorTest, WhatCannotBeDoneHasAStatusOfItsOwn) {
     EXPECT_EQ(ending->value->message, u"launchctl bootstrap exited 1"_s);
     EXPECT_EQ(operation({u"bootstrap"_s, u"gui/501"_s, m_folder.filePath(u"missing.plist"_s)}), 66);
     EXPECT_EQ(operation({u"unload"_s, target}), 64);
-    const auto missing = systemdLaunchctl({.unitFolder = m_folder.path(), .systemctl = u"/nonexistent/systemctl"_s});
+    const auto missing =
+        SystemdUserManager{.unitFolder = m_folder.path(), .systemctl = u"/nonexistent/systemctl"_s}.launchctl();
     EXPECT_EQ(runToEnd(missing({u"print"_s, target}, {})), -1);
-    const auto blocked = systemdLaunchctl({.unitFolder = m_bundled + u"/units"_s});
+    const auto blocked = SystemdUserManager{.unitFolder = m_bundled + u"/units"_s}.launchctl();
     EXPECT_EQ(runToEnd(blocked({u"bootstrap"_s, u"gui/501"_s, installer().plistURL()}, {})), 73);
 }
 

@@ -2,33 +2,19 @@
 
 #include "TunedeckBuildId.h"
 #include "TunedeckMenu/App/Updates.h"
-#include "TunedeckMenu/Platform/Linux/Service/SystemdLaunchctl.h"
 
-#include <QFile>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QTimer>
-
-#include <sys/stat.h>
 
 namespace tunedeck {
 
 namespace {
 
-/// Whether the program at the bundle's path is another file than the one that runs. One that is gone is none: there is
-/// nothing to start in place of this one.
-bool isRenewed(const QString& program) {
-    struct stat running{};
-    struct stat onDisk{};
-    return ::stat(QFile::encodeName(program).constData(), &onDisk) == 0 &&
-           (::stat("/proc/self/exe", &running) != 0 || running.st_ino != onDisk.st_ino ||
-            running.st_dev != onDisk.st_dev);
-}
-
 PanelLoader::Options panelOf(const QString& bundle, Relauncher& relauncher) {
     return {.module = bundle + QStringLiteral("/Contents/PlugIns/TunedeckPanel.so"),
             .buildId = QString::fromLatin1(buildId),
-            .renewed = [bundle] { return isRenewed(bundle + QStringLiteral("/Contents/MacOS/Tunedeck")); },
+            .renewed = [bundle, &relauncher] { return relauncher.isReplaced(bundle); },
             .restart =
                 [bundle, &relauncher] {
                     relauncher.relaunch(bundle, {QStringLiteral("--show")});
@@ -45,7 +31,7 @@ MenuServices servicesOn(Platform& platform, Clock& clock, const SystemFacts& fac
             .relauncher = platform.relauncher(),
             .facts = facts,
             .settings = SettingsFile::standard(),
-            .launchctl = systemdLaunchctl(SystemdUserManager::ofUser()),
+            .launchctl = platform.launchctl(),
             .updates = updateServices(facts),
             .quit = [] { QCoreApplication::quit(); }};
 }

@@ -4,10 +4,10 @@
 #include "TunedeckMenu/App/QuitSignals.h"
 #include "TunedeckMenu/App/RemoveCommand.h"
 #include "TunedeckMenu/Platform/Log.h"
-#include "TunedeckMenu/Platform/Relauncher.h"
 #include "TunedeckMenu/Platform/SingleInstance.h"
 #include "TunedeckMenu/Platform/SystemFacts.h"
 #include "TunedeckMenu/Platform/Uninstall.h"
+#include "TunedeckMenu/Platform/WaitForExit.h"
 
 #include <QApplication>
 #include <QCoreApplication>
@@ -101,7 +101,7 @@ int runApplication(int& argc, char** argv, SingleInstance& instance, bool show) 
 
 int start(int& argc, char** argv, const CommandLine& wish) {
     if (wish.afterProcess) {
-        waitForExit(static_cast<pid_t>(*wish.afterProcess), 20s);
+        waitForExit(*wish.afterProcess, 20s);
     }
     installSystemLog();
     const bool quits = wish.command == CommandLine::Command::quit;

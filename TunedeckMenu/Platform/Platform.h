@@ -1,8 +1,11 @@
 #pragma once
 
-#include "TunedeckMenu/Platform/Desktop.h"
+#include "TunedeckCore/Installation/ServiceInstaller.h"
+#include "TunedeckMenu/Platform/AppearanceSource.h"
+#include "TunedeckMenu/Platform/FolderPicker.h"
 #include "TunedeckMenu/Platform/LoginItem.h"
 #include "TunedeckMenu/Platform/NotificationCenter.h"
+#include "TunedeckMenu/Platform/Pasteboard.h"
 #include "TunedeckMenu/Platform/Relauncher.h"
 #include "TunedeckMenu/Platform/StatusItem.h"
 #include "TunedeckMenu/Platform/SystemFacts.h"
@@ -24,6 +27,8 @@ public:
     virtual FolderPicker& folderPicker() = 0;
     virtual AppearanceSource& appearance() = 0;
     virtual Relauncher& relauncher() = 0;
+    /// Controls the background service's supervisor.
+    virtual Launchctl launchctl() = 0;
 };
 
 /// The platform of the system that this was built for.

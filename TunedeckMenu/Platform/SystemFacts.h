@@ -7,31 +7,18 @@
 
 namespace tunedeck {
 
-/// What an application bundle says of itself.
-struct BundleFacts {
-    QString identifier; ///< by its Info.plist; the application's own without one
-    QString version;    ///< by its Info.plist; "dev" without one
-};
-
-/// The facts of the bundle at a path.
-BundleFacts bundleFacts(const QString& bundle);
-
-/// The bundle that holds the program at this path, or the program's folder when it isn't in one.
-QString bundleOf(const QString& program);
-
-/// What the application needs to know of the machine and of itself.
+/// What the application knows about the machine and itself. Read once, at start.
 struct SystemFacts {
-    QString home;                       ///< the user's home folder, plain path without a trailing "/"
+    QString home;                       ///< the user's home folder, without a trailing "/"
     std::uint32_t uid = 0;              ///< real user id
     std::array<int, 3> systemVersion{}; ///< major, minor, patch
-    QString systemVersionText;          ///< as the system names itself
+    QString systemVersionText;          ///< the system's name and version, for users
     QString architecture;               ///< "arm64", "x86_64", …
-    QString bundle;                     ///< path of the application bundle, noted at start
-    QString bundleIdentifier;           ///< by its Info.plist
-    QString appVersion;                 ///< by its Info.plist; "dev" without one
+    QString bundle;                     ///< path of the application bundle
+    QString bundleIdentifier;           ///< from BundleFacts
+    QString appVersion;                 ///< from BundleFacts
 };
 
-/// The facts as they are at start.
 SystemFacts systemFacts();
 
 } // namespace tunedeck

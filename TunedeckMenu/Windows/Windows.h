@@ -4,7 +4,7 @@
 #include "TunedeckMenu/Model/MenuModel.h"
 #include "TunedeckMenu/Model/OnboardingModel.h"
 #include "TunedeckMenu/Panel/PanelModule.h"
-#include "TunedeckMenu/Platform/Desktop.h"
+#include "TunedeckMenu/Platform/AppearanceSource.h"
 
 #include <QHash>
 #include <QIcon>

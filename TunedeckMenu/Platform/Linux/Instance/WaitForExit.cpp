@@ -1,5 +1,6 @@
+#include "TunedeckMenu/Platform/WaitForExit.h"
+
 #include "TunedeckCore/Support/Files/FileDescriptor.h"
-#include "TunedeckMenu/Platform/Relauncher.h"
 
 #include <QDeadlineTimer>
 
@@ -16,7 +17,8 @@ namespace tunedeck {
 
 using namespace std::chrono_literals;
 
-bool waitForExit(pid_t process, std::chrono::milliseconds timeout) {
+bool waitForExit(qint64 processId, std::chrono::milliseconds timeout) {
+    const auto process = static_cast<pid_t>(processId);
     if (process <= 0) {
         return true;
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TunedeckMenu/Platform/NotificationCenter.h"
+#include "TunedeckMenu/Platform/UserNotification.h"
 
 #include <QByteArray>
 #include <QDBusMessage>

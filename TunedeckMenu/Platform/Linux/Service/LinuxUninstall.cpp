@@ -1,6 +1,6 @@
 #include "TunedeckCore/Locations/Paths.h"
-#include "TunedeckMenu/Platform/Linux/Desktop/AutostartItem.h"
-#include "TunedeckMenu/Platform/Linux/Service/ServiceTraces.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/LinuxLoginItem.h"
+#include "TunedeckMenu/Platform/Linux/Service/ServiceCleanup.h"
 #include "TunedeckMenu/Platform/Uninstall.h"
 
 #include <QtGlobal>
@@ -15,13 +15,13 @@ using namespace Qt::StringLiterals;
 Uninstall uninstallOf(const SystemFacts& facts) {
     const auto manager = SystemdUserManager::ofUser();
     const auto home = facts.home;
-    return {.supervisor = {.launchctl = systemdLaunchctl(manager),
+    return {.supervisor = {.launchctl = manager.launchctl(),
                            .forget = [manager, home](
                                          std::stop_token stop) { return removeUnit(manager, home, std::move(stop)); },
                            .processes = processesRunning},
             .removeLoginItem = [home] {
                 Removal removal;
-                const auto entry = AutostartItem::defaultEntry(home);
+                const auto entry = LinuxLoginItem::defaultEntry(home);
                 removal.note(abbreviatingHome(entry, home), removeFile(entry));
                 return removal;
             }};

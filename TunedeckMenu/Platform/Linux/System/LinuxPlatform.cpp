@@ -1,10 +1,12 @@
-#include "TunedeckMenu/Platform/Linux/Desktop/AutostartItem.h"
-#include "TunedeckMenu/Platform/Linux/Desktop/LinuxDesktop.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/LinuxAppearanceSource.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/LinuxFolderPicker.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/LinuxLoginItem.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/LinuxPasteboard.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/LinuxWorkspace.h"
-#include "TunedeckMenu/Platform/Linux/Desktop/PortalAppearance.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/SessionBus.h"
-#include "TunedeckMenu/Platform/Linux/Instance/Relauncher.h"
+#include "TunedeckMenu/Platform/Linux/Instance/LinuxRelauncher.h"
 #include "TunedeckMenu/Platform/Linux/Notifications/LinuxNotificationCenter.h"
+#include "TunedeckMenu/Platform/Linux/Service/SystemdUserManager.h"
 #include "TunedeckMenu/Platform/Linux/Tray/LinuxStatusItem.h"
 #include "TunedeckMenu/Platform/Platform.h"
 
@@ -19,7 +21,7 @@ public:
         , m_statusItem(m_bus, m_appearance)
         , m_notifications(m_bus, {QStringLiteral("Tunedeck"), facts.bundleIdentifier, m_icon})
         , m_workspace(m_bus)
-        , m_loginItem(AutostartItem::defaultEntry(facts.home),
+        , m_loginItem(LinuxLoginItem::defaultEntry(facts.home),
                       facts.bundle + QStringLiteral("/Contents/MacOS/Tunedeck"), m_icon) {}
 
     StatusItem& statusItem() override { return m_statusItem; }
@@ -30,17 +32,18 @@ public:
     FolderPicker& folderPicker() override { return m_folderPicker; }
     AppearanceSource& appearance() override { return m_appearance; }
     Relauncher& relauncher() override { return m_relauncher; }
+    Launchctl launchctl() override { return SystemdUserManager::ofUser().launchctl(); }
 
 private:
     QString m_icon;
     SessionBus m_bus;
-    PortalAppearance m_appearance;
+    LinuxAppearanceSource m_appearance;
     LinuxStatusItem m_statusItem;
     LinuxNotificationCenter m_notifications;
     LinuxWorkspace m_workspace;
-    AutostartItem m_loginItem;
-    QtPasteboard m_pasteboard;
-    QtFolderPicker m_folderPicker;
+    LinuxLoginItem m_loginItem;
+    LinuxPasteboard m_pasteboard;
+    LinuxFolderPicker m_folderPicker;
     LinuxRelauncher m_relauncher;
 };
 

@@ -1,6 +1,6 @@
 #include "TunedeckMenu/Platform/Linux/Tray/LinuxStatusItem.h"
 
-#include "TunedeckMenu/Platform/Desktop.h"
+#include "TunedeckMenu/Platform/AppearanceSource.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/SessionBus.h"
 #include "TunedeckMenu/Platform/Linux/Tray/X11Window.h"
 

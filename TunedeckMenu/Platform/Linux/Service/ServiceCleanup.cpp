@@ -1,4 +1,4 @@
-#include "TunedeckMenu/Platform/Linux/Service/ServiceTraces.h"
+#include "TunedeckMenu/Platform/Linux/Service/ServiceCleanup.h"
 
 #include "TunedeckCore/Locations/Paths.h"
 #include "TunedeckCore/Support/Async/Process.h"

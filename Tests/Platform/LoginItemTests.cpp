@@ -1,5 +1,5 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckMenu/Platform/Linux/Desktop/AutostartItem.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/LinuxLoginItem.h"
 
 #include <QDir>
 #include <QFile>
@@ -11,7 +11,7 @@ namespace {
 
 using namespace test;
 
-class AutostartTest : public testing::Test {
+class LoginItemTest : public testing::Test {
 protected:
     [[nodiscard]] QString path(const QString& name) const { return m_home.path(name); }
     [[nodiscard]] QString entry() const { return path(relative); }
@@ -28,7 +28,7 @@ protected:
     test::TemporaryHome m_home;
 };
 
-TEST_F(AutostartTest, EveryPathStartsAsItIs) {
+TEST_F(LoginItemTest, EveryPathStartsAsItIs) {
     const auto launcher = QStandardPaths::findExecutable(u"gio"_s);
     int number = 0;
     for (const auto& name :
@@ -36,7 +36,7 @@ TEST_F(AutostartTest, EveryPathStartsAsItIs) {
           u"quo\"te 'x'"_s, u"Größe → 音楽"_s, u" begins with; & | > * ? # ~ ("_s, u"line\nfeed\ttab"_s}) {
         const auto program = u"%1/%2/Tunedeck"_s.arg(++number).arg(name);
         makeProgram(program);
-        AutostartItem item(entry(), path(program), u"icon"_s);
+        LinuxLoginItem item(entry(), path(program), u"icon"_s);
         ASSERT_TRUE(item.setEnabled(true).has_value());
         EXPECT_TRUE(item.isEnabled()) << name.toStdString();
         if (!launcher.isEmpty()) {
@@ -50,9 +50,9 @@ TEST_F(AutostartTest, EveryPathStartsAsItIs) {
     }
 }
 
-TEST_F(AutostartTest, WhatTheDesktopSwitchedOffIsOffUntilItIsSwitchedOnHere) {
+TEST_F(LoginItemTest, WhatTheDesktopSwitchedOffIsOffUntilItIsSwitchedOnHere) {
     makeProgram(u"Tunedeck"_s);
-    AutostartItem item(entry(), path(u"Tunedeck"_s), {});
+    LinuxLoginItem item(entry(), path(u"Tunedeck"_s), {});
     EXPECT_FALSE(item.isEnabled());
     ASSERT_TRUE(item.setEnabled(true).has_value());
     const auto good = read();
@@ -73,8 +73,8 @@ TEST_F(AutostartTest, WhatTheDesktopSwitchedOffIsOffUntilItIsSwitchedOnHere) {
     EXPECT_FALSE(item.isEnabled());
 }
 
-TEST_F(AutostartTest, FailuresAreSentencesAndLeaveNothingHalfDone) {
-    AutostartItem item(entry(), u"/bin/true"_s, {});
+TEST_F(LoginItemTest, FailuresAreSentencesAndLeaveNothingHalfDone) {
+    LinuxLoginItem item(entry(), u"/bin/true"_s, {});
     EXPECT_TRUE(item.setEnabled(false).has_value()); // off already
     QFile inTheWay(m_home.write(u"config/autostart"_s, {}));
     const auto blocked = item.setEnabled(true);
@@ -89,12 +89,12 @@ TEST_F(AutostartTest, FailuresAreSentencesAndLeaveNothingHalfDone) {
     EXPECT_FALSE(item.setEnabled(false).has_value());
 }
 
-TEST_F(AutostartTest, TheEntryStandsInTheUsersConfigurationFolder) {
+TEST_F(LoginItemTest, TheEntryStandsInTheUsersConfigurationFolder) {
     const auto name = u"/autostart/com.brightfold.tunedeck.menu.desktop"_s;
     qputenv("XDG_CONFIG_HOME", "relative");
-    EXPECT_EQ(AutostartItem::defaultEntry(u"/h"_s), u"/h/.config"_s + name);
+    EXPECT_EQ(LinuxLoginItem::defaultEntry(u"/h"_s), u"/h/.config"_s + name);
     qputenv("XDG_CONFIG_HOME", "/elsewhere");
-    EXPECT_EQ(AutostartItem::defaultEntry(u"/h"_s), u"/elsewhere"_s + name);
+    EXPECT_EQ(LinuxLoginItem::defaultEntry(u"/h"_s), u"/elsewhere"_s + name);
 }
 
 } // namespace

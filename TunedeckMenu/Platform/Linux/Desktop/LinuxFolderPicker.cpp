@@ -1,22 +1,15 @@
-#include "TunedeckMenu/Platform/Linux/Desktop/LinuxDesktop.h"
-
-#include <QClipboard>
-#include <QGuiApplication>
+#include "TunedeckMenu/Platform/Linux/Desktop/LinuxFolderPicker.h"
 
 #include <utility>
 
 namespace tunedeck {
 
-void QtPasteboard::setText(const QString& text) {
-    QGuiApplication::clipboard()->setText(text);
-}
-
-QtFolderPicker::~QtFolderPicker() {
+LinuxFolderPicker::~LinuxFolderPicker() {
     delete m_dialog;
 }
 
-void QtFolderPicker::choose(const QString& title, const QString& prompt, const QString& start,
-                            std::function<void(std::optional<QString>)> done) {
+void LinuxFolderPicker::choose(const QString& title, const QString& prompt, const QString& start,
+                               std::function<void(std::optional<QString>)> done) {
     if (m_dialog) {
         m_dialog->raise();
         m_dialog->activateWindow();

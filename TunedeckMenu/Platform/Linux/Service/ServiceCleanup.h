@@ -1,7 +1,7 @@
 #pragma once
 
 #include "TunedeckCore/Installation/ServiceRemover.h"
-#include "TunedeckMenu/Platform/Linux/Service/SystemdLaunchctl.h"
+#include "TunedeckMenu/Platform/Linux/Service/SystemdUserManager.h"
 
 #include <QCoroTask>
 #include <QString>

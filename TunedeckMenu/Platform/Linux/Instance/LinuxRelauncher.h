@@ -8,6 +8,7 @@ namespace tunedeck {
 class LinuxRelauncher final : public Relauncher {
 public:
     bool relaunch(const QString& bundle, const QStringList& arguments) override;
+    [[nodiscard]] bool isReplaced(const QString& bundle) const override;
 };
 
 } // namespace tunedeck

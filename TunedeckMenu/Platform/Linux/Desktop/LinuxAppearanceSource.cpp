@@ -1,4 +1,4 @@
-#include "TunedeckMenu/Platform/Linux/Desktop/PortalAppearance.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/LinuxAppearanceSource.h"
 
 #include "TunedeckMenu/Platform/Linux/Desktop/SessionBus.h"
 
@@ -27,7 +27,7 @@ constexpr uint preferLight = 2;
 
 } // namespace
 
-PortalAppearance::PortalAppearance(SessionBus& bus, QObject* parent) : m_bus(bus) {
+LinuxAppearanceSource::LinuxAppearanceSource(SessionBus& bus, QObject* parent) : m_bus(bus) {
     setParent(parent);
     connect(&m_bus, &SessionBus::reconnected, this, [this] {
         if (m_watcher) {
@@ -36,27 +36,27 @@ PortalAppearance::PortalAppearance(SessionBus& bus, QObject* parent) : m_bus(bus
     });
     QCoreApplication::instance()->installEventFilter(this);
     m_told = current();
-    QMetaObject::invokeMethod(this, &PortalAppearance::follow, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, &LinuxAppearanceSource::follow, Qt::QueuedConnection);
 }
 
-PortalAppearance::~PortalAppearance() = default;
+LinuxAppearanceSource::~LinuxAppearanceSource() = default;
 
-Appearance PortalAppearance::current() const {
+Appearance LinuxAppearanceSource::current() const {
     const bool palette = QGuiApplication::palette().color(QPalette::Window).lightness() < 128;
     return {.dark = m_settings.dark.value_or(palette),
             .reduceMotion = m_settings.preferredReduced || m_settings.animationsOff || m_settings.noDuration};
 }
 
-void PortalAppearance::follow() {
+void LinuxAppearanceSource::follow() {
     auto bus = m_bus.connection();
     m_watcher = std::make_unique<QDBusServiceWatcher>(portal, bus, QDBusServiceWatcher::WatchForRegistration);
-    connect(m_watcher.get(), &QDBusServiceWatcher::serviceRegistered, this, &PortalAppearance::ask);
+    connect(m_watcher.get(), &QDBusServiceWatcher::serviceRegistered, this, &LinuxAppearanceSource::ask);
     bus.connect(QString(), portalPath, settings, QStringLiteral("SettingChanged"), this,
                 SLOT(onSettingChanged(QDBusMessage)));
     ask();
 }
 
-void PortalAppearance::ask() {
+void LinuxAppearanceSource::ask() {
     auto call = QDBusMessage::createMethodCall(portal, portalPath, settings, QStringLiteral("ReadAll"));
     call.setArguments({QStringList{neutralGroup, gnomeGroup, kdeGroup}});
     m_bus.call(call, 20s, this, [this](const QDBusMessage& reply) {
@@ -73,7 +73,7 @@ void PortalAppearance::ask() {
     });
 }
 
-void PortalAppearance::onSettingChanged(const QDBusMessage& message) {
+void LinuxAppearanceSource::onSettingChanged(const QDBusMessage& message) {
     if (message.signature() == u"ssv") {
         const auto arguments = message.arguments();
         take(arguments[0].toString(), arguments[1].toString(), arguments[2].value<QDBusVariant>().variant());
@@ -81,7 +81,7 @@ void PortalAppearance::onSettingChanged(const QDBusMessage& message) {
     }
 }
 
-void PortalAppearance::take(const QString& group, const QString& key, const QVariant& value) {
+void LinuxAppearanceSource::take(const QString& group, const QString& key, const QVariant& value) {
     if (group == neutralGroup && key == u"color-scheme") {
         const auto scheme = value.toUInt();
         m_settings.dark =
@@ -96,7 +96,7 @@ void PortalAppearance::take(const QString& group, const QString& key, const QVar
     }
 }
 
-void PortalAppearance::tellChange() {
+void LinuxAppearanceSource::tellChange() {
     const auto now = current();
     if (now != m_told) {
         m_told = now;
@@ -104,9 +104,9 @@ void PortalAppearance::tellChange() {
     }
 }
 
-bool PortalAppearance::eventFilter(QObject* watched, QEvent* event) {
+bool LinuxAppearanceSource::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::ApplicationPaletteChange) {
-        QMetaObject::invokeMethod(this, &PortalAppearance::tellChange, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &LinuxAppearanceSource::tellChange, Qt::QueuedConnection);
     }
     return AppearanceSource::eventFilter(watched, event);
 }

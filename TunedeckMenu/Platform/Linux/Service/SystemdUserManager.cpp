@@ -1,4 +1,4 @@
-#include "TunedeckMenu/Platform/Linux/Service/SystemdLaunchctl.h"
+#include "TunedeckMenu/Platform/Linux/Service/SystemdUserManager.h"
 
 #include "TunedeckCore/Support/Async/Process.h"
 #include "TunedeckCore/Support/Files/AtomicFile.h"
@@ -167,8 +167,8 @@ SystemdUserManager SystemdUserManager::ofUser() {
     return {.unitFolder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/systemd/user"_s};
 }
 
-Launchctl systemdLaunchctl(SystemdUserManager manager) {
-    return [manager = std::move(manager)](const QStringList& arguments, std::stop_token stop) {
+Launchctl SystemdUserManager::launchctl() const {
+    return [manager = *this](const QStringList& arguments, std::stop_token stop) {
         return run(manager, arguments, std::move(stop));
     };
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TunedeckMenu/Platform/Desktop.h"
+#include "TunedeckMenu/Platform/AppearanceSource.h"
 
 #include <QDBusMessage>
 #include <QDBusServiceWatcher>
@@ -15,11 +15,11 @@ class SessionBus;
 
 /// The appearance by the desktop portal's settings; what the portal doesn't say, or where there is none, by the
 /// palette. The portal is asked at the first need, without waiting: until it answers the palette counts.
-class PortalAppearance final : public AppearanceSource {
+class LinuxAppearanceSource final : public AppearanceSource {
     Q_OBJECT
 public:
-    explicit PortalAppearance(SessionBus& bus, QObject* parent = nullptr);
-    ~PortalAppearance() override;
+    explicit LinuxAppearanceSource(SessionBus& bus, QObject* parent = nullptr);
+    ~LinuxAppearanceSource() override;
 
     [[nodiscard]] Appearance current() const override;
 

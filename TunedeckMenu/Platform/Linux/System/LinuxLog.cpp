@@ -1,6 +1,5 @@
-#include "TunedeckMenu/Platform/Log.h"
-
 #include "TunedeckMenu/Platform/Linux/System/Journal.h"
+#include "TunedeckMenu/Platform/Log.h"
 
 #include <unistd.h>
 

@@ -8,10 +8,10 @@ namespace tunedeck {
 ///
 /// It is enabled when a session would start what the entry names: neither hidden nor switched off by the desktop's own
 /// settings, and the program is there. Another place of the same application counts.
-class AutostartItem final : public LoginItem {
+class LinuxLoginItem final : public LoginItem {
 public:
     /// `entry`: path of the entry's file; `program`: what it starts; `icon`: a path or name.
-    AutostartItem(QString entry, QString program, QString icon);
+    LinuxLoginItem(QString entry, QString program, QString icon);
 
     [[nodiscard]] bool isEnabled() const override;
     std::expected<void, QString> setEnabled(bool enabled) override;

@@ -1,4 +1,4 @@
-#include "TunedeckMenu/Platform/Linux/Desktop/AutostartItem.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/LinuxLoginItem.h"
 
 #include "TunedeckCore/Support/Files/AtomicFile.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/DesktopEntry.h"
@@ -13,10 +13,10 @@
 
 namespace tunedeck {
 
-AutostartItem::AutostartItem(QString entry, QString program, QString icon)
+LinuxLoginItem::LinuxLoginItem(QString entry, QString program, QString icon)
     : m_entry(std::move(entry)), m_program(std::move(program)), m_icon(std::move(icon)) {}
 
-bool AutostartItem::isEnabled() const {
+bool LinuxLoginItem::isEnabled() const {
     const auto bytes = readFile(m_entry, 64 * 1024);
     if (!bytes) {
         return false;
@@ -33,7 +33,7 @@ bool AutostartItem::isEnabled() const {
     return program.isEmpty() || !QStandardPaths::findExecutable(program).isEmpty();
 }
 
-std::expected<void, QString> AutostartItem::setEnabled(bool enabled) {
+std::expected<void, QString> LinuxLoginItem::setEnabled(bool enabled) {
     if (enabled) {
         const auto folder = createFolder(QFileInfo(m_entry).path());
         return folder ? writeFileAtomically(m_entry, content()) : folder;
@@ -44,7 +44,7 @@ std::expected<void, QString> AutostartItem::setEnabled(bool enabled) {
     return {};
 }
 
-QString AutostartItem::defaultEntry(const QString& home) {
+QString LinuxLoginItem::defaultEntry(const QString& home) {
     auto folder = QFile::decodeName(qgetenv("XDG_CONFIG_HOME"));
     if (!folder.startsWith(u'/')) {
         folder = home + QStringLiteral("/.config");
@@ -52,7 +52,7 @@ QString AutostartItem::defaultEntry(const QString& home) {
     return folder + QStringLiteral("/autostart/com.brightfold.tunedeck.menu.desktop");
 }
 
-QByteArray AutostartItem::content() const {
+QByteArray LinuxLoginItem::content() const {
     return QStringLiteral("[Desktop Entry]\n"
                           "Type=Application\n"
                           "Name=Tunedeck\n"

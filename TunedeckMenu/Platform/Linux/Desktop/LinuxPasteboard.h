@@ -1,0 +1,13 @@
+#pragma once
+
+#include "TunedeckMenu/Platform/Pasteboard.h"
+
+namespace tunedeck {
+
+/// The session's clipboard.
+class LinuxPasteboard final : public Pasteboard {
+public:
+    void setText(const QString& text) override;
+};
+
+} // namespace tunedeck

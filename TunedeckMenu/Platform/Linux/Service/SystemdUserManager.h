@@ -1,0 +1,29 @@
+#pragma once
+
+#include "TunedeckCore/Installation/ServiceInstaller.h"
+
+#include <QString>
+
+namespace tunedeck {
+
+/// Supervises the background service with the systemd user manager.
+struct SystemdUserManager {
+    QString unitFolder;                              ///< of the user's own units
+    QString systemctl = QStringLiteral("systemctl"); ///< the manager's command
+
+    /// Uses the user's unit folder: "systemd/user" in XDG_CONFIG_HOME or ~/.config.
+    static SystemdUserManager ofUser();
+
+    /// The operations of launchctl:
+    /// - "print TARGET": 0 when the service is loaded and not stopped (waiting for its restart counts), 3 when it is
+    ///   stopped, 4 when it doesn't exist;
+    /// - "bootstrap DOMAIN PLIST": makes the unit from the property list with the folders that it needs, enables and
+    ///   starts it; 66 when the list can't be read, 73 when the unit can't be written;
+    /// - "bootout TARGET": stops and disables it;
+    /// - "kickstart [-k] TARGET": starts it, or with "-k" restarts it when it runs.
+    /// Other exit statuses are systemctl's; 64 for any other arguments, -1 when systemctl can't be started. Without a
+    /// user manager each operation fails at once.
+    [[nodiscard]] Launchctl launchctl() const;
+};
+
+} // namespace tunedeck

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+namespace tunedeck {
+
+/// The clipboard. Its content stays when the panel closes.
+class Pasteboard {
+public:
+    virtual ~Pasteboard() = default;
+    virtual void setText(const QString& text) = 0;
+};
+
+} // namespace tunedeck
