@@ -1,6 +1,6 @@
 #include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Service/Connections.h"
-#include "TunedeckCore/Update/UpdateFeed.h"
+#include "TunedeckCore/Update/Appcast.h"
 
 using namespace tunedeck;
 using namespace Qt::StringLiterals;

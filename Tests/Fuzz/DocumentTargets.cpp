@@ -5,7 +5,7 @@
 #include "TunedeckCore/Service/Toolbox.h"
 #include "TunedeckCore/Support/Files/PropertyList.h"
 #include "TunedeckCore/Support/Json/JsonValue.h"
-#include "TunedeckCore/Update/UpdateFeed.h"
+#include "TunedeckCore/Update/Appcast.h"
 
 namespace tunedeck::fuzz {
 

@@ -1,5 +1,6 @@
 #include "Tests/Helpers/Test.h"
 #include "Tests/Helpers/Update/Zip.h"
+#include "TunedeckCore/Update/UpdateCheck.h"
 #include "TunedeckCore/Update/UpdateFeed.h"
 
 #include <QCryptographicHash>

@@ -1,6 +1,8 @@
 #include "Tests/Helpers/Test.h"
 #include "Tests/Helpers/TestServer.h"
 #include "Tests/Helpers/Update/Signing.h"
+#include "TunedeckCore/Update/SystemVersion.h"
+#include "TunedeckCore/Update/UpdateCheck.h"
 #include "TunedeckCore/Update/UpdateFeed.h"
 
 namespace tunedeck::test {

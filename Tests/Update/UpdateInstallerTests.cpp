@@ -1,6 +1,7 @@
 #include "Tests/Helpers/Test.h"
 #include "Tests/Helpers/TestServer.h"
 #include "Tests/Helpers/Update/Zip.h"
+#include "TunedeckCore/Update/BundleSwap.h"
 #include "TunedeckCore/Update/UpdateInstaller.h"
 
 #include <QCryptographicHash>

@@ -1,4 +1,4 @@
-#include "TunedeckCore/Update/UpdateFeed.h"
+#include "TunedeckCore/Update/Appcast.h"
 
 namespace tunedeck {
 

@@ -1,8 +1,7 @@
-// The step of an update that matters: from one whole bundle to the other.
+#include "TunedeckCore/Update/BundleSwap.h"
 
 #include "TunedeckCore/Support/Files/FileDescriptor.h"
 #include "TunedeckCore/Support/Files/RemoveTree.h"
-#include "TunedeckCore/Update/UpdateInstaller.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -62,7 +61,7 @@ bool exchange(const QByteArray& installed, const QByteArray& with) {
 
 } // namespace
 
-UpdateInstaller::Result<QString> UpdateInstaller::replace(const QString& installed, const QString& with) {
+std::expected<QString, UpdateError> UpdateInstaller::replace(const QString& installed, const QString& with) {
     const QByteArray place = QFile::encodeName(installed);
     const QByteArray fresh = QFile::encodeName(with);
     // An exchange would gladly swap a folder with a link.

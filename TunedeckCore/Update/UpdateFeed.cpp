@@ -6,6 +6,8 @@
 #include <QStringDecoder>
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <tuple>
 
 namespace tunedeck {

@@ -1,66 +1,20 @@
 #pragma once
 
 #include "TunedeckCore/Support/Http/Downloader.h"
-#include "TunedeckCore/Support/Json/Json.h"
+#include "TunedeckCore/Update/FeedSignature.h"
+#include "TunedeckCore/Update/SystemVersion.h"
+#include "TunedeckCore/Update/UpdateCheck.h"
 #include "TunedeckCore/Update/UpdateError.h"
 
 #include <QCoroTask>
 #include <QString>
 #include <QUrl>
 
-#include <array>
-#include <cstdint>
 #include <expected>
 #include <functional>
-#include <optional>
 #include <stop_token>
-#include <variant>
 
 namespace tunedeck {
-
-/// The update feed's document.
-struct Appcast {
-    /// One release of the application.
-    struct Release {
-        QString version;
-        std::optional<QString> minMacos;
-        QString url;    ///< of the archive
-        QString sha256; ///< of the archive, hexadecimal
-        std::optional<std::int64_t> size;
-        std::optional<QString> publishedAt;
-        std::optional<QString> notes;
-        std::optional<QString> dmgUrl;
-        bool operator==(const Release&) const = default;
-    };
-
-    Release latest;
-
-    static std::expected<Appcast, json::Error> decode(const QByteArray& bytes);
-    bool operator==(const Appcast&) const = default;
-};
-
-using Release = Appcast::Release;
-
-/// A version of the system: major, minor, patch.
-using SystemVersion = std::array<int, 3>;
-
-/// What a look at the feed came to.
-struct UpdateCheck {
-    struct Available {
-        Release release;
-        bool operator==(const Available&) const = default;
-    };
-    struct Failed {
-        QString message; ///< for the user
-        bool operator==(const Failed&) const = default;
-    };
-    struct UpToDate {
-        bool operator==(const UpToDate&) const = default;
-    };
-
-    std::variant<Available, Failed, UpToDate> value;
-    bool operator==(const UpdateCheck&) const = default;
-};
 
 /// The signed feed that tells of new releases.
 struct UpdateFeed {
@@ -83,9 +37,9 @@ struct UpdateFeed {
     /// The default way to fetch: with the download helper, within 30 seconds.
     static Fetch download(Downloader downloader);
 
-    /// Whether the signature is a valid Ed25519 signature (RFC 8032) of exactly these bytes. `signature`: base64 of 64
-    /// bytes, white space around it allowed; `publicKey`: base64 of 32 bytes.
-    static bool verify(const QByteArray& bytes, const QString& signature, const QString& publicKey);
+    static bool verify(const QByteArray& bytes, const QString& signature, const QString& publicKey) {
+        return isSignedBy(bytes, signature, publicKey);
+    }
 
     /// Whether a system version meets a minimum such as "13.5"; what isn't a number in it counts as 0.
     static bool satisfies(const SystemVersion& system, const QString& minimum);

@@ -4,6 +4,7 @@
 #include "TunedeckCore/Support/Files/AtomicFile.h"
 #include "TunedeckCore/Support/Files/PropertyList.h"
 #include "TunedeckCore/Update/Archive.h"
+#include "TunedeckCore/Update/BundleSwap.h"
 #include "TunedeckCore/Update/ScratchFolder.h"
 
 #include <QDir>

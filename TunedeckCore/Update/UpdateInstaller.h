@@ -1,8 +1,8 @@
 #pragma once
 
 #include "TunedeckCore/Support/Http/Downloader.h"
+#include "TunedeckCore/Update/Appcast.h"
 #include "TunedeckCore/Update/UpdateError.h"
-#include "TunedeckCore/Update/UpdateFeed.h"
 
 #include <QCoroTask>
 #include <QString>
@@ -32,9 +32,6 @@ Result<QString> unpack(const QString& zip, const QString& folder, std::stop_toke
 
 /// Whether the application is the expected one in exactly that version.
 Result<void> validate(const QString& app, const QString& bundleID, const QString& version);
-
-/// Swaps the new application into the old one's place and removes the old one; gives the place.
-Result<QString> replace(const QString& installed, const QString& with);
 
 /// Removes what updates that were killed left beside the bundle; those under way are left alone.
 void sweep(const QString& installed);

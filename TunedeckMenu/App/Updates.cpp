@@ -1,5 +1,6 @@
 #include "TunedeckMenu/App/Updates.h"
 
+#include "TunedeckCore/Update/UpdateFeed.h"
 #include "TunedeckCore/Update/UpdateInstaller.h"
 
 namespace tunedeck {

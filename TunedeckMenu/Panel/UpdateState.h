@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TunedeckCore/Update/UpdateFeed.h"
+#include "TunedeckCore/Update/Appcast.h"
 
 #include <QDateTime>
 #include <QString>
