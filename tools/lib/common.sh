@@ -87,14 +87,38 @@ configure() { # configure PRESET: quiet when nothing changed
     cp "$project/CMakePresets.json" "$folder/configured-with.json"
 }
 
-build() { # build PRESET [TARGET…]: all targets when none is named; prints warnings and errors only
-    local preset=$1 args=() target
-    shift
-    for target in "$@"; do args+=(--target "$target"); done
-    # Somebody who watches wants to see how far it is; a log doesn't.
-    [ -t 1 ] || args+=(-- --quiet)
-    say "building $preset${*:+ ($*)}"
-    (cd "$project" && cmake --build --preset "$preset" -j "$(nproc)" "${args[@]}") </dev/null || {
+# Compiling everything on two cores without a compiler cache; measured, for the message before a build.
+usual_build_time() { # usual_build_time PRESET TARGET…
+    case "$*" in
+    *bundle*) echo "3 minutes" ;;
+    asan | coverage) echo "15 minutes" ;;
+    *) echo "8 minutes" ;;
+    esac
+}
+
+build() { # build PRESET [TARGET…]: all targets when none is named; shows progress, and the compiler's output on failure
+    local preset=$1 args=() target log=$project/build/build-$1.log process seconds=0 status
+    for target in "${@:2}"; do args+=(--target "$target"); done
+    if [ "$(ninja -C "$project/build/$preset" -n "${@:2}" 2>/dev/null | grep -c '^\[')" -gt 50 ]; then
+        say "building $preset${2:+ (${*:2})}: takes about $(usual_build_time "$@") on two cores, less with a compiler cache"
+    else
+        say "building $preset${2:+ (${*:2})}"
+    fi
+    if [ -t 1 ]; then
+        (cd "$project" && cmake --build --preset "$preset" -j "$(nproc)" "${args[@]}") </dev/null
+        status=$?
+    else
+        (cd "$project" && exec cmake --build --preset "$preset" -j "$(nproc)" "${args[@]}") >"$log" 2>&1 </dev/null &
+        process=$!
+        while kill -0 "$process" 2>/dev/null; do
+            sleep 1
+            ((++seconds % 30)) || say "    $(grep -o '^\[[0-9]*/[0-9]*\]' "$log" | tail -n 1) after $seconds s"
+        done
+        wait "$process"
+        status=$?
+        [ "$status" -eq 0 ] || grep -vE '^\[[0-9]+/[0-9]+\]' "$log" >&2
+    fi
+    [ "$status" -eq 0 ] || {
         local free
         free=$(df --output=avail -k "$project/build" | tail -n 1)
         [ "$free" -gt 51200 ] || stop "the disk is full: $((free / 1024)) MiB are left for $project/build"
