@@ -1,8 +1,9 @@
 #include "Tests/Gallery/Samples.h"
 
 #include "Tests/Gallery/FakeHost.h"
-#include "TunedeckMenu/Panel/OnboardingWords.h"
-#include "TunedeckMenu/Panel/Panel.h"
+#include "TunedeckMenu/Panel/FirstRun/OnboardingContent.h"
+#include "TunedeckMenu/Panel/PanelContent.h"
+#include "TunedeckMenu/Panel/PanelState.h"
 
 #include <QFileIconProvider>
 #include <QFileInfo>

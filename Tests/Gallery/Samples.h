@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TunedeckMenu/Panel/OnboardingState.h"
+#include "TunedeckMenu/Panel/FirstRun/OnboardingState.h"
 #include "TunedeckMenu/Panel/PanelModule.h"
 #include "TunedeckMenu/Panel/PanelState.h"
 

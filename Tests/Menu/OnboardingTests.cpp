@@ -1,6 +1,6 @@
 #include "Tests/Menu/MenuFixture.h"
 #include "TunedeckMenu/Model/OnboardingModel.h"
-#include "TunedeckMenu/Panel/OnboardingWords.h"
+#include "TunedeckMenu/Panel/FirstRun/OnboardingContent.h"
 
 #include <memory>
 

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "TunedeckMenu/Panel/Panel.h"
+#include "TunedeckMenu/Panel/HeaderView.h"
+#include "TunedeckMenu/Panel/PanelContent.h"
+#include "TunedeckMenu/Panel/PanelState.h"
 
 #include <QTimeZone>
 

@@ -3,7 +3,8 @@
 #include "TunedeckCore/Service/ServiceEndpoint.h"
 #include "TunedeckCore/Support/Http/LocalHttp.h"
 #include "TunedeckMenu/Actions/DiagnosticsAction.h"
-#include "TunedeckMenu/Panel/Panel.h"
+#include "TunedeckMenu/Panel/HeaderView.h"
+#include "TunedeckMenu/Panel/PanelState.h"
 
 #include <chrono>
 #include <utility>

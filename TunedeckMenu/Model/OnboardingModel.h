@@ -3,8 +3,8 @@
 #include "TunedeckCore/Support/Async/TaskScope.h"
 #include "TunedeckMenu/Actions/PanelController.h"
 #include "TunedeckMenu/Model/MenuServices.h"
-#include "TunedeckMenu/Panel/OnboardingContent.h"
-#include "TunedeckMenu/Panel/OnboardingState.h"
+#include "TunedeckMenu/Panel/FirstRun/OnboardingActions.h"
+#include "TunedeckMenu/Panel/FirstRun/OnboardingState.h"
 
 #include <QCoroTask>
 #include <QObject>

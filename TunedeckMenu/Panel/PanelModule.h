@@ -1,7 +1,8 @@
 #pragma once
 
 #include "TunedeckMenu/Panel/Confirmation.h"
-#include "TunedeckMenu/Panel/OnboardingContent.h"
+#include "TunedeckMenu/Panel/FirstRun/OnboardingActions.h"
+#include "TunedeckMenu/Panel/FirstRun/OnboardingContent.h"
 #include "TunedeckMenu/Panel/PanelActions.h"
 #include "TunedeckMenu/Panel/PanelContent.h"
 

@@ -1,7 +1,7 @@
 #include "TunedeckMenu/Windows/Windows.h"
 
-#include "TunedeckMenu/Panel/OnboardingWords.h"
-#include "TunedeckMenu/Panel/Panel.h"
+#include "TunedeckMenu/Panel/FirstRun/OnboardingContent.h"
+#include "TunedeckMenu/Panel/PanelContent.h"
 
 #include <utility>
 

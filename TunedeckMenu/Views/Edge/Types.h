@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TunedeckMenu/Panel/OnboardingContent.h"
+#include "TunedeckMenu/Panel/FirstRun/OnboardingContent.h"
 #include "TunedeckMenu/Panel/PanelContent.h"
 
 #include <QtQml/qqml.h>

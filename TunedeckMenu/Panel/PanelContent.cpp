@@ -1,4 +1,6 @@
-#include "TunedeckMenu/Panel/Panel.h"
+#include "TunedeckMenu/Panel/PanelContent.h"
+
+#include "TunedeckMenu/Panel/PanelState.h"
 
 namespace tunedeck {
 
@@ -15,27 +17,6 @@ PanelContent panelContent(const PanelState& state, const QDateTime& now) {
         .about = aboutCard(state.appVersion, state.update, now),
         .banner = actionBanner(state.actionError, state.actionNote),
         .footer = footer(state.opensAtLogin, state.isRestarting),
-    };
-}
-
-BannerView actionBanner(const std::optional<QString>& error, const std::optional<QString>& note) {
-    if (error) {
-        return {.shown = true, .text = *error, .tone = look::Tone::Warning};
-    }
-    if (note) {
-        return {.shown = true, .text = *note, .tone = look::Tone::Good};
-    }
-    return {};
-}
-
-FooterView footer(bool opensAtLogin, bool isRestarting) {
-    return {
-        .loginTitle = QStringLiteral("Open at Login"),
-        .opensAtLogin = opensAtLogin,
-        .restarting = isRestarting,
-        .restartLabel = QStringLiteral("Restart tunedeck"),
-        .logLabel = QStringLiteral("Open Log"),
-        .quitLabel = QStringLiteral("Quit Tunedeck"),
     };
 }
 

@@ -1,5 +1,8 @@
+#include "TunedeckMenu/Panel/Cards/DownloadsCard.h"
+
 #include "TunedeckCore/Locations/Paths.h"
-#include "TunedeckMenu/Panel/Panel.h"
+
+using namespace Qt::StringLiterals;
 
 namespace tunedeck {
 
@@ -9,16 +12,14 @@ BannerView folderWarning(const ServiceStatus* status, const std::optional<QStrin
     BannerView banner{.tone = look::Tone::Warning};
     if (status && !status->downloadDirWritable) {
         banner.shown = true;
-        banner.text = status->downloadDirError.value_or(QStringLiteral("tunedeck can't write to this folder."));
+        banner.text = status->downloadDirError.value_or(u"tunedeck can't write to this folder."_s);
         return banner;
     }
     const std::optional<QString> folder = status ? std::optional(status->downloadDir) : customFolder;
     if (const auto place = folder ? protectedLocation(*folder, home) : std::nullopt) {
         banner.shown = true;
-        banner.text =
-            QStringLiteral("macOS may block the background service from saving to %1. If downloads fail, pick "
-                           "a folder in ~/Music.")
-                .arg(*place);
+        banner.text = u"macOS may block the background service from saving to %1. If downloads fail, pick "
+                      "a folder in ~/Music."_s.arg(*place);
     }
     return banner;
 }
@@ -30,24 +31,23 @@ DownloadsView downloadsCard(const ServiceState& service, const std::optional<QSt
     const ServiceStatus* status = service.status();
     const bool custom = status && status->downloadDirSource == u"settings";
     DownloadsView card{
-        .title = QStringLiteral("Downloads"),
-        .symbol = QStringLiteral("arrow.down.circle"),
-        .badge = custom ? QStringLiteral("Custom") : QStringLiteral("Default"),
+        .title = u"Downloads"_s,
+        .symbol = u"arrow.down.circle"_s,
+        .badge = custom ? u"Custom"_s : u"Default"_s,
         .hasFolder = status != nullptr,
         .warning = folderWarning(status, customFolder, home),
-        .changeButton = QStringLiteral("Change Folder…"),
-        .changeHelp =
-            QStringLiteral("New downloads go to the folder you pick. Songs already saved stay where they are."),
-        .defaultButton = custom ? QStringLiteral("Use Default") : QString(),
-        .note = QStringLiteral("Applies from the next download."),
+        .changeButton = u"Change Folder…"_s,
+        .changeHelp = u"New downloads go to the folder you pick. Songs already saved stay where they are."_s,
+        .defaultButton = custom ? u"Use Default"_s : QString(),
+        .note = u"Applies from the next download."_s,
     };
     if (status) {
         card.folderPath = status->downloadDir;
-        card.folderTitle = QStringLiteral("Show in Finder");
+        card.folderTitle = u"Show in Finder"_s;
         card.folderSubtitle = abbreviatingHome(status->downloadDir, home);
         card.folderHelp = status->downloadDir;
     } else {
-        card.stoppedText = QStringLiteral("Start tunedeck to see where songs are saved.");
+        card.stoppedText = u"Start tunedeck to see where songs are saved."_s;
     }
     return card;
 }

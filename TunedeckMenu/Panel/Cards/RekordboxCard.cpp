@@ -1,6 +1,9 @@
+#include "TunedeckMenu/Panel/Cards/RekordboxCard.h"
+
 #include "TunedeckCore/Support/Text/Text.h"
 #include "TunedeckCore/Support/Text/Time.h"
-#include "TunedeckMenu/Panel/Panel.h"
+
+using namespace Qt::StringLiterals;
 
 namespace tunedeck {
 
@@ -16,12 +19,11 @@ QString relative(const QString& timestamp, const QDateTime& now) {
 QString headline(const Library& library) {
     const auto count = static_cast<std::int64_t>(library.pending.size());
     if (count == 0) {
-        return library.rekordboxRunning ? QStringLiteral("Up to date · Rekordbox is open")
-                                        : QStringLiteral("Up to date");
+        return library.rekordboxRunning ? u"Up to date · Rekordbox is open"_s : u"Up to date"_s;
     }
-    const QString changes = counted(count, QStringLiteral("change"));
-    return library.rekordboxRunning ? changes + QStringLiteral(" waiting — quit Rekordbox to apply")
-                                    : QStringLiteral("Applying ") + changes + QStringLiteral("…");
+    const QString changes = counted(count, u"change"_s);
+    return library.rekordboxRunning ? changes + u" waiting — quit Rekordbox to apply"_s
+                                    : u"Applying "_s + changes + u"…"_s;
 }
 
 QString detail(const Library& library, const QDateTime& now) {
@@ -30,7 +32,7 @@ QString detail(const Library& library, const QDateTime& now) {
         return applied ? joined({applied->summary, relative(applied->at, now)}) : QString();
     }
     if (library.lastError) {
-        return QStringLiteral("Last try failed: ") + *library.lastError;
+        return u"Last try failed: "_s + *library.lastError;
     }
     QStringList summaries;
     for (const Library::Pending& change : library.pending) {
@@ -51,7 +53,7 @@ QList<BannerView> failedChanges(const Library& library) {
     for (const Library::Failed& change : library.failed) {
         banners << BannerView{
             .shown = true,
-            .text = QStringLiteral("Couldn't apply “%1”").arg(change.summary),
+            .text = u"Couldn't apply “%1”"_s.arg(change.summary),
             .detail = change.error,
             .tone = look::Tone::Warning,
             .id = change.id,
@@ -63,48 +65,48 @@ QList<BannerView> failedChanges(const Library& library) {
 /// Why the library can't be acted on now; empty when it can.
 QString hindrance(const Library& library, bool busy) {
     if (library.rekordboxRunning) {
-        return QStringLiteral("Quit Rekordbox to restore a backup.");
+        return u"Quit Rekordbox to restore a backup."_s;
     }
-    return busy ? QStringLiteral("Another change to the library is under way.") : QString();
+    return busy ? u"Another change to the library is under way."_s : QString();
 }
 
 BackupRowView backupRow(const Library::Backup& backup, const Library& library, bool busy, const QDateTime& now) {
     BackupRowView row{
         .version = backup.version,
         .date = relative(backup.createdAt, now),
-        .badge = backup.version == library.backups.front().version ? QStringLiteral("Latest") : QString(),
+        .badge = backup.version == library.backups.front().version ? u"Latest"_s : QString(),
         .reason = backup.reason,
-        .button = QStringLiteral("Restore"),
+        .button = u"Restore"_s,
         .help = hindrance(library, busy),
         .canRestore = !library.rekordboxRunning && !busy,
     };
-    const QString which = QStringLiteral("Restore the library to v") + backup.version;
-    row.help = row.help.isEmpty() ? which : which + QStringLiteral(". ") + row.help;
+    const QString which = u"Restore the library to v"_s + backup.version;
+    row.help = row.help.isEmpty() ? which : which + u". "_s + row.help;
     return row;
 }
 
 void describeLibrary(RekordboxView& card, const Library& library, bool busy, const QDateTime& now) {
     card.hasLibrary = true;
     if (library.currentVersion) {
-        card.badge = QStringLiteral("Library v") + *library.currentVersion;
-        card.badgeHelp = QStringLiteral("Semver of your Rekordbox library's latest backup");
+        card.badge = u"Library v"_s + *library.currentVersion;
+        card.badgeHelp = u"Semver of your Rekordbox library's latest backup"_s;
     }
     card.headline = headline(library);
     card.tone = tone(library);
     card.detail = detail(library, now);
     card.failed = failedChanges(library);
     if (!card.failed.isEmpty()) {
-        card.retryButton = QStringLiteral("Retry");
-        card.dismissButton = QStringLiteral("Dismiss");
+        card.retryButton = u"Retry"_s;
+        card.dismissButton = u"Dismiss"_s;
     }
     if (!library.pending.empty() && !library.rekordboxRunning) {
-        card.applyButton = busy ? QStringLiteral("Applying…") : QStringLiteral("Apply Now");
+        card.applyButton = busy ? u"Applying…"_s : u"Apply Now"_s;
     }
     card.busy = busy;
-    card.busyHelp = busy ? QStringLiteral("Another change to the library is under way.") : QString();
-    card.backupsTitle = QStringLiteral("Backups (%1)").arg(library.backups.size());
+    card.busyHelp = busy ? u"Another change to the library is under way."_s : QString();
+    card.backupsTitle = u"Backups (%1)"_s.arg(library.backups.size());
     if (library.rekordboxRunning) {
-        card.backupsNote = QStringLiteral("Quit Rekordbox to restore a backup.");
+        card.backupsNote = u"Quit Rekordbox to restore a backup."_s;
     }
     for (const Library::Backup& backup : library.backups) {
         card.backups << backupRow(backup, library, busy, now);
@@ -114,18 +116,18 @@ void describeLibrary(RekordboxView& card, const Library& library, bool busy, con
 } // namespace
 
 RekordboxView rekordboxCard(const ServiceState& service, bool libraryBusy, const QDateTime& now) {
-    RekordboxView card{.title = QStringLiteral("Rekordbox"), .symbol = QStringLiteral("square.stack.3d.up")};
+    RekordboxView card{.title = u"Rekordbox"_s, .symbol = u"square.stack.3d.up"_s};
     const ServiceStatus* status = service.status();
     if (!status) {
-        card.xmlText = QStringLiteral("Shown when tunedeck is running.");
+        card.xmlText = u"Shown when tunedeck is running."_s;
         return card;
     }
     if (status->rekordboxDb) {
         describeLibrary(card, *status->rekordboxDb, libraryBusy, now);
     }
-    card.xmlText = QStringLiteral("rekordbox xml");
-    card.xmlSymbol = QStringLiteral("doc.text");
-    card.xmlButton = QStringLiteral("Show");
+    card.xmlText = u"rekordbox xml"_s;
+    card.xmlSymbol = u"doc.text"_s;
+    card.xmlButton = u"Show"_s;
     card.xmlHelp = status->importXml;
     return card;
 }

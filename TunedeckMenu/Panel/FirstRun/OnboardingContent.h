@@ -1,9 +1,19 @@
 #pragma once
 
-#include "TunedeckMenu/Panel/PanelContent.h"
+#include "TunedeckMenu/Panel/Cards/ConnectRow.h"
+#include "TunedeckMenu/Panel/Cards/SecretField.h"
+#include "TunedeckMenu/Panel/Cards/TelegramPairing.h"
+#include "TunedeckMenu/Panel/Look.h"
 
-/// What the first-run window says, as plain values; like PanelContent.
+#include <QDateTime>
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
 namespace tunedeck {
+
+struct OnboardingState;
 
 /// One tool of the tools step.
 struct ToolRowView {
@@ -94,23 +104,7 @@ public:
     bool operator==(const OnboardingContent&) const = default;
 };
 
-/// What the first-run window's controls ask for.
-class OnboardingActions {
-public:
-    virtual ~OnboardingActions() = default;
-    /// The window came on the screen or was closed.
-    virtual void windowAppeared() = 0;
-    virtual void windowClosed() = 0;
-    virtual void advance() = 0;
-    virtual void back() = 0;
-    virtual void repairTools() = 0;
-    virtual void takeBaseline() = 0;
-    virtual void choose(const QString& kind) = 0;
-    virtual void copyLink() = 0;
-    virtual void copyKey() = 0;
-    virtual void openTelegram() = 0;
-    virtual void newTelegramCode() = 0;
-    virtual void openSetupGuide() = 0;
-};
+/// What the first-run window shows for a state at a moment.
+OnboardingContent onboardingContent(const OnboardingState& state, const QDateTime& now);
 
 } // namespace tunedeck

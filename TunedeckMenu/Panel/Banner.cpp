@@ -1,0 +1,15 @@
+#include "TunedeckMenu/Panel/Banner.h"
+
+namespace tunedeck {
+
+BannerView actionBanner(const std::optional<QString>& error, const std::optional<QString>& note) {
+    if (error) {
+        return {.shown = true, .text = *error, .tone = look::Tone::Warning};
+    }
+    if (note) {
+        return {.shown = true, .text = *note, .tone = look::Tone::Good};
+    }
+    return {};
+}
+
+} // namespace tunedeck

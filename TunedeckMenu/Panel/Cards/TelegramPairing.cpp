@@ -1,0 +1,43 @@
+#include "TunedeckMenu/Panel/Cards/TelegramPairing.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tunedeck {
+
+QString expiryNote(const AssistantLink& link, const QDateTime& now) {
+    const auto expiry = link.expires();
+    if (!expiry || *expiry <= now) {
+        return {};
+    }
+    const qint64 milliseconds = now.msecsTo(*expiry);
+    const qint64 minutes = (milliseconds + 59'999) / 60'000;
+    return minutes > 1 ? u"Expires in %1 min"_s.arg(minutes) : u"Expires in under a minute"_s;
+}
+
+TelegramPairingView telegramPairing(const AssistantLink& link, bool busy, const QDateTime& now) {
+    TelegramPairingView block{.shown = !link.isConnected(), .busy = busy};
+    if (!block.shown) {
+        return block;
+    }
+    block.newCodeButton = u"New Code"_s;
+    block.newCodeHelp = block.newCodeDescription = busy ? u"Another link is being changed."_s : QString();
+    block.startUrl = link.url.value_or(QString());
+    if (block.startUrl.isEmpty()) {
+        block.text = u"Paired from another Mac or before a reinstall."_s;
+        return block;
+    }
+    block.qrName = u"QR code to pair Telegram"_s;
+    block.expired = link.pairingExpired(now);
+    if (block.expired) {
+        block.text = u"This code has expired."_s;
+        block.newCodeButton = u"Get a New Code"_s;
+        return block;
+    }
+    block.text = u"Scan with your phone's camera, then tap Start in Telegram."_s;
+    block.openButton = u"Open Telegram"_s;
+    block.openHelp = block.openDescription = u"Opens the Tunedeck bot in Telegram on this Mac"_s;
+    block.expiryNote = expiryNote(link, now);
+    return block;
+}
+
+} // namespace tunedeck

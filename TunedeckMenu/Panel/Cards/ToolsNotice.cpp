@@ -1,0 +1,55 @@
+#include "TunedeckMenu/Panel/Cards/ToolsNotice.h"
+
+#include "TunedeckCore/Support/Text/Text.h"
+
+#include <algorithm>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace tunedeck {
+
+namespace {
+
+QString installDetail(const ToolboxReport& toolbox) {
+    QStringList parts{toolbox.step.value_or(QString())};
+    if (toolbox.progress) {
+        parts << u"%1 %"_s.arg(std::lround(std::clamp(*toolbox.progress, 0.0, 1.0) * 100));
+    }
+    return joined(parts);
+}
+
+} // namespace
+
+ToolsNoticeView toolsNotice(const std::optional<ToolboxReport>& toolbox) {
+    ToolsNoticeView card{.title = u"Tools"_s, .symbol = u"wrench.and.screwdriver"_s};
+    if (!toolbox || (toolbox->allReady() && !toolbox->installing)) {
+        return card;
+    }
+    card.shown = true;
+    QStringList missing;
+    for (const ToolboxReport::Tool& tool : toolbox->all()) {
+        if (!tool.ready && !missing.contains(tool.name)) {
+            missing << tool.name;
+        }
+    }
+    if (!missing.isEmpty()) {
+        card.text = u"Missing: "_s + missing.join(u", "_s);
+    }
+    card.installing = toolbox->installing;
+    card.button = u"Repair Tools"_s;
+    card.installingText = u"Installing…"_s;
+    if (toolbox->installing) {
+        card.badge = u"Installing"_s;
+        card.badgeTone = look::Tone::Accent;
+        card.detail = installDetail(*toolbox);
+        card.progress = toolbox->progress ? std::clamp(*toolbox->progress, 0.0, 1.0) : -1;
+    } else {
+        card.badge = u"Needs repair"_s;
+        card.badgeTone = look::Tone::Warning;
+        card.detail = toolbox->error.value_or(QString());
+    }
+    return card;
+}
+
+} // namespace tunedeck
