@@ -4,7 +4,7 @@
 #include "Tests/Menu/MenuFixture.h"
 #include "TunedeckMenu/Actions/PanelController.h"
 #include "TunedeckMenu/Model/MenuModel.h"
-#include "TunedeckMenu/Windows/Windows.h"
+#include "TunedeckMenu/Windows/WindowController.h"
 
 #include <memory>
 #include <optional>
@@ -42,7 +42,7 @@ private:
     FakeAppearanceSource m_appearance;
     MenuModel m_model{services};
     PanelController m_controller{m_model, services};
-    std::unique_ptr<Windows> m_windows;
+    std::unique_ptr<WindowController> m_windows;
 };
 
 } // namespace tunedeck::test

@@ -165,13 +165,13 @@ TEST_F(MenuModelTest, AListAskedForBeforeALinkWasMadeOrRemovedDoesNotCount) {
     ASSERT_TRUE(comes([&] { return server.open() == 0 && count("GET /local/links") == 1; }));
     server.on("GET /local/links", behave::after(80ms, behave::answer(200, R"({"links":[]})")));
     const auto list = endingOf(model->refreshLinks(true, scope.token()));
-    model->putLink({.id = u"n"_s, .kind = u"claude"_s});
+    model->storeLink({.id = u"n"_s, .kind = u"claude"_s});
     ASSERT_TRUE(comes([&] { return list->isThere(); }));
     EXPECT_NE(model->link(u"n"_s), nullptr);
     server.on("GET /local/links",
               behave::after(80ms, behave::answer(200, R"({"links":[{"id":"n","kind":"claude"}]})")));
     const auto later = endingOf(model->refreshLinks(true, scope.token()));
-    model->dropLink(u"n"_s);
+    model->removeLink(u"n"_s);
     ASSERT_TRUE(comes([&] { return later->isThere(); }));
     EXPECT_EQ(model->link(u"n"_s), nullptr);
 }

@@ -30,13 +30,13 @@ TEST(RemoveCommandTest, ItTellsWhatWentWhatStaysAndWhatCouldNotBeDone) {
                                              .uninstall = {supervisor, [&] { return loginItem; }}},
                                             {home.path(), installer, 501, supervisor, clock}));
     };
-    EXPECT_EQ(run(false), CommandResult({.text = u"There was nothing of Tunedeck to remove.\n"_s}));
+    EXPECT_EQ(run(false), CommandResult({.output = u"There was nothing of Tunedeck to remove.\n"_s}));
 
     const auto settings = home.write(u".tunedeck/settings.json"_s, R"({"download_dir": "/music"})");
     home.write(u".tunedeck/bin/tunedeck"_s, "program");
     home.write(u"Library/Logs/tunedeck.log"_s, "log");
     loginItem.done << u"Removed the entry."_s;
-    EXPECT_EQ(run(true).text.toStdString(), "Ended the Tunedeck that ran.\n"
+    EXPECT_EQ(run(true).output.toStdString(), "Ended the Tunedeck that ran.\n"
                                             "Removed the entry.\n"
                                             "Removed ~/.tunedeck/bin/tunedeck.\n"
                                             "These stay:\n"
@@ -49,8 +49,8 @@ TEST(RemoveCommandTest, ItTellsWhatWentWhatStaysAndWhatCouldNotBeDone) {
     loginItem = {.done = {}, .failures = {u"The entry is stuck."_s}};
     const auto failed = run(std::unexpected(u"it sleeps"_s));
     EXPECT_EQ(failed.exitStatus, 1);
-    EXPECT_EQ(failed.complaints, u"Tunedeck: It couldn't be ended: it sleeps.\nTunedeck: The entry is stuck.\n"_s);
-    EXPECT_TRUE(failed.text.startsWith(u"Removed ~/.tunedeck/bin/tunedeck.\nThese stay:\n  your music, where"_s));
+    EXPECT_EQ(failed.errorOutput, u"Tunedeck: It couldn't be ended: it sleeps.\nTunedeck: The entry is stuck.\n"_s);
+    EXPECT_TRUE(failed.output.startsWith(u"Removed ~/.tunedeck/bin/tunedeck.\nThese stay:\n  your music, where"_s));
 }
 
 } // namespace

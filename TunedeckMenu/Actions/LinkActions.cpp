@@ -90,7 +90,7 @@ QCoro::Task<LinksClient::Result<AssistantLink>> LinkActions::connect(Assistant a
     return change<AssistantLink>(
         m_services.links.create(assistant, m_scope.token()), [this, assistant](const Result<AssistantLink>& made) {
             if (made) {
-                m_model.putLink(*made);
+                m_model.storeLink(*made);
                 announce(assistant, *made);
             } else if (made.error().code == QStringLiteral("telegram_not_configured")) {
                 m_model.show(QStringLiteral(
@@ -173,7 +173,7 @@ QCoro::Task<> LinkActions::rotateConfirmed(const AssistantLink& link) {
                              reason);
                 return false;
             }
-            m_model.putLink(*renewed);
+            m_model.storeLink(*renewed);
             m_clipboard.copy(*secret, copyKey(link));
             m_model.showNote(isShortcut(link)
                                  ? QStringLiteral("New key copied. Paste it into your Shortcut's Authorization header.")
@@ -192,7 +192,7 @@ QCoro::Task<> LinkActions::newCodeConfirmed(const AssistantLink& link) {
     return changeUnheeded<AssistantLink>(
         m_services.links.rotate(link.id, m_scope.token()), [this](const Result<AssistantLink>& renewed) {
             if (renewed) {
-                m_model.putLink(*renewed);
+                m_model.storeLink(*renewed);
                 m_model.showNote(QStringLiteral("New code ready. Scan it with your phone."));
             } else {
                 m_model.show(QStringLiteral("Couldn't make a new code: ") + renewed.error().message);
@@ -211,7 +211,7 @@ QCoro::Task<> LinkActions::disconnectConfirmed(const AssistantLink& link) {
     return changeUnheeded<void>(m_services.links.remove(link.id, m_scope.token()),
                                 [this, id = link.id](const Result<void>& removed) {
                                     if (removed) {
-                                        m_model.dropLink(id);
+                                        m_model.removeLink(id);
                                     } else {
                                         m_model.show(QStringLiteral("Couldn't disconnect: ") + removed.error().message);
                                     }

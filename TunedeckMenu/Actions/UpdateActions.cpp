@@ -41,7 +41,7 @@ QCoro::Task<> UpdateActions::install(Release release) {
 void UpdateActions::openDiskImage(const Release& release) {
     const QUrl named(release.dmgUrl.value_or(QString()), QUrl::StrictMode);
     const bool isWeb = named.scheme() == QStringLiteral("https") || named.scheme() == QStringLiteral("http");
-    const auto url = named.isValid() && isWeb ? named : m_services.updates.latestDiskImage;
+    const auto url = named.isValid() && isWeb ? named : m_services.updates.latestDiskImageUrl;
     if (!m_services.workspace.open(url)) {
         m_model.show(QStringLiteral("Couldn't open %1.").arg(url.toDisplayString()));
     }

@@ -36,7 +36,7 @@ AppDelegate::AppDelegate(MenuServices services, Desktop desktop, QObject* parent
     , m_placement(m_model, desktop.statusItem, m_services.clock,
                   m_services.facts.home + QStringLiteral("/.tunedeck/menu-bar.json"))
     , m_startUp(m_model, m_services, installer(),
-                {.waitIsOver = [this] { m_icon->startUpWaitIsOver(); },
+                {.waitEnded = [this] { m_icon->stopWaitingForService(); },
                  .showOnboarding = [this] { showOnboarding(); },
                  .showWindow =
                      [this] {
@@ -48,8 +48,8 @@ AppDelegate::AppDelegate(MenuServices services, Desktop desktop, QObject* parent
                  .startUpdateChecks = [this] { m_updates.start(); }})
     , m_updates(m_model, m_services.clock)
     , m_follow(m_services.clock, m_services.status, m_notifier,
-               [this](const std::optional<ServiceStatus>& status) { m_icon->saw(status); }) {
-    connect(&m_windows, &Windows::onboardingFinished, this, &AppDelegate::showWindow);
+               [this](const std::optional<ServiceStatus>& status) { m_icon->statusFetched(status); }) {
+    connect(&m_windows, &WindowController::onboardingFinished, this, &AppDelegate::showWindow);
     m_services.confirm = [this](const Confirmation& question, std::function<void(bool)> answer) {
         m_windows.confirm(question, std::move(answer));
     };

@@ -9,7 +9,7 @@
 #include "TunedeckMenu/Background/UpdateLoop.h"
 #include "TunedeckMenu/Model/MenuModel.h"
 #include "TunedeckMenu/Model/MenuServices.h"
-#include "TunedeckMenu/Windows/Windows.h"
+#include "TunedeckMenu/Windows/WindowController.h"
 
 #include <QCoroTask>
 #include <QObject>
@@ -58,7 +58,7 @@ private:
     Desktop m_desktop;
     MenuModel m_model;
     PanelController m_controller;
-    Windows m_windows;
+    WindowController m_windows;
     Notifier m_notifier;
     PlacementWatcher m_placement;
     StartUp m_startUp;

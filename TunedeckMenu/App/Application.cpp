@@ -1,7 +1,7 @@
 #include "TunedeckMenu/App/Application.h"
 
 #include "TunedeckBuildId.h"
-#include "TunedeckMenu/App/Updates.h"
+#include "TunedeckMenu/Model/UpdateServices.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -11,10 +11,10 @@ namespace tunedeck {
 
 namespace {
 
-PanelLoader::Options panelOf(const QString& bundle, Relauncher& relauncher) {
+PanelLoader::Options panelLoaderOptions(const QString& bundle, Relauncher& relauncher) {
     return {.module = bundle + QStringLiteral("/Contents/PlugIns/TunedeckPanel.so"),
             .buildId = QString::fromLatin1(buildId),
-            .renewed = [bundle, &relauncher] { return relauncher.isReplaced(bundle); },
+            .wasReplaced = [bundle, &relauncher] { return relauncher.isReplaced(bundle); },
             .restart =
                 [bundle, &relauncher] {
                     relauncher.relaunch(bundle, {QStringLiteral("--show")});
@@ -22,7 +22,7 @@ PanelLoader::Options panelOf(const QString& bundle, Relauncher& relauncher) {
                 }};
 }
 
-MenuServices servicesOn(Platform& platform, Clock& clock, const SystemFacts& facts) {
+MenuServices makeMenuServices(Platform& platform, Clock& clock, const SystemFacts& facts) {
     return {.clock = clock,
             .workspace = platform.workspace(),
             .pasteboard = platform.pasteboard(),
@@ -32,7 +32,7 @@ MenuServices servicesOn(Platform& platform, Clock& clock, const SystemFacts& fac
             .facts = facts,
             .settings = SettingsFile::standard(),
             .launchctl = platform.launchctl(),
-            .updates = updateServices(facts),
+            .updates = makeUpdateServices(facts),
             .quit = [] { QCoreApplication::quit(); }};
 }
 
@@ -41,12 +41,12 @@ MenuServices servicesOn(Platform& platform, Clock& clock, const SystemFacts& fac
 Application::Application(Clock& clock, const SystemFacts& facts, SingleInstance& instance)
     : m_instance(instance)
     , m_platform(createPlatform(facts))
-    , m_loader(m_platform->notifications(), panelOf(facts.bundle, m_platform->relauncher()))
-    , m_delegate(servicesOn(*m_platform, clock, facts), {.statusItem = m_platform->statusItem(),
-                                                         .notifications = m_platform->notifications(),
-                                                         .appearance = m_platform->appearance(),
-                                                         .views = m_loader,
-                                                         .defaults = m_defaults}) {
+    , m_loader(m_platform->notifications(), panelLoaderOptions(facts.bundle, m_platform->relauncher()))
+    , m_delegate(makeMenuServices(*m_platform, clock, facts), {.statusItem = m_platform->statusItem(),
+                                                               .notifications = m_platform->notifications(),
+                                                               .appearance = m_platform->appearance(),
+                                                               .views = m_loader,
+                                                               .defaults = m_defaults}) {
     QObject::connect(&m_instance, &SingleInstance::requested, &m_delegate, [this](const QByteArray& request) {
         if (request == "quit") {
             QCoreApplication::quit();

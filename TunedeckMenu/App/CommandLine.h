@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TunedeckCore/Service/ServiceStatus.h"
+#include "TunedeckMenu/App/CommandResult.h"
 #include "TunedeckMenu/Platform/SystemFacts.h"
 
 #include <QCoroTask>
@@ -26,14 +27,6 @@ struct CommandLine {
     /// What --help prints.
     static QString help();
     bool operator==(const CommandLine&) const = default;
-};
-
-/// What a command prints and how it exits.
-struct CommandResult {
-    QString text;
-    int exitStatus = 0;
-    QString complaints = {}; ///< for the standard error
-    bool operator==(const CommandResult&) const = default;
 };
 
 /// One line about the service, or its status document. Exits with 0 when the service runs, else with 1.

@@ -48,16 +48,16 @@ QCoro::Task<CommandResult> removeCommand(RemoveRequest request, ServiceRemover r
 
     CommandResult result;
     if (removal.done.isEmpty() && removal.failures.isEmpty()) {
-        result.text = u"There was nothing of Tunedeck to remove.\n"_s;
+        result.output = u"There was nothing of Tunedeck to remove.\n"_s;
     }
     for (const auto& line : removal.done) {
-        result.text += line + u'\n';
+        result.output += line + u'\n';
     }
     if (const auto lines = kept(request); !lines.isEmpty()) {
-        result.text += u"These stay:\n  "_s + lines.join(u"\n  "_s) + u'\n';
+        result.output += u"These stay:\n  "_s + lines.join(u"\n  "_s) + u'\n';
     }
     for (const auto& line : removal.failures) {
-        result.complaints += u"Tunedeck: "_s + line + u'\n';
+        result.errorOutput += u"Tunedeck: "_s + line + u'\n';
     }
     result.exitStatus = removal.failures.isEmpty() ? 0 : 1;
     co_return result;

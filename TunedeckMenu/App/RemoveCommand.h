@@ -2,7 +2,7 @@
 
 #include "TunedeckCore/Installation/ServiceRemover.h"
 #include "TunedeckCore/SettingsFile.h"
-#include "TunedeckMenu/App/CommandLine.h"
+#include "TunedeckMenu/App/CommandResult.h"
 #include "TunedeckMenu/Platform/Uninstall.h"
 
 #include <QCoroTask>

@@ -37,7 +37,7 @@ QCoro::Task<> StartUp::run() {
     if (stop.stop_requested()) {
         co_return;
     }
-    m_outcome.waitIsOver();
+    m_outcome.waitEnded();
     // Links can only speak against a first run. Where there is none anyway, the window doesn't wait for them.
     const bool linksDecide = Onboarding::shouldShow(m_services.settings.onboarded(), status, {});
     if (!linksDecide) {

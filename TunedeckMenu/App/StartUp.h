@@ -19,7 +19,7 @@ class StartUp {
 public:
     /// What it leads to.
     struct Outcome {
-        std::function<void()> waitIsOver;        ///< the service answered, or was given up
+        std::function<void()> waitEnded;         ///< the service answered, or was given up
         std::function<void()> showOnboarding;    ///< this is the first run
         std::function<void()> showWindow;        ///< the user started the application by hand
         std::function<void()> startUpdateChecks; ///< all else is done

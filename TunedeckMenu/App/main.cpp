@@ -42,9 +42,9 @@ int complain(const QString& sentence, int exitStatus) {
 
 QCoro::Task<> runCommand(QCoro::Task<CommandResult> command) {
     const auto result = co_await command;
-    print(stdout, result.text);
+    print(stdout, result.output);
     std::fflush(stdout);
-    print(stderr, result.complaints);
+    print(stderr, result.errorOutput);
     QCoreApplication::exit(result.exitStatus);
 }
 

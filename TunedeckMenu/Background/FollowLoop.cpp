@@ -8,8 +8,8 @@ namespace tunedeck {
 using namespace std::chrono_literals;
 
 FollowLoop::FollowLoop(Clock& clock, StatusClient client, Notifier& notifier,
-                       std::function<void(const std::optional<ServiceStatus>&)> saw)
-    : m_clock(clock), m_client(std::move(client)), m_notifier(notifier), m_saw(std::move(saw)) {}
+                       std::function<void(const std::optional<ServiceStatus>&)> onFetched)
+    : m_clock(clock), m_client(std::move(client)), m_notifier(notifier), m_onFetched(std::move(onFetched)) {}
 
 void FollowLoop::start() {
     spawn(follow());
@@ -25,7 +25,7 @@ QCoro::Task<> FollowLoop::follow() {
         if (status) {
             announce(*status);
         }
-        m_saw(status);
+        m_onFetched(status);
         co_await m_clock.sleep(4s, stop);
     }
 }

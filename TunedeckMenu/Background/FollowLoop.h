@@ -16,9 +16,9 @@ namespace tunedeck {
 /// Follows the service for as long as the application runs: every 4 seconds what is new in its status is announced.
 class FollowLoop {
 public:
-    /// `saw` is told the outcome of every fetch, nothing for a failed one.
+    /// `onFetched` is told the outcome of every fetch, nothing for a failed one.
     FollowLoop(Clock& clock, StatusClient client, Notifier& notifier,
-               std::function<void(const std::optional<ServiceStatus>&)> saw);
+               std::function<void(const std::optional<ServiceStatus>&)> onFetched);
 
     /// Begins; to be called once.
     void start();
@@ -30,7 +30,7 @@ private:
     Clock& m_clock;
     StatusClient m_client;
     Notifier& m_notifier;
-    std::function<void(const std::optional<ServiceStatus>&)> m_saw;
+    std::function<void(const std::optional<ServiceStatus>&)> m_onFetched;
     JobWatcher m_jobs;
     LibraryWatcher m_library;
     TaskScope m_scope;

@@ -13,7 +13,7 @@ IconController::IconController(MenuModel& model, StatusItem& item, QObject* pare
     show(model.state().service);
 }
 
-void IconController::saw(const std::optional<ServiceStatus>& status) {
+void IconController::statusFetched(const std::optional<ServiceStatus>& status) {
     if (status) {
         m_waiting = false;
     }

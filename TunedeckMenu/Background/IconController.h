@@ -21,9 +21,9 @@ public:
 
     /// What the follow loop saw. As long as no status has come and the start-up still waits for one, a missing service
     /// is only late.
-    void saw(const std::optional<ServiceStatus>& status);
+    void statusFetched(const std::optional<ServiceStatus>& status);
     /// From now on a missing service isn't running.
-    void startUpWaitIsOver() { m_waiting = false; }
+    void stopWaitingForService() { m_waiting = false; }
 
 private:
     void show(const ServiceState& service);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <tuple>
 
 namespace tunedeck {
 
@@ -60,12 +59,12 @@ QCoro::Task<> MenuModel::poll() {
 
 QCoro::Task<> MenuModel::refresh(std::stop_token stop) {
     readSettings();
-    const auto question = m_statusOrder.ask();
+    const auto request = m_statusRequests.begin();
     auto status = co_await m_services.status.fetch(stop);
     if (stop.stop_requested()) {
         co_return;
     }
-    if (m_statusOrder.accept(question)) {
+    if (m_statusRequests.isCurrent(request)) {
         setService(status ? ServiceState::running(std::move(*status)) : ServiceState::notRunning());
     }
 
@@ -81,9 +80,9 @@ QCoro::Task<> MenuModel::refresh(std::stop_token stop) {
 }
 
 QCoro::Task<> MenuModel::refreshToolbox(std::stop_token stop) {
-    const auto question = m_toolboxOrder.ask();
+    const auto request = m_toolboxRequests.begin();
     auto report = co_await m_services.toolbox.fetch(stop);
-    if (!stop.stop_requested() && m_toolboxOrder.accept(question)) {
+    if (!stop.stop_requested() && m_toolboxRequests.isCurrent(request)) {
         set(m_state.toolbox, std::move(report));
     }
 }
@@ -100,14 +99,14 @@ QCoro::Task<> MenuModel::refreshLinks(bool force, std::stop_token stop) {
     }
     m_linksFetchedAt = now;
 
-    const auto question = m_linksOrder.ask();
+    const auto request = m_linksRequests.begin();
     const auto underWay = std::make_shared<char>();
     m_linksRequest = underWay;
     auto result = co_await m_services.links.list(stop);
     if (stop.stop_requested()) {
         co_return;
     }
-    if (result && m_linksOrder.accept(question)) {
+    if (result && m_linksRequests.isCurrent(request)) {
         set(m_state.links, std::move(*result));
     }
 }
@@ -183,13 +182,14 @@ void MenuModel::clearError() {
 
 void MenuModel::setService(ServiceState service) {
     // A report that was asked for before the service stopped must not come back.
-    const bool clearsToolbox = !service.isRunning() && m_toolboxOrder.accept(m_toolboxOrder.ask());
+    const bool clearsToolbox = !service.isRunning();
     const bool differs = m_state.service != service;
     const bool hadToolbox = m_state.toolbox.has_value();
     if (differs) {
         m_state.service = std::move(service);
     }
     if (clearsToolbox) {
+        m_toolboxRequests.invalidate();
         m_state.toolbox.reset();
     }
     if (differs) {
@@ -230,8 +230,8 @@ void MenuModel::linksWork(int change) {
     set(m_state.linksBusy, m_linksWork > 0);
 }
 
-void MenuModel::putLink(AssistantLink link) {
-    std::ignore = m_linksOrder.accept(m_linksOrder.ask());
+void MenuModel::storeLink(AssistantLink link) {
+    m_linksRequests.invalidate();
     auto links = m_state.links;
     const auto known = std::ranges::find(links, link.id, &AssistantLink::id);
     if (known != links.end()) {
@@ -242,8 +242,8 @@ void MenuModel::putLink(AssistantLink link) {
     set(m_state.links, std::move(links));
 }
 
-void MenuModel::dropLink(const QString& id) {
-    std::ignore = m_linksOrder.accept(m_linksOrder.ask());
+void MenuModel::removeLink(const QString& id) {
+    m_linksRequests.invalidate();
     auto links = m_state.links;
     std::erase_if(links, [&](const AssistantLink& link) { return link.id == id; });
     set(m_state.links, std::move(links));

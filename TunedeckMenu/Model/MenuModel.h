@@ -2,6 +2,7 @@
 
 #include "TunedeckCore/Support/Async/TaskScope.h"
 #include "TunedeckMenu/Model/MenuServices.h"
+#include "TunedeckMenu/Model/RequestSequence.h"
 #include "TunedeckMenu/Panel/PanelState.h"
 
 #include <QCoroTask>
@@ -9,7 +10,6 @@
 #include <QObject>
 #include <QString>
 
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <stop_token>
@@ -17,25 +17,6 @@
 #include <vector>
 
 namespace tunedeck {
-
-/// The order of answers by the moment at which they were asked for: one that is older than what is shown is dropped.
-class AnswerOrder {
-public:
-    /// To be taken before asking.
-    [[nodiscard]] std::uint64_t ask() { return ++m_asked; }
-    /// Whether the answer to that question is still news; from then on, older ones aren't.
-    [[nodiscard]] bool accept(std::uint64_t question) {
-        if (question < m_accepted) {
-            return false;
-        }
-        m_accepted = question;
-        return true;
-    }
-
-private:
-    std::uint64_t m_asked = 0;
-    std::uint64_t m_accepted = 0;
-};
 
 /// The one owner of what the panel shows. Setting something to an equal value notifies nobody. It changes by what it
 /// fetches here and by the actions beside it; whoever awaits one of its operations must be gone before it is.
@@ -87,9 +68,9 @@ public:
     void libraryWork(int change);
     void linksWork(int change);
     /// Takes over a link that the service has made or renewed; lists asked for earlier no longer count.
-    void putLink(AssistantLink link);
+    void storeLink(AssistantLink link);
     /// Takes out a link that the service has removed.
-    void dropLink(const QString& id);
+    void removeLink(const QString& id);
     /// Reads the settings file and the login item afresh.
     void readSettings();
 
@@ -116,9 +97,9 @@ private:
 
     const MenuServices& m_services;
     PanelState m_state;
-    AnswerOrder m_statusOrder;
-    AnswerOrder m_toolboxOrder;
-    AnswerOrder m_linksOrder;
+    RequestSequence m_statusRequests;
+    RequestSequence m_toolboxRequests;
+    RequestSequence m_linksRequests;
     std::optional<QDateTime> m_linksFetchedAt;
     std::optional<QDateTime> m_lastUpdateCheck;
     std::weak_ptr<void> m_linksRequest; ///< lives while a list is asked for

@@ -20,24 +20,25 @@ std::unique_ptr<PanelViews> PanelLoader::createViews(PanelHost& host, const Appe
         m_loader.metaData().value(QStringLiteral("MetaData")).toObject().value(QStringLiteral("buildId")).toString();
     if (buildId != m_options.buildId) {
         // An upgrade may have put another build in the place of the one that runs: its windows would not fit.
-        if (m_options.renewed()) {
+        if (m_options.wasReplaced()) {
             qCInfo(appLog) << "the application was replaced while it ran: starting the new one";
             m_options.restart();
         } else {
-            tell(QFileInfo(m_options.module).isFile() ? QStringLiteral("%1 is of another build").arg(m_options.module)
-                                                      : QStringLiteral("%1 is missing").arg(m_options.module));
+            reportFailure(QFileInfo(m_options.module).isFile()
+                              ? QStringLiteral("%1 is of another build").arg(m_options.module)
+                              : QStringLiteral("%1 is missing").arg(m_options.module));
         }
         return nullptr;
     }
     auto* module = qobject_cast<PanelModule*>(m_loader.instance());
     if (module == nullptr) {
-        tell(m_loader.errorString());
+        reportFailure(m_loader.errorString());
         return nullptr;
     }
     return module->createViews(host, appearance);
 }
 
-void PanelLoader::tell(const QString& reason) {
+void PanelLoader::reportFailure(const QString& reason) {
     qCWarning(appLog).noquote() << "the windows can't be opened:" << reason;
     m_notifications.post({.identifier = QStringLiteral("windows-unavailable"),
                           .thread = {},

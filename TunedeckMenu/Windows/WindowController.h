@@ -5,6 +5,7 @@
 #include "TunedeckMenu/Model/OnboardingModel.h"
 #include "TunedeckMenu/Panel/PanelModule.h"
 #include "TunedeckMenu/Platform/AppearanceSource.h"
+#include "TunedeckMenu/Windows/ViewsSource.h"
 
 #include <QHash>
 #include <QIcon>
@@ -16,17 +17,9 @@
 
 namespace tunedeck {
 
-/// Where the windows come from.
-class ViewsSource {
-public:
-    virtual ~ViewsSource() = default;
-    /// Makes the windows; null when that isn't possible, which the user has then been told.
-    virtual std::unique_ptr<PanelViews> createViews(PanelHost& host, const Appearance& appearance) = 0;
-};
-
 /// The application's windows, made at the first need, and what they show. Everything is a no-op when they can't be
 /// made.
-class Windows : public QObject, public PanelHost {
+class WindowController : public QObject, public PanelHost {
     Q_OBJECT
 public:
     /// What the windows show and where their controls lead; all must outlive them.
@@ -37,8 +30,8 @@ public:
         AppearanceSource& appearance;
         ViewsSource& source;
     };
-    explicit Windows(Parts parts, QObject* parent = nullptr);
-    ~Windows() override;
+    explicit WindowController(Parts parts, QObject* parent = nullptr);
+    ~WindowController() override;
 
     /// Shows the main window in front of the others.
     void showWindow();

@@ -1,4 +1,4 @@
-#include "TunedeckMenu/App/Updates.h"
+#include "TunedeckMenu/Model/UpdateServices.h"
 
 #include "TunedeckCore/Update/UpdateFeed.h"
 #include "TunedeckCore/Update/UpdateInstaller.h"
@@ -27,7 +27,7 @@ QCoro::Task<std::expected<void, UpdateError>> install(Release release, SystemFac
 
 } // namespace
 
-UpdateServices updateServices(const SystemFacts& facts) {
+UpdateServices makeUpdateServices(const SystemFacts& facts) {
     const Downloader downloader(facts.bundle + QStringLiteral("/Contents/Helpers/tunedeck-fetch"));
     return {
         .check =
@@ -39,7 +39,7 @@ UpdateServices updateServices(const SystemFacts& facts) {
             [facts, downloader](Release release, ProgressHandler progress, std::stop_token stop) {
                 return install(std::move(release), facts, downloader, std::move(progress), std::move(stop));
             },
-        .latestDiskImage = UpdateFeed::latestDMG(),
+        .latestDiskImageUrl = UpdateFeed::latestDMG(),
     };
 }
 

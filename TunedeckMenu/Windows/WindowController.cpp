@@ -1,4 +1,4 @@
-#include "TunedeckMenu/Windows/Windows.h"
+#include "TunedeckMenu/Windows/WindowController.h"
 
 #include "TunedeckMenu/Panel/FirstRun/OnboardingContent.h"
 #include "TunedeckMenu/Panel/PanelContent.h"
@@ -7,9 +7,9 @@
 
 namespace tunedeck {
 
-Windows::Windows(Parts parts, QObject* parent) : QObject(parent), m_parts(parts) {
-    connect(&m_parts.model, &MenuModel::changed, this, &Windows::contentChangedSoon);
-    connect(&m_parts.model, &MenuModel::refreshed, this, &Windows::contentChangedSoon);
+WindowController::WindowController(Parts parts, QObject* parent) : QObject(parent), m_parts(parts) {
+    connect(&m_parts.model, &MenuModel::changed, this, &WindowController::contentChangedSoon);
+    connect(&m_parts.model, &MenuModel::refreshed, this, &WindowController::contentChangedSoon);
     connect(&m_parts.appearance, &AppearanceSource::changed, this, [this] {
         if (m_views) {
             m_views->setAppearance(m_parts.appearance.current());
@@ -17,23 +17,23 @@ Windows::Windows(Parts parts, QObject* parent) : QObject(parent), m_parts(parts)
     });
 }
 
-Windows::~Windows() = default;
+WindowController::~WindowController() = default;
 
-PanelViews* Windows::views() {
+PanelViews* WindowController::views() {
     if (!m_views) {
         m_views = m_parts.source.createViews(*this, m_parts.appearance.current());
     }
     return m_views.get();
 }
 
-void Windows::showWindow() {
+void WindowController::showWindow() {
     if (auto* shown = views()) {
         m_hasBeenShown = true;
         shown->showWindow();
     }
 }
 
-void Windows::showOnboarding() {
+void WindowController::showOnboarding() {
     auto* shown = views();
     if (shown == nullptr) {
         return;
@@ -44,14 +44,14 @@ void Windows::showOnboarding() {
         connect(m_onboarding.get(), &OnboardingModel::changed, this, [this] { m_views->onboardingChanged(); });
         // The model is in the middle of its last step when it says so.
         m_onboarding->onFinish = [this] {
-            QMetaObject::invokeMethod(this, &Windows::finishOnboarding, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(this, &WindowController::finishOnboarding, Qt::QueuedConnection);
         };
     }
     m_hasBeenShown = true;
     shown->showOnboarding();
 }
 
-void Windows::finishOnboarding() {
+void WindowController::finishOnboarding() {
     if (!m_onboarding) {
         return;
     }
@@ -60,7 +60,7 @@ void Windows::finishOnboarding() {
     Q_EMIT onboardingFinished();
 }
 
-void Windows::togglePopover(const QRect& anchor) {
+void WindowController::togglePopover(const QRect& anchor) {
     auto* shown = views();
     if (shown == nullptr) {
         return;
@@ -73,7 +73,7 @@ void Windows::togglePopover(const QRect& anchor) {
     }
 }
 
-void Windows::confirm(const Confirmation& question, std::function<void(bool)> answer) {
+void WindowController::confirm(const Confirmation& question, std::function<void(bool)> answer) {
     if (auto* shown = views()) {
         shown->confirm(question, std::move(answer));
     } else {
@@ -81,24 +81,24 @@ void Windows::confirm(const Confirmation& question, std::function<void(bool)> an
     }
 }
 
-PanelContent Windows::content() {
+PanelContent WindowController::content() {
     return panelContent(m_parts.model.state(), m_parts.services.clock.now());
 }
 
-OnboardingContent Windows::onboardingContent() {
+OnboardingContent WindowController::onboardingContent() {
     return tunedeck::onboardingContent(m_onboarding->state(), m_parts.services.clock.now());
 }
 
-OnboardingActions& Windows::onboardingActions() {
+OnboardingActions& WindowController::onboardingActions() {
     return *m_onboarding;
 }
 
-QIcon Windows::fileIcon(const QString& path) {
+QIcon WindowController::fileIcon(const QString& path) {
     const auto known = m_icons.constFind(path);
     return known != m_icons.constEnd() ? *known : *m_icons.insert(path, m_parts.services.workspace.icon(path));
 }
 
-void Windows::contentChangedSoon() {
+void WindowController::contentChangedSoon() {
     // A refresh changes several things one after the other: the windows take them over together.
     if (!m_views || std::exchange(m_changePending, true)) {
         return;
