@@ -1,11 +1,8 @@
 #include "TunedeckCore/MenuBarPlacement.h"
 
 #include "TunedeckCore/Support/Files/AtomicFile.h"
+#include "TunedeckCore/Support/Json/Value.h"
 #include "TunedeckCore/Support/Text/Time.h"
-
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 
 namespace tunedeck {
 
@@ -49,8 +46,8 @@ MenuBarIconVisibility MenuBarPlacement::visibility() const {
 std::expected<void, QString> MenuBarPlacement::write(const QString& path, const QDateTime& now) const {
     const auto shown = visibility();
     const auto notch =
-        leftAreaWidth ? QJsonArray{*leftAreaWidth, screenWidth - rightAreaWidth.value_or(0)} : QJsonArray();
-    const QJsonObject record{
+        leftAreaWidth ? json::Array{*leftAreaWidth, screenWidth - rightAreaWidth.value_or(0)} : json::Array();
+    const json::Object record{
         {u"visible"_s, shown.kind == MenuBarIconVisibility::Kind::visible},
         {u"occluded"_s, occluded},
         {u"status"_s, shown.description()},
@@ -60,7 +57,7 @@ std::expected<void, QString> MenuBarPlacement::write(const QString& path, const 
         {u"notch"_s, notch},
         {u"checked_at"_s, isoTimestamp(now)},
     };
-    return writeFileAtomically(path, QJsonDocument(record).toJson(QJsonDocument::Indented));
+    return writeFileAtomically(path, json::prettyText(record));
 }
 
 } // namespace tunedeck

@@ -1,6 +1,7 @@
 #include "TunedeckCore/SettingsFile.h"
 
 #include "TunedeckCore/Support/Files/AtomicFile.h"
+#include "TunedeckCore/Support/Json/Parse.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -21,7 +22,7 @@ SettingsFile SettingsFile::standard() {
 }
 
 std::optional<json::Value> SettingsFile::get(QLatin1StringView key) const {
-    const auto bytes = readFile(url, json::objectLimits.bytes);
+    const auto bytes = readFile(url, json::Limits{}.bytes);
     const auto object = bytes ? json::parseObject(*bytes) : std::unexpected(json::Error{});
     if (!object) {
         return {};
@@ -32,14 +33,14 @@ std::optional<json::Value> SettingsFile::get(QLatin1StringView key) const {
 
 std::expected<void, QString> SettingsFile::set(QLatin1StringView key, const std::optional<json::Value>& value) const {
     json::Object object;
-    if (const auto bytes = readFile(url, json::objectLimits.bytes)) {
+    if (const auto bytes = readFile(url, json::Limits{}.bytes)) {
         auto parsed = json::parseObject(*bytes);
         // What is no object is replaced, but what only we can't take in may be somebody's settings.
         if (!parsed && parsed.error().beyondLimits) {
             return std::unexpected(u"%1 was left as it is: %2."_s.arg(url, parsed.error().reason));
         }
         object = parsed ? std::move(*parsed) : json::Object();
-    } else if (QFileInfo(url).size() > json::objectLimits.bytes) {
+    } else if (QFileInfo(url).size() > json::Limits{}.bytes) {
         return std::unexpected(u"%1 was left as it is: it is too large for a settings file."_s.arg(url));
     }
     if (value) {
@@ -68,7 +69,7 @@ bool SettingsFile::onboarded() const {
 }
 
 std::expected<void, QString> SettingsFile::setOnboarded(bool value) const {
-    return set(onboardedKey, json::Value::Storage(value));
+    return set(onboardedKey, value);
 }
 
 } // namespace tunedeck

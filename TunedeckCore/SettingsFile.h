@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TunedeckCore/Support/Json/JsonValue.h"
+#include "TunedeckCore/Support/Json/Value.h"
 
 #include <QLatin1StringView>
 #include <QString>

@@ -34,7 +34,7 @@ void decodeStatus(benchmark::State& state) {
 }
 BENCHMARK(decodeStatus)->Unit(benchmark::kMillisecond);
 
-/// The parse alone of Qt's own reader, which decodeStatus is to stay within 1.5 times of.
+/// Qt's parser for comparison: decodeStatus must take less than twice as long.
 void qtParse(benchmark::State& state) {
     const QByteArray text = document();
     for (auto _ : state) {

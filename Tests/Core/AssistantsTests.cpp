@@ -1,5 +1,6 @@
 #include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Service/Assistants.h"
+#include "TunedeckCore/Support/Json/Record.h"
 
 using namespace tunedeck;
 using namespace Qt::StringLiterals;

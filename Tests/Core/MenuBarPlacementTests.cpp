@@ -54,21 +54,21 @@ TEST(MenuBarPlacementTest, IsRecordedAsSortedJson) {
     placement.rightAreaWidth = 639.5;
     ASSERT_TRUE(placement.write(path, now));
     EXPECT_EQ(home.read(u"menu-bar.json"_s), R"({
-    "checked_at": "2025-03-01T18:04:05Z",
-    "item_width": 24,
-    "item_x": 700.25,
-    "notch": [
-        640,
-        872.5
-    ],
-    "occluded": false,
-    "screen_width": 1512,
-    "status": "hidden: Your menu bar is full, so macOS put the Tunedeck icon behind the notch.",
-    "visible": false
+  "checked_at": "2025-03-01T18:04:05Z",
+  "item_width": 24,
+  "item_x": 700.25,
+  "notch": [
+    640,
+    872.5
+  ],
+  "occluded": false,
+  "screen_width": 1512,
+  "status": "hidden: Your menu bar is full, so macOS put the Tunedeck icon behind the notch.",
+  "visible": false
 }
 )");
     ASSERT_TRUE(at(5, false).write(path, now));
-    EXPECT_TRUE(home.read(u"menu-bar.json"_s).contains("\"notch\": [\n    ],"));
+    EXPECT_TRUE(home.read(u"menu-bar.json"_s).contains("\"notch\": [],"));
     EXPECT_FALSE(placement.write(home.path(u"missing/menu-bar.json"_s), now));
 }
 

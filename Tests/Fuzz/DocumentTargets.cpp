@@ -4,7 +4,9 @@
 #include "TunedeckCore/Service/ServiceStatus.h"
 #include "TunedeckCore/Service/Toolbox.h"
 #include "TunedeckCore/Support/Files/PropertyList.h"
-#include "TunedeckCore/Support/Json/JsonValue.h"
+#include "TunedeckCore/Support/Json/Parse.h"
+#include "TunedeckCore/Support/Json/Record.h"
+#include "TunedeckCore/Support/Json/Value.h"
 #include "TunedeckCore/Update/Appcast.h"
 
 namespace tunedeck::fuzz {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TunedeckCore/Support/Json/Json.h"
+#include "TunedeckCore/Support/Json/Record.h"
 
 #include <QCoroTask>
 #include <QDateTime>

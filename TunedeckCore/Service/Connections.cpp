@@ -1,6 +1,7 @@
 #include "TunedeckCore/Service/Connections.h"
 
 #include "TunedeckCore/Support/Files/AtomicFile.h"
+#include "TunedeckCore/Support/Json/Record.h"
 #include "TunedeckCore/Support/Text/Text.h"
 
 #include <QDir>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "TunedeckCore/Support/Http/Downloader.h"
-#include "TunedeckCore/Support/Json/Json.h"
+#include "TunedeckCore/Support/Json/Error.h"
 
 #include <QByteArray>
 #include <QCoroTask>

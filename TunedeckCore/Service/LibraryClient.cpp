@@ -1,7 +1,8 @@
 #include "TunedeckCore/Service/LibraryClient.h"
 
 #include "TunedeckCore/Service/ServiceCall.h"
-#include "TunedeckCore/Support/Json/JsonValue.h"
+#include "TunedeckCore/Support/Json/Record.h"
+#include "TunedeckCore/Support/Json/Value.h"
 
 namespace tunedeck {
 

@@ -1,6 +1,8 @@
 #include "TunedeckCore/Service/Assistants.h"
 #include "TunedeckCore/Service/ServiceCall.h"
-#include "TunedeckCore/Support/Json/JsonValue.h"
+#include "TunedeckCore/Support/Json/Parse.h"
+#include "TunedeckCore/Support/Json/Record.h"
+#include "TunedeckCore/Support/Json/Value.h"
 
 #include <utility>
 
@@ -104,8 +106,8 @@ QCoro::Task<LinksClient::Result<std::vector<AssistantLink>>> LinksClient::list(s
 
 QCoro::Task<LinksClient::Result<AssistantLink>> LinksClient::create(Assistant assistant, std::stop_token stop) const {
     auto creation = request(*this, HttpMethod::Post, "local/links");
-    creation.json = json::compactText(
-        {{QStringLiteral("kind"), info(assistant).rawValue}, {QStringLiteral("label"), info(assistant).name}});
+    creation.json = json::compactText(json::Object{{QStringLiteral("kind"), info(assistant).rawValue},
+                                                   {QStringLiteral("label"), info(assistant).name}});
     return receive<AssistantLink>(std::move(creation), std::move(stop));
 }
 

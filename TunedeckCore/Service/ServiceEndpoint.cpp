@@ -1,7 +1,7 @@
 #include "TunedeckCore/Service/ServiceEndpoint.h"
 
 #include "TunedeckCore/Support/Files/AtomicFile.h"
-#include "TunedeckCore/Support/Json/JsonValue.h"
+#include "TunedeckCore/Support/Json/Parse.h"
 
 #include <QDir>
 
@@ -11,15 +11,16 @@ namespace tunedeck::ServiceEndpoint {
 
 namespace {
 
-/// The port that a runtime file names: an integer by its form, 1 to 65535.
+/// The port in a runtime file, 1 to 65535. Other than elsewhere, 8000.0 is no integer.
 std::optional<int> portIn(const QByteArray& document) {
     const auto object = json::parseObject(document);
     if (!object) {
         return std::nullopt;
     }
     const auto member = object->find(QStringLiteral("port"));
-    const auto port = member == object->end() ? std::nullopt : member->second.integer();
-    return port && *port >= 1 && *port <= 65535 ? std::optional(static_cast<int>(*port)) : std::nullopt;
+    const auto* number = member == object->end() ? nullptr : member->second.as<json::Number>();
+    const int port = number == nullptr ? 0 : number->text.toInt();
+    return port >= 1 && port <= 65535 ? std::optional(port) : std::nullopt;
 }
 
 } // namespace

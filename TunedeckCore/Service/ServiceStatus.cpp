@@ -1,5 +1,6 @@
 #include "TunedeckCore/Service/ServiceStatus.h"
 
+#include "TunedeckCore/Support/Json/Record.h"
 #include "TunedeckCore/Support/Text/Time.h"
 
 namespace tunedeck {

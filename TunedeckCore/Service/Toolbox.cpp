@@ -1,5 +1,7 @@
 #include "TunedeckCore/Service/Toolbox.h"
 
+#include "TunedeckCore/Support/Json/Record.h"
+
 #include <algorithm>
 
 namespace tunedeck {

@@ -1,5 +1,7 @@
 #include "TunedeckCore/Update/Appcast.h"
 
+#include "TunedeckCore/Support/Json/Record.h"
+
 namespace tunedeck {
 
 template<>

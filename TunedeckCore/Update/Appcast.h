@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TunedeckCore/Support/Json/Json.h"
+#include "TunedeckCore/Support/Json/Error.h"
 
 #include <QString>
 

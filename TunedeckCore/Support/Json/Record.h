@@ -1,0 +1,186 @@
+#pragma once
+
+#include "TunedeckCore/Support/Json/Error.h"
+#include "TunedeckCore/Support/Json/Parse.h"
+#include "TunedeckCore/Support/Json/Value.h"
+
+#include <QByteArray>
+#include <QLatin1StringView>
+#include <QString>
+
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <expected>
+#include <optional>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace tunedeck::json {
+
+/// Declares how a record is stored as an object:
+///
+///     template<> struct tunedeck::json::Members<Cloud> {
+///         static constexpr auto list = std::tuple{member("enabled", &Cloud::enabled), …};
+///     };
+///
+/// A member of type std::optional may be absent or null, and encode() leaves it out when it is empty; any other is
+/// required. A second tuple `internal` declares members that encode() writes for Audience::Internal only.
+///
+/// Each type accepts exactly one JSON type: QString, bool, double, integers, std::vector, other records, and whatever
+/// has overloads of read() and write() in this namespace. Members of an object that the record doesn't declare are
+/// ignored.
+template<class Record>
+struct Members;
+
+template<class Record, class Type>
+struct Member {
+    QLatin1StringView name;
+    Type Record::* pointer;
+};
+
+template<class Record, class Type>
+constexpr Member<Record, Type> member(const char* name, Type Record::* pointer) {
+    return {QLatin1StringView(name), pointer};
+}
+
+template<class Type>
+concept IsRecord = requires { Members<Type>::list; };
+
+enum class Audience { Public, Internal };
+
+std::optional<Error> read(const Value& from, QString& to);
+std::optional<Error> read(const Value& from, bool& to);
+std::optional<Error> read(const Value& from, double& to);
+/// Accepts 5, and also 5.0 and 5e3 up to 2^53 in magnitude, beyond which such a form is inexact.
+std::optional<Error> read(const Value& from, std::int64_t& to);
+
+/// "expected text, found null"
+Error wrongType(QLatin1StringView expected, const Value& found);
+
+template<std::integral Type>
+std::optional<Error> read(const Value& from, Type& to) {
+    std::int64_t integer = 0;
+    auto error = read(from, integer);
+    if (!error && !std::in_range<Type>(integer)) {
+        error = Error{.reason = QStringLiteral("is out of range")};
+    }
+    to = static_cast<Type>(integer);
+    return error;
+}
+
+template<class Type>
+std::optional<Error> read(const Value& from, std::vector<Type>& to) {
+    const auto* array = from.as<Array>();
+    if (array == nullptr) {
+        return wrongType(QLatin1StringView("a list"), from);
+    }
+    to.reserve(array->size());
+    for (const Value& element : *array) {
+        if (auto error = read(element, to.emplace_back())) {
+            return within(QStringLiteral("[%1]").arg(to.size() - 1), std::move(error));
+        }
+    }
+    return {};
+}
+
+template<IsRecord Type>
+std::optional<Error> read(const Value& from, Type& to);
+
+template<class Type>
+std::optional<Error> readMember(const Object& from, QLatin1StringView name, Type& to) {
+    const auto found = from.find(name);
+    return within(name, found != from.end() ? read(found->second, to) : Error{.reason = QStringLiteral("is missing")});
+}
+
+template<class Type>
+std::optional<Error> readMember(const Object& from, QLatin1StringView name, std::optional<Type>& to) {
+    const auto found = from.find(name);
+    const bool isEmpty = found == from.end() || found->second.template as<std::nullptr_t>() != nullptr;
+    return isEmpty ? std::nullopt : within(name, read(found->second, to.emplace(Type{})));
+}
+
+/// The declared members; with `internal` those for Audience::Internal.
+template<IsRecord Type>
+constexpr auto allMembers() {
+    if constexpr (requires { Members<Type>::internal; }) {
+        return std::tuple_cat(Members<Type>::list, Members<Type>::internal);
+    } else {
+        return Members<Type>::list;
+    }
+}
+
+template<IsRecord Type>
+std::optional<Error> read(const Value& from, Type& to) {
+    const auto* object = from.as<Object>();
+    if (object == nullptr) {
+        return wrongType(QLatin1StringView("an object"), from);
+    }
+    std::optional<Error> error;
+    const auto succeeds = [&](const auto& member) {
+        error = readMember(*object, member.name, to.*member.pointer);
+        return !error;
+    };
+    std::apply([&](const auto&... members) { static_cast<void>((succeeds(members) && ...)); }, allMembers<Type>());
+    return error;
+}
+
+template<class Type>
+    requires std::constructible_from<Value, const Type&>
+void write(Value& to, const Type& from, Audience /*audience*/) {
+    to = Value(from);
+}
+
+template<class Type>
+void write(Value& to, const std::vector<Type>& from, Audience audience) {
+    Array array;
+    for (const Type& element : from) {
+        write(array.emplace_back(nullptr), element, audience);
+    }
+    to = std::move(array);
+}
+
+template<IsRecord Type>
+void write(Value& to, const Type& from, Audience audience) {
+    Object object;
+    const auto writeMember = [&]<class Member>(QLatin1StringView name, const Member& value) {
+        if constexpr (requires { value.has_value(); }) {
+            if (value) {
+                write(object.emplace(name, nullptr).first->second, *value, audience);
+            }
+        } else {
+            write(object.emplace(name, nullptr).first->second, value, audience);
+        }
+    };
+    const auto writeAll = [&](const auto&... members) { (writeMember(members.name, from.*members.pointer), ...); };
+    audience == Audience::Internal ? std::apply(writeAll, allMembers<Type>())
+                                   : std::apply(writeAll, Members<Type>::list);
+    to = std::move(object);
+}
+
+/// Decodes a record or any other type that read() accepts.
+template<class Type>
+std::expected<Type, Error> decode(const Value& value) {
+    Type result{};
+    if (auto error = read(value, result)) {
+        return std::unexpected(std::move(*error));
+    }
+    return result;
+}
+
+template<class Type>
+std::expected<Type, Error> decode(const QByteArray& document, Keys keys, Limits limits = {}) {
+    const auto value = parse(document, limits, keys);
+    return value ? decode<Type>(*value) : std::unexpected(value.error());
+}
+
+template<class Type>
+Value encode(const Type& from, Audience audience = Audience::Public) {
+    Value value = nullptr;
+    write(value, from, audience);
+    return value;
+}
+
+} // namespace tunedeck::json
