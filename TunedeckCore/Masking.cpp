@@ -1,4 +1,7 @@
+#include "TunedeckCore/Masking.h"
+
 #include "TunedeckCore/Diagnostics.h"
+#include "TunedeckCore/Support/Text/Text.h"
 
 #include <QStringView>
 
@@ -149,3 +152,24 @@ QString mask(const QString& text) {
 }
 
 } // namespace tunedeck::Diagnostics
+
+namespace tunedeck {
+
+using namespace Qt::StringLiterals;
+
+QString maskingSecretPath(const QString& url) {
+    constexpr int shortestSecret = 16;
+    constexpr int shown = 4;
+    QStringList parts = url.split(u'/');
+    if (parts.size() < 2 || parts.last() != "mcp"_L1) {
+        return url;
+    }
+    QString& secret = parts[parts.size() - 2];
+    if (cut(secret, shortestSecret - 1) == secret) {
+        return url;
+    }
+    secret = cut(secret, shown) + u'…';
+    return parts.join(u'/');
+}
+
+} // namespace tunedeck

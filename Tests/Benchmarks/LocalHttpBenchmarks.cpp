@@ -1,5 +1,6 @@
 // What one poll of the service costs the thread that polls: the client beside bare socket calls, with the same peer.
 #include "TunedeckCore/Service/ServiceStatus.h"
+#include "TunedeckCore/Service/StatusClient.h"
 #include "TunedeckCore/Support/Http/LocalHttp.h"
 
 #include <QCoreApplication>

@@ -1,5 +1,6 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckCore/Service/Assistants.h"
+#include "TunedeckCore/Masking.h"
+#include "TunedeckCore/Service/AssistantLink.h"
 #include "TunedeckCore/Support/Json/Record.h"
 
 using namespace tunedeck;

@@ -1,5 +1,6 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckCore/Service/Connections.h"
+#include "TunedeckCore/Service/CloudHealth.h"
+#include "TunedeckCore/Service/TunnelConfig.h"
 #include "TunedeckCore/Update/Appcast.h"
 
 using namespace tunedeck;

@@ -1,5 +1,7 @@
 #include "Tests/Helpers/Test.h"
+#include "TunedeckCore/Service/JobEvent.h"
 #include "TunedeckCore/Service/JobWatcher.h"
+#include "TunedeckCore/Service/LibraryWatcher.h"
 
 using namespace tunedeck;
 using namespace Qt::StringLiterals;

@@ -1,5 +1,6 @@
 #include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Onboarding.h"
+#include "TunedeckCore/RekordboxInstall.h"
 #include "TunedeckCore/Support/Files/PropertyList.h"
 
 #include <QDir>

@@ -2,8 +2,9 @@
 #include "Tests/Helpers/TestServer.h"
 #include "TunedeckCore/Service/Assistants.h"
 #include "TunedeckCore/Service/LibraryClient.h"
-#include "TunedeckCore/Service/ServiceStatus.h"
-#include "TunedeckCore/Service/Toolbox.h"
+#include "TunedeckCore/Service/LinksClient.h"
+#include "TunedeckCore/Service/StatusClient.h"
+#include "TunedeckCore/Service/ToolboxClient.h"
 #include "TunedeckCore/Support/Async/Clock.h"
 
 #include <QRegularExpression>

@@ -1,4 +1,5 @@
 #include "Tests/Helpers/Test.h"
+#include "TunedeckCore/Installation/Removal.h"
 #include "TunedeckCore/Installation/ServiceRemover.h"
 
 #include <QDir>

@@ -1,6 +1,6 @@
 #include "Tests/Fuzz/Targets.h"
-#include "TunedeckCore/Service/Assistants.h"
-#include "TunedeckCore/Service/Connections.h"
+#include "TunedeckCore/Service/AssistantLink.h"
+#include "TunedeckCore/Service/CloudHealth.h"
 #include "TunedeckCore/Service/ServiceStatus.h"
 #include "TunedeckCore/Service/Toolbox.h"
 #include "TunedeckCore/Support/Files/PropertyList.h"

@@ -1,6 +1,6 @@
 #include "Tests/Fuzz/Targets.h"
 #include "TunedeckCore/Diagnostics.h"
-#include "TunedeckCore/Service/Connections.h"
+#include "TunedeckCore/Service/TunnelConfig.h"
 #include "TunedeckCore/Support/Text/Time.h"
 #include "TunedeckCore/Update/SemVer.h"
 

@@ -1,4 +1,5 @@
 #include "Tests/Helpers/Test.h"
+#include "TunedeckCore/Installation/Launchctl.h"
 #include "TunedeckCore/Installation/ServiceInstaller.h"
 #include "TunedeckCore/Support/Async/Process.h"
 #include "TunedeckCore/Support/Files/AtomicFile.h"

@@ -1,6 +1,6 @@
 #include "Tests/Helpers/Test.h"
 #include "Tests/Helpers/TestServer.h"
-#include "TunedeckCore/Service/Connections.h"
+#include "TunedeckCore/Service/CloudHealth.h"
 
 #include <QElapsedTimer>
 

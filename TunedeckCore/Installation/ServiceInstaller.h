@@ -1,22 +1,18 @@
 #pragma once
 
+#include "TunedeckCore/Installation/Launchctl.h"
 #include "TunedeckCore/Support/Async/Clock.h"
 #include "TunedeckCore/Support/Files/PropertyList.h"
 
 #include <QCoroTask>
 #include <QString>
-#include <QStringList>
 
 #include <cstdint>
 #include <expected>
-#include <functional>
 #include <optional>
 #include <stop_token>
 
 namespace tunedeck {
-
-/// Runs the service manager's tool with these arguments; gives its exit status, -1 when it can't be started.
-using Launchctl = std::function<QCoro::Task<std::int32_t>(QStringList arguments, std::stop_token stop)>;
 
 /// Sees to it that the service is installed for the user and running.
 class ServiceInstaller {

@@ -1,7 +1,7 @@
 #include "TunedeckCore/Installation/ServiceRemover.h"
 
+#include "TunedeckCore/Installation/Removal.h"
 #include "TunedeckCore/Locations/Paths.h"
-#include "TunedeckCore/Support/Files/AtomicFile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -10,7 +10,6 @@
 #include <unistd.h>
 
 #include <array>
-#include <cerrno>
 #include <chrono>
 #include <utility>
 
@@ -29,24 +28,6 @@ struct Means {
 constexpr std::array<Means, 2> means{{{SIGTERM, 50}, {SIGKILL, 10}}};
 
 } // namespace
-
-void Removal::note(const QString& what, const std::expected<bool, QString>& removed) {
-    if (!removed) {
-        failures << removed.error() + u'.';
-    } else if (*removed) {
-        done << u"Removed "_s + what + u'.';
-    }
-}
-
-std::expected<bool, QString> removeFile(const QString& path) {
-    if (::unlink(QFile::encodeName(path).constData()) == 0) {
-        return true;
-    }
-    if (errno == ENOENT || errno == ENOTDIR) {
-        return false;
-    }
-    return std::unexpected(fileError(path, errno));
-}
 
 ServiceRemover::ServiceRemover(QString home, const ServiceInstaller& installer, std::uint32_t uid,
                                Supervisor supervisor, Clock& clock)

@@ -1,11 +1,6 @@
 #include "TunedeckCore/Service/Assistants.h"
 
 #include "TunedeckCore/Locations/WebEndpoint.h"
-#include "TunedeckCore/Support/Text/Text.h"
-#include "TunedeckCore/Support/Text/Time.h"
-
-#include <unicode/locid.h>
-#include <unicode/unistr.h>
 
 #include <algorithm>
 
@@ -62,13 +57,6 @@ const std::array<AssistantInfo, allAssistants.size()>& table() {
     return infos;
 }
 
-/// Each word with a capital first and small letters after it.
-QString capitalised(const QString& text) {
-    icu::UnicodeString words(reinterpret_cast<const char16_t*>(text.utf16()), static_cast<int32_t>(text.size()));
-    words.toTitle(nullptr, icu::Locale::getEnglish());
-    return QString(reinterpret_cast<const QChar*>(words.getBuffer()), words.length());
-}
-
 } // namespace
 
 const AssistantInfo& info(Assistant assistant) {
@@ -83,53 +71,6 @@ std::optional<Assistant> assistantFromRawValue(const QString& rawValue) {
 
 QUrl guideURL(Assistant assistant) {
     return WebEndpoint::url("/connect/"_L1 + info(assistant).guide);
-}
-
-std::optional<Assistant> AssistantLink::assistant() const {
-    return assistantFromRawValue(kind);
-}
-
-bool AssistantLink::isConnected() const {
-    return assistant() == Assistant::telegram ? paired == true : lastUsedAt.has_value();
-}
-
-std::optional<QDateTime> AssistantLink::lastUsed() const {
-    return parseTimestamp(lastUsedAt);
-}
-
-std::optional<QDateTime> AssistantLink::expires() const {
-    return parseTimestamp(expiresAt);
-}
-
-QString AssistantLink::displayName() const {
-    const auto known = assistant();
-    if (known == Assistant::telegram && isConnected() && telegramUsername && !telegramUsername->isEmpty()) {
-        return u"Telegram (@%1)"_s.arg(*telegramUsername);
-    }
-    if (label) {
-        return *label;
-    }
-    return known ? info(*known).name : capitalised(kind);
-}
-
-bool AssistantLink::pairingExpired(const QDateTime& now) const {
-    const auto end = expires();
-    return assistant() == Assistant::telegram && !isConnected() && end && *end <= now;
-}
-
-QString maskingSecretPath(const QString& url) {
-    constexpr int shortestSecret = 16;
-    constexpr int shown = 4;
-    QStringList parts = url.split(u'/');
-    if (parts.size() < 2 || parts.last() != "mcp"_L1) {
-        return url;
-    }
-    QString& secret = parts[parts.size() - 2];
-    if (cut(secret, shortestSecret - 1) == secret) {
-        return url;
-    }
-    secret = cut(secret, shown) + u'…';
-    return parts.join(u'/');
 }
 
 } // namespace tunedeck

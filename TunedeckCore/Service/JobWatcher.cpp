@@ -1,5 +1,7 @@
 #include "TunedeckCore/Service/JobWatcher.h"
 
+#include "TunedeckCore/Service/JobEvent.h"
+
 namespace tunedeck {
 
 using namespace Qt::StringLiterals;
@@ -25,14 +27,6 @@ std::vector<JobEvent> JobWatcher::update(const std::vector<ServiceStatus::Job>& 
     }
     m_known = std::move(states);
     return events;
-}
-
-std::optional<ServiceStatus::Library::Applied> LibraryWatcher::update(
-    const std::optional<ServiceStatus::Library::Applied>& applied) {
-    const bool first = !m_lastSeen.has_value();
-    const std::optional<QString> previous = m_lastSeen.value_or(std::nullopt);
-    m_lastSeen = applied ? std::optional(applied->at) : std::nullopt;
-    return first || !applied || previous == applied->at ? std::nullopt : applied;
 }
 
 } // namespace tunedeck

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TunedeckCore/Service/JobEvent.h"
 #include "TunedeckCore/Service/ServiceStatus.h"
 
 #include <QHash>
@@ -10,14 +11,6 @@
 
 namespace tunedeck {
 
-/// Something that happened to a download job.
-struct JobEvent {
-    enum class Kind { requested, finished, failed };
-    Kind kind = Kind::requested;
-    ServiceStatus::Job job;
-    bool operator==(const JobEvent&) const = default;
-};
-
 /// Turns successive lists of jobs into events; silent about the first.
 class JobWatcher {
 public:
@@ -26,17 +19,6 @@ public:
 
 private:
     std::optional<QHash<QString, QString>> m_known; ///< state by job id
-};
-
-/// Turns successive library sections into updates; silent about the first.
-class LibraryWatcher {
-public:
-    /// The applied record when it is new.
-    std::optional<ServiceStatus::Library::Applied> update(
-        const std::optional<ServiceStatus::Library::Applied>& applied);
-
-private:
-    std::optional<std::optional<QString>> m_lastSeen; ///< the time stamp of the last one seen
 };
 
 } // namespace tunedeck

@@ -1,4 +1,5 @@
-#include "TunedeckCore/Service/Assistants.h"
+#include "TunedeckCore/Service/LinksClient.h"
+
 #include "TunedeckCore/Service/ServiceCall.h"
 #include "TunedeckCore/Support/Json/Parse.h"
 #include "TunedeckCore/Support/Json/Record.h"

@@ -3,15 +3,12 @@
 #include "TunedeckCore/Support/Json/Error.h"
 
 #include <QByteArray>
-#include <QCoroTask>
 #include <QDateTime>
 #include <QString>
-#include <QUrl>
 
 #include <cstdint>
 #include <expected>
 #include <optional>
-#include <stop_token>
 #include <vector>
 
 namespace tunedeck {
@@ -114,15 +111,6 @@ struct ServiceStatus {
     /// Reads a document; refuses one that lacks a required member or has one of the wrong type.
     static std::expected<ServiceStatus, json::Error> decode(const QByteArray& bytes);
     bool operator==(const ServiceStatus&) const = default;
-};
-
-/// Asks the service for its status.
-struct StatusClient {
-    /// The full URL of the status resource; found through ServiceEndpoint for each call when absent.
-    std::optional<QUrl> url = {};
-
-    /// The document, or nothing when there is no good answer with status 200 within 2 seconds.
-    QCoro::Task<std::optional<ServiceStatus>> fetch(std::stop_token stop = {}) const;
 };
 
 } // namespace tunedeck

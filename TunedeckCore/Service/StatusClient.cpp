@@ -1,5 +1,6 @@
+#include "TunedeckCore/Service/StatusClient.h"
+
 #include "TunedeckCore/Service/ServiceCall.h"
-#include "TunedeckCore/Service/ServiceStatus.h"
 
 namespace tunedeck {
 

@@ -1,5 +1,6 @@
+#include "TunedeckCore/Service/ToolboxClient.h"
+
 #include "TunedeckCore/Service/ServiceCall.h"
-#include "TunedeckCore/Service/Toolbox.h"
 
 namespace tunedeck {
 

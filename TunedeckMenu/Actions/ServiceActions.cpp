@@ -1,5 +1,7 @@
 #include "TunedeckMenu/Actions/ServiceActions.h"
 
+#include "TunedeckCore/Installation/ServiceInstaller.h"
+
 #include <QStringList>
 #include <QUrl>
 

@@ -1,6 +1,8 @@
 #include "TunedeckMenu/App/CommandLine.h"
 
+#include "TunedeckCore/Service/LinksClient.h"
 #include "TunedeckCore/Service/ServiceEndpoint.h"
+#include "TunedeckCore/Service/ToolboxClient.h"
 #include "TunedeckCore/Support/Http/LocalHttp.h"
 #include "TunedeckMenu/Actions/DiagnosticsAction.h"
 #include "TunedeckMenu/Panel/HeaderView.h"

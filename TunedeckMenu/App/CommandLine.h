@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TunedeckCore/Service/ServiceStatus.h"
+#include "TunedeckCore/Service/StatusClient.h"
 #include "TunedeckMenu/App/CommandResult.h"
 #include "TunedeckMenu/Platform/SystemFacts.h"
 

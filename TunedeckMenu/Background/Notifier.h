@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TunedeckCore/Service/JobWatcher.h"
+#include "TunedeckCore/Service/JobEvent.h"
 #include "TunedeckCore/Service/ServiceStatus.h"
 #include "TunedeckCore/Support/Async/Clock.h"
 #include "TunedeckMenu/Platform/NotificationCenter.h"

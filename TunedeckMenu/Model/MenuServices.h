@@ -1,10 +1,10 @@
 #pragma once
 
-#include "TunedeckCore/Installation/ServiceInstaller.h"
-#include "TunedeckCore/Service/Assistants.h"
+#include "TunedeckCore/Installation/Launchctl.h"
 #include "TunedeckCore/Service/LibraryClient.h"
-#include "TunedeckCore/Service/ServiceStatus.h"
-#include "TunedeckCore/Service/Toolbox.h"
+#include "TunedeckCore/Service/LinksClient.h"
+#include "TunedeckCore/Service/StatusClient.h"
+#include "TunedeckCore/Service/ToolboxClient.h"
 #include "TunedeckCore/SettingsFile.h"
 #include "TunedeckCore/Support/Async/Clock.h"
 #include "TunedeckMenu/Model/UpdateServices.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "TunedeckCore/MenuBarPlacement.h"
-#include "TunedeckCore/Service/Assistants.h"
+#include "TunedeckCore/Service/AssistantLink.h"
 #include "TunedeckCore/Service/Toolbox.h"
 #include "TunedeckMenu/Panel/ServiceState.h"
 #include "TunedeckMenu/Panel/UpdateState.h"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TunedeckCore/Installation/Removal.h"
 #include "TunedeckCore/Installation/ServiceRemover.h"
 #include "TunedeckMenu/Platform/SystemFacts.h"
 

@@ -1,6 +1,7 @@
 #include "TunedeckMenu/Panel/Cards/LinkRow.h"
 
 #include "TunedeckCore/Locations/WebEndpoint.h"
+#include "TunedeckCore/Masking.h"
 #include "TunedeckCore/Support/Text/Text.h"
 
 #include <QHash>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TunedeckCore/Service/Assistants.h"
+#include "TunedeckCore/Service/AssistantLink.h"
 
 #include <QDateTime>
 #include <QObject>

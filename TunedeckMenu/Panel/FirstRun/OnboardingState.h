@@ -1,6 +1,8 @@
 #pragma once
 
-#include "TunedeckCore/Onboarding.h"
+#include "TunedeckCore/OnboardingStep.h"
+#include "TunedeckCore/RekordboxInstall.h"
+#include "TunedeckCore/Service/AssistantLink.h"
 #include "TunedeckCore/Service/Assistants.h"
 #include "TunedeckCore/Service/ServiceStatus.h"
 #include "TunedeckCore/Service/Toolbox.h"

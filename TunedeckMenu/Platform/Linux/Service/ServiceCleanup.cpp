@@ -1,5 +1,6 @@
 #include "TunedeckMenu/Platform/Linux/Service/ServiceCleanup.h"
 
+#include "TunedeckCore/Installation/ServiceInstaller.h"
 #include "TunedeckCore/Locations/Paths.h"
 #include "TunedeckCore/Support/Async/Process.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TunedeckCore/Installation/ServiceRemover.h"
+#include "TunedeckCore/Installation/Removal.h"
 #include "TunedeckMenu/Platform/Linux/Service/SystemdUserManager.h"
 
 #include <QCoroTask>

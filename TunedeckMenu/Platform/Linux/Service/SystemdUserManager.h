@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TunedeckCore/Installation/ServiceInstaller.h"
+#include "TunedeckCore/Installation/Launchctl.h"
 
 #include <QString>
 

@@ -1,10 +1,7 @@
-#include "TunedeckCore/Service/Connections.h"
+#include "TunedeckCore/Service/CloudHealth.h"
 
-#include "TunedeckCore/Support/Files/AtomicFile.h"
 #include "TunedeckCore/Support/Json/Record.h"
-#include "TunedeckCore/Support/Text/Text.h"
 
-#include <QDir>
 #include <QStringView>
 #include <QUrl>
 
@@ -29,43 +26,6 @@ struct json::Members<CloudHealth> {
                    member("protocol", &CloudHealth::protocol), member("agent", &CloudHealth::agent),
                    member("queued", &CloudHealth::queued)};
 };
-
-QString TunnelConfig::standardURL() {
-    return QDir::homePath() + "/.cloudflared/config.yml"_L1;
-}
-
-std::optional<TunnelConfig> TunnelConfig::parse(const QString& text) {
-    TunnelConfig config;
-    for (const QStringView whole : QStringView(text).split(u'\n', Qt::SkipEmptyParts)) {
-        QStringView line = trimmingSpaces(whole);
-        if (line.startsWith(u'#')) {
-            continue;
-        }
-        if (line.startsWith("- "_L1)) {
-            line = line.sliced(2);
-        }
-        const qsizetype colon = line.indexOf(u':');
-        if (colon < 0) {
-            continue;
-        }
-        const QStringView key = trimmingSpaces(line.first(colon));
-        const QString value = trimmingSpaces(line.sliced(colon + 1)).toString();
-        if (key == "tunnel"_L1) {
-            config.tunnelId = value;
-        } else if (key == "hostname"_L1 && !config.hostname) {
-            config.hostname = value;
-        } else if (key == "service"_L1 && !config.service) {
-            config.service = value;
-        }
-    }
-    return config.tunnelId.isEmpty() ? std::nullopt : std::optional(config);
-}
-
-std::optional<TunnelConfig> TunnelConfig::load(const QString& path) {
-    constexpr std::int64_t largest = 4 * 1024 * 1024;
-    const auto bytes = readFile(path, largest);
-    return bytes && bytes->isValidUtf8() ? parse(QString::fromUtf8(*bytes)) : std::nullopt;
-}
 
 std::expected<CloudHealth, json::Error> CloudHealth::decode(const QByteArray& bytes) {
     return json::decode<CloudHealth>(bytes, json::Keys::SnakeToCamel);

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "TunedeckCore/Service/Assistants.h"
+#include "TunedeckCore/Support/Json/Record.h"
+
+#include <QDateTime>
+#include <QString>
+
+#include <optional>
+#include <tuple>
+
+namespace tunedeck {
+
+/// One connection between the user's library and an assistant, as the service reports it. Its members are named in
+/// JSON as they are here (json::Keys::AsWritten).
+struct AssistantLink {
+    QString id;
+    QString kind; ///< an assistant's raw value; unknown ones are kept
+    std::optional<QString> label;
+    std::optional<QString> createdAt;
+    std::optional<QString> lastUsedAt;
+    std::optional<QString> url; ///< private; absent when the link was made on another computer
+    std::optional<QString> apiUrl;
+    std::optional<QString> token;
+    std::optional<bool> paired;
+    std::optional<QString> telegramUsername;
+    std::optional<QString> expiresAt;
+
+    [[nodiscard]] std::optional<Assistant> assistant() const;
+    /// Telegram: paired; every other kind: used at least once.
+    [[nodiscard]] bool isConnected() const;
+    [[nodiscard]] std::optional<QDateTime> lastUsed() const;
+    [[nodiscard]] std::optional<QDateTime> expires() const;
+    [[nodiscard]] QString displayName() const;
+    /// Whether an unpaired Telegram link's code no longer works at that moment.
+    [[nodiscard]] bool pairingExpired(const QDateTime& now) const;
+    bool operator==(const AssistantLink&) const = default;
+};
+
+template<>
+struct json::Members<AssistantLink> {
+    static constexpr auto list = std::tuple{member("id", &AssistantLink::id),
+                                            member("kind", &AssistantLink::kind),
+                                            member("label", &AssistantLink::label),
+                                            member("createdAt", &AssistantLink::createdAt),
+                                            member("lastUsedAt", &AssistantLink::lastUsedAt),
+                                            member("url", &AssistantLink::url),
+                                            member("apiUrl", &AssistantLink::apiUrl),
+                                            member("token", &AssistantLink::token),
+                                            member("paired", &AssistantLink::paired),
+                                            member("telegramUsername", &AssistantLink::telegramUsername),
+                                            member("expiresAt", &AssistantLink::expiresAt)};
+};
+
+} // namespace tunedeck
