@@ -1,7 +1,8 @@
 #pragma once
 
+#include "TunedeckMenu/Panel/FirstRun/OnboardingContent.h"
 #include "TunedeckMenu/Panel/FirstRun/OnboardingState.h"
-#include "TunedeckMenu/Panel/PanelModule.h"
+#include "TunedeckMenu/Panel/PanelContent.h"
 #include "TunedeckMenu/Panel/PanelState.h"
 
 /// Panels as they come up in use: the states are made by hand, the words are the panel's own.

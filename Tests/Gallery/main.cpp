@@ -6,6 +6,7 @@
 #include "Tests/Gallery/Samples.h"
 #include "TunedeckBuildId.h"
 #include "TunedeckCore/Support/Text/Time.h"
+#include "TunedeckMenu/Panel/PanelModule.h"
 
 #include <QApplication>
 #include <QDir>
@@ -208,9 +209,9 @@ int paint(const QDir& folder, const QStringList& only, const QString& suffix) {
                 continue;
             }
             FakeHost host;
-            host.panel = shot.panel;
-            host.onboarding = shot.onboarding;
             const auto views = module->createViews(host, {.dark = dark, .reduceMotion = false});
+            views->setContent(shot.panel);
+            views->setOnboardingContent(shot.onboarding);
             switch (shot.place) {
             case Place::Popover:
                 views->showPopover({1000, 4, 24, 24});
@@ -219,7 +220,7 @@ int paint(const QDir& folder, const QStringList& only, const QString& suffix) {
                 views->showWindow();
                 break;
             case Place::Onboarding:
-                views->showOnboarding();
+                views->showOnboarding(host.onboarding);
                 break;
             }
             settle(350);

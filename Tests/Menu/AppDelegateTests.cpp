@@ -16,12 +16,14 @@ struct Shown {
     QStringList calls;
     bool popover = false;
     QRect anchor;
-    PanelHost* host = nullptr;
+    PanelContent content;
+    OnboardingActions* onboarding = nullptr;
 };
 
 class FakeViews final : public PanelViews {
 public:
-    FakeViews(PanelHost& host, Shown& shown) : m_host(host), m_shown(shown) { m_shown.host = &host; }
+    explicit FakeViews(Shown& shown) : m_shown(shown) {}
+    void setContent(const PanelContent& content) override { m_shown.content = content; }
     void showPopover(const QRect& anchor) override {
         m_shown.popover = true;
         m_shown.anchor = anchor;
@@ -31,28 +33,29 @@ public:
     [[nodiscard]] bool isPopoverShown() const override { return m_shown.popover; }
     void showWindow() override { m_shown.calls << u"window"_s; }
     [[nodiscard]] bool isWindowShown() const override { return m_shown.calls.contains(u"window"_s); }
-    void showOnboarding() override { m_shown.calls << u"onboarding"_s; }
+    void setOnboardingContent(const OnboardingContent&) override {}
+    void showOnboarding(OnboardingActions& actions) override {
+        m_shown.calls << u"onboarding"_s;
+        m_shown.onboarding = &actions;
+    }
     void closeOnboarding() override { m_shown.calls << u"close onboarding"_s; }
     void confirm(const Confirmation& question, std::function<void(bool)> answer) override {
         m_shown.calls << question.message;
         answer(false);
     }
-    void contentChanged() override { m_shown.calls << m_host.content().header.status; }
-    void onboardingChanged() override {}
     void setAppearance(const Appearance& appearance) override {
         m_shown.calls << (appearance.dark ? u"dark"_s : u"light"_s);
     }
 
 private:
-    PanelHost& m_host;
     Shown& m_shown;
 };
 
 class FakeViewsSource final : public ViewsSource {
 public:
-    std::unique_ptr<PanelViews> createViews(PanelHost& host, const Appearance&) override {
+    std::unique_ptr<PanelViews> createViews(PanelHost&, const Appearance&) override {
         ++asked;
-        return works ? std::make_unique<FakeViews>(host, shown) : nullptr;
+        return works ? std::make_unique<FakeViews>(shown) : nullptr;
     }
     Shown shown;
     bool works = true;
@@ -192,8 +195,8 @@ TEST_F(AppDelegateTest, AFailedInstallationIsOneLineAndTheStartGoesOn) {
     launch();
     finishStartUp();
     delegate->showWindow();
-    EXPECT_TRUE(views.shown.host->content().banner.text.startsWith(u"Couldn't start Tunedeck's background service: "_s))
-        << views.shown.host->content().banner.text.toStdString();
+    EXPECT_TRUE(views.shown.content.banner.text.startsWith(u"Couldn't start Tunedeck's background service: "_s))
+        << views.shown.content.banner.text.toStdString();
 }
 
 TEST_F(AppDelegateTest, WithoutATrayTheWindowOpensAndTheIconComesWhenTheTrayDoes) {
@@ -263,7 +266,7 @@ TEST_F(AppDelegateTest, AFirstStartWalksThroughTheFirstRunAndAnEarlyEndAsksAgain
     launch();
     ASSERT_TRUE(comes([&] { return views.shown.calls.contains(u"onboarding"_s); }));
     EXPECT_FALSE(services.settings.onboarded());
-    auto& actions = views.shown.host->onboardingActions();
+    auto& actions = *views.shown.onboarding;
     actions.windowAppeared();
     actions.windowClosed();
     delegate->reopen();

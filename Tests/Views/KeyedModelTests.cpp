@@ -1,3 +1,4 @@
+#include "Tests/Gallery/FakeHost.h"
 #include "TunedeckMenu/Views/Edge/PanelAdapter.h"
 
 #include <QAbstractItemModelTester>
@@ -62,23 +63,24 @@ TEST(KeyedModelTests, AnySequenceOfListsKeepsTheRowsThatStay) {
 
 TEST(PanelModelTests, AnEqualPanelNotifiesNobodyAndAChangedCardOnlyItsOwn) {
     QQmlEngine engine;
-    PanelModel model(engine);
+    FakeHost host;
+    PanelAdapter model(host.panel, engine);
     PanelContent content;
     content.header.status = u"Running"_s;
     content.assistants.links = {{.id = u"a"_s, .fields = {{.key = u"a.url"_s, .button = u"Copy"_s}}}};
-    model.take(content);
-    QSignalSpy header(&model, &PanelModel::headerChanged);
-    QSignalSpy about(&model, &PanelModel::aboutChanged);
+    model.setContent(content);
+    QSignalSpy header(&model, &PanelAdapter::headerChanged);
+    QSignalSpy about(&model, &PanelAdapter::aboutChanged);
     QSignalSpy links(model.links(), &QAbstractItemModel::dataChanged);
     QSignalSpy inserted(model.links(), &QAbstractItemModel::rowsInserted);
     const int fields = model.links()->roleNames().key("fields");
     const auto* inner = model.links()->index(0, 0).data(fields).value<QAbstractItemModel*>();
     ASSERT_NE(inner, nullptr);
-    model.take(content);
+    model.setContent(content);
     EXPECT_EQ(header.size() + about.size() + links.size() + inserted.size(), 0);
     content.about.version = u"1.1"_s;
     content.assistants.links.first().fields.first().button = u"Copied"_s;
-    model.take(content);
+    model.setContent(content);
     EXPECT_EQ(about.size(), 1);
     EXPECT_EQ(header.size() + inserted.size(), 0);
     EXPECT_EQ(model.links()->index(0, 0).data(fields).value<QAbstractItemModel*>(), inner)

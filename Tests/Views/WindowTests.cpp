@@ -101,7 +101,7 @@ TEST_F(WindowTests, AnUnchangedRefreshPaintsNothing) {
     int frames = 0;
     QObject::connect(&window, &QQuickWindow::afterRendering, &window, [&] { ++frames; }, Qt::DirectConnection);
     for (int i = 0; i < 20; ++i) {
-        views->contentChanged();
+        views->setContent(still());
         views->setAppearance(appearance);
         pass(10);
     }

@@ -19,7 +19,7 @@ constexpr std::chrono::milliseconds round = 2s;
 
 OnboardingModel::OnboardingModel(PanelController& panel, const MenuServices& services,
                                  std::optional<RekordboxInstall> rekordbox, QObject* parent)
-    : QObject(parent), m_panel(panel), m_services(services) {
+    : OnboardingActions(parent), m_panel(panel), m_services(services) {
     m_state.rekordbox = std::move(rekordbox);
 }
 

@@ -18,7 +18,7 @@ namespace tunedeck {
 
 /// The first-run window's model. Watches the service by itself while the window is open: the panel's own watch runs
 /// only while the panel is on the screen. Lives as long as the window.
-class OnboardingModel : public QObject, public OnboardingActions {
+class OnboardingModel : public OnboardingActions {
     Q_OBJECT
 public:
     /// `panel`: whose actions it shares; it and the services must outlive the model.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TunedeckMenu/Panel/PanelModule.h"
+#include "TunedeckMenu/Panel/Appearance.h"
 
 #include <QObject>
 

@@ -1,5 +1,6 @@
 #include "TunedeckMenu/Windows/PanelLoader.h"
 
+#include "TunedeckMenu/Panel/PanelModule.h"
 #include "TunedeckMenu/Platform/Log.h"
 
 #include <QFileInfo>

@@ -8,8 +8,8 @@
 namespace tunedeck {
 
 WindowController::WindowController(Parts parts, QObject* parent) : QObject(parent), m_parts(parts) {
-    connect(&m_parts.model, &MenuModel::changed, this, &WindowController::contentChangedSoon);
-    connect(&m_parts.model, &MenuModel::refreshed, this, &WindowController::contentChangedSoon);
+    connect(&m_parts.model, &MenuModel::changed, this, &WindowController::updateContentSoon);
+    connect(&m_parts.model, &MenuModel::refreshed, this, &WindowController::updateContentSoon);
     connect(&m_parts.appearance, &AppearanceSource::changed, this, [this] {
         if (m_views) {
             m_views->setAppearance(m_parts.appearance.current());
@@ -29,6 +29,7 @@ PanelViews* WindowController::views() {
 void WindowController::showWindow() {
     if (auto* shown = views()) {
         m_hasBeenShown = true;
+        updateContent();
         shown->showWindow();
     }
 }
@@ -41,14 +42,15 @@ void WindowController::showOnboarding() {
     if (!m_onboarding) {
         m_onboarding = std::make_unique<OnboardingModel>(m_parts.panel, m_parts.services,
                                                          RekordboxInstall::detect(QStringLiteral("/Applications")));
-        connect(m_onboarding.get(), &OnboardingModel::changed, this, [this] { m_views->onboardingChanged(); });
+        connect(m_onboarding.get(), &OnboardingModel::changed, this, &WindowController::updateOnboarding);
         // The model is in the middle of its last step when it says so.
         m_onboarding->onFinish = [this] {
             QMetaObject::invokeMethod(this, &WindowController::finishOnboarding, Qt::QueuedConnection);
         };
     }
     m_hasBeenShown = true;
-    shown->showOnboarding();
+    updateOnboarding();
+    shown->showOnboarding(*m_onboarding);
 }
 
 void WindowController::finishOnboarding() {
@@ -69,6 +71,7 @@ void WindowController::togglePopover(const QRect& anchor) {
         shown->closePopover();
     } else {
         m_hasBeenShown = true;
+        updateContent();
         shown->showPopover(anchor);
     }
 }
@@ -81,35 +84,25 @@ void WindowController::confirm(const Confirmation& question, std::function<void(
     }
 }
 
-PanelContent WindowController::content() {
-    return panelContent(m_parts.model.state(), m_parts.services.clock.now());
-}
-
-OnboardingContent WindowController::onboardingContent() {
-    return tunedeck::onboardingContent(m_onboarding->state(), m_parts.services.clock.now());
-}
-
-OnboardingActions& WindowController::onboardingActions() {
-    return *m_onboarding;
-}
-
 QIcon WindowController::fileIcon(const QString& path) {
     const auto known = m_icons.constFind(path);
     return known != m_icons.constEnd() ? *known : *m_icons.insert(path, m_parts.services.workspace.icon(path));
 }
 
-void WindowController::contentChangedSoon() {
-    // A refresh changes several things one after the other: the windows take them over together.
-    if (!m_views || std::exchange(m_changePending, true)) {
-        return;
+void WindowController::updateContentSoon() {
+    // A refresh changes several fields in turn: update the windows once for all of them.
+    if (m_views && !std::exchange(m_updatePending, true)) {
+        QMetaObject::invokeMethod(this, &WindowController::updateContent, Qt::QueuedConnection);
     }
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            m_changePending = false;
-            m_views->contentChanged();
-        },
-        Qt::QueuedConnection);
+}
+
+void WindowController::updateContent() {
+    m_updatePending = false;
+    m_views->setContent(panelContent(m_parts.model.state(), m_parts.services.clock.now()));
+}
+
+void WindowController::updateOnboarding() {
+    m_views->setOnboardingContent(onboardingContent(m_onboarding->state(), m_parts.services.clock.now()));
 }
 
 } // namespace tunedeck

@@ -3,7 +3,8 @@
 #include "TunedeckMenu/Actions/PanelController.h"
 #include "TunedeckMenu/Model/MenuModel.h"
 #include "TunedeckMenu/Model/OnboardingModel.h"
-#include "TunedeckMenu/Panel/PanelModule.h"
+#include "TunedeckMenu/Panel/PanelHost.h"
+#include "TunedeckMenu/Panel/PanelViews.h"
 #include "TunedeckMenu/Platform/AppearanceSource.h"
 #include "TunedeckMenu/Windows/ViewsSource.h"
 
@@ -44,10 +45,7 @@ public:
     /// Asks a question; not confirmed when there are no windows to ask it in.
     void confirm(const Confirmation& question, std::function<void(bool)> answer);
 
-    PanelContent content() override;
     PanelActions& actions() override { return m_parts.panel; }
-    OnboardingContent onboardingContent() override;
-    OnboardingActions& onboardingActions() override;
     QIcon fileIcon(const QString& path) override;
 
 Q_SIGNALS:
@@ -57,13 +55,15 @@ Q_SIGNALS:
 private:
     PanelViews* views();
     void finishOnboarding();
-    void contentChangedSoon();
+    void updateContent();
+    void updateContentSoon();
+    void updateOnboarding();
 
     Parts m_parts;
     QHash<QString, QIcon> m_icons;
     std::unique_ptr<OnboardingModel> m_onboarding; ///< while there is the first-run window
     bool m_hasBeenShown = false;
-    bool m_changePending = false;
+    bool m_updatePending = false;
     std::unique_ptr<PanelViews> m_views;
 };
 

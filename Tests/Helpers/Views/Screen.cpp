@@ -80,8 +80,8 @@ void Screen::start() {
 }
 
 QQuickWindow& Screen::popover(const PanelContent& content) {
-    host.panel = content;
     start();
+    views->setContent(content);
     views->showPopover({400, 2, 24, 24});
     until([this] { return front().isActive() && front().isExposed(); });
     pass(220);
@@ -89,8 +89,8 @@ QQuickWindow& Screen::popover(const PanelContent& content) {
 }
 
 QQuickWindow& Screen::mainWindow(const PanelContent& content) {
-    host.panel = content;
     start();
+    views->setContent(content);
     views->showWindow();
     until([this] { return front().isActive() && front().isExposed(); });
     pass(220);
@@ -98,17 +98,16 @@ QQuickWindow& Screen::mainWindow(const PanelContent& content) {
 }
 
 QQuickWindow& Screen::onboarding(const OnboardingContent& content) {
-    host.onboarding = content;
     start();
-    views->showOnboarding();
+    views->setOnboardingContent(content);
+    views->showOnboarding(host.onboarding);
     until([this] { return front().isActive() && front().isExposed(); });
     pass(50);
     return front();
 }
 
 void Screen::become(const PanelContent& content) {
-    host.panel = content;
-    views->contentChanged();
+    views->setContent(content);
     pass(1);
 }
 

@@ -2,6 +2,7 @@
 
 #include "Tests/Gallery/FakeHost.h"
 #include "Tests/Gallery/Samples.h"
+#include "TunedeckMenu/Panel/PanelModule.h"
 
 #include <QAccessible>
 #include <QQuickItem>

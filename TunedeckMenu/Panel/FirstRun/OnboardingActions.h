@@ -1,26 +1,31 @@
 #pragma once
 
+#include <QObject>
 #include <QString>
 
 namespace tunedeck {
 
-/// What the first-run window's controls ask for.
-class OnboardingActions {
+/// The actions behind the controls of the first-run window; QML calls the invokable ones.
+class OnboardingActions : public QObject {
+    Q_OBJECT
 public:
-    virtual ~OnboardingActions() = default;
-    /// The window came on the screen or was closed.
+    using QObject::QObject;
+
     virtual void windowAppeared() = 0;
     virtual void windowClosed() = 0;
-    virtual void advance() = 0;
-    virtual void back() = 0;
-    virtual void repairTools() = 0;
-    virtual void takeBaseline() = 0;
-    virtual void choose(const QString& kind) = 0;
-    virtual void copyLink() = 0;
-    virtual void copyKey() = 0;
-    virtual void openTelegram() = 0;
-    virtual void newTelegramCode() = 0;
-    virtual void openSetupGuide() = 0;
+
+    /// Go to the next step, which ends the first run after the last one, or to the previous step.
+    Q_INVOKABLE virtual void advance() = 0;
+    Q_INVOKABLE virtual void back() = 0;
+    Q_INVOKABLE virtual void repairTools() = 0;
+    Q_INVOKABLE virtual void takeBaseline() = 0;
+    /// Connects an assistant. `kind`: its raw value.
+    Q_INVOKABLE virtual void choose(const QString& kind) = 0;
+    Q_INVOKABLE virtual void copyLink() = 0;
+    Q_INVOKABLE virtual void copyKey() = 0;
+    Q_INVOKABLE virtual void openTelegram() = 0;
+    Q_INVOKABLE virtual void newTelegramCode() = 0;
+    Q_INVOKABLE virtual void openSetupGuide() = 0;
 };
 
 } // namespace tunedeck

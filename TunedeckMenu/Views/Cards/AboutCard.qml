@@ -54,7 +54,7 @@ Card {
             prominent: true
             visible: label !== ""
 
-            onClicked: Actions.installUpdate()
+            onClicked: Panel.actions.installUpdate()
         }
 
         PushButton {
@@ -64,14 +64,14 @@ Card {
             label: card.view.checkButton
             visible: label !== ""
 
-            onClicked: Actions.checkForUpdates()
+            onClicked: Panel.actions.checkForUpdates()
         }
 
         PushButton {
             hint: card.view.diagnosticsHelp
             label: card.view.diagnosticsButton
 
-            onClicked: Actions.copyDiagnostics()
+            onClicked: Panel.actions.copyDiagnostics()
         }
     }
 }

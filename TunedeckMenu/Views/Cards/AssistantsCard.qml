@@ -15,7 +15,7 @@ Card {
         symbol: card.view.revealSymbol
         visible: card.view.canReveal
 
-        onClicked: Actions.toggleRevealSecrets()
+        onClicked: Panel.actions.toggleRevealSecrets()
     }
 
     Label {

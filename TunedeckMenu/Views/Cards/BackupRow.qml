@@ -78,6 +78,6 @@ Item {
         hint: row.help
         label: row.button
 
-        onClicked: Actions.restoreBackup(row.version)
+        onClicked: Panel.actions.restoreBackup(row.version)
     }
 }

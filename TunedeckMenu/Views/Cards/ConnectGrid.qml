@@ -19,7 +19,7 @@ Flow {
             usable: !Panel.assistants.busy
             width: alone ? parent.width : (parent.width - 8) / 2
 
-            onClicked: Actions.connectAssistant(rowId)
+            onClicked: Panel.actions.connectAssistant(rowId)
         }
     }
 }

@@ -23,7 +23,7 @@ Card {
         width: parent.width + 12
         x: -6
 
-        onClicked: Actions.revealDownloads()
+        onClicked: Panel.actions.revealDownloads()
     }
 
     Label {
@@ -51,14 +51,14 @@ Card {
             label: card.view.changeButton
             prominent: true
 
-            onClicked: Actions.chooseFolder()
+            onClicked: Panel.actions.chooseFolder()
         }
 
         PushButton {
             label: card.view.defaultButton
             visible: label !== ""
 
-            onClicked: Actions.useDefaultFolder()
+            onClicked: Panel.actions.useDefaultFolder()
         }
     }
 

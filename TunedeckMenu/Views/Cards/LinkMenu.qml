@@ -16,9 +16,9 @@ PopupMenu {
         onClicked: {
             menu.close();
             if (menu.kind === Look.Telegram)
-                Actions.newTelegramCode(menu.linkId);
+                Panel.actions.newTelegramCode(menu.linkId);
             else
-                Actions.rotateLink(menu.linkId);
+                Panel.actions.rotateLink(menu.linkId);
         }
     }
 
@@ -31,7 +31,7 @@ PopupMenu {
 
         onClicked: {
             menu.close();
-            Actions.openSetupGuide(menu.linkId);
+            Panel.actions.openSetupGuide(menu.linkId);
         }
     }
 
@@ -40,7 +40,7 @@ PopupMenu {
 
         onClicked: {
             menu.close();
-            Actions.disconnectLink(menu.linkId);
+            Panel.actions.disconnectLink(menu.linkId);
         }
     }
 }

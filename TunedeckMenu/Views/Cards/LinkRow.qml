@@ -103,7 +103,7 @@ Column {
         SecretField {
             width: parent.width
 
-            onCopied: Actions.copySecret(key)
+            onCopied: Panel.actions.copySecret(key)
         }
     }
 
@@ -118,8 +118,8 @@ Column {
         onLoaded: {
             const block = item as TelegramPairing;
             block.view = Qt.binding(() => row.pairing);
-            block.openPressed.connect(() => Actions.openTelegram(row.rowId));
-            block.newCodePressed.connect(() => Actions.newTelegramCode(row.rowId));
+            block.openPressed.connect(() => Panel.actions.openTelegram(row.rowId));
+            block.newCodePressed.connect(() => Panel.actions.newTelegramCode(row.rowId));
         }
     }
 
@@ -133,6 +133,6 @@ Column {
 
         Accessible.description: row.guideDescription
 
-        onClicked: Actions.openSetupGuide(row.rowId)
+        onClicked: Panel.actions.openSetupGuide(row.rowId)
     }
 }

@@ -23,6 +23,6 @@ Card {
         prominent: true
         width: parent.width
 
-        onClicked: Actions.restartService()
+        onClicked: Panel.actions.restartService()
     }
 }

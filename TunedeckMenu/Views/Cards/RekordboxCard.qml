@@ -85,7 +85,7 @@ Card {
                 hint: card.view.busyHelp
                 label: card.view.retryButton
 
-                onClicked: Actions.retryFailedChanges()
+                onClicked: Panel.actions.retryFailedChanges()
             }
 
             PushButton {
@@ -93,7 +93,7 @@ Card {
                 hint: card.view.busyHelp
                 label: card.view.dismissButton
 
-                onClicked: Actions.dismissFailedChanges()
+                onClicked: Panel.actions.dismissFailedChanges()
             }
         }
     }
@@ -106,7 +106,7 @@ Card {
         prominent: true
         visible: card.view.hasLibrary && label !== ""
 
-        onClicked: Actions.applyLibraryNow()
+        onClicked: Panel.actions.applyLibraryNow()
     }
 
     Disclosure {
@@ -162,7 +162,7 @@ Card {
             label: card.view.xmlButton
             visible: label !== ""
 
-            onClicked: Actions.revealXML()
+            onClicked: Panel.actions.revealXML()
         }
     }
 }

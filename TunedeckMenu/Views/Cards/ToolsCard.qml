@@ -43,6 +43,6 @@ Card {
         prominent: true
         visible: !card.view.installing && label !== ""
 
-        onClicked: Actions.repairTools()
+        onClicked: Panel.actions.repairTools()
     }
 }

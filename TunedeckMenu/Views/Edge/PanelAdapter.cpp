@@ -31,7 +31,7 @@ QVariant LinkModel::data(const QModelIndex& index, int role) const {
 
 namespace {
 
-/// What goes fades, and says meanwhile what it said.
+/// Keeps the old text of an item while it fades out.
 template<typename Part>
 void keepWords(const Part& old, Part& next) {
     if (!next.shown) {
@@ -42,18 +42,18 @@ void keepWords(const Part& old, Part& next) {
 
 } // namespace
 
-PanelModel::PanelModel(QQmlEngine& engine) : QObject(&engine) {
+PanelAdapter::PanelAdapter(PanelActions& actions, QQmlEngine& engine) : QObject(&engine), m_actions(actions) {
     QJSEngine::setObjectOwnership(this, QJSEngine::CppOwnership);
     for (QObject* list : std::initializer_list<QObject*>{&m_jobs, &m_links, &m_connect, &m_failed, &m_backups}) {
         QJSEngine::setObjectOwnership(list, QJSEngine::CppOwnership);
     }
 }
 
-PanelModel* PanelModel::create(QQmlEngine* engine, QJSEngine*) {
-    return engine->findChild<PanelModel*>(QString(), Qt::FindDirectChildrenOnly);
+PanelAdapter* PanelAdapter::create(QQmlEngine* engine, QJSEngine*) {
+    return engine->findChild<PanelAdapter*>(QString(), Qt::FindDirectChildrenOnly);
 }
 
-void PanelModel::take(const PanelContent& next) {
+void PanelAdapter::setContent(const PanelContent& next) {
     PanelContent content = next;
     keepWords(m_content.hiddenIcon, content.hiddenIcon);
     keepWords(m_content.notRunning, content.notRunning);
@@ -68,22 +68,22 @@ void PanelModel::take(const PanelContent& next) {
     m_failed.assign(content.rekordbox.failed);
     m_backups.assign(content.rekordbox.backups);
 
-    const auto tell = [&](auto PanelContent::* part, void (PanelModel::*changed)()) {
+    const auto tell = [&](auto PanelContent::* part, void (PanelAdapter::*changed)()) {
         if (old.*part != content.*part) {
             Q_EMIT(this->*changed)();
         }
     };
-    tell(&PanelContent::header, &PanelModel::headerChanged);
-    tell(&PanelContent::hiddenIcon, &PanelModel::hiddenIconChanged);
-    tell(&PanelContent::notRunning, &PanelModel::notRunningChanged);
-    tell(&PanelContent::recent, &PanelModel::recentChanged);
-    tell(&PanelContent::tools, &PanelModel::toolsChanged);
-    tell(&PanelContent::assistants, &PanelModel::assistantsChanged);
-    tell(&PanelContent::downloads, &PanelModel::downloadsChanged);
-    tell(&PanelContent::rekordbox, &PanelModel::rekordboxChanged);
-    tell(&PanelContent::about, &PanelModel::aboutChanged);
-    tell(&PanelContent::banner, &PanelModel::bannerChanged);
-    tell(&PanelContent::footer, &PanelModel::footerChanged);
+    tell(&PanelContent::header, &PanelAdapter::headerChanged);
+    tell(&PanelContent::hiddenIcon, &PanelAdapter::hiddenIconChanged);
+    tell(&PanelContent::notRunning, &PanelAdapter::notRunningChanged);
+    tell(&PanelContent::recent, &PanelAdapter::recentChanged);
+    tell(&PanelContent::tools, &PanelAdapter::toolsChanged);
+    tell(&PanelContent::assistants, &PanelAdapter::assistantsChanged);
+    tell(&PanelContent::downloads, &PanelAdapter::downloadsChanged);
+    tell(&PanelContent::rekordbox, &PanelAdapter::rekordboxChanged);
+    tell(&PanelContent::about, &PanelAdapter::aboutChanged);
+    tell(&PanelContent::banner, &PanelAdapter::bannerChanged);
+    tell(&PanelContent::footer, &PanelAdapter::footerChanged);
 }
 
 } // namespace tunedeck

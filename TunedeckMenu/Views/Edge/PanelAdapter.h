@@ -21,11 +21,12 @@ private:
     QHash<QString, KeyedModel<SecretFieldView>*> m_fields;
 };
 
-/// The panel's content as QML sees it: what equals the old notifies nobody, and lists keep their rows.
-class PanelModel : public QObject {
+/// The panel's content and actions for QML. Equal values notify nobody, and lists keep their rows.
+class PanelAdapter : public QObject {
     Q_OBJECT
     QML_NAMED_ELEMENT(Panel)
     QML_SINGLETON
+    Q_PROPERTY(tunedeck::PanelActions* actions READ actions CONSTANT)
     Q_PROPERTY(tunedeck::HeaderView header READ header NOTIFY headerChanged)
     Q_PROPERTY(tunedeck::TextCardView hiddenIcon READ hiddenIcon NOTIFY hiddenIconChanged)
     Q_PROPERTY(tunedeck::NotRunningView notRunning READ notRunning NOTIFY notRunningChanged)
@@ -44,12 +45,14 @@ class PanelModel : public QObject {
     Q_PROPERTY(QAbstractItemModel* backups READ backups CONSTANT)
 public:
     /// Belongs to `engine`, whose windows show it.
-    explicit PanelModel(QQmlEngine& engine);
+    PanelAdapter(PanelActions& actions, QQmlEngine& engine);
     /// The one of that engine.
-    static PanelModel* create(QQmlEngine* engine, QJSEngine*);
+    static PanelAdapter* create(QQmlEngine* engine, QJSEngine*);
 
-    /// Becomes `next`. What isn't shown any more keeps its words.
-    void take(const PanelContent& next);
+    /// Keeps the old text of an item while it fades out.
+    void setContent(const PanelContent& next);
+
+    [[nodiscard]] PanelActions* actions() const { return &m_actions; }
 
     [[nodiscard]] HeaderView header() const { return m_content.header; }
     [[nodiscard]] TextCardView hiddenIcon() const { return m_content.hiddenIcon; }
@@ -82,6 +85,7 @@ Q_SIGNALS:
     void footerChanged();
 
 private:
+    PanelActions& m_actions;
     PanelContent m_content;
     KeyedModel<JobRowView> m_jobs{&JobRowView::id};
     LinkModel m_links;

@@ -63,11 +63,10 @@ void bringToFront(QQuickWindow& window) {
 QuickViews::QuickViews(PanelHost& host, const Appearance& appearance)
     : m_host(host)
     , m_surroundings(*new Surroundings(m_engine))
-    , m_model(*new PanelModel(m_engine))
-    , m_onboardingModel(*new OnboardingModel(host, m_engine))
+    , m_panelAdapter(*new PanelAdapter(host.actions(), m_engine))
+    , m_onboardingAdapter(*new OnboardingAdapter(m_engine))
     , m_icon(appIcon()) {
     m_engine.addImportPath(u"qrc:/tunedeck/qml"_s);
-    new ActionBridge(host.actions(), m_engine);
     static const bool once = [] {
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
         QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
@@ -135,7 +134,6 @@ void QuickViews::showPopover(const QRect& anchor) {
     if (sameClick) {
         return;
     }
-    m_model.take(m_host.content());
     if (m_popover == nullptr) {
         m_popover = make(u"Frames/Popover.qml"_s, {});
         followPresence(*m_popover);
@@ -186,7 +184,6 @@ bool QuickViews::isPopoverShown() const {
 }
 
 void QuickViews::showWindow() {
-    m_model.take(m_host.content());
     if (m_window == nullptr) {
         m_window = make(u"Frames/MainWindow.qml"_s, {});
         followPresence(*m_window);
@@ -236,8 +233,8 @@ void QuickViews::wantedSizeChanged() {
     }
 }
 
-void QuickViews::showOnboarding() {
-    m_onboardingModel.take(m_host.onboardingContent());
+void QuickViews::showOnboarding(OnboardingActions& actions) {
+    m_onboardingAdapter.setActions(&actions);
     if (m_onboarding == nullptr) {
         m_onboarding = make(u"FirstRun/OnboardingWindow.qml"_s, {});
         const QSize size = wantedSize(*m_onboarding);
@@ -246,7 +243,8 @@ void QuickViews::showOnboarding() {
         m_onboarding->resize(size);
         centre(*m_onboarding);
         connect(m_onboarding.get(), &QWindow::visibleChanged, this, [this](bool visible) {
-            visible ? m_host.onboardingActions().windowAppeared() : m_host.onboardingActions().windowClosed();
+            auto& shown = *m_onboardingAdapter.actions();
+            visible ? shown.windowAppeared() : shown.windowClosed();
         });
     }
     bringToFront(*m_onboarding);
@@ -257,12 +255,7 @@ void QuickViews::closeOnboarding() {
         // Often asked for by a button of that very window.
         window->hide();
         window->deleteLater();
-    }
-}
-
-void QuickViews::onboardingChanged() {
-    if (m_onboarding != nullptr && m_onboarding->isVisible()) {
-        m_onboardingModel.take(m_host.onboardingContent());
+        m_onboardingAdapter.setActions(nullptr);
     }
 }
 
@@ -319,12 +312,6 @@ void QuickViews::answered(bool confirmed) {
     }
     askNext();
     answer(confirmed);
-}
-
-void QuickViews::contentChanged() {
-    if (isPopoverShown() || (m_window != nullptr && m_window->isVisible())) {
-        m_model.take(m_host.content());
-    }
 }
 
 void QuickViews::setAppearance(const Appearance& appearance) {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "TunedeckMenu/Panel/PanelModule.h"
-#include "TunedeckMenu/Views/Edge/ActionBridge.h"
+#include "TunedeckMenu/Panel/PanelHost.h"
+#include "TunedeckMenu/Panel/PanelViews.h"
 #include "TunedeckMenu/Views/Edge/OnboardingAdapter.h"
 #include "TunedeckMenu/Views/Edge/PanelAdapter.h"
 #include "TunedeckMenu/Views/Edge/Surroundings.h"
@@ -24,16 +24,16 @@ public:
     QuickViews(PanelHost& host, const Appearance& appearance);
     ~QuickViews() override;
 
+    void setContent(const PanelContent& content) override { m_panelAdapter.setContent(content); }
     void showPopover(const QRect& anchor) override;
     void closePopover() override;
     [[nodiscard]] bool isPopoverShown() const override;
     void showWindow() override;
     [[nodiscard]] bool isWindowShown() const override;
-    void showOnboarding() override;
+    void setOnboardingContent(const OnboardingContent& content) override { m_onboardingAdapter.setContent(content); }
+    void showOnboarding(OnboardingActions& actions) override;
     void closeOnboarding() override;
     void confirm(const Confirmation& question, std::function<void(bool confirmed)> answer) override;
-    void contentChanged() override;
-    void onboardingChanged() override;
     void setAppearance(const Appearance& appearance) override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -58,8 +58,8 @@ private:
     QQmlEngine m_engine;
     // The engine's own, by which QML sees them.
     Surroundings& m_surroundings;
-    PanelModel& m_model;
-    OnboardingModel& m_onboardingModel;
+    PanelAdapter& m_panelAdapter;
+    OnboardingAdapter& m_onboardingAdapter;
     QIcon m_icon;
     std::unique_ptr<QQuickWindow> m_popover;
     QRect m_anchor;

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "TunedeckMenu/Panel/PanelModule.h"
+#include "TunedeckMenu/Panel/Appearance.h"
 
+#include <QIcon>
 #include <QObject>
 #include <QQmlEngine>
 #include <QtQml/qqmlregistration.h>

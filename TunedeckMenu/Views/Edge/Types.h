@@ -1,6 +1,8 @@
 #pragma once
 
+#include "TunedeckMenu/Panel/FirstRun/OnboardingActions.h"
 #include "TunedeckMenu/Panel/FirstRun/OnboardingContent.h"
+#include "TunedeckMenu/Panel/PanelActions.h"
 #include "TunedeckMenu/Panel/PanelContent.h"
 
 #include <QtQml/qqml.h>
@@ -14,6 +16,16 @@ QML_FOREIGN_NAMESPACE(tunedeck::look)
 QML_NAMED_ELEMENT(Look)
 } // namespace LookForeign
 
+struct PanelActionsForeign {
+    Q_GADGET
+    QML_FOREIGN(tunedeck::PanelActions)
+    QML_ANONYMOUS
+};
+struct OnboardingActionsForeign {
+    Q_GADGET
+    QML_FOREIGN(tunedeck::OnboardingActions)
+    QML_ANONYMOUS
+};
 struct HeaderViewForeign {
     Q_GADGET
     QML_FOREIGN(tunedeck::HeaderView)

@@ -23,7 +23,7 @@ Column {
                 usable: !Onboarding.content.connecting
                 width: (parent.width - 8) / 2
 
-                onClicked: Onboarding.choose(rowId)
+                onClicked: Onboarding.actions.choose(rowId)
             }
         }
     }
@@ -63,7 +63,7 @@ Column {
                 SecretField {
                     width: parent.width
 
-                    onCopied: key === "key" ? Onboarding.copyKey() : Onboarding.copyLink()
+                    onCopied: key === "key" ? Onboarding.actions.copyKey() : Onboarding.actions.copyLink()
                 }
             }
 
@@ -88,7 +88,7 @@ Column {
                 role: Accessible.Link
                 x: -6
 
-                onClicked: Onboarding.openSetupGuide()
+                onClicked: Onboarding.actions.openSetupGuide()
             }
         }
     }
@@ -110,8 +110,8 @@ Column {
             x: 14
             y: 14
 
-            onNewCodePressed: Onboarding.newTelegramCode()
-            onOpenPressed: Onboarding.openTelegram()
+            onNewCodePressed: Onboarding.actions.newTelegramCode()
+            onOpenPressed: Onboarding.actions.openTelegram()
         }
     }
 

@@ -115,7 +115,7 @@ Window {
                 visible: label !== ""
                 x: 32
 
-                onClicked: Onboarding.back()
+                onClicked: Onboarding.actions.back()
             }
 
             PushButton {
@@ -127,7 +127,7 @@ Window {
                 prominent: true
                 visible: label !== ""
 
-                onClicked: Onboarding.advance()
+                onClicked: Onboarding.actions.advance()
             }
         }
 

@@ -101,6 +101,6 @@ Column {
         label: step.view.baselineButton
         visible: label !== ""
 
-        onClicked: Onboarding.takeBaseline()
+        onClicked: Onboarding.actions.takeBaseline()
     }
 }

@@ -60,6 +60,6 @@ Column {
         label: step.view.repairButton
         visible: label !== ""
 
-        onClicked: Onboarding.repairTools()
+        onClicked: Onboarding.actions.repairTools()
     }
 }

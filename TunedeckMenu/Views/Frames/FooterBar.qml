@@ -15,7 +15,7 @@ Item {
         label: bar.view.loginTitle
         x: Theme.margin + 2
 
-        onClicked: Actions.setOpensAtLogin(!bar.view.opensAtLogin)
+        onClicked: Panel.actions.setOpensAtLogin(!bar.view.opensAtLogin)
     }
 
     Row {
@@ -31,21 +31,21 @@ Item {
             label: bar.view.restartLabel
             symbol: "arrow.clockwise"
 
-            onClicked: Actions.restartService()
+            onClicked: Panel.actions.restartService()
         }
 
         IconButton {
             label: bar.view.logLabel
             symbol: "doc.text.magnifyingglass"
 
-            onClicked: Actions.openLog()
+            onClicked: Panel.actions.openLog()
         }
 
         IconButton {
             label: bar.view.quitLabel
             symbol: "power"
 
-            onClicked: Actions.quit()
+            onClicked: Panel.actions.quit()
         }
     }
 }
