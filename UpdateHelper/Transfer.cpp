@@ -1,7 +1,6 @@
 #include "UpdateHelper/Transfer.h"
 
 #include <curl/curl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
@@ -10,26 +9,30 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <string_view>
 
 namespace tunedeck::fetch {
 
 namespace {
 
-constexpr int mostRedirects = 10;
-constexpr auto progressPause = std::chrono::milliseconds(100);
+constexpr long maxRedirects = 10;
+constexpr long connectSeconds = 30;
+constexpr long stallSeconds = 30; // without a byte, after which the transfer is given up
+constexpr auto progressInterval = std::chrono::milliseconds(100);
 
 using Handle = std::unique_ptr<CURL, decltype(&curl_easy_cleanup)>;
 using File = std::unique_ptr<std::FILE, decltype(&std::fclose)>;
 using Headers = std::unique_ptr<curl_slist, decltype(&curl_slist_free_all)>;
 
-/// One download on its way through its redirects.
+/// State of one download across its redirects.
 struct Download {
     CURL* handle;
     std::FILE* file;
     std::int64_t limit;
     std::int64_t received = 0;
-    std::string trouble = {}; ///< ours, in place of the transport's words
-    std::chrono::steady_clock::time_point told = {};
+    bool secure = false;    ///< the current request uses https
+    std::string error = {}; ///< replaces libcurl's message
+    std::chrono::steady_clock::time_point lastReport = {};
 };
 
 long statusOf(CURL* handle) {
@@ -38,29 +41,43 @@ long statusOf(CURL* handle) {
     return status;
 }
 
-std::size_t keep(char* bytes, std::size_t size, std::size_t count, void* context) {
+/// Runs before each request, also for a redirect. libcurl can't forbid only the step from https to http.
+int onRequest(void* context, char*, char*, int, int) {
+    auto& download = *static_cast<Download*>(context);
+    char* url = nullptr;
+    curl_easy_getinfo(download.handle, CURLINFO_EFFECTIVE_URL, &url);
+    const bool secure = url && std::string_view(url).starts_with("https://");
+    if (download.secure && !secure) {
+        download.error = "The server redirected to an insecure address.";
+        return CURL_PREREQFUNC_ABORT;
+    }
+    download.secure = secure;
+    return CURL_PREREQFUNC_OK;
+}
+
+std::size_t onBody(char* bytes, std::size_t size, std::size_t count, void* context) {
     auto& download = *static_cast<Download*>(context);
     const std::size_t length = size * count;
     if (statusOf(download.handle) != 200) {
         return length;
     }
     download.received += static_cast<std::int64_t>(length);
-    if (download.received > download.limit) {
-        download.trouble = "The download is larger than it may be.";
+    if (download.received > download.limit) { // libcurl's own limit only applies to a known length
+        download.error = "The download exceeds its size limit.";
         return 0;
     }
     if (std::fwrite(bytes, 1, length, download.file) != length) {
-        download.trouble = std::strerror(errno);
+        download.error = std::strerror(errno);
         return 0;
     }
     return length;
 }
 
-int tell(void* context, curl_off_t total, curl_off_t, curl_off_t, curl_off_t) {
+int onProgress(void* context, curl_off_t total, curl_off_t, curl_off_t, curl_off_t) {
     auto& download = *static_cast<Download*>(context);
     const auto now = std::chrono::steady_clock::now();
-    if (download.received > 0 && now - download.told >= progressPause) {
-        download.told = now;
+    if (download.received > 0 && now - download.lastReport >= progressInterval) {
+        download.lastReport = now;
         std::printf("progress %lld %lld\n", static_cast<long long>(download.received),
                     total > 0 ? static_cast<long long>(total) : -1LL);
         std::fflush(stdout);
@@ -68,77 +85,29 @@ int tell(void* context, curl_off_t total, curl_off_t, curl_off_t, curl_off_t) {
     return 0;
 }
 
-void prepare(CURL* handle, const Options& options, Download& download, curl_slist* headers, char* words) {
+/// `message`: buffer for libcurl's error message.
+void configure(CURL* handle, const Options& options, Download& download, curl_slist* headers, char* message) {
+    curl_easy_setopt(handle, CURLOPT_URL, options.url.c_str());
     curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L);
     curl_easy_setopt(handle, CURLOPT_PROTOCOLS_STR, "http,https");
-    curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, 0L);
+    curl_easy_setopt(handle, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
+    curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, 1L);
+    curl_easy_setopt(handle, CURLOPT_MAXREDIRS, maxRedirects);
     curl_easy_setopt(handle, CURLOPT_HTTPHEADER, headers);
     curl_easy_setopt(handle, CURLOPT_USERAGENT, "Tunedeck");
-    curl_easy_setopt(handle, CURLOPT_ERRORBUFFER, words);
+    curl_easy_setopt(handle, CURLOPT_ERRORBUFFER, message);
     curl_easy_setopt(handle, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(options.limit));
+    curl_easy_setopt(handle, CURLOPT_TIMEOUT, options.timeout);
+    curl_easy_setopt(handle, CURLOPT_CONNECTTIMEOUT, connectSeconds);
     curl_easy_setopt(handle, CURLOPT_LOW_SPEED_LIMIT, 1L);
-    curl_easy_setopt(handle, CURLOPT_LOW_SPEED_TIME, options.stall);
-    curl_easy_setopt(handle, CURLOPT_CONNECTTIMEOUT, 30L);
-    curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, &keep);
+    curl_easy_setopt(handle, CURLOPT_LOW_SPEED_TIME, stallSeconds);
+    curl_easy_setopt(handle, CURLOPT_PREREQFUNCTION, &onRequest);
+    curl_easy_setopt(handle, CURLOPT_PREREQDATA, &download);
+    curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, &onBody);
     curl_easy_setopt(handle, CURLOPT_WRITEDATA, &download);
-    curl_easy_setopt(handle, CURLOPT_XFERINFOFUNCTION, &tell);
+    curl_easy_setopt(handle, CURLOPT_XFERINFOFUNCTION, &onProgress);
     curl_easy_setopt(handle, CURLOPT_XFERINFODATA, &download);
     curl_easy_setopt(handle, CURLOPT_NOPROGRESS, 0L);
-}
-
-bool startsWith(const char* text, const char* prefix) {
-    return std::strncmp(text, prefix, std::strlen(prefix)) == 0;
-}
-
-/// Where an answer leads on to; empty when it leads nowhere.
-std::expected<std::string, std::string> redirection(CURL* handle) {
-    char* target = nullptr;
-    curl_easy_getinfo(handle, CURLINFO_REDIRECT_URL, &target);
-    if (!target) {
-        return std::string();
-    }
-    char* from = nullptr;
-    curl_easy_getinfo(handle, CURLINFO_EFFECTIVE_URL, &from);
-    const bool secure = startsWith(target, "https://");
-    if (!secure && (!startsWith(target, "http://") || !from || startsWith(from, "https://"))) {
-        return std::unexpected("The server leads on to an address that isn't safe.");
-    }
-    return std::string(target);
-}
-
-/// One request and, when it was answered, where it leads.
-std::expected<std::string, std::string> step(Download& download, const std::string& url, long timeout,
-                                             const char* words) {
-    curl_easy_setopt(download.handle, CURLOPT_URL, url.c_str());
-    curl_easy_setopt(download.handle, CURLOPT_TIMEOUT, timeout);
-    const CURLcode code = curl_easy_perform(download.handle);
-    if (code != CURLE_OK) {
-        if (!download.trouble.empty()) {
-            return std::unexpected(download.trouble);
-        }
-        return std::unexpected(*words ? words : curl_easy_strerror(code));
-    }
-    return redirection(download.handle);
-}
-
-std::expected<long, std::string> follow(Download& download, const Options& options, const char* words) {
-    const auto started = std::chrono::steady_clock::now();
-    std::string url = options.url;
-    for (int hop = 0; hop <= mostRedirects; ++hop) {
-        const auto spent = std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - started);
-        if (options.timeout > 0 && spent.count() >= options.timeout) {
-            return std::unexpected("The request timed out.");
-        }
-        auto next = step(download, url, options.timeout > 0 ? options.timeout - spent.count() : 0, words);
-        if (!next) {
-            return std::unexpected(next.error());
-        }
-        if (next->empty()) {
-            return statusOf(download.handle);
-        }
-        url = *next;
-    }
-    return std::unexpected("The server leads on too many times.");
 }
 
 } // namespace
@@ -154,17 +123,19 @@ std::expected<long, std::string> transfer(const Options& options) {
     }
     const Headers headers(curl_slist_append(curl_slist_append(nullptr, "Cache-Control: no-cache"), "Pragma: no-cache"),
                           &curl_slist_free_all);
-    std::array<char, CURL_ERROR_SIZE> words{};
+    std::array<char, CURL_ERROR_SIZE> message{};
     Download download{.handle = handle.get(), .file = file.get(), .limit = options.limit};
-    prepare(handle.get(), options, download, headers.get(), words.data());
-    auto status = follow(download, options, words.data());
-    if (status && (std::fflush(file.get()) != 0 || fsync(fileno(file.get())) != 0)) {
+    configure(handle.get(), options, download, headers.get(), message.data());
+    if (const CURLcode code = curl_easy_perform(handle.get()); code != CURLE_OK) {
+        if (!download.error.empty()) {
+            return std::unexpected(download.error);
+        }
+        return std::unexpected(message[0] ? message.data() : curl_easy_strerror(code));
+    }
+    if (std::fflush(file.get()) != 0 || fsync(fileno(file.get())) != 0 || std::fclose(file.release()) != 0) {
         return std::unexpected(std::strerror(errno));
     }
-    if (std::fclose(file.release()) != 0 && status) {
-        return std::unexpected(std::strerror(errno));
-    }
-    return status;
+    return statusOf(handle.get());
 }
 
 } // namespace tunedeck::fetch

@@ -7,12 +7,11 @@
 
 namespace tunedeck::fetch {
 
-/// Downloads to the file and reports progress on standard output in lines `progress RECEIVED TOTAL` (bytes; -1 for a
-/// total that isn't known), ten a second at the most. Gives the final answer's HTTP status, or the transport's own
-/// words for what went wrong. The body of an answer other than 200 is not kept.
+/// Downloads to a file and reports progress on standard output as lines `progress RECEIVED TOTAL` (in bytes; -1 for an
+/// unknown total), at most ten per second. Returns the HTTP status of the final response, or a description of the
+/// transport error. The file stays empty unless the status is 200.
 ///
-/// Redirects lead from http to http or https and from https to https only, ten at the most. Nothing is taken from
-/// caches or cookies.
+/// Follows up to ten redirects, but never from https to http. Uses neither caches nor cookies.
 std::expected<long, std::string> transfer(const Options& options);
 
 } // namespace tunedeck::fetch

@@ -6,26 +6,28 @@
 #include <QCoreApplication>
 #include <QTemporaryFile>
 
+using namespace Qt::StringLiterals;
+
 namespace tunedeck {
 
 namespace {
 
-/// What the helper prints, line by line.
+/// Parser of the helper's output.
 struct Report {
     DownloadProgress progress;
-    QByteArray rest = {};
+    QByteArray buffer = {};
     std::optional<int> status = {};
     QString error = {};
 
-    void take(const QByteArray& part) {
-        rest += part;
-        for (qsizetype end = rest.indexOf('\n'); end >= 0; end = rest.indexOf('\n')) {
-            line(rest.left(end));
-            rest.remove(0, end + 1);
+    void append(const QByteArray& part) {
+        buffer += part;
+        for (qsizetype end = buffer.indexOf('\n'); end >= 0; end = buffer.indexOf('\n')) {
+            parseLine(buffer.left(end));
+            buffer.remove(0, end + 1);
         }
     }
 
-    void line(const QByteArray& text) {
+    void parseLine(const QByteArray& text) {
         const QList<QByteArray> words = text.split(' ');
         if (words[0] == "progress" && words.size() == 3 && progress) {
             const std::int64_t total = words[2].toLongLong();
@@ -45,11 +47,11 @@ QCoro::Task<std::expected<int, QString>> Downloader::download(DownloadRequest re
     auto report = std::make_shared<Report>(std::move(progress));
     ProcessRequest process{
         .program = m_helper,
-        .arguments = {QStringLiteral("--file"), request.file, QStringLiteral("--limit"), QString::number(request.limit),
-                      QStringLiteral("--timeout"), QString::number(request.timeout.count()), QStringLiteral("--parent"),
-                      QString::number(QCoreApplication::applicationPid()), QStringLiteral("--"),
+        .arguments = {u"--file"_s, request.file, u"--limit"_s, QString::number(request.limit), u"--timeout"_s,
+                      QString::number(request.timeout.count()), u"--parent"_s,
+                      QString::number(QCoreApplication::applicationPid()), u"--"_s,
                       QString::fromLatin1(request.url.toEncoded())},
-        .onOutput = [report](const QByteArray& part) { report->take(part); },
+        .onOutput = [report](const QByteArray& part) { report->append(part); },
     };
     const auto result = co_await runProcess(process, stop);
     if (!result) {
@@ -58,7 +60,7 @@ QCoro::Task<std::expected<int, QString>> Downloader::download(DownloadRequest re
     if (const auto status = report->status) {
         co_return *status;
     }
-    co_return std::unexpected(report->error.isEmpty() ? QStringLiteral("The download broke off.") : report->error);
+    co_return std::unexpected(report->error.isEmpty() ? u"The download ended unexpectedly."_s : report->error);
 }
 
 QCoro::Task<std::expected<Downloader::Document, QString>> Downloader::fetch(QUrl url, std::int64_t limit,
@@ -77,7 +79,7 @@ QCoro::Task<std::expected<Downloader::Document, QString>> Downloader::fetch(QUrl
     if (document.status == 200) {
         auto body = readFile(file.fileName(), limit);
         if (!body) {
-            co_return std::unexpected(QStringLiteral("The download can't be read."));
+            co_return std::unexpected(u"The download can't be read."_s);
         }
         document.body = std::move(*body);
     }

@@ -13,33 +13,34 @@
 
 namespace tunedeck {
 
-/// One download from the internet to a file.
+/// A download from the internet to a file.
 struct DownloadRequest {
     QUrl url;
-    QString file;                    ///< replaced when it exists
-    std::int64_t limit = 0;          ///< bytes at the most
-    std::chrono::seconds timeout{0}; ///< in all; 0 for none, then it is given up after 30 s without a byte
+    QString file;                    ///< an existing file is replaced
+    std::int64_t limit = 0;          ///< maximum size in bytes
+    std::chrono::seconds timeout{0}; ///< for the whole download; 0 for none
 };
 
-/// How much has come, in bytes; the total when the server told it.
+/// Bytes received so far, and the total if the server sent it.
 using DownloadProgress = std::function<void(std::int64_t received, std::optional<std::int64_t> total)>;
 
-/// Downloads with the helper program of the bundle, a process for each: cancelled by ending it.
+/// Runs the download helper of the bundle, one process per download. Cancelling kills the process. A download without
+/// a byte for 30 seconds fails.
 class Downloader {
 public:
     /// `helper`: path of the program.
     explicit Downloader(QString helper) : m_helper(std::move(helper)) {}
 
-    /// The final answer's HTTP status, 0 when it was no HTTP answer; the file holds the body of a 200. Fails in the
-    /// words of the transport.
+    /// Returns the HTTP status of the final response; 0 if it isn't HTTP. The file gets the body if the status is 200.
+    /// An error is the transport's description.
     QCoro::Task<std::expected<int, QString>> download(DownloadRequest request, DownloadProgress progress,
                                                       std::stop_token stop) const;
 
-    /// The body of a small document; see download().
     struct Document {
         int status = 0;
         QByteArray body;
     };
+    /// Downloads a small document to memory; see download().
     QCoro::Task<std::expected<Document, QString>> fetch(QUrl url, std::int64_t limit, std::chrono::seconds timeout,
                                                         std::stop_token stop) const;
 
