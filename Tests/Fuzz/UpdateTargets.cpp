@@ -3,7 +3,6 @@
 #include "TunedeckCore/Support/Text/Base64.h"
 #include "TunedeckCore/Update/Archive.h"
 #include "TunedeckCore/Update/SemVer.h"
-#include "TunedeckCore/Update/SystemVersion.h"
 #include "TunedeckCore/Update/UpdateCheck.h"
 #include "TunedeckCore/Update/UpdateFeed.h"
 

@@ -2,8 +2,7 @@
 #include "Tests/Helpers/TestServer.h"
 #include "TunedeckCore/Support/Http/Downloader.h"
 
-#include <QFile>
-#include <QTemporaryDir>
+#include <QProcess>
 
 namespace tunedeck::test {
 
@@ -21,66 +20,153 @@ protected:
                                             {}));
     }
 
-    QByteArray body() {
-        QFile read(file);
-        return read.open(QIODevice::ReadOnly) ? read.readAll() : QByteArray("unreadable");
+    QByteArray body() { return home.read(u"body"_s); }
+
+    static Behaviour redirect(const QUrl& target) {
+        return behave::answer(302, "elsewhere", "Location: " + target.toEncoded() + "\r\n");
     }
 
     TestServer server;
-    QTemporaryDir folder;
-    QString file = folder.filePath(u"body"_s);
+    TemporaryHome home;
+    QString file = home.path(u"body"_s);
     Downloader downloader{QStringLiteral(TUNEDECK_FETCH)};
     std::int64_t lastReceived = 0;
     std::optional<std::int64_t> lastTotal;
 };
 
-Behaviour redirect(const QByteArray& target) {
-    return behave::answer(302, "elsewhere", "Location: " + target + "\r\n");
-}
+/// A TLS server. Its certificate is the only one that the helper trusts, in a mount namespace.
+class TlsDownloadTest : public DownloadTest {
+protected:
+    void SetUp() override {
+        const QStringList namespaces{geteuid() == 0 ? u"-m"_s : u"-rm"_s};
+        if (QProcess::execute(u"unshare"_s, namespaces + QStringList{u"true"_s}) != 0) {
+            GTEST_SKIP() << "mount namespaces aren't allowed here";
+        }
+        ASSERT_EQ(QProcess::execute(u"openssl"_s,
+                                    {u"req"_s, u"-x509"_s, u"-newkey"_s, u"ed25519"_s, u"-nodes"_s, u"-keyout"_s,
+                                     home.path(u"key"_s), u"-out"_s, home.path(u"cert"_s), u"-subj"_s,
+                                     u"/CN=127.0.0.1"_s, u"-addext"_s, u"subjectAltName=IP:127.0.0.1"_s, u"-batch"_s}),
+                  0);
+        const auto script = home.write(u"helper"_s, "#!/bin/sh\nexec unshare " + namespaces[0].toUtf8() +
+                                                        " sh -c 'mount --bind " + home.path(u"cert"_s).toUtf8() +
+                                                        " /etc/ssl/certs/ca-certificates.crt && exec " TUNEDECK_FETCH
+                                                        " \"$@\"' sh \"$@\"\n");
+        QFile::setPermissions(script, QFile::ReadOwner | QFile::ExeOwner);
+        downloader = Downloader(script);
+        tls.setWorkingDirectory(home.path());
+        tls.start(u"openssl"_s, {u"s_server"_s, u"-accept"_s, u"127.0.0.1:0"_s, u"-cert"_s, u"cert"_s, u"-key"_s,
+                                 u"key"_s, u"-HTTP"_s});
+        QByteArray output;
+        while (!(output.contains("ACCEPT ") && output.endsWith('\n')) && tls.waitForReadyRead()) {
+            output += tls.readAll();
+        }
+        secure = QUrl::fromEncoded("https://" + output.mid(output.indexOf("ACCEPT ") + 7).trimmed());
+        ASSERT_GT(secure.port(), 0);
+    }
+
+    void TearDown() override {
+        tls.kill();
+        tls.waitForFinished();
+    }
+
+    QProcess tls;
+    QUrl secure;
+};
 
 } // namespace
 
-TEST_F(DownloadTest, KeepsTheBodyOfAGoodAnswerOnly) {
+TEST_F(DownloadTest, KeepsTheBodyOfStatus200Only) {
     const QByteArray bytes = QByteArray(300'000, 'x') + QByteArray("\0end", 4);
     server.on("GET /good", behave::answer(200, bytes));
+    server.on("GET /endless", behave::raw("HTTP/1.1 200 OK\r\n\r\nabc"));
     server.on("GET /gone", behave::answer(404, "sorry"));
     EXPECT_EQ(get(server.url("/good")), 200);
     EXPECT_EQ(body(), bytes);
-    EXPECT_EQ(lastReceived > 0 && lastReceived <= bytes.size(), true);
+    EXPECT_TRUE(lastReceived > 0 && lastReceived <= bytes.size());
     EXPECT_EQ(lastTotal, bytes.size());
+    EXPECT_EQ(get(server.url("/endless")), 200);
+    EXPECT_EQ(body(), "abc");
+    EXPECT_EQ(lastReceived, 3);
+    EXPECT_FALSE(lastTotal);
     EXPECT_EQ(get(server.url("/gone")), 404);
     EXPECT_EQ(body(), "");
+    EXPECT_EQ(server.requests().last().headers.at("user-agent"), "Tunedeck");
 }
 
-TEST_F(DownloadTest, FollowsSafeRedirectsAFewTimes) {
-    server.on("GET /a", redirect(server.url("/b").toEncoded()));
-    server.on("GET /b", redirect("/c"));
-    server.on("GET /c", behave::answer(200, "there"));
-    server.on("GET /round", redirect("/round"));
-    server.on("GET /file", redirect("file:///etc/passwd"));
-    EXPECT_EQ(get(server.url("/a")), 200);
-    EXPECT_EQ(body(), "there");
-    EXPECT_FALSE(get(server.url("/round")));
+TEST_F(DownloadTest, FollowsTenRedirectsAndNoOtherProtocol) {
+    server.on("GET /9", behave::answer(200, "here"));
+    server.on("GET /loop", redirect(QUrl(u"/loop"_s)));
+    server.on("GET /file", redirect(QUrl(u"file:///etc/passwd"_s)));
+    for (char from = '0'; from < '9'; ++from) {
+        server.on(QByteArray("GET /") + from, redirect(server.url(QByteArray("/") + static_cast<char>(from + 1))));
+    }
+    server.on("GET /start", redirect(QUrl(u"/0"_s)));
+    EXPECT_EQ(get(server.url("/start")), 200);
+    EXPECT_EQ(body(), "here");
+    const auto before = server.requests().size();
+    EXPECT_FALSE(get(server.url("/loop")));
+    EXPECT_EQ(server.requests().size() - before, 11);
     EXPECT_FALSE(get(server.url("/file")));
     EXPECT_FALSE(get(QUrl(u"file:///etc/passwd"_s)));
     EXPECT_EQ(body(), "");
 }
 
-TEST_F(DownloadTest, TellsWhatWentWrongInTheTransport) {
+TEST_F(TlsDownloadTest, NeverFollowsARedirectFromHttpsToHttp) {
+    const auto serve = [this](const QString& name, const QByteArray& response) { home.write(name, response); };
+    const auto at = [this](const QString& path) { return secure.resolved(QUrl(path)); };
+    serve(u"ok"_s, "HTTP/1.1 200 OK\r\nContent-Length: 6\r\n\r\nsecure");
+    serve(u"same"_s, "HTTP/1.1 302 Found\r\nContent-Length: 0\r\nLocation: /ok\r\n\r\n");
+    serve(u"down"_s,
+          "HTTP/1.1 302 Found\r\nContent-Length: 0\r\nLocation: " + server.url("/plain").toEncoded() + "\r\n\r\n");
+    server.on("GET /plain", behave::answer(200, "plain"));
+    server.on("GET /up", redirect(at(u"/same"_s)));
+    server.on("GET /up-and-down", redirect(at(u"/down"_s)));
+    EXPECT_EQ(get(server.url("/up")), 200);
+    EXPECT_EQ(body(), "secure");
+    for (const auto& url : {at(u"/down"_s), server.url("/up-and-down")}) {
+        const auto result = get(url);
+        ASSERT_FALSE(result);
+        EXPECT_EQ(result.error(), u"The server redirected to an insecure address.");
+        EXPECT_EQ(body(), "");
+    }
+    EXPECT_EQ(server.requests().last().target, "/up-and-down") << "the plain address wasn't requested";
+    downloader = Downloader(QStringLiteral(TUNEDECK_FETCH));
+    EXPECT_FALSE(get(at(u"/ok"_s))) << "an unknown certificate";
+}
+
+TEST_F(DownloadTest, ReportsTransportErrors) {
     server.on("GET /reset", behave::resetAfter("HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\nabc"));
     server.on("GET /garbage", behave::raw("\x16\x03\x01 what?\r\n\r\n"));
     server.on("GET /large", behave::answer(200, QByteArray(2000, 'x')));
+    server.on("GET /unknown", behave::raw("HTTP/1.1 200 OK\r\n\r\n" + QByteArray(2000, 'x')));
     for (const char* path : {"/reset", "/garbage"}) {
         const auto result = get(server.url(path));
         ASSERT_FALSE(result) << path;
         EXPECT_FALSE(result.error().isEmpty()) << path;
     }
-    EXPECT_FALSE(get(server.url("/large"), 1999));
-    EXPECT_EQ(get(server.url("/large"), 2000), 200);
+    for (const char* path : {"/large", "/unknown"}) {
+        EXPECT_FALSE(get(server.url(path), 1999)) << path;
+        EXPECT_EQ(get(server.url(path), 2000), 200) << path;
+    }
     file = u"/nowhere/at/all"_s;
     EXPECT_TRUE(get(server.url("/large"), 2000).error().contains(u"No such file"));
-    const auto noHelper = runToEnd(Downloader(u"/nowhere"_s).fetch(server.url("/large"), 1, {}, {}));
-    EXPECT_FALSE(noHelper);
+    EXPECT_FALSE(runToEnd(Downloader(u"/nowhere"_s).fetch(server.url("/large"), 1, {}, {})));
+}
+
+TEST_F(DownloadTest, HelperDiesWithItsParent) {
+    server.on("GET /", behave::hang("HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\nabc"));
+    const auto command = [this](const QString& parent) {
+        return QStringList{u"-c"_s, u"%1 --parent %2 --file %3 --limit 100 %4; exit $?"_s.arg(
+                                        QStringLiteral(TUNEDECK_FETCH), parent, file, server.url("/").toString())};
+    };
+    QProcess parent;
+    parent.start(u"sh"_s, command(u"$$"_s));
+    ASSERT_TRUE(runUntil([this] { return server.open() == 1; }));
+    parent.kill();
+    EXPECT_TRUE(runUntil([this] { return server.open() == 0; }));
+    parent.waitForFinished();
+    EXPECT_EQ(QProcess::execute(u"sh"_s, command(u"1"_s)), 1) << "the parent was already dead";
+    EXPECT_EQ(server.connections(), 1);
 }
 
 } // namespace tunedeck::test

@@ -1,7 +1,6 @@
 #include "Tests/Helpers/Test.h"
 #include "Tests/Helpers/TestServer.h"
 #include "Tests/Helpers/Update/Signing.h"
-#include "TunedeckCore/Update/SystemVersion.h"
 #include "TunedeckCore/Update/UpdateCheck.h"
 #include "TunedeckCore/Update/UpdateFeed.h"
 
@@ -114,7 +113,7 @@ TEST_F(UpdateFeedTest, AnswersOfTheServer) {
     server.on("GET /download/appcast.json", behave::raw("HTTP/1.1 200 OK\r\nContent-Length: 500\r\n\r\n{"));
     EXPECT_TRUE(std::holds_alternative<UpdateCheck::Failed>(check().value)) << "broken off";
     server.on("GET /download/appcast.json", behave::flood("HTTP/1.1 200 OK\r\n\r\n", 1'000'000'000));
-    EXPECT_EQ(check(), failed("The download is larger than it may be."));
+    EXPECT_EQ(check(), failed("The download exceeds its size limit."));
     server.stop();
     EXPECT_TRUE(std::holds_alternative<UpdateCheck::Failed>(check().value));
 }

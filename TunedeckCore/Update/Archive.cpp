@@ -11,64 +11,46 @@
 #include <sys/stat.h>
 
 #include <memory>
+#include <type_traits>
 
 namespace tunedeck {
 
 namespace {
 
-constexpr std::size_t readBlock = 256 * 1024;
+constexpr std::size_t blockSize = 256 * 1024;
 
 using Reader = std::unique_ptr<archive, decltype(&archive_read_free)>;
 using Writer = std::unique_ptr<archive, decltype(&archive_write_free)>;
-
-/// Names that are marked as UTF-8 can be read whatever the user's locale; for the thread that unpacks alone.
-class Utf8Names {
-public:
-    Utf8Names()
-        : m_utf8(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)), m_before(m_utf8 ? uselocale(m_utf8) : nullptr) {}
-    ~Utf8Names() {
-        if (m_utf8) {
-            uselocale(m_before);
-            freelocale(m_utf8);
-        }
-    }
-    Utf8Names(const Utf8Names&) = delete;
-    Utf8Names& operator=(const Utf8Names&) = delete;
-
-private:
-    locale_t m_utf8;
-    locale_t m_before;
-};
+using Locale = std::unique_ptr<std::remove_pointer_t<locale_t>, decltype(&freelocale)>;
 
 Reader openZip(const QString& path) {
     Reader reader(archive_read_new(), &archive_read_free);
     archive_read_support_format_zip_seekable(reader.get());
-    if (archive_read_open_filename(reader.get(), QFile::encodeName(path).constData(), readBlock) != ARCHIVE_OK) {
+    if (archive_read_open_filename(reader.get(), QFile::encodeName(path).constData(), blockSize) != ARCHIVE_OK) {
         return {nullptr, &archive_read_free};
     }
     return reader;
 }
 
-/// Goes on to the next entry; a warning (a name in another encoding) is no failure.
-int next(archive* reader, archive_entry** entry) {
+/// Reads the next entry's header. A warning, such as a name in another encoding, counts as success.
+int nextHeader(archive* reader, archive_entry** entry) {
     const int result = archive_read_next_header(reader, entry);
     return result == ARCHIVE_WARN ? ARCHIVE_OK : result;
 }
 
-/// A kind of entry that an application may hold. The reader takes FIFOs for files: some archivers record them so.
-bool isOrdinary(archive_entry* entry) {
+/// Whether an application may contain such an entry. libarchive reads FIFOs as files.
+bool isAllowed(archive_entry* entry) {
     const auto type = archive_entry_filetype(entry);
     return !archive_entry_hardlink(entry) && !archive_entry_is_encrypted(entry) &&
            (type == AE_IFREG || type == AE_IFDIR || type == AE_IFLNK) &&
            (archive_entry_perm(entry) & (S_ISUID | S_ISGID)) == 0;
 }
 
-std::optional<std::string> nameOf(archive_entry* entry) {
+std::optional<std::string> normalisedName(archive_entry* entry) {
     const char* name = archive_entry_pathname(entry);
     return name ? ArchiveNames::normalised(name) : std::nullopt;
 }
 
-/// Looks at every entry without unpacking any.
 bool isSafe(const QString& archive, const ArchiveLimits& limits, const std::stop_token& stop) {
     const Reader reader = openZip(archive);
     ArchiveNames names;
@@ -76,38 +58,38 @@ bool isSafe(const QString& archive, const ArchiveLimits& limits, const std::stop
     std::int64_t bytes = 0;
     archive_entry* entry = nullptr;
     int result = ARCHIVE_FATAL;
-    while (reader && !stop.stop_requested() && (result = next(reader.get(), &entry)) == ARCHIVE_OK) {
-        const auto name = nameOf(entry);
+    while (reader && !stop.stop_requested() && (result = nextHeader(reader.get(), &entry)) == ARCHIVE_OK) {
+        const auto name = normalisedName(entry);
         const char* link = archive_entry_symlink(entry);
         if (archive_entry_filetype(entry) == AE_IFLNK && !link) {
             return false;
         }
         const std::string target = link ? link : "";
         bytes += archive_entry_size_is_set(entry) ? archive_entry_size(entry) : 0;
-        if (!isOrdinary(entry) || !name || !names.add(*name, link ? &target : nullptr) || ++entries > limits.entries ||
+        if (!isAllowed(entry) || !name || !names.add(*name, link ? &target : nullptr) || ++entries > limits.entries ||
             bytes > limits.bytes) {
             return false;
         }
     }
-    return result == ARCHIVE_EOF && names.leadThroughNoLink();
+    return result == ARCHIVE_EOF && !names.anyBelowLink();
 }
 
-/// Copies an entry's contents; false when they can't be read or written, or are more than is left.
-bool copyContents(archive* reader, archive* writer, std::int64_t& left, const std::stop_token& stop) {
+/// Copies an entry's contents and subtracts their size from `remaining`, which must not become negative.
+bool copyContents(archive* reader, archive* writer, std::int64_t& remaining, const std::stop_token& stop) {
     const void* block = nullptr;
     std::size_t size = 0;
     la_int64_t offset = 0;
     int result = ARCHIVE_OK;
     while (!stop.stop_requested() && (result = archive_read_data_block(reader, &block, &size, &offset)) == ARCHIVE_OK) {
-        left -= static_cast<std::int64_t>(size);
-        if (left < 0 || archive_write_data_block(writer, block, size, offset) < ARCHIVE_OK) {
+        remaining -= static_cast<std::int64_t>(size);
+        if (remaining < 0 || archive_write_data_block(writer, block, size, offset) < ARCHIVE_OK) {
             return false;
         }
     }
     return result == ARCHIVE_EOF;
 }
 
-bool extract(const QString& archive, const QString& folder, std::int64_t left, const std::stop_token& stop) {
+bool extract(const QString& archive, const QString& folder, std::int64_t remaining, const std::stop_token& stop) {
     const Reader reader = openZip(archive);
     const Writer writer(archive_write_disk_new(), &archive_write_free);
     if (!reader || !writer) {
@@ -115,18 +97,18 @@ bool extract(const QString& archive, const QString& folder, std::int64_t left, c
     }
     archive_write_disk_set_options(writer.get(), ARCHIVE_EXTRACT_PERM | ARCHIVE_EXTRACT_TIME |
                                                      ARCHIVE_EXTRACT_SECURE_SYMLINKS | ARCHIVE_EXTRACT_SECURE_NODOTDOT);
-    // The folder's own path may lead through links; those of the archive may not.
+    // ARCHIVE_EXTRACT_SECURE_SYMLINKS also rejects links in the path of the destination.
     const std::string root = QFile::encodeName(QFileInfo(folder).canonicalFilePath()).toStdString() + "/";
     archive_entry* entry = nullptr;
     int result = ARCHIVE_FATAL;
-    while (!stop.stop_requested() && (result = next(reader.get(), &entry)) == ARCHIVE_OK) {
-        const auto name = nameOf(entry);
-        if (!name || !isOrdinary(entry)) {
+    while (!stop.stop_requested() && (result = nextHeader(reader.get(), &entry)) == ARCHIVE_OK) {
+        const auto name = normalisedName(entry);
+        if (!name || !isAllowed(entry)) {
             return false;
         }
         archive_entry_copy_pathname(entry, (root + *name).c_str());
         if (archive_write_header(writer.get(), entry) != ARCHIVE_OK ||
-            !copyContents(reader.get(), writer.get(), left, stop) ||
+            !copyContents(reader.get(), writer.get(), remaining, stop) ||
             archive_write_finish_entry(writer.get()) != ARCHIVE_OK) {
             return false;
         }
@@ -137,8 +119,12 @@ bool extract(const QString& archive, const QString& folder, std::int64_t left, c
 } // namespace
 
 bool unpackZip(const QString& archive, const QString& folder, std::stop_token stop, ArchiveLimits limits) {
-    const Utf8Names names;
-    return isSafe(archive, limits, stop) && extract(archive, folder, limits.bytes, stop);
+    // libarchive converts names marked as UTF-8 to the thread's locale, and fails where it can't.
+    const Locale utf8(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr), &freelocale);
+    const locale_t previous = uselocale(utf8.get());
+    const bool unpacked = isSafe(archive, limits, stop) && extract(archive, folder, limits.bytes, stop);
+    uselocale(previous);
+    return unpacked;
 }
 
 } // namespace tunedeck

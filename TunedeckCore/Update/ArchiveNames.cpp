@@ -1,6 +1,8 @@
 #include "TunedeckCore/Update/ArchiveNames.h"
 
+#include <algorithm>
 #include <climits>
+#include <ranges>
 #include <string_view>
 #include <vector>
 
@@ -8,28 +10,25 @@ namespace tunedeck {
 
 namespace {
 
-std::vector<std::string_view> parts(std::string_view path) {
-    std::vector<std::string_view> found;
-    for (std::size_t start = 0; start <= path.size();) {
-        const std::size_t end = std::min(path.find('/', start), path.size());
-        const std::string_view part = path.substr(start, end - start);
-        if (!part.empty() && part != ".") {
-            found.push_back(part);
+std::vector<std::string_view> components(std::string_view path) {
+    std::vector<std::string_view> result;
+    for (const auto part : std::views::split(path, '/')) {
+        if (const std::string_view name(part.begin(), part.end()); !name.empty() && name != ".") {
+            result.push_back(name);
         }
-        start = end + 1;
     }
-    return found;
+    return result;
 }
 
-/// Whether a link in a folder `depth` levels below the root leads to something inside. Only leading ".." are taken: one
-/// behind a name could climb out of wherever a link of that name leads.
+/// Whether the target of a link, `depth` levels below the root, is inside. ".." is only allowed at the start: after a
+/// name it could leave the folder if that name is a link.
 bool staysInside(std::string_view target, std::size_t depth) {
     if (target.empty() || target.front() == '/') {
         return false;
     }
     bool climbing = true;
     std::size_t climbed = 0;
-    for (const std::string_view part : parts(target)) {
+    for (const std::string_view part : components(target)) {
         if (part != "..") {
             climbing = false;
         } else if (!climbing || ++climbed > depth) {
@@ -45,15 +44,15 @@ std::optional<std::string> ArchiveNames::normalised(const std::string& name) {
     if (name.empty() || name.front() == '/') {
         return std::nullopt;
     }
-    std::string made;
-    for (const std::string_view part : parts(name)) {
+    std::string result;
+    for (const std::string_view part : components(name)) {
         if (part == ".." || part.size() > NAME_MAX) {
             return std::nullopt;
         }
-        made += made.empty() ? "" : "/";
-        made += part;
+        result += result.empty() ? "" : "/";
+        result += part;
     }
-    return made.empty() ? std::nullopt : std::optional(made);
+    return result.empty() ? std::nullopt : std::optional(result);
 }
 
 bool ArchiveNames::add(const std::string& name, const std::string* target) {
@@ -62,19 +61,16 @@ bool ArchiveNames::add(const std::string& name, const std::string* target) {
     }
     if (target) {
         m_links.insert(name);
-        return staysInside(*target, parts(name).size() - 1);
+        return staysInside(*target, components(name).size() - 1);
     }
     return true;
 }
 
-bool ArchiveNames::leadThroughNoLink() const {
-    for (const std::string& link : m_links) {
+bool ArchiveNames::anyBelowLink() const {
+    return std::ranges::any_of(m_links, [this](const std::string& link) {
         const auto below = m_names.lower_bound(link + "/");
-        if (below != m_names.end() && below->starts_with(link + "/")) {
-            return false;
-        }
-    }
-    return true;
+        return below != m_names.end() && below->starts_with(link + "/");
+    });
 }
 
 } // namespace tunedeck

@@ -6,19 +6,19 @@
 
 namespace tunedeck {
 
-/// Decides by the names alone whether an archive's entries stay inside the folder that they are unpacked into.
+/// Checks by their names that an archive's entries stay inside the folder that they are unpacked into.
 class ArchiveNames {
 public:
-    /// The name without "." and doubled "/"; nothing when it is empty, absolute, has ".." or a part longer than a file
-    /// name may be.
+    /// The name without "." and repeated "/". Nothing if it is empty or absolute, contains ".." or has a component that
+    /// is too long for a file name.
     static std::optional<std::string> normalised(const std::string& name);
 
-    /// Takes an entry's normalised name and, for a symbolic link, its target. False when it can't be allowed by itself
-    /// or beside those before.
+    /// Adds an entry's normalised name and, for a symbolic link, its target. False for a duplicate name and for a
+    /// target outside the folder.
     bool add(const std::string& name, const std::string* target);
 
-    /// Whether no entry's name leads through a link; asked when all are known.
-    [[nodiscard]] bool leadThroughNoLink() const;
+    /// Whether an entry's name has a link as one of its folders. Valid once all entries are added.
+    [[nodiscard]] bool anyBelowLink() const;
 
 private:
     std::set<std::string> m_names;

@@ -6,38 +6,25 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <fcntl.h>
-#include <linux/fs.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
+
+using namespace Qt::StringLiterals;
 
 namespace tunedeck {
 
 namespace {
 
-QString lastError() {
-    return QString::fromLocal8Bit(std::strerror(errno));
-}
-
+/// False for a symbolic link to a folder, which an exchange would swap as well.
 bool isFolder(const QByteArray& path) {
-    struct stat facts{};
-    return lstat(path.constData(), &facts) == 0 && S_ISDIR(facts.st_mode);
+    struct stat info{};
+    return lstat(path.constData(), &info) == 0 && S_ISDIR(info.st_mode);
 }
 
-/// Brings what was written below a folder to the disk.
-void syncVolume(const QByteArray& path) {
-    if (const FileDescriptor folder(open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)); folder) {
-        syncfs(folder.get());
-    }
-}
-
-/// For file systems without an exchange: for a moment nothing is in the place, but the old one is beside it.
-bool moveAround(const QByteArray& installed, const QByteArray& with) {
+/// For file systems without an exchange. For a moment there is no bundle at `installed`.
+bool swapByRenaming(const QByteArray& installed, const QByteArray& with) {
     const QByteArray aside = with + ".old";
     if (std::rename(installed.constData(), aside.constData()) != 0) {
         return false;
@@ -52,25 +39,18 @@ bool moveAround(const QByteArray& installed, const QByteArray& with) {
     return true;
 }
 
-bool exchange(const QByteArray& installed, const QByteArray& with) {
-    if (syscall(SYS_renameat2, AT_FDCWD, installed.constData(), AT_FDCWD, with.constData(), RENAME_EXCHANGE) == 0) {
-        return true;
-    }
-    return (errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP) && moveAround(installed, with);
-}
-
 } // namespace
 
-std::expected<QString, UpdateError> UpdateInstaller::replace(const QString& installed, const QString& with) {
-    const QByteArray place = QFile::encodeName(installed);
-    const QByteArray fresh = QFile::encodeName(with);
-    // An exchange would gladly swap a folder with a link.
-    if (!isFolder(place) || !isFolder(fresh)) {
-        return std::unexpected(UpdateError::other(QStringLiteral("%1 can't be replaced.").arg(installed)));
+std::expected<QString, UpdateError> UpdateInstaller::replace(const QString& installed, const QString& with,
+                                                             const Exchange& exchange) {
+    const QByteArray oldPath = QFile::encodeName(installed);
+    const QByteArray newPath = QFile::encodeName(with);
+    if (!isFolder(oldPath) || !isFolder(newPath)) {
+        return std::unexpected(UpdateError::other(u"%1 can't be replaced."_s.arg(installed)));
     }
-    syncVolume(fresh);
-    if (!exchange(place, fresh)) {
-        return std::unexpected(UpdateError::other(lastError()));
+    syncVolume(newPath);
+    if (!exchange(oldPath, newPath) && (errno != ENOTSUP || !swapByRenaming(oldPath, newPath))) {
+        return std::unexpected(UpdateError::other(qt_error_string(errno)));
     }
     syncFolder(QFileInfo(installed).absolutePath());
     syncFolder(QFileInfo(with).absolutePath());

@@ -1,15 +1,21 @@
 #pragma once
 
+#include "TunedeckCore/Update/Exchange.h"
 #include "TunedeckCore/Update/UpdateError.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <expected>
+#include <functional>
 
 namespace tunedeck::UpdateInstaller {
 
-/// Swaps the bundle `with` into the place of the installed one and removes the old bundle. Both must be on the same
-/// volume. Returns the path of the installed bundle.
-std::expected<QString, UpdateError> replace(const QString& installed, const QString& with);
+using Exchange = std::function<bool(const QByteArray& first, const QByteArray& second)>;
+
+/// Swaps the bundle `with` into the place of the installed one, on the same volume, and removes the old bundle. Returns
+/// the path of the installed bundle.
+std::expected<QString, UpdateError> replace(const QString& installed, const QString& with,
+                                            const Exchange& exchange = &exchangeFolders);
 
 } // namespace tunedeck::UpdateInstaller

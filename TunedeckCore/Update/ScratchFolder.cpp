@@ -12,24 +12,19 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <cstring>
-#include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace tunedeck {
 
 namespace {
 
-const QString prefix = QStringLiteral(".tunedeck-update-");
-const QString lockName = QStringLiteral("/lock");
+const QString prefix = u".tunedeck-update-"_s;
 
-QString parentOf(const QString& bundle) {
-    return QFileInfo(bundle).absolutePath();
-}
-
-/// The lock file, locked; none, with errno set, when somebody else has it or it can't be made.
-FileDescriptor takeLock(const QString& folder) {
+/// Locks the folder. The result is closed, with errno set, if another process holds the lock or on failure.
+FileDescriptor lockFolder(const QString& folder) {
     FileDescriptor lock(
-        open(QFile::encodeName(folder + lockName).constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+        open(QFile::encodeName(folder + u"/lock"_s).constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
     if (lock && flock(lock.get(), LOCK_EX | LOCK_NB) != 0) {
         const int reason = errno;
         lock.close();
@@ -40,42 +35,36 @@ FileDescriptor takeLock(const QString& folder) {
 
 } // namespace
 
-std::expected<ScratchFolder, QString> ScratchFolder::make(const QString& bundle) {
-    QByteArray path = QFile::encodeName(parentOf(bundle) + u'/' + prefix + QStringLiteral("XXXXXX"));
-    if (!mkdtemp(path.data())) {
-        return std::unexpected(QString::fromLocal8Bit(std::strerror(errno)));
+std::expected<std::shared_ptr<ScratchFolder>, QString> ScratchFolder::create(const QString& bundle) {
+    QByteArray name = QFile::encodeName(QFileInfo(bundle).absolutePath() + u'/' + prefix + u"XXXXXX"_s);
+    if (!mkdtemp(name.data())) {
+        return std::unexpected(qt_error_string(errno));
     }
-    const QString made = QFile::decodeName(path);
-    FileDescriptor lock = takeLock(made);
+    const QString path = QFile::decodeName(name);
+    FileDescriptor lock = lockFolder(path);
     if (!lock) {
-        const QString reason = QString::fromLocal8Bit(std::strerror(errno));
-        removeTree(made);
+        const QString reason = qt_error_string(errno);
+        removeTree(path);
         return std::unexpected(reason);
     }
-    return ScratchFolder(made, std::move(lock));
+    return std::shared_ptr<ScratchFolder>(new ScratchFolder(path, std::move(lock)));
 }
 
-void ScratchFolder::sweep(const QString& bundle) {
-    const QDir parent(parentOf(bundle));
-    const auto found = parent.entryInfoList({prefix + u'*'}, QDir::Dirs | QDir::Hidden | QDir::NoSymLinks);
-    for (const QFileInfo& left : found) {
-        if (left.ownerId() != getuid()) {
+void ScratchFolder::removeStale(const QString& bundle) {
+    const QDir parent(QFileInfo(bundle).absolutePath());
+    const auto folders = parent.entryInfoList({prefix + u'*'}, QDir::Dirs | QDir::Hidden | QDir::NoSymLinks);
+    for (const QFileInfo& folder : folders) {
+        if (folder.ownerId() != getuid()) {
             continue;
         }
-        if (const FileDescriptor lock = takeLock(left.filePath()); lock) {
-            removeTree(left.filePath());
+        if (const FileDescriptor lock = lockFolder(folder.filePath()); lock) {
+            removeTree(folder.filePath());
         }
     }
 }
 
 ScratchFolder::~ScratchFolder() {
-    if (m_lock) {
-        removeTree(m_path);
-    }
-}
-
-QString ScratchFolder::at(const QString& name) const {
-    return m_path + u'/' + name;
+    removeTree(m_path);
 }
 
 } // namespace tunedeck

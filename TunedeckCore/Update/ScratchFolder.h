@@ -5,34 +5,32 @@
 #include <QString>
 
 #include <expected>
+#include <memory>
 #include <utility>
 
 namespace tunedeck {
 
-/// A folder beside the installed application for one update, on the same volume; removed with all it holds when this
-/// goes. While it is in use its lock file is locked, so that another start doesn't sweep it away.
+/// Temporary folder of one update, beside the installed bundle and so on the same volume. Removed with its contents on
+/// destruction. A locked file in it protects it from removeStale() in another process.
 class ScratchFolder {
 public:
-    /// Makes a fresh one beside a bundle. Failures are the platform's description.
-    static std::expected<ScratchFolder, QString> make(const QString& bundle);
+    /// Creates a new folder beside the bundle. An error is the platform's description.
+    static std::expected<std::shared_ptr<ScratchFolder>, QString> create(const QString& bundle);
 
-    /// Removes those beside a bundle that nobody uses any more.
-    static void sweep(const QString& bundle);
+    /// Removes the folders that killed updates left beside the bundle.
+    static void removeStale(const QString& bundle);
 
-    ScratchFolder(ScratchFolder&& other) noexcept = default;
     ~ScratchFolder();
     ScratchFolder(const ScratchFolder&) = delete;
     ScratchFolder& operator=(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(ScratchFolder&&) = delete;
 
-    /// The path of something in it.
-    [[nodiscard]] QString at(const QString& name) const;
+    [[nodiscard]] QString filePath(const QString& name) const { return m_path + u'/' + name; }
 
 private:
     ScratchFolder(QString path, FileDescriptor lock) : m_path(std::move(path)), m_lock(std::move(lock)) {}
 
     QString m_path;
-    FileDescriptor m_lock; ///< none in one that was moved from
+    FileDescriptor m_lock;
 };
 
 } // namespace tunedeck

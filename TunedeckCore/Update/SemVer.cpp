@@ -17,48 +17,46 @@ bool isDigits(QStringView text) {
     return !text.isEmpty() && std::ranges::all_of(text, [](QChar c) { return c >= u'0' && c <= u'9'; });
 }
 
-std::optional<std::int64_t> number(QStringView text) {
+std::optional<std::int64_t> parseNumber(QStringView text) {
     bool fits = false;
     const qlonglong value = isDigits(text) ? text.toLongLong(&fits) : 0;
     return fits ? std::optional<std::int64_t>(value) : std::nullopt;
 }
 
-/// A numeric identifier of any size in parts that compare as the number does.
+/// A numeric identifier without a limit on its size.
 struct NumericIdentifier {
-    bool negative = false;
-    QStringView digits; ///< without leading zeros; empty for 0
+    qsizetype length = 0; ///< number of digits; negative for a negative number
+    QStringView digits;   ///< without leading zeros
 
-    static std::optional<NumericIdentifier> read(QStringView text) {
+    static std::optional<NumericIdentifier> parse(QStringView text) {
         const bool hasSign = text.startsWith(u'-') || text.startsWith(u'+');
         QStringView digits = hasSign ? text.sliced(1) : text;
         if (!isDigits(digits)) {
             return {};
         }
         digits = digits.sliced(std::ranges::find_if(digits, [](QChar c) { return c != u'0'; }) - digits.begin());
-        return NumericIdentifier{text.startsWith(u'-') && !digits.isEmpty(), digits};
+        return NumericIdentifier{text.startsWith(u'-') ? -digits.size() : digits.size(), digits};
     }
 
-    [[nodiscard]] bool isLessThan(const NumericIdentifier& other) const {
-        if (negative != other.negative) {
-            return negative;
+    std::weak_ordering operator<=>(const NumericIdentifier& other) const {
+        if (length != other.length) {
+            return length <=> other.length;
         }
-        const auto& [smaller, larger] = negative ? std::tie(other, *this) : std::tie(*this, other);
-        return smaller.digits.size() != larger.digits.size() ? smaller.digits.size() < larger.digits.size()
-                                                             : smaller.digits < larger.digits;
+        return (length < 0 ? other.digits.compare(digits) : digits.compare(other.digits)) <=> 0;
     }
 };
 
-/// The order of two identifiers that differ as texts.
-bool precedes(const QString& a, const QString& b) {
-    const auto left = NumericIdentifier::read(a);
-    const auto right = NumericIdentifier::read(b);
+/// Compares two different pre-release identifiers.
+std::weak_ordering compare(const QString& a, const QString& b) {
+    const auto left = NumericIdentifier::parse(a);
+    const auto right = NumericIdentifier::parse(b);
     if (left && right) {
-        return left->isLessThan(*right);
+        return *left <=> *right;
     }
     if (left || right) {
-        return left.has_value();
+        return right.has_value() <=> left.has_value();
     }
-    return std::ranges::lexicographical_compare(a.toUcs4(), b.toUcs4()); // by character, not by UTF-16 unit
+    return a.toStdU32String() <=> b.toStdU32String(); // by code point, not by UTF-16 unit
 }
 
 } // namespace
@@ -70,13 +68,13 @@ std::optional<SemVer> SemVer::parse(const QString& text) {
     }
     rest = rest.first(rest.contains(u'+') ? rest.indexOf(u'+') : rest.size());
     const qsizetype dash = rest.indexOf(u'-');
-    const auto pieces = rest.first(dash < 0 ? rest.size() : dash).split(u'.');
-    if (pieces.size() != 3) {
+    const auto numbers = rest.first(dash < 0 ? rest.size() : dash).split(u'.');
+    if (numbers.size() != 3) {
         return {};
     }
-    const auto major = number(pieces[0]);
-    const auto minor = number(pieces[1]);
-    const auto patch = number(pieces[2]);
+    const auto major = parseNumber(numbers[0]);
+    const auto minor = parseNumber(numbers[1]);
+    const auto patch = parseNumber(numbers[2]);
     if (!major || !minor || !patch) {
         return {};
     }
@@ -95,19 +93,18 @@ QString SemVer::description() const {
     return prerelease.isEmpty() ? core : core + u'-' + prerelease.join(u'.');
 }
 
-bool operator<(const SemVer& a, const SemVer& b) {
-    const auto order = std::tie(a.major, a.minor, a.patch) <=> std::tie(b.major, b.minor, b.patch);
-    if (order != 0) {
-        return order < 0;
+std::weak_ordering operator<=>(const SemVer& a, const SemVer& b) {
+    if (const auto order = std::tie(a.major, a.minor, a.patch) <=> std::tie(b.major, b.minor, b.patch); order != 0) {
+        return order;
     }
     if (a.prerelease.isEmpty() || b.prerelease.isEmpty()) {
-        return !a.prerelease.isEmpty();
+        return a.prerelease.isEmpty() <=> b.prerelease.isEmpty();
     }
     const auto [left, right] = std::ranges::mismatch(a.prerelease, b.prerelease);
     if (left == a.prerelease.end() || right == b.prerelease.end()) {
-        return a.prerelease.size() < b.prerelease.size();
+        return a.prerelease.size() <=> b.prerelease.size();
     }
-    return precedes(*left, *right);
+    return compare(*left, *right);
 }
 
 std::size_t qHash(const SemVer& version, std::size_t seed) noexcept {

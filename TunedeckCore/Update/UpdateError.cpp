@@ -1,19 +1,21 @@
 #include "TunedeckCore/Update/UpdateError.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tunedeck {
 
 QString UpdateError::description() const {
     switch (kind) {
     case Kind::http:
-        return QStringLiteral("The update server answered %1.").arg(status);
+        return u"The update server answered %1."_s.arg(status);
     case Kind::wrongApp:
-        return QStringLiteral("The download isn't the expected Tunedeck: %1.").arg(detail);
+        return u"The download isn't the expected Tunedeck: %1."_s.arg(detail);
     case Kind::checksum:
-        return QStringLiteral("The download doesn't match its checksum.");
+        return u"The download doesn't match its checksum."_s;
     case Kind::noApp:
-        return QStringLiteral("The download doesn't contain Tunedeck.");
+        return u"The download doesn't contain Tunedeck."_s;
     case Kind::notWritable:
-        return QStringLiteral("Tunedeck's folder isn't writable, so it can't update itself.");
+        return u"Tunedeck's folder isn't writable, so it can't update itself."_s;
     case Kind::other:
         break;
     }

@@ -6,20 +6,20 @@
 
 namespace tunedeck {
 
-/// Why an update could not be found or installed.
+/// Why an update check or an installation failed.
 struct UpdateError {
     enum class Kind {
-        http,        ///< the server's answer was none of use
-        wrongApp,    ///< the archive holds another application or version
-        checksum,    ///< the archive isn't the one that the feed names
-        noApp,       ///< the archive holds no application
-        notWritable, ///< the application's folder can't be written
-        other        ///< what the platform says of a file or the network
+        http,        ///< the server's response has another status than 200
+        wrongApp,    ///< the archive contains another application or version
+        checksum,    ///< the archive doesn't match the feed
+        noApp,       ///< the archive contains no application
+        notWritable, ///< the application's folder isn't writable
+        other        ///< a file or network error, described by the platform
     };
 
     Kind kind = Kind::other;
-    int status = 0;      ///< of http; 0 for an answer that wasn't HTTP
-    QString detail = {}; ///< of wrongApp and other
+    int status = 0;      ///< for http; 0 for a response that isn't HTTP
+    QString detail = {}; ///< for wrongApp and other
 
     static UpdateError http(int status) { return {.kind = Kind::http, .status = status}; }
     static UpdateError wrongApp(QString detail) { return {.kind = Kind::wrongApp, .detail = std::move(detail)}; }

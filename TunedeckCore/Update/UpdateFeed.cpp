@@ -10,6 +10,8 @@
 #include <cstdint>
 #include <tuple>
 
+using namespace Qt::StringLiterals;
+
 namespace tunedeck {
 
 namespace {
@@ -33,33 +35,33 @@ UpdateCheck failed(QString message) {
     return {UpdateCheck::Failed{std::move(message)}};
 }
 
-/// A feed or signature that isn't there yet is no failure.
+/// A missing feed or signature (404) means that no update is published.
 UpdateCheck afterError(const UpdateError& error) {
     return error == UpdateError::http(404) ? UpdateCheck{UpdateCheck::UpToDate{}} : failed(error.description());
 }
 
-/// Invalid UTF-8 is replaced, but a byte order mark stays: it is no white space.
-QString textOf(const QByteArray& bytes) {
+/// Decodes UTF-8 with invalid sequences replaced. Keeps a byte order mark, which must not count as white space.
+QString decodeText(const QByteArray& bytes) {
     QStringDecoder decoder(QStringDecoder::Utf8, QStringConverter::Flag::ConvertInitialBom);
     return decoder(bytes);
 }
 
-/// A piece of a minimum version; 0 unless it is a decimal integer, around which Qt would allow spaces.
-std::int64_t numberIn(const QString& piece) {
+/// A component of a minimum version; 0 unless it is a decimal integer. toLongLong() alone would accept spaces.
+std::int64_t versionNumber(const QString& piece) {
     return piece.front().isSpace() || piece.back().isSpace() ? 0 : piece.toLongLong();
 }
 
-UpdateCheck judge(const Release& latest, const QString& currentVersion, const SystemVersion& system) {
+UpdateCheck compare(const Release& latest, const QString& currentVersion, const SystemVersion& system) {
     const auto offered = SemVer::parse(latest.version);
     const auto current = SemVer::parse(currentVersion);
     if (!offered || !current) {
-        return failed(QStringLiteral("Unreadable version in the update feed."));
+        return failed(u"Unreadable version in the update feed."_s);
     }
-    if (!(*current < *offered)) {
+    if (*offered <= *current) {
         return {UpdateCheck::UpToDate{}};
     }
     if (latest.minMacos && !UpdateFeed::satisfies(system, *latest.minMacos)) {
-        return failed(QStringLiteral("Tunedeck %1 needs macOS %2 or later.").arg(latest.version, *latest.minMacos));
+        return failed(u"Tunedeck %1 needs macOS %2 or later."_s.arg(latest.version, *latest.minMacos));
     }
     return {UpdateCheck::Available{latest}};
 }
@@ -71,11 +73,11 @@ UpdateFeed UpdateFeed::standard(Downloader downloader) {
 }
 
 QUrl UpdateFeed::defaultURL() {
-    return WebEndpoint::url(QStringLiteral("/download/appcast.json"));
+    return WebEndpoint::url(u"/download/appcast.json"_s);
 }
 
 QUrl UpdateFeed::latestDMG() {
-    return WebEndpoint::url(QStringLiteral("/download/Tunedeck-latest.dmg"));
+    return WebEndpoint::url(u"/download/Tunedeck-latest.dmg"_s);
 }
 
 UpdateFeed::Fetch UpdateFeed::download(Downloader downloader) {
@@ -87,14 +89,14 @@ UpdateFeed::Fetch UpdateFeed::download(Downloader downloader) {
 bool UpdateFeed::satisfies(const SystemVersion& system, const QString& minimum) {
     std::array<std::int64_t, std::tuple_size_v<SystemVersion>> required{};
     const QStringList pieces = minimum.split(u'.', Qt::SkipEmptyParts).mid(0, std::tuple_size_v<SystemVersion>);
-    std::ranges::transform(pieces, required.begin(), numberIn);
+    std::ranges::transform(pieces, required.begin(), versionNumber);
     return !std::ranges::lexicographical_compare(system, required);
 }
 
 QCoro::Task<UpdateCheck> UpdateFeed::check(QString currentVersion, SystemVersion system, std::stop_token stop) const {
     const UpdateFeed feed = *this;
     QUrl signatureUrl = feed.url;
-    signatureUrl.setPath(signatureUrl.path(QUrl::FullyEncoded) + QStringLiteral(".sig"), QUrl::StrictMode);
+    signatureUrl.setPath(signatureUrl.path(QUrl::FullyEncoded) + u".sig"_s, QUrl::StrictMode);
     const auto document = co_await feed.fetch(feed.url, stop);
     if (!document) {
         co_return afterError(document.error());
@@ -103,14 +105,14 @@ QCoro::Task<UpdateCheck> UpdateFeed::check(QString currentVersion, SystemVersion
     if (!signature) {
         co_return afterError(signature.error());
     }
-    if (!verify(document->bytes, textOf(signature->bytes), feed.publicKey)) {
-        co_return failed(QStringLiteral("The update feed isn't signed by Tunedeck."));
+    if (!verify(document->bytes, decodeText(signature->bytes), feed.publicKey)) {
+        co_return failed(u"The update feed isn't signed by Tunedeck."_s);
     }
     const auto appcast = Appcast::decode(document->bytes);
     if (!appcast) {
         co_return failed(appcast.error().description());
     }
-    co_return judge(appcast->latest, currentVersion, system);
+    co_return compare(appcast->latest, currentVersion, system);
 }
 
 } // namespace tunedeck

@@ -1,5 +1,6 @@
 #include "TunedeckMenu/Model/UpdateServices.h"
 
+#include "TunedeckCore/Update/ScratchFolder.h"
 #include "TunedeckCore/Update/UpdateFeed.h"
 #include "TunedeckCore/Update/UpdateInstaller.h"
 
@@ -32,7 +33,7 @@ UpdateServices makeUpdateServices(const SystemFacts& facts) {
     return {
         .check =
             [facts, feed = UpdateFeed::standard(downloader)](std::stop_token stop) {
-                UpdateInstaller::sweep(facts.bundle); // what a killed update left
+                ScratchFolder::removeStale(facts.bundle); // of a killed update
                 return feed.check(facts.appVersion, facts.systemVersion, std::move(stop));
             },
         .install =
