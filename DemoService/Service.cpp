@@ -1,13 +1,26 @@
 #include "DemoService/Service.h"
 
-#include "DemoService/Files/Files.h"
+#include "DemoService/Files/JsonFile.h"
 #include "DemoService/Library/ImportXml.h"
+#include "TunedeckCore/Support/Files/AtomicFile.h"
 
-#include <unistd.h>
-
-#include <thread>
+#include <utility>
 
 namespace tunedeck::demo {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+Log::Line httpLine(Log::Level level, const QString& message) {
+    return {level, u"tunedeck::http"_s, message};
+}
+
+Log::Line serviceLine(Log::Level level, const QString& message) {
+    return {level, u"tunedeck::service"_s, message};
+}
+
+} // namespace
 
 Service::Service(World world, ServiceFacts facts, Log log)
     : m_world(std::move(world))
@@ -17,71 +30,59 @@ Service::Service(World world, ServiceFacts facts, Log log)
     , m_server([this](const Request& request) { return handle(request); }) {}
 
 bool Service::start(int port) {
-    const int taken = m_server.bind(port);
+    const std::lock_guard lock(m_mutex); // no request before the port is known
+    const int taken = m_server.start(port);
     if (taken < 0) {
-        m_log.write({Level::error, "tunedeck::http", "can't listen on 127.0.0.1:" + std::to_string(port)});
+        m_log.write(httpLine(Log::Level::Error, u"can't listen on 127.0.0.1:%1"_s.arg(port)));
         return false;
     }
     m_facts.port = taken;
-    if (const auto wrong = m_runtimeFile.publish(taken, ::getpid()); !wrong.empty()) {
-        // Whoever is told the port by other means can still be served.
-        m_log.write({Level::error, "tunedeck::http", wrong});
+    if (const auto published = m_runtimeFile.publish(taken); !published) {
+        m_log.write(httpLine(Log::Level::Error, published.error())); // clients may know the port from elsewhere
     }
-    m_log.write({Level::info, "tunedeck::http", "listening on http://127.0.0.1:" + std::to_string(taken)});
+    m_log.write(httpLine(Log::Level::Info, u"listening on http://127.0.0.1:%1"_s.arg(taken)));
+    m_life = std::jthread([this](const std::stop_token& stop) { live(stop); });
     return true;
-}
-
-bool Service::run() {
-    std::jthread life([this](const std::stop_token& stop) { live(stop); });
-    const bool served = m_server.serve();
-    if (!served) {
-        m_log.write({Level::error, "tunedeck::http", "the server ended"});
-    }
-    life.request_stop();
-    life.join();
-    m_runtimeFile.withdraw(::getpid());
-    m_log.write({Level::info, "tunedeck::service", "stopped"});
-    return served;
 }
 
 void Service::stop() {
     m_server.stop();
+    m_life.request_stop();
+    m_life.join();
+    m_runtimeFile.withdraw();
+    m_log.write(serviceLine(Log::Level::Info, u"stopped"_s));
 }
 
-Reply Service::handle(const Request& request) {
+Response Service::handle(const Request& request) {
     const std::lock_guard lock(m_mutex);
     const Moment now = currentMoment();
     m_world.advance(now);
-    Reply reply = answer(m_world, m_facts, request, now);
+    Response response = respond(m_world, m_facts, request, now);
     flush();
-    m_log.write(
-        {Level::debug, "tunedeck::http", request.method + " " + request.target + " " + std::to_string(reply.status)});
-    return reply;
+    m_log.write(httpLine(Log::Level::Debug, QString::fromUtf8(request.method + ' ' + request.target + ' ' +
+                                                              QByteArray::number(response.status))));
+    return response;
 }
 
-/// Sends the journal to the log and wakes the thread that saves, when there is anything new.
+/// Writes the world's new lines to the log and wakes live() if there are any.
 void Service::flush() {
-    const auto journal = m_world.takeJournal();
-    for (const LogLine& line : journal) {
+    for (const Log::Line& line : m_world.takeLines()) {
         m_log.write(line);
-    }
-    if (!journal.empty()) {
         m_unsaved = true;
-        m_changed.notify_one();
     }
+    m_changed.notify_one();
 }
 
-/// Makes what is due happen, saves what has changed, and sleeps until the next event or change.
+/// Advances the world at each of its events and saves what has changed.
 void Service::live(const std::stop_token& stop) {
     std::unique_lock lock(m_mutex);
     for (;;) {
         m_world.advance(currentMoment());
         flush();
         if (std::exchange(m_unsaved, false)) {
-            const std::string state = stateText(m_world.state());
-            const std::string xml = importXmlText(m_world.state().jobs, m_facts.version);
+            const State state = m_world.state();
             lock.unlock();
-            save(state, xml);
+            save(state);
             lock.lock();
             continue;
         }
@@ -97,16 +98,17 @@ void Service::live(const std::stop_token& stop) {
     }
 }
 
-void Service::save(const std::string& state, const std::string& importXml) {
-    std::string wrong = writeFileAtomically(m_facts.paths.stateFile(), state);
-    const auto xmlFile = m_facts.paths.importXml();
-    if (wrong.empty() && readFile(xmlFile) != importXml) {
-        wrong = writeFileAtomically(xmlFile, importXml);
+void Service::save(const State& state) {
+    auto saved = writeFile(m_facts.paths.stateFile(), state.text());
+    const auto xml = importXml(state.jobs, m_facts.version);
+    if (saved && readFile(m_facts.paths.importXml()) != xml) {
+        saved = writeFile(m_facts.paths.importXml(), xml);
     }
-    if (!wrong.empty() && wrong != m_saveError) {
-        m_log.write({Level::error, "tunedeck::service", wrong});
+    const QString error = saved ? QString() : saved.error();
+    if (!error.isEmpty() && error != m_saveError) {
+        m_log.write(serviceLine(Log::Level::Error, error));
     }
-    m_saveError = std::move(wrong);
+    m_saveError = error;
 }
 
 } // namespace tunedeck::demo

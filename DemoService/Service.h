@@ -9,41 +9,38 @@
 #include <condition_variable>
 #include <mutex>
 #include <stop_token>
+#include <thread>
 
 namespace tunedeck::demo {
 
-/// The running service: the world on the machine's clock, behind HTTP, with its files. Between events and requests it
-/// sleeps.
+/// The running service: a world in real time, with its HTTP server and its files. Sleeps between events and requests.
 class Service {
 public:
     Service(World world, ServiceFacts facts, Log log);
 
-    /// Takes the port (0: any free one) and publishes it; false, with a line in the log, when it can't be had.
+    /// Listens on `port` (0: any free one) and publishes it; false, with a log line, when the port is taken.
     bool start(int port);
     int port() const { return m_facts.port; }
-    /// Serves until stop() is called from another thread. Then the state is saved and the runtime file withdrawn.
-    /// False, with a line in the log, when serving ended by itself.
-    bool run();
+    /// Stops serving, saves the state and removes the runtime file.
     void stop();
 
 private:
-    Reply handle(const Request& request);
+    Response handle(const Request& request);
     void live(const std::stop_token& stop);
     void flush();
-    void save(const std::string& state, const std::string& importXml);
+    void save(const State& state);
 
-    std::mutex m_mutex;
+    std::mutex m_mutex; ///< guards the world and m_unsaved
     std::condition_variable_any m_changed;
-    /// Guarded by the mutex, as is the flag.
     World m_world;
     bool m_unsaved = true;
 
     ServiceFacts m_facts;
     Log m_log;
     RuntimeFile m_runtimeFile;
+    QString m_saveError; ///< the last one, which isn't logged again
     Server m_server;
-    /// What went wrong when saving last; the log isn't filled with repetitions.
-    std::string m_saveError;
+    std::jthread m_life;
 };
 
 } // namespace tunedeck::demo

@@ -1,113 +1,146 @@
-#include "DemoService/Files/Files.h"
-#include "DemoService/Options.h"
 #include "DemoService/Scenarios/Scenarios.h"
 #include "DemoService/Service.h"
+#include "TunedeckCore/Support/Files/AtomicFile.h"
 
-#include <pthread.h>
-#include <unistd.h>
+#include <QCommandLineParser>
+#include <QCoreApplication>
 
 #include <csignal>
 #include <cstdlib>
+#include <expected>
+#include <iomanip>
 #include <iostream>
+#include <optional>
 #include <random>
-#include <thread>
 
+using namespace tunedeck;
 using namespace tunedeck::demo;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The state to start with: the last run's, unless another scenario is wanted or there is none.
-State firstState(const Options& options, const HomePaths& paths, const Log& log) {
-    const Moment now = currentMoment();
-    const auto text = options.reset ? std::nullopt : readFile(paths.stateFile());
-    if (text) {
-        if (auto last = stateFromText(*text)) {
-            if (options.scenario.empty() || options.scenario == last->scenario) {
-                if (last->cloud.wavers) {
-                    last->cloud.reconnect(now);
-                }
-                return std::move(*last);
-            }
-        } else {
-            log.write({Level::warn, "tunedeck::service", "the state file can't be read, starting anew"});
+struct Options {
+    const Scenario* scenario = nullptr; ///< null: that of the last run, else the default one
+    int port = 0;
+    double speed = 1;
+    bool reset = false;
+};
+
+std::expected<Options, QString> readOptions(const QCommandLineParser& parser) {
+    Options options{.reset = parser.isSet(u"reset"_s)};
+    if (const auto extra = parser.positionalArguments(); !extra.isEmpty()) {
+        return std::unexpected(u"Unexpected argument \""_s + extra.front() + u"\"; --help lists the options."_s);
+    }
+    if (const auto name = parser.value(u"scenario"_s); parser.isSet(u"scenario"_s)) {
+        options.scenario = findScenario(name);
+        if (options.scenario == nullptr) {
+            return std::unexpected(u"There is no scenario \""_s + name + u"\"; --list-scenarios lists them."_s);
         }
     }
-    const Scenario* scenario = options.scenario.empty() ? &scenarios().front() : findScenario(options.scenario);
-    State state = startState(*scenario, now);
-    if (state.links.getUsed) {
-        state.seed = std::random_device()();
+    bool valid = false;
+    options.port = parser.value(u"port"_s).toUShort(&valid);
+    if (!valid) {
+        return std::unexpected(u"The port must be a number from 0 to 65535."_s);
     }
-    if (state.library && state.library->dbPath.empty()) {
+    options.speed = parser.value(u"speed"_s).toDouble();
+    if (!(options.speed > 0 && options.speed <= 1000)) {
+        return std::unexpected(u"The speed must be a number above 0, at most 1000."_s);
+    }
+    return options;
+}
+
+/// The state of the last run, unless another scenario is requested or there is none.
+State firstState(const Options& options, const HomePaths& paths, const Log& log) {
+    const Moment now = currentMoment();
+    if (const auto text = options.reset ? std::nullopt : readFile(paths.stateFile())) {
+        auto last = State::fromText(*text);
+        if (!last) {
+            log.write({Log::Level::Warn, u"tunedeck::service"_s,
+                       u"ignoring the state file, which can't be read: "_s + last.error()});
+        } else if (options.scenario == nullptr || options.scenario->name == last->scenario) {
+            if (last->cloud.unstable) {
+                last->cloud.reconnect(now);
+            }
+            return std::move(*last);
+        }
+    }
+    State state = startState(options.scenario == nullptr ? scenarios().front() : *options.scenario, now);
+    if (state.links.getUsed) {
+        state.random.state = std::random_device()();
+    }
+    if (state.library && state.library->dbPath.isEmpty()) {
         state.library->dbPath = paths.rekordboxDb();
     }
     return state;
 }
 
 int serve(const Options& options) {
-    const char* home = std::getenv("HOME");
-    if (home == nullptr || *home != '/') {
-        std::cerr << "tunedeck: HOME must name the home folder.\n";
+    const QString home = qEnvironmentVariable("HOME");
+    if (!home.startsWith(u'/')) {
+        std::cerr << "tunedeck: HOME must be an absolute path.\n";
         return 2;
     }
-    // Only the waiting below gets these signals; every thread inherits the mask.
-    sigset_t ending;
-    sigemptyset(&ending);
+    // All threads inherit this mask, so that the signals wait for sigwait() below.
+    sigset_t signals;
+    sigemptyset(&signals);
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-        sigaddset(&ending, signal);
+        sigaddset(&signals, signal);
     }
-    pthread_sigmask(SIG_BLOCK, &ending, nullptr);
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
 
-    const char* filter = std::getenv("RUST_LOG");
-    const Log log(levelOf(filter == nullptr ? "" : filter));
+    const Log log(Log::levelFor(qEnvironmentVariable("RUST_LOG")));
     const HomePaths paths{home};
     State state = firstState(options, paths, log);
-    const std::string scenario = state.scenario;
-    Service service(World(std::move(state), options.speed), {.version = TUNEDECK_VERSION, .paths = paths, .port = 0},
-                    log);
+    const auto scenario = state.scenario.toStdString();
+    Service service(World(std::move(state), options.speed),
+                    {.version = QStringLiteral(TUNEDECK_VERSION), .paths = paths}, log);
     if (!service.start(options.port)) {
         return 1;
     }
     std::cout << "tunedeck " TUNEDECK_VERSION " (demo) serves the scenario " << scenario
               << " on http://127.0.0.1:" << service.port() << std::endl;
-
-    const auto self = pthread_self();
-    bool served = false;
-    std::thread running([&service, &served, self] {
-        served = service.run();
-        // Should serving end by itself, the waiting ends too.
-        pthread_kill(self, SIGTERM);
-    });
     int signal = 0;
-    sigwait(&ending, &signal);
+    sigwait(&signals, &signal);
     service.stop();
-    running.join();
     std::cout << "tunedeck stopped" << std::endl;
-    return served ? 0 : 1;
+    return 0;
 }
 
 } // namespace
 
-/// The program that the bundle carries as Contents/Helpers/tunedeck.
-int main(int count, char** values) {
-    const auto options = parseOptions({values + 1, values + count});
+/// The demo service, which the bundle contains as Contents/Helpers/tunedeck.
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        u"A stand-in for Tunedeck's background service. It answers the same requests on 127.0.0.1 and simulates\n"
+        "activity, but downloads nothing and touches no Rekordbox library. It writes its port to\n"
+        "~/.tunedeck/runtime.json and its state to ~/.tunedeck/demo-state.json."_s);
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addOptions({
+        {u"scenario"_s, u"Start with this scenario. Without it, continue where the last run ended."_s, u"name"_s},
+        {u"list-scenarios"_s, u"List the scenarios."_s},
+        {u"reset"_s, u"Ignore the state of the last run."_s},
+        {u"port"_s, u"Listen on this port instead of any free one."_s, u"number"_s, u"0"_s},
+        {u"speed"_s, u"Make things happen this many times faster."_s, u"factor"_s, u"1"_s},
+    });
+    const bool parsed = parser.parse(QCoreApplication::arguments());
+    const auto options = parsed ? readOptions(parser) : std::unexpected(parser.errorText());
     if (!options) {
-        std::cerr << "tunedeck: " << options.error() << "\n";
+        std::cerr << "tunedeck: " << options.error().toStdString() << "\n";
         return 2;
     }
-    switch (options->action) {
-    case Options::Action::help:
-        std::cout << helpText();
-        return 0;
-    case Options::Action::version:
+    if (parser.isSet(u"help"_s)) {
+        std::cout << parser.helpText().toStdString();
+    } else if (parser.isSet(u"version"_s)) {
         std::cout << "tunedeck " TUNEDECK_VERSION " (demo)\n";
-        return 0;
-    case Options::Action::listScenarios:
+    } else if (parser.isSet(u"list-scenarios"_s)) {
         for (const Scenario& scenario : scenarios()) {
-            std::cout << scenario.name << std::string(20 - scenario.name.size(), ' ') << scenario.description << "\n";
+            std::cout << std::left << std::setw(20) << scenario.name.data() << scenario.description.data() << "\n";
         }
-        return 0;
-    case Options::Action::serve:
-        break;
+    } else {
+        return serve(*options);
     }
-    return serve(*options);
+    return 0;
 }

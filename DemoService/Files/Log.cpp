@@ -1,54 +1,45 @@
 #include "DemoService/Files/Log.h"
 
-#include "DemoService/World/Clock.h"
+#include "TunedeckCore/Support/Files/FileDescriptor.h"
+
+#include <QByteArray>
+#include <QChar>
+#include <QDateTime>
 
 #include <unistd.h>
 
 #include <array>
-#include <cstdio>
+#include <cstddef>
 
 namespace tunedeck::demo {
 
-namespace {
+using namespace Qt::StringLiterals;
 
-constexpr std::array levelWords{"DEBUG", " INFO", " WARN", "ERROR"};
-
-} // namespace
-
-std::string logText(const LogLine& line, std::chrono::sys_time<std::chrono::microseconds> time) {
-    std::string text = isoText(std::chrono::floor<std::chrono::seconds>(time));
-    text.pop_back();
-    std::array<char, 16> fraction{};
-    std::snprintf(fraction.data(), fraction.size(), ".%06dZ ",
-                  static_cast<int>(time.time_since_epoch().count() % 1'000'000));
-    text += fraction.data();
-    text += levelWords[static_cast<std::size_t>(line.level)];
-    text += " " + line.target + ": ";
-    for (const char c : line.message) {
-        text += static_cast<unsigned char>(c) < 0x20 || c == 0x7F ? ' ' : c;
+Log::Level Log::levelFor(QStringView filter) {
+    const auto word = filter.mid(filter.lastIndexOf(u'=') + 1);
+    if (word == "debug"_L1 || word == "trace"_L1) {
+        return Level::Debug;
     }
-    return text + "\n";
+    if (word == "warn"_L1) {
+        return Level::Warn;
+    }
+    return word == "error"_L1 ? Level::Error : Level::Info;
 }
 
-Level levelOf(std::string_view filter) {
-    const std::string_view word = filter.substr(filter.rfind('=') + 1);
-    if (word == "debug" || word == "trace") {
-        return Level::debug;
-    }
-    if (word == "warn") {
-        return Level::warn;
-    }
-    return word == "error" ? Level::error : Level::info;
-}
-
-void Log::write(const LogLine& line) const {
-    if (line.level < m_least) {
+void Log::write(const Line& line) const {
+    static constexpr std::array words{"DEBUG"_L1, " INFO"_L1, " WARN"_L1, "ERROR"_L1};
+    if (line.level < m_minimum) {
         return;
     }
-    const std::string text =
-        logText(line, std::chrono::floor<std::chrono::microseconds>(std::chrono::system_clock::now()));
-    // A log that can't be written is no reason to stop serving.
-    [[maybe_unused]] const auto written = ::write(STDERR_FILENO, text.data(), text.size());
+    QString text = QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs) + u' ' +
+                   words.at(static_cast<std::size_t>(line.level)) + u' ' + line.target + u": "_s + line.message;
+    for (QChar& character : text) {
+        if (character.category() == QChar::Other_Control) {
+            character = u' '; // keeps a message with line breaks on one line
+        }
+    }
+    const QByteArray bytes = text.toUtf8() + '\n';
+    writeAll(STDERR_FILENO, bytes.constData(), static_cast<std::size_t>(bytes.size()));
 }
 
 } // namespace tunedeck::demo

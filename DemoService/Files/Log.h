@@ -1,35 +1,31 @@
 #pragma once
 
-#include <chrono>
-#include <string>
-#include <string_view>
+#include <QString>
+#include <QStringView>
 
 namespace tunedeck::demo {
 
-enum class Level { debug, info, warn, error };
-
-/// One line of the service's log, without its time.
-struct LogLine {
-    Level level;
-    std::string target;
-    std::string message;
-};
-
-/// "2026-11-21T09:00:00.000000Z  INFO tunedeck::jobs: message" with a line feed; control characters in the message
-/// become spaces, so that one line stays one line.
-std::string logText(const LogLine& line, std::chrono::sys_time<std::chrono::microseconds> time);
-
-/// The lowest level to write, by a filter such as "tunedeck=info" or "debug" (the variable RUST_LOG); info by default.
-Level levelOf(std::string_view filter);
-
-/// Writes lines of at least its level to standard error, each in one piece. May be used from any thread.
+/// Writes lines to standard error, each with a single write(), so that threads may share it.
 class Log {
 public:
-    explicit Log(Level least) : m_least(least) {}
-    void write(const LogLine& line) const;
+    enum class Level { Debug, Info, Warn, Error };
+
+    struct Line {
+        Level level;
+        QString target; ///< the part of the service, as in "tunedeck::jobs"
+        QString message;
+    };
+
+    /// Lines below `minimum` are dropped.
+    explicit Log(Level minimum) : m_minimum(minimum) {}
+
+    /// The level in a filter such as "tunedeck=info" or "debug" (the variable RUST_LOG); Info by default.
+    static Level levelFor(QStringView filter);
+
+    void write(const Line& line) const;
 
 private:
-    Level m_least;
+    Level m_minimum;
 };
 
 } // namespace tunedeck::demo

@@ -1,40 +1,25 @@
 #include "DemoService/Files/RuntimeFile.h"
 
-#include "DemoService/Files/Files.h"
-#include "DemoService/Files/Record.h"
+#include "DemoService/Files/JsonFile.h"
+#include "TunedeckCore/Support/Json/Value.h"
+
+#include <QCoreApplication>
+#include <QFile>
 
 namespace tunedeck::demo {
 
-namespace {
+using namespace Qt::StringLiterals;
 
-struct Runtime {
-    int port = 0;
-    std::int64_t pid = 0;
-
-    static void members(auto& self, auto& archive) {
-        archive("port", self.port);
-        archive("pid", self.pid);
-    }
-};
-
-} // namespace
-
-std::string RuntimeFile::publish(int port, pid_t process) {
-    return writeFileAtomically(m_path, recordText(Runtime{port, process}, Audience::client) + "\n");
+std::expected<void, QString> RuntimeFile::publish(int port) const {
+    const json::Object content{{u"port"_s, port}, {u"pid"_s, QCoreApplication::applicationPid()}};
+    return writeFile(m_path, json::prettyText(content));
 }
 
-void RuntimeFile::withdraw(pid_t process) {
-    const auto text = readFile(m_path);
-    const auto document = text ? parseObject(*text) : std::nullopt;
-    if (!document) {
-        return;
-    }
-    Runtime runtime;
-    RecordReader reader(*document);
-    Runtime::members(runtime, reader);
-    if (runtime.pid == process) {
-        std::error_code ignored;
-        std::filesystem::remove(m_path, ignored);
+void RuntimeFile::withdraw() const {
+    const auto content = readObject(m_path);
+    const auto pid = content.find(u"pid"_s);
+    if (pid != content.end() && pid->second == json::Value(QCoreApplication::applicationPid())) {
+        QFile::remove(m_path);
     }
 }
 

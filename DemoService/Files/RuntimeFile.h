@@ -1,24 +1,24 @@
 #pragma once
 
-#include <sys/types.h>
+#include <QString>
 
-#include <filesystem>
-#include <string>
+#include <expected>
+#include <utility>
 
 namespace tunedeck::demo {
 
-/// The file that tells clients the service's port. It exists while the service runs.
+/// The file from which clients learn the service's port. It exists while the service runs.
 class RuntimeFile {
 public:
-    explicit RuntimeFile(std::filesystem::path path) : m_path(std::move(path)) {}
+    explicit RuntimeFile(QString path) : m_path(std::move(path)) {}
 
-    /// Writes port and process; returns what went wrong, or an empty text.
-    std::string publish(int port, pid_t process);
-    /// Removes the file, unless another process has published itself there in the meantime.
-    void withdraw(pid_t process);
+    /// Writes the port and this process's id; creates the folder if needed.
+    std::expected<void, QString> publish(int port) const;
+    /// Removes the file, unless another process has published its own port in the meantime.
+    void withdraw() const;
 
 private:
-    std::filesystem::path m_path;
+    QString m_path;
 };
 
 } // namespace tunedeck::demo

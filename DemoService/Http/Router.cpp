@@ -1,227 +1,204 @@
 #include "DemoService/Http/Router.h"
 
-#include "DemoService/Files/Record.h"
+#include "DemoService/Files/JsonFile.h"
+#include "TunedeckCore/Support/Json/Record.h"
 
-#include <algorithm>
+#include <QByteArrayList>
+
 #include <array>
-#include <span>
-#include <string_view>
-#include <vector>
 
 namespace tunedeck::demo {
 
 using namespace std::chrono_literals;
-using namespace std::string_view_literals;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-/// How long a library action takes at a human pace.
-constexpr Span libraryWork = 900ms;
-constexpr Span linkWork = 300ms;
+constexpr auto libraryDelay = 900ms;
+constexpr auto linkDelay = 300ms;
 
-struct Failure {
-    std::string error;
-    std::optional<std::string> code;
-    std::optional<bool> ok;
+/// A request for one of the routes below.
+struct Call {
+    World& world;
+    const ServiceFacts& facts;
+    const Request& request;
+    Moment now;
+    QString id; ///< what stands for "*" in the route
 
-    static void members(auto& self, auto& archive) {
-        archive("ok", self.ok);
-        archive("code", self.code);
-        archive("error", self.error);
+    /// The body, which may be empty.
+    std::expected<json::Object, json::Error> body() const {
+        return json::parseObject(request.body.isEmpty() ? "{}"_ba : request.body);
     }
 };
 
-Reply failure(int status, std::string error, std::optional<std::string> code = {}) {
-    return {.status = status,
-            .body = recordText(Failure{std::move(error), std::move(code), {}}, Audience::client),
-            .allow = {},
-            .delay = {}};
-}
-
-/// A failed library action: readers of its reply look for "ok" whatever the status is.
-Reply libraryFailure(int status, std::string error) {
-    return {.status = status,
-            .body = recordText(Failure{std::move(error), {}, false}, Audience::client),
-            .allow = {},
-            .delay = {}};
-}
-
-Reply notAllowed(std::string methods) {
-    Reply reply = failure(405, "This method isn't allowed here.");
-    reply.allow = std::move(methods);
-    return reply;
-}
-
-Reply notFound() {
-    return failure(404, "There is nothing at this address.");
-}
-
-Reply document(std::string text) {
-    return {.status = 200, .body = std::move(text), .allow = {}, .delay = {}};
-}
-
-int hexDigit(char c) {
-    if (c >= '0' && c <= '9') {
-        return c - '0';
+Response failure(int status, const QString& error, const QString& code = {}) {
+    json::Object body{{u"error"_s, error}};
+    if (!code.isEmpty()) {
+        body.emplace(u"code"_s, code);
     }
-    const char lower = static_cast<char>(c | 0x20);
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+    return {.status = status, .body = json::compactText(body)};
 }
 
-std::string percentDecoded(std::string_view text) {
-    std::string result;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '%' && i + 2 < text.size() && hexDigit(text[i + 1]) >= 0 && hexDigit(text[i + 2]) >= 0) {
-            result += static_cast<char>(hexDigit(text[i + 1]) * 16 + hexDigit(text[i + 2]));
-            i += 2;
-        } else {
-            result += text[i];
+Response success(const auto& record, int status = 200, std::chrono::milliseconds delay = {}) {
+    return {.status = status, .body = json::compactText(json::encode(record)), .delay = delay};
+}
+
+Response status(const Call& call) {
+    return {.body = statusDocument(call.world.state(), call.facts)};
+}
+
+Response tools(const Call& call) {
+    return success(call.world.state().toolbox.reportAt(call.now));
+}
+
+Response installTools(const Call& call) {
+    call.world.update(call.now, [](State& state, StepContext& context) { state.toolbox.install(context); });
+    return success(call.world.state().toolbox.reportAt(call.now), 202);
+}
+
+/// Runs a library action. Clients look for "ok" in the body whatever the status is.
+Response changeLibrary(const Call& call, auto action) {
+    const auto body = call.body();
+    const auto reply = call.world.update(call.now, [&](State& state, StepContext& context) -> Library::Reply {
+        if (!body) {
+            return Library::refused(context, 400, u"The request's body isn't a JSON object."_s);
         }
-    }
-    return result;
-}
-
-/// The parts of the path between its slashes, each decoded by itself: an encoded slash in an id stays in the id.
-std::vector<std::string> segments(std::string_view target) {
-    std::string_view path = target.substr(0, target.find('?'));
-    std::vector<std::string> result;
-    while (path.starts_with('/')) {
-        path.remove_prefix(1);
-        const auto end = std::min(path.find('/'), path.size());
-        result.push_back(percentDecoded(path.substr(0, end)));
-        path.remove_prefix(end);
-    }
-    return result;
-}
-
-/// The body as an object; an empty body counts as an empty one.
-std::optional<rapidjson::Document> bodyObject(const std::string& body) {
-    return parseObject(body.empty() ? "{}" : body);
-}
-
-std::optional<std::string> textMember(const rapidjson::Document& object, const char* name) {
-    const auto member = object.FindMember(name);
-    if (member == object.MemberEnd() || !member->value.IsString()) {
-        return std::nullopt;
-    }
-    return std::string(member->value.GetString(), member->value.GetStringLength());
-}
-
-constexpr auto notJson = "The request's body isn't a JSON object.";
-
-Reply libraryAction(World& world, const std::string& action, const std::string& body, Moment now) {
-    const auto object = bodyObject(body);
-    if (!object) {
-        return libraryFailure(400, notJson);
-    }
-    LibraryReply result;
-    if (action == "restore") {
-        const auto version = textMember(*object, "version");
-        if (!version) {
-            return libraryFailure(400, "The request names no version to restore.");
+        if (!state.library) {
+            return Library::refused(context, 404, u"No Rekordbox library was found on this computer."_s);
         }
-        result = world.restore(now, *version);
-    } else if (action == "apply") {
-        result = world.apply(now);
-    } else if (action == "baseline") {
-        result = world.takeBaseline(now);
-    } else if (action == "retry") {
-        result = world.retryFailed(now);
+        return action(*state.library, context, *body);
+    });
+    return success(reply, reply.status, reply.ok ? libraryDelay : 0ms);
+}
+
+template<Library::Reply (Library::*action)(StepContext&)>
+Response changeLibrary(const Call& call) {
+    return changeLibrary(call, [](Library& library, StepContext& context, const json::Object& /*body*/) {
+        return (library.*action)(context);
+    });
+}
+
+Response restore(const Call& call) {
+    return changeLibrary(call, [](Library& library, StepContext& context, const json::Object& body) {
+        const auto version = textMember(body, u"version"_s);
+        return version ? library.restore(context, *version)
+                       : Library::refused(context, 400, u"The request names no version to restore."_s);
+    });
+}
+
+Response links(const Call& call) {
+    return success(call.world.state().links);
+}
+
+/// Runs action(Links&, StepContext&), which needs the cloud relay, and sends its result.
+template<class Action>
+Response changeLinks(const Call& call, int status, Action action) {
+    const auto result = call.world.update(
+        call.now, [&](State& state, StepContext& context) -> std::invoke_result_t<Action, Links&, StepContext&> {
+            if (!state.cloud.enabled) {
+                return Links::refused(context, {409, u"cloud_disabled"_s, u"The cloud relay is switched off."_s});
+            }
+            if (!state.cloud.connected.value_or(true)) {
+                return Links::refused(context, {503, u"cloud_unreachable"_s,
+                                                u"The Tunedeck cloud can't be reached. Is this Mac online?"_s});
+            }
+            return action(state.links, context);
+        });
+    if (!result) {
+        return failure(result.error().status, result.error().text, result.error().code);
+    }
+    if constexpr (std::is_void_v<typename decltype(result)::value_type>) {
+        return {.status = status, .delay = linkDelay};
     } else {
-        result = world.dismissFailed(now);
+        return success(*result, status, linkDelay);
     }
-    return {.status = result.status,
-            .body = recordText(result, Audience::client),
-            .allow = {},
-            .delay = result.ok ? libraryWork : Span{}};
 }
 
-Reply linkReply(const LinkResult& result, int success) {
-    if (const auto* problem = std::get_if<LinkProblem>(&result)) {
-        return failure(problem->status, problem->error, problem->code);
+Response createLink(const Call& call) {
+    const auto body = call.body();
+    if (!body) {
+        return failure(400, u"The request's body isn't a JSON object."_s);
     }
-    return {.status = success,
-            .body = recordText(std::get<Link>(result), Audience::client),
-            .allow = {},
-            .delay = linkWork};
-}
-
-Reply createLink(World& world, const std::string& body, Moment now) {
-    const auto object = bodyObject(body);
-    if (!object) {
-        return failure(400, notJson);
-    }
-    const auto kind = textMember(*object, "kind");
+    const auto kind = textMember(*body, u"kind"_s);
     if (!kind) {
-        return failure(400, "The request names no kind of assistant.");
+        return failure(400, u"The request names no kind of assistant."_s);
     }
-    return linkReply(world.createLink(now, *kind, textMember(*object, "label")), 201);
+    return changeLinks(call, 201, [&](Links& links, StepContext& context) {
+        return links.create(context, *kind, textMember(*body, u"label"_s));
+    });
 }
 
-Reply toLinks(World& world, std::span<const std::string> path, const Request& request, Moment now) {
-    if (path.empty()) {
-        if (request.method == "GET") {
-            return document(recordText(world.state().links, Audience::client));
-        }
-        return request.method == "POST" ? createLink(world, request.body, now) : notAllowed("GET, POST");
-    }
-    if (path.size() == 1) {
-        if (request.method != "DELETE") {
-            return notAllowed("DELETE");
-        }
-        if (const auto problem = world.deleteLink(now, path[0])) {
-            return failure(problem->status, problem->error, problem->code);
-        }
-        return {.status = 204, .body = {}, .allow = {}, .delay = linkWork};
-    }
-    if (path.size() == 2 && path[1] == "rotate") {
-        return request.method == "POST" ? linkReply(world.rotateLink(now, path[0]), 200) : notAllowed("POST");
-    }
-    return notFound();
+Response rotateLink(const Call& call) {
+    return changeLinks(call, 200, [&](Links& links, StepContext& context) { return links.rotate(context, call.id); });
 }
 
-Reply toToolbox(World& world, std::span<const std::string> path, const Request& request, Moment now) {
-    if (path.empty()) {
-        return request.method == "GET" ? document(recordText(world.tools(now), Audience::client)) : notAllowed("GET");
-    }
-    if (path.size() != 1 || path[0] != "install") {
-        return notFound();
-    }
-    if (request.method != "POST") {
-        return notAllowed("POST");
-    }
-    world.installTools(now);
-    return {.status = 202, .body = recordText(world.tools(now), Audience::client), .allow = {}, .delay = {}};
+Response deleteLink(const Call& call) {
+    return changeLinks(call, 204, [&](Links& links, StepContext& context) { return links.remove(context, call.id); });
 }
 
-Reply toLibrary(World& world, std::span<const std::string> path, const Request& request, Moment now) {
-    static constexpr std::array actions{"restore"sv, "apply"sv, "baseline"sv, "retry"sv, "dismiss"sv};
-    if (path.size() != 1 || std::ranges::find(actions, path[0]) == actions.end()) {
-        return notFound();
+struct Route {
+    const char* method;
+    const char* path; ///< "*" stands for any one segment
+    Response (*handler)(const Call&);
+};
+
+constexpr std::array routes{
+    Route{"GET", "/local/status", status},
+    Route{"GET", "/local/toolbox", tools},
+    Route{"POST", "/local/toolbox/install", installTools},
+    Route{"POST", "/local/rekordbox/restore", restore},
+    Route{"POST", "/local/rekordbox/apply", changeLibrary<&Library::apply>},
+    Route{"POST", "/local/rekordbox/baseline", changeLibrary<&Library::takeBaseline>},
+    Route{"POST", "/local/rekordbox/retry", changeLibrary<&Library::retry>},
+    Route{"POST", "/local/rekordbox/dismiss", changeLibrary<&Library::dismiss>},
+    Route{"GET", "/local/links", links},
+    Route{"POST", "/local/links", createLink},
+    Route{"DELETE", "/local/links/*", deleteLink},
+    Route{"POST", "/local/links/*/rotate", rotateLink},
+};
+
+/// Whether `path` has the form of a route; stores what stands for "*" in `id`. Segments are decoded one by one, so that
+/// an id may contain an encoded slash.
+bool matches(const Route& route, const QByteArray& path, QString& id) {
+    const auto wanted = QByteArray(route.path).split('/');
+    const auto found = path.split('/');
+    if (wanted.size() != found.size()) {
+        return false;
     }
-    return request.method == "POST" ? libraryAction(world, path[0], request.body, now) : notAllowed("POST");
+    for (qsizetype i = 0; i < found.size(); ++i) {
+        const auto segment = QByteArray::fromPercentEncoding(found[i]);
+        if (wanted[i] == "*") {
+            id = QString::fromUtf8(segment);
+        } else if (wanted[i] != segment) {
+            return false;
+        }
+    }
+    return true;
 }
 
 } // namespace
 
-Reply answer(World& world, const ServiceFacts& facts, const Request& request, Moment now) {
-    const auto path = segments(request.target);
-    if (path.size() < 2 || path[0] != "local") {
-        return notFound();
+Response respond(World& world, const ServiceFacts& facts, const Request& request, Moment now) {
+    const auto path = request.target.split('?').constFirst();
+    QByteArrayList allowed;
+    for (const Route& route : routes) {
+        Call call{.world = world, .facts = facts, .request = request, .now = now};
+        if (!matches(route, path, call.id)) {
+            continue;
+        }
+        if (request.method == route.method) {
+            Response response = route.handler(call);
+            response.delay = std::chrono::round<std::chrono::milliseconds>(response.delay / world.speed());
+            return response;
+        }
+        allowed.append(route.method);
     }
-    const auto rest = std::span(path).subspan(2);
-    Reply reply = notFound();
-    if (path[1] == "status" && rest.empty()) {
-        reply = request.method == "GET" ? document(statusText(world, facts)) : notAllowed("GET");
-    } else if (path[1] == "toolbox") {
-        reply = toToolbox(world, rest, request, now);
-    } else if (path[1] == "rekordbox") {
-        reply = toLibrary(world, rest, request, now);
-    } else if (path[1] == "links") {
-        reply = toLinks(world, rest, request, now);
+    if (allowed.isEmpty()) {
+        return failure(404, u"There is nothing at this address."_s);
     }
-    reply.delay = Span(static_cast<Span::rep>(static_cast<double>(reply.delay.count()) / world.speed()));
-    return reply;
+    Response response = failure(405, u"This method isn't allowed here."_s);
+    response.allow = allowed.join(", ");
+    return response;
 }
 
 } // namespace tunedeck::demo

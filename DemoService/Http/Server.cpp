@@ -2,7 +2,6 @@
 
 #include <httplib.h>
 
-#include <atomic>
 #include <chrono>
 #include <thread>
 
@@ -10,23 +9,11 @@ namespace tunedeck::demo {
 
 namespace {
 
-constexpr std::size_t largestBody = 64U << 10U;
-constexpr std::size_t longestTarget = 4096;
+constexpr std::size_t maxBody = 64U << 10U;
+constexpr std::size_t maxTarget = 4096;
 constexpr std::size_t workers = 4;
+constexpr auto host = "127.0.0.1";
 constexpr auto json = "application/json";
-
-void send(const Reply& reply, httplib::Response& response) {
-    if (reply.delay.count() > 0) {
-        std::this_thread::sleep_for(reply.delay);
-    }
-    response.status = reply.status;
-    if (!reply.allow.empty()) {
-        response.set_header("Allow", reply.allow);
-    }
-    if (!reply.body.empty()) {
-        response.set_content(reply.body, json);
-    }
-}
 
 bool hasBody(const httplib::Request& request) {
     return request.has_header("Transfer-Encoding") ||
@@ -37,13 +24,12 @@ bool hasBody(const httplib::Request& request) {
 
 class Server::Implementation {
 public:
-    explicit Implementation(std::function<Reply(const Request&)> answer) : handler(std::move(answer)) {
+    explicit Implementation(Handler answer) : handler(std::move(answer)) {
         using Outcome = httplib::Server::HandlerResponse;
-        // The library waits for a body that was never announced, so what has none is answered before it looks for one.
+        // The library would wait for the body of a POST or DELETE that has none, so handle those requests here.
         http.set_pre_routing_handler([this](const httplib::Request& request, httplib::Response& response) {
-            if (request.target.size() > longestTarget) {
-                send({.status = 414, .body = R"({"error":"The address is too long."})", .allow = {}, .delay = {}},
-                     response);
+            if (request.target.size() > maxTarget) {
+                response.status = 414;
                 return Outcome::Handled;
             }
             if (hasBody(request)) {
@@ -63,11 +49,10 @@ public:
                 response.set_content(R"({"error":"The request couldn't be read."})", json);
             }
         });
-        http.set_payload_max_length(largestBody);
-        // One request per connection: a kept connection would be polled.
-        http.set_keep_alive_max_count(1);
+        http.set_payload_max_length(maxBody);
+        http.set_keep_alive_max_count(1); // the library polls idle connections
         http.set_tcp_nodelay(true);
-        // The library's default would let two services share one port.
+        // By default the library sets SO_REUSEPORT, which lets two services share a port.
         http.set_socket_options([](socket_t socket) {
             const int yes = 1;
             ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
@@ -76,39 +61,56 @@ public:
     }
 
     void handle(const httplib::Request& request, httplib::Response& response) const {
-        send(handler({.method = request.method, .target = request.target, .body = request.body}), response);
+        const Response result = handler({.method = QByteArray::fromStdString(request.method),
+                                         .target = QByteArray::fromStdString(request.target),
+                                         .body = QByteArray::fromStdString(request.body)});
+        std::this_thread::sleep_for(result.delay);
+        response.status = result.status;
+        if (!result.allow.isEmpty()) {
+            response.set_header("Allow", result.allow.toStdString());
+        }
+        if (!result.body.isEmpty()) {
+            response.set_content(result.body.toStdString(), json);
+        }
     }
 
-    std::function<Reply(const Request&)> handler;
+    Handler handler;
     httplib::Server http;
-    std::atomic<bool> ended = false;
+    std::thread thread;
 };
 
-Server::Server(std::function<Reply(const Request&)> handler)
-    : m_implementation(std::make_unique<Implementation>(std::move(handler))) {}
+Server::Server(Handler handler) : m_implementation(std::make_unique<Implementation>(std::move(handler))) {}
 
-Server::~Server() = default;
-
-int Server::bind(int port) {
-    constexpr auto host = "127.0.0.1";
-    if (port == 0) {
-        return m_implementation->http.bind_to_any_port(host);
-    }
-    return m_implementation->http.bind_to_port(host, port) ? port : -1;
+Server::~Server() {
+    stop();
 }
 
-bool Server::serve() {
-    const bool well = m_implementation->http.listen_after_bind();
-    m_implementation->ended = true;
-    return well;
+int Server::start(int port) {
+    auto& [handler, http, thread] = *m_implementation;
+    if (port == 0) {
+        port = http.bind_to_any_port(host);
+    } else if (!http.bind_to_port(host, port)) {
+        port = -1;
+    }
+    if (port > 0) {
+        thread = std::thread([&http] {
+            if (!http.listen_after_bind()) {
+                std::_Exit(1); // it can't accept connections any more; a restart may help
+            }
+        });
+        // The library ignores a stop() before it listens.
+        while (!http.is_running()) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+    }
+    return port;
 }
 
 void Server::stop() {
-    // The library ignores a stop that comes before it runs.
-    while (!m_implementation->http.is_running() && !m_implementation->ended) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    if (m_implementation->thread.joinable()) {
+        m_implementation->http.stop();
+        m_implementation->thread.join();
     }
-    m_implementation->http.stop();
 }
 
 } // namespace tunedeck::demo

@@ -1,26 +1,26 @@
 #pragma once
 
-#include "DemoService/Http/Router.h"
+#include "DemoService/Http/Message.h"
 
 #include <functional>
 #include <memory>
 
 namespace tunedeck::demo {
 
-/// The HTTP side: a server on 127.0.0.1 that hands each request to one function and sends its reply.
+/// An HTTP server on 127.0.0.1 that passes each request to one handler. Requests of more than 64 KiB are rejected.
 class Server {
 public:
-    /// `handler` is called from several threads; requests of more than 64 KiB never reach it.
-    explicit Server(std::function<Reply(const Request&)> handler);
+    using Handler = std::function<Response(const Request&)>;
+
+    /// `handler` is called from several threads.
+    explicit Server(Handler handler);
     ~Server();
     Server(const Server&) = delete;
     Server& operator=(const Server&) = delete;
 
-    /// Takes `port`, or any free one for 0; returns the port, or -1 when it can't be had.
-    int bind(int port);
-    /// Serves until stop(); false when listening failed.
-    bool serve();
-    /// Ends serve(), also one that is only about to begin.
+    /// Starts serving on `port` (0: any free one) in the background. Returns the port, or -1 when it is taken.
+    int start(int port);
+    /// Stops serving and waits for the requests in flight.
     void stop();
 
 private:

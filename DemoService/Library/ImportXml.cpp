@@ -1,51 +1,45 @@
 #include "DemoService/Library/ImportXml.h"
 
+#include <QXmlStreamWriter>
+
+#include <initializer_list>
 #include <set>
-#include <string_view>
 
 namespace tunedeck::demo {
 
-namespace {
+using namespace Qt::StringLiterals;
 
-std::string escaped(std::string_view text) {
-    std::string result;
-    for (const char c : text) {
-        switch (c) {
-        case '&':
-            result += "&amp;";
-            break;
-        case '<':
-            result += "&lt;";
-            break;
-        case '"':
-            result += "&quot;";
-            break;
-        default:
-            result += c;
-        }
-    }
-    return result;
-}
-
-} // namespace
-
-std::string importXmlText(const Jobs& jobs, const std::string& version) {
-    std::set<std::string> playlists;
+QByteArray importXml(const Jobs& jobs, const QString& version) {
+    std::set<QString> playlists;
     for (const Job& job : jobs.recent) {
         if (job.state == job_state::done) {
             playlists.insert(job.playlist);
         }
     }
-    std::string text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<DJ_PLAYLISTS Version=\"1.0.0\">\n"
-                       "  <PRODUCT Name=\"Tunedeck\" Version=\"" +
-                       escaped(version) +
-                       "\"/>\n  <COLLECTION Entries=\"0\"/>\n  <PLAYLISTS>\n"
-                       "    <NODE Type=\"0\" Name=\"ROOT\" Count=\"" +
-                       std::to_string(playlists.size()) + "\">\n";
-    for (const std::string& playlist : playlists) {
-        text += "      <NODE Type=\"1\" Name=\"" + escaped(playlist) + "\" KeyType=\"0\" Entries=\"0\"/>\n";
+    QByteArray text;
+    QXmlStreamWriter xml(&text);
+    xml.setAutoFormatting(true);
+    xml.setAutoFormattingIndent(2);
+    const auto start = [&](const QString& name, std::initializer_list<QXmlStreamAttribute> attributes) {
+        xml.writeStartElement(name);
+        for (const auto& attribute : attributes) {
+            xml.writeAttribute(attribute);
+        }
+    };
+    xml.writeStartDocument();
+    start(u"DJ_PLAYLISTS"_s, {{u"Version"_s, u"1.0.0"_s}});
+    start(u"PRODUCT"_s, {{u"Name"_s, u"Tunedeck"_s}, {u"Version"_s, version}});
+    xml.writeEndElement();
+    start(u"COLLECTION"_s, {{u"Entries"_s, u"0"_s}});
+    xml.writeEndElement();
+    start(u"PLAYLISTS"_s, {});
+    start(u"NODE"_s, {{u"Type"_s, u"0"_s}, {u"Name"_s, u"ROOT"_s}, {u"Count"_s, QString::number(playlists.size())}});
+    for (const QString& playlist : playlists) {
+        start(u"NODE"_s, {{u"Type"_s, u"1"_s}, {u"Name"_s, playlist}, {u"KeyType"_s, u"0"_s}, {u"Entries"_s, u"0"_s}});
+        xml.writeEndElement();
     }
-    return text + "    </NODE>\n  </PLAYLISTS>\n</DJ_PLAYLISTS>\n";
+    xml.writeEndDocument();
+    return text;
 }
 
 } // namespace tunedeck::demo

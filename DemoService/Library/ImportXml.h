@@ -2,11 +2,12 @@
 
 #include "DemoService/World/Jobs.h"
 
-#include <string>
+#include <QByteArray>
+#include <QString>
 
 namespace tunedeck::demo {
 
-/// An XML file in the form that Rekordbox imports, with a playlist for each that a finished job added to.
-std::string importXmlText(const Jobs& jobs, const std::string& version);
+/// An XML file that Rekordbox can import, with each playlist that a finished job added to.
+QByteArray importXml(const Jobs& jobs, const QString& version);
 
 } // namespace tunedeck::demo

@@ -1,65 +1,92 @@
 #include "DemoService/Library/Library.h"
 
-#include "DemoService/World/Catalogue.h"
-#include "DemoService/World/Words.h"
+#include "TunedeckCore/Support/Text/Text.h"
+
+#include <QStringList>
 
 #include <algorithm>
+#include <utility>
 
 namespace tunedeck::demo {
 
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto subject = "library";
+constexpr auto part = "library"_L1;
 constexpr std::size_t keptBackups = 200;
 constexpr std::int64_t firstBackupBytes = 48'314'368;
 
+QString changes(std::size_t count) {
+    return counted(static_cast<std::int64_t>(count), u"change"_s);
+}
+
+/// "1.4.2" raised by `bump`; "1.0.0" if `version` doesn't have three parts.
+QString raised(const QString& version, Library::Bump bump) {
+    auto numbers = version.split(u'.');
+    if (numbers.size() != 3) {
+        return u"1.0.0"_s;
+    }
+    const auto index = 2 - qsizetype{bump};
+    numbers[index] = QString::number(numbers[index].toInt() + 1);
+    std::fill(numbers.begin() + index + 1, numbers.end(), u"0"_s);
+    return numbers.join(u'.');
+}
+
+Library::Reply succeeded(const QString& message, const std::optional<QString>& version = {}) {
+    return {.ok = true, .message = message, .version = version};
+}
+
 } // namespace
 
-void Library::enqueue(Turn& turn, std::string summary, Bump bump) {
-    turn.info(subject, "change waits: " + summary);
-    pending.push_back({.id = "change-" + std::to_string(++lastChange),
-                       .createdAt = wholeSecond(turn.now),
-                       .summary = std::move(summary),
-                       .error = {},
-                       .bump = static_cast<int>(bump),
-                       .retried = false});
+Library::Reply Library::refused(StepContext& context, int status, const QString& error) {
+    context.warn(part, u"refused: "_s + error);
+    return {.error = error, .status = status};
+}
+
+void Library::enqueue(StepContext& context, const QString& summary, Bump bump) {
+    context.info(part, u"change waits: "_s + summary);
+    pending.push_back({.id = u"change-"_s + QString::number(++lastChange),
+                       .createdAt = context.timestamp(),
+                       .summary = summary,
+                       .bump = bump});
     if (!rekordboxRunning) {
-        applyAt = turn.in(4s);
+        applyAt = context.after(4s);
     }
 }
 
-void Library::advance(Turn& turn) {
-    if (isDue(toggleAt, turn.now)) {
-        toggleRekordbox(turn);
+void Library::advance(StepContext& context) {
+    if (context.isDue(toggleAt)) {
+        toggleRekordbox(context);
     }
-    if (isDue(applyAt, turn.now)) {
+    if (context.isDue(applyAt)) {
         applyAt.reset();
         if (!rekordboxRunning) {
-            writePending(turn, failurePercent);
+            writePending(context, failurePercent);
         }
     }
 }
 
-void Library::toggleRekordbox(Turn& turn) {
+void Library::toggleRekordbox(StepContext& context) {
     rekordboxRunning = !rekordboxRunning;
-    turn.info(subject, rekordboxRunning ? "Rekordbox was opened" : "Rekordbox was closed");
-    toggleAt = rekordboxRunning ? turn.within(2min, 4min) : turn.within(4min, 9min);
+    context.info(part, rekordboxRunning ? u"Rekordbox was opened"_s : u"Rekordbox was closed"_s);
+    toggleAt = rekordboxRunning ? context.afterBetween(2min, 4min) : context.afterBetween(4min, 9min);
     if (rekordboxRunning) {
         applyAt.reset();
     } else if (!pending.empty()) {
-        applyAt = turn.in(3s);
+        applyAt = context.after(3s);
     }
 }
 
-void Library::writePending(Turn& turn, int percentFailing) {
+void Library::writePending(StepContext& context, int percentFailing) {
+    static const QStringList errors{u"The library database is locked by another program."_s,
+                                    u"The playlist was changed in Rekordbox in the meantime."_s};
     std::vector<Change> made;
     for (Change& change : std::exchange(pending, {})) {
-        if (!change.retried && turn.random.chance(percentFailing)) {
-            change.error = turn.random.oneOf(catalogue::libraryFailures());
-            lastError = change.error;
-            turn.error(subject, "couldn't apply " + inQuotes(change.summary) + ": " + *change.error);
+        if (!change.retried && context.random.chance(percentFailing)) {
+            change.error = lastError = context.random.oneOf(errors);
+            context.error(part, u"couldn't apply "_s + inQuotes(change.summary) + u": "_s + *change.error);
             failed.push_back(std::move(change));
         } else {
             made.push_back(std::move(change));
@@ -68,90 +95,82 @@ void Library::writePending(Turn& turn, int percentFailing) {
     if (made.empty()) {
         return;
     }
-    const auto bump = std::ranges::max(made, {}, &Change::bump).bump;
-    const std::string summary =
-        made.size() == 1 ? made.front().summary : counted(static_cast<int>(made.size()), "change") + " applied";
-    const Backup& backup = backUp(turn, static_cast<Bump>(bump),
-                                  made.size() == 1 ? "Before: " + made.front().summary
-                                                   : "Before " + counted(static_cast<int>(made.size()), "change"));
-    lastApplied = {.at = wholeSecond(turn.now), .version = backup.version, .summary = summary};
+    const QString& first = made.front().summary;
+    const bool single = made.size() == 1;
+    const auto bump = static_cast<Bump>(std::ranges::max(made, {}, &Change::bump).bump);
+    const Backup& backup = backUp(context, bump, single ? u"Before: "_s + first : u"Before "_s + changes(made.size()));
+    lastApplied = {.at = context.timestamp(),
+                   .version = backup.version,
+                   .summary = single ? first : changes(made.size()) + u" applied"_s};
     if (failed.empty()) {
         lastError.reset();
     }
-    turn.info(subject, "applied, now v" + backup.version + ": " + summary);
+    context.info(part, u"applied, now v"_s + backup.version + u": "_s + lastApplied->summary);
 }
 
-const Backup& Library::backUp(Turn& turn, Bump bump, std::string reason) {
-    const std::int64_t size = backups.empty() ? firstBackupBytes : backups.front().sizeBytes;
-    Backup backup{.version = raised(currentVersion.value_or(""), bump),
-                  .createdAt = wholeSecond(turn.now),
-                  .reason = std::move(reason),
-                  .sizeBytes = size + turn.random.between(4, 40) * 4096};
-    currentVersion = backup.version;
-    turn.info(subject, "backed up as v" + backup.version + ": " + backup.reason);
-    backups.insert(backups.begin(), std::move(backup));
+const Library::Backup& Library::addBackup(Moment createdAt, Bump bump, const QString& reason,
+                                          std::int64_t growthBytes) {
+    currentVersion = raised(currentVersion.value_or(QString()), bump);
+    const auto size = backups.empty() ? firstBackupBytes : backups.front().sizeBytes + growthBytes;
+    backups.insert(
+        backups.begin(),
+        {.version = *currentVersion, .createdAt = wholeSecond(createdAt), .reason = reason, .sizeBytes = size});
     if (backups.size() > keptBackups) {
         backups.resize(keptBackups);
     }
     return backups.front();
 }
 
-namespace {
-
-LibraryReply done(std::string message, std::optional<std::string> version) {
-    return {.ok = true, .message = std::move(message), .error = {}, .version = std::move(version), .status = 200};
+const Library::Backup& Library::backUp(StepContext& context, Bump bump, const QString& reason) {
+    const Backup& backup = addBackup(context.now, bump, reason, context.random.between(4, 40) * 4096);
+    context.info(part, u"backed up as v"_s + backup.version + u": "_s + reason);
+    return backup;
 }
 
-LibraryReply refused(Turn& turn, int status, std::string error) {
-    turn.warn(subject, "refused: " + error);
-    return {.ok = false, .message = {}, .error = std::move(error), .version = {}, .status = status};
-}
-
-} // namespace
-
-LibraryReply Library::restore(Turn& turn, const std::string& version) {
+Library::Reply Library::restore(StepContext& context, const QString& version) {
     if (rekordboxRunning) {
-        return refused(turn, 409, "Rekordbox is open. Quit it to restore a backup.");
+        return refused(context, 409, u"Rekordbox is open. Quit it to restore a backup."_s);
     }
-    const auto found = std::ranges::find(backups, version, &Backup::version);
-    if (found == backups.end()) {
-        return refused(turn, 404, "There is no backup of version " + version + ".");
+    if (std::ranges::find(backups, version, &Backup::version) == backups.end()) {
+        return refused(context, 404, u"There is no backup of version "_s + version + u'.');
     }
-    const Backup& safety = backUp(turn, Bump::major, "Before restoring v" + version);
-    lastApplied = {.at = wholeSecond(turn.now), .version = safety.version, .summary = "Restored v" + version};
-    turn.info(subject, "restored v" + version);
-    return done("Restored your library to v" + version + ".", version);
+    const Backup& safety = backUp(context, Major, u"Before restoring v"_s + version);
+    lastApplied = {.at = context.timestamp(), .version = safety.version, .summary = u"Restored v"_s + version};
+    context.info(part, u"restored v"_s + version);
+    return succeeded(u"Restored your library to v"_s + version + u'.', version);
 }
 
-LibraryReply Library::apply(Turn& turn) {
+Library::Reply Library::apply(StepContext& context) {
     if (rekordboxRunning) {
-        return refused(turn, 409, "Rekordbox is open. Your changes are applied when you quit it.");
+        return refused(context, 409, u"Rekordbox is open. Your changes are applied when you quit it."_s);
     }
     if (pending.empty()) {
-        return done("There is nothing to apply.", currentVersion);
+        return succeeded(u"There is nothing to apply."_s, currentVersion);
     }
-    const int count = static_cast<int>(pending.size());
+    const auto count = pending.size();
     applyAt.reset();
-    writePending(turn, 0);
-    return done("Applied " + counted(count, "change") + ".", currentVersion);
+    writePending(context, 0);
+    return succeeded(u"Applied "_s + changes(count) + u'.', currentVersion);
 }
 
-LibraryReply Library::takeBaseline(Turn& turn) {
+Library::Reply Library::takeBaseline(StepContext& context) {
     if (rekordboxRunning) {
-        return refused(turn, 409, "Rekordbox is open, so your library will be backed up before its first change.");
+        return refused(context, 409,
+                       u"Rekordbox is open, so your library will be backed up before its first change."_s);
     }
     if (!backups.empty()) {
-        return done("Your library is already backed up as v" + backups.front().version + ".", backups.front().version);
+        const QString& newest = backups.front().version;
+        return succeeded(u"Your library is already backed up as v"_s + newest + u'.', newest);
     }
-    const Backup& backup = backUp(turn, Bump::minor, "First backup, before any change");
-    return done("Backed up your library as v" + backup.version + ".", backup.version);
+    const Backup& backup = backUp(context, Minor, u"First backup, before any change"_s);
+    return succeeded(u"Backed up your library as v"_s + backup.version + u'.', backup.version);
 }
 
-LibraryReply Library::retry(Turn& turn) {
+Library::Reply Library::retry(StepContext& context) {
     if (failed.empty()) {
-        return done("There is nothing to retry.", {});
+        return succeeded(u"There is nothing to retry."_s);
     }
-    const int count = static_cast<int>(failed.size());
+    const QString retried = changes(failed.size()) + u" again"_s;
     for (Change& change : std::exchange(failed, {})) {
         change.error.reset();
         change.retried = true;
@@ -159,18 +178,18 @@ LibraryReply Library::retry(Turn& turn) {
     }
     lastError.reset();
     if (!rekordboxRunning) {
-        applyAt = turn.in(3s);
+        applyAt = context.after(3s);
     }
-    turn.info(subject, "trying " + counted(count, "change") + " again");
-    return done("Trying " + counted(count, "change") + " again.", {});
+    context.info(part, u"trying "_s + retried);
+    return succeeded(u"Trying "_s + retried + u'.');
 }
 
-LibraryReply Library::dismiss(Turn& turn) {
-    const int count = static_cast<int>(failed.size());
+Library::Reply Library::dismiss(StepContext& context) {
+    const QString dismissed = counted(static_cast<std::int64_t>(failed.size()), u"failed change"_s);
     failed.clear();
     lastError.reset();
-    turn.info(subject, "dismissed " + counted(count, "failed change"));
-    return done("Dismissed " + counted(count, "failed change") + ".", {});
+    context.info(part, u"dismissed "_s + dismissed);
+    return succeeded(u"Dismissed "_s + dismissed + u'.');
 }
 
 } // namespace tunedeck::demo

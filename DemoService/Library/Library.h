@@ -1,132 +1,130 @@
 #pragma once
 
-#include "DemoService/Library/SemVersion.h"
-#include "DemoService/World/Turn.h"
+#include "DemoService/World/StepContext.h"
+#include "TunedeckCore/Support/Json/Record.h"
+
+#include <QString>
 
 #include <cstdint>
 #include <optional>
-#include <string>
+#include <tuple>
 #include <vector>
 
 namespace tunedeck::demo {
 
-/// A change that waits for the library, or (with an error) one that couldn't be made.
-struct Change {
-    std::string id;
-    Moment createdAt;
-    std::string summary;
-    std::optional<std::string> error;
-    /// How much it raises the library's version, a Bump.
-    int bump = 0;
-    /// It was tried before and succeeds this time.
-    bool retried = false;
-
-    static void members(auto& self, auto& archive) {
-        archive("id", self.id);
-        archive("created_at", self.createdAt);
-        archive("summary", self.summary);
-        archive("error", self.error);
-        archive.own("bump", self.bump);
-        archive.own("retried", self.retried);
-    }
-};
-
-/// What was last written into the library.
-struct AppliedChange {
-    Moment at;
-    std::optional<std::string> version;
-    std::string summary;
-
-    static void members(auto& self, auto& archive) {
-        archive("at", self.at);
-        archive("version", self.version);
-        archive("summary", self.summary);
-    }
-};
-
-/// A copy of the library that can be put back.
-struct Backup {
-    std::string version;
-    Moment createdAt;
-    std::string reason;
-    std::int64_t sizeBytes = 0;
-
-    static void members(auto& self, auto& archive) {
-        archive("version", self.version);
-        archive("created_at", self.createdAt);
-        archive("reason", self.reason);
-        archive("size_bytes", self.sizeBytes);
-    }
-};
-
-/// The answer to a library action.
-struct LibraryReply {
-    bool ok = false;
-    std::optional<std::string> message;
-    std::optional<std::string> error;
-    std::optional<std::string> version;
-    /// The HTTP status that goes with it.
-    int status = 200;
-
-    static void members(auto& self, auto& archive) {
-        archive("ok", self.ok);
-        archive("message", self.message);
-        archive("error", self.error);
-        archive("version", self.version);
-    }
-};
-
-/// The Rekordbox library: changes wait while Rekordbox is open, each write is preceded by a backup.
+/// The Rekordbox library. Changes wait while Rekordbox is open, and each write makes a backup first.
 struct Library {
-    std::string dbPath;
+    /// The part of a version that a change raises.
+    enum Bump { Patch, Minor, Major };
+
+    /// A change that waits or, with an error, one that failed.
+    struct Change {
+        QString id;
+        Moment createdAt;
+        QString summary;
+        std::optional<QString> error;
+        int bump = Patch;
+        bool retried = false; ///< a second attempt always succeeds
+    };
+    struct Applied {
+        Moment at;
+        std::optional<QString> version;
+        QString summary;
+    };
+    struct Backup {
+        QString version;
+        Moment createdAt;
+        QString reason;
+        std::int64_t sizeBytes = 0;
+    };
+    /// The reply to a library request.
+    struct Reply {
+        bool ok = false;
+        std::optional<QString> message;
+        std::optional<QString> error;
+        std::optional<QString> version;
+        int status = 200; ///< of the HTTP response
+    };
+
+    QString dbPath;
     bool rekordboxRunning = false;
     std::vector<Change> pending;
     std::vector<Change> failed;
-    std::optional<AppliedChange> lastApplied;
-    std::optional<std::string> lastError;
-    /// The version of the newest backup.
-    std::optional<std::string> currentVersion;
-    /// The newest first.
-    std::vector<Backup> backups;
+    std::optional<Applied> lastApplied;
+    std::optional<QString> lastError;
+    std::optional<QString> currentVersion; ///< of the newest backup
+    std::vector<Backup> backups;           ///< newest first
 
     int lastChange = 0;
-    /// How many changes of a hundred fail when they are made by themselves.
-    int failurePercent = 0;
-    /// When the pending changes are made by themselves.
-    std::optional<Moment> applyAt;
-    /// When the user opens or closes Rekordbox; none when that doesn't happen by itself.
-    std::optional<Moment> toggleAt;
+    int failurePercent = 0;         ///< of the changes that are applied automatically
+    std::optional<Moment> applyAt;  ///< when the pending changes are applied automatically
+    std::optional<Moment> toggleAt; ///< when the user opens or closes Rekordbox
 
-    /// A change to make as soon as Rekordbox is closed.
-    void enqueue(Turn& turn, std::string summary, Bump bump);
-    void advance(Turn& turn);
-    std::optional<Moment> nextEvent() const { return earlier(applyAt, toggleAt); }
+    /// Adds a change, to be applied when Rekordbox is closed.
+    void enqueue(StepContext& context, const QString& summary, Bump bump);
+    void advance(StepContext& context);
 
-    LibraryReply restore(Turn& turn, const std::string& version);
-    LibraryReply apply(Turn& turn);
-    LibraryReply takeBaseline(Turn& turn);
-    LibraryReply retry(Turn& turn);
-    LibraryReply dismiss(Turn& turn);
+    Reply restore(StepContext& context, const QString& version);
+    Reply apply(StepContext& context);
+    Reply takeBaseline(StepContext& context);
+    Reply retry(StepContext& context);
+    Reply dismiss(StepContext& context);
 
-    static void members(auto& self, auto& archive) {
-        archive("db_path", self.dbPath);
-        archive("rekordbox_running", self.rekordboxRunning);
-        archive("pending", self.pending);
-        archive("failed", self.failed);
-        archive("last_applied", self.lastApplied);
-        archive("last_error", self.lastError);
-        archive("current_version", self.currentVersion);
-        archive("backups", self.backups);
-        archive.own("last_change", self.lastChange);
-        archive.own("failure_percent", self.failurePercent);
-        archive.own("apply_at", self.applyAt);
-        archive.own("toggle_at", self.toggleAt);
-    }
+    /// Adds a backup and raises the current version to its version.
+    const Backup& addBackup(Moment createdAt, Bump bump, const QString& reason, std::int64_t growthBytes);
+    /// Logs the error and returns it as a reply.
+    static Reply refused(StepContext& context, int status, const QString& error);
 
 private:
-    void toggleRekordbox(Turn& turn);
-    void writePending(Turn& turn, int percentFailing);
-    const Backup& backUp(Turn& turn, Bump bump, std::string reason);
+    void toggleRekordbox(StepContext& context);
+    void writePending(StepContext& context, int percentFailing);
+    const Backup& backUp(StepContext& context, Bump bump, const QString& reason);
 };
 
 } // namespace tunedeck::demo
+
+template<>
+struct tunedeck::json::Members<tunedeck::demo::Library::Change> {
+    using Change = demo::Library::Change;
+    static constexpr auto list = std::tuple{member("id", &Change::id), member("created_at", &Change::createdAt),
+                                            member("summary", &Change::summary), member("error", &Change::error)};
+    static constexpr auto internal = std::tuple{member("bump", &Change::bump), member("retried", &Change::retried)};
+};
+
+template<>
+struct tunedeck::json::Members<tunedeck::demo::Library::Applied> {
+    using Applied = demo::Library::Applied;
+    static constexpr auto list = std::tuple{member("at", &Applied::at), member("version", &Applied::version),
+                                            member("summary", &Applied::summary)};
+};
+
+template<>
+struct tunedeck::json::Members<tunedeck::demo::Library::Backup> {
+    using Backup = demo::Library::Backup;
+    static constexpr auto list =
+        std::tuple{member("version", &Backup::version), member("created_at", &Backup::createdAt),
+                   member("reason", &Backup::reason), member("size_bytes", &Backup::sizeBytes)};
+};
+
+template<>
+struct tunedeck::json::Members<tunedeck::demo::Library::Reply> {
+    using Reply = demo::Library::Reply;
+    static constexpr auto list = std::tuple{member("ok", &Reply::ok), member("message", &Reply::message),
+                                            member("error", &Reply::error), member("version", &Reply::version)};
+};
+
+template<>
+struct tunedeck::json::Members<tunedeck::demo::Library> {
+    using Library = demo::Library;
+    static constexpr auto list = std::tuple{member("db_path", &Library::dbPath),
+                                            member("rekordbox_running", &Library::rekordboxRunning),
+                                            member("pending", &Library::pending),
+                                            member("failed", &Library::failed),
+                                            member("last_applied", &Library::lastApplied),
+                                            member("last_error", &Library::lastError),
+                                            member("current_version", &Library::currentVersion),
+                                            member("backups", &Library::backups)};
+    static constexpr auto internal =
+        std::tuple{member("last_change", &Library::lastChange), member("failure_percent", &Library::failurePercent),
+                   member("apply_at", &Library::applyAt), member("toggle_at", &Library::toggleAt)};
+};

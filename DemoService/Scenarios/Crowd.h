@@ -1,13 +1,13 @@
 #pragma once
 
-#include "DemoService/World/World.h"
+#include "DemoService/Scenarios/Stage.h"
 
 namespace tunedeck::demo {
 
-/// Adds `count` backups, some a day, the newest some hours before `now`.
-void addManyBackups(Library& library, int count, Moment now);
+/// Adds backups, two or three a day, the newest 2 hours old.
+void addManyBackups(Stage& stage, int count);
 
-/// As much of everything, and as long, as a user could come to have.
-void stageCrowd(State& state, Moment now);
+/// The scenario with as many and as long items as a user could have.
+void prepareCrowd(Stage& stage);
 
 } // namespace tunedeck::demo

@@ -1,7 +1,6 @@
 #include "DemoService/Scenarios/Scenarios.h"
 
 #include "DemoService/Scenarios/Crowd.h"
-#include "DemoService/Scenarios/Staging.h"
 
 #include <algorithm>
 #include <array>
@@ -9,162 +8,153 @@
 namespace tunedeck::demo {
 
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The product's web endpoint, which the build configures.
-constexpr auto webEndpoint = TUNEDECK_WEB_ENDPOINT;
+// Each function turns the quiet state, in which all is well and nothing is recent, into its scenario.
 
-// Each function changes the settled state (everything well, hours old) into its scenario.
+void quiet(Stage& /*stage*/) {}
 
-void nothing(State& /*state*/, Moment /*now*/) {}
-
-void lively(State& state, Moment now) {
-    state.cloud.reconnect(now);
-    state.cloud.wavers = true;
-    state.links.getUsed = true;
-    state.livesWhenConnected = true;
+void lively(Stage& stage) {
+    stage.state.cloud.reconnect(stage.now);
+    stage.state.cloud.unstable = true;
+    stage.state.links.getUsed = true;
+    stage.state.livelyWhenConnected = true;
 }
 
-void fresh(State& state, Moment now) {
-    state.jobs = {};
-    state.links.all.clear();
-    state.links.getUsed = true;
-    state.livesWhenConnected = true;
-    state.toolbox = makeToolbox(false, now);
-    state.library = Library{};
+void fresh(Stage& stage) {
+    stage.state.jobs = {};
+    stage.state.links.all.clear();
+    stage.state.links.getUsed = true;
+    stage.state.livelyWhenConnected = true;
+    stage.state.toolbox = Toolbox::make(false, stage.now);
+    stage.state.library = Library{};
 }
 
-/// The service fetches its tools by itself; the first of them is on its way.
-void firstRun(State& state, Moment now) {
-    fresh(state, now);
-    auto& toolbox = state.toolbox;
+void firstRun(Stage& stage) {
+    fresh(stage);
+    auto& toolbox = stage.state.toolbox;
+    const auto& first = toolbox.report.tools.front();
     toolbox.report.installing = true;
-    toolbox.report.step =
-        "Downloading " + toolbox.report.tools.front().name + " " + toolbox.report.tools.front().wanted;
+    toolbox.report.step = u"Downloading "_s + first.name + u' ' + first.wanted;
     toolbox.steps = static_cast<int>(toolbox.report.tools.size() + toolbox.report.venvs.size());
-    toolbox.stepStart = now;
-    toolbox.stepEnd = now + 3s;
+    toolbox.stepStart = stage.now;
+    toolbox.stepEnd = stage.now + 3s;
 }
 
-void toolsMissing(State& state, Moment now) {
-    state.toolbox = makeToolbox(true, now - 2h);
-    for (Tool* tool : {&state.toolbox.report.tools[2], &state.toolbox.report.venvs[1]}) {
+void toolsMissing(Stage& stage) {
+    auto& report = stage.state.toolbox.report;
+    for (Toolbox::Tool* tool : {&report.tools[2], &report.venvs[1]}) {
         tool->ready = false;
         tool->installed.reset();
     }
 }
 
-void installing(State& state, Moment now) {
-    state.toolbox = makeToolbox(false, now - 1min);
-    auto& report = state.toolbox.report;
+void installing(Stage& stage) {
+    stage.state.toolbox = Toolbox::make(false, stage.now - 1min);
+    auto& report = stage.state.toolbox.report;
     report.tools[0].installed = report.tools[0].installs;
     report.tools[0].ready = true;
     report.installing = true;
-    report.step = "Downloading spotdl 4.4.3";
+    report.step = u"Downloading spotdl 4.4.3"_s;
     report.progress = 0.42;
 }
 
-void installFails(State& state, Moment now) {
-    toolsMissing(state, now);
-    state.toolbox.report.error = "Couldn't download ffmpeg: the server answered 503.";
-    state.toolbox.failsAt = "ffmpeg";
+void installFails(Stage& stage) {
+    toolsMissing(stage);
+    stage.state.toolbox.report.error = u"Couldn't download ffmpeg: the server answered 503."_s;
+    stage.state.toolbox.failsAt = u"ffmpeg"_s;
 }
 
-Library& libraryOf(State& state) {
-    return state.library ? *state.library : state.library.emplace();
+void pending(Stage& stage) {
+    stage.addPending(u"Add 5 tracks to “Friday”"_s, 12min);
+    stage.addPending(u"Add 2 tracks to the new playlist “Sunday Rooftop”"_s, 4min);
 }
 
-void pending(State& state, Moment now) {
-    addPending(libraryOf(state), "Add 5 tracks to “Friday”", now - 12min);
-    addPending(libraryOf(state), "Add 2 tracks to the new playlist “Sunday Rooftop”", now - 4min);
+void rekordboxOpen(Stage& stage) {
+    pending(stage);
+    stage.library().rekordboxRunning = true;
 }
 
-void rekordboxOpen(State& state, Moment now) {
-    pending(state, now);
-    libraryOf(state).rekordboxRunning = true;
+void failedChanges(Stage& stage) {
+    stage.addFailed(u"Add 5 tracks to “Friday”"_s, u"The library database is locked by another program."_s, 40min);
+    stage.addFailed(u"Rename “Warm-up” to “Warm-up 2026”"_s,
+                    u"The playlist was changed in Rekordbox in the meantime."_s, 38min);
+    stage.library().lastError = stage.library().failed.back().error;
 }
 
-void failedChanges(State& state, Moment now) {
-    Library& library = libraryOf(state);
-    addFailed(library, "Add 5 tracks to “Friday”", "The library database is locked by another program.", now - 40min);
-    addFailed(library, "Rename “Warm-up” to “Warm-up 2026”", "The playlist was changed in Rekordbox in the meantime.",
-              now - 38min);
-    library.lastError = library.failed.back().error;
+void noRekordbox(Stage& stage) {
+    stage.state.library.reset();
 }
 
-void unwritable(State& state, Moment /*now*/) {
-    state.stagedFolder = {.dir = "/Volumes/GIG USB/Music",
-                          .source = "default",
-                          .writable = false,
-                          .error = "tunedeck can't write to “GIG USB”: the drive is read-only."};
+void backups(Stage& stage) {
+    stage.state.library = Library{};
+    addManyBackups(stage, 24);
 }
 
-void cloudOff(State& state, Moment /*now*/) {
-    state.cloud.enabled = false;
-    state.cloud.protocol.reset();
-    state.cloud.registered.reset();
-    state.cloud.connected.reset();
-    state.links.all.clear();
+void unwritable(Stage& stage) {
+    stage.state.stagedFolder = {.path = u"/Volumes/GIG USB/Music"_s,
+                                .source = u"default"_s,
+                                .writable = false,
+                                .error = u"tunedeck can't write to “GIG USB”: the drive is read-only."_s};
 }
 
-void cloudUnreachable(State& state, Moment /*now*/) {
-    state.cloud.connected = false;
+void cloudOff(Stage& stage) {
+    stage.state.cloud = {.enabled = false, .baseUrl = stage.state.cloud.baseUrl};
+    stage.state.links.all.clear();
 }
 
-void allAssistants(State& state, Moment now) {
-    state.links.all.clear();
-    addLink(state, link_kind::chatgpt, "ChatGPT", now - 30 * 24h, now - 3h);
-    addLink(state, link_kind::claude, "Claude", now - 26 * 24h, now - 26h);
-    addLink(state, link_kind::telegram, "Telegram", now - 20 * 24h, now - 40min);
-    addLink(state, link_kind::shortcut, "iPhone", now - 12 * 24h, now - 5h);
+void cloudUnreachable(Stage& stage) {
+    stage.state.cloud.connected = false;
 }
 
-void telegramWaiting(State& state, Moment now) {
-    state.links.all.clear();
-    addLink(state, link_kind::telegram, "Telegram", now - 1min);
+void allAssistants(Stage& stage) {
+    stage.state.links.all.clear();
+    stage.addLink(link_kind::chatgpt, u"ChatGPT"_s, 30 * 24h, 3h);
+    stage.addLink(link_kind::claude, u"Claude"_s, 26 * 24h, 26h);
+    stage.addLink(link_kind::telegram, u"Telegram"_s, 20 * 24h, 40min);
+    stage.addLink(link_kind::shortcut, u"iPhone"_s, 12 * 24h, 5h);
 }
 
-void telegramExpired(State& state, Moment now) {
-    state.links.all.clear();
-    addLink(state, link_kind::telegram, "Telegram", now - 1h);
+void telegramWaiting(Stage& stage) {
+    stage.state.links.all.clear();
+    stage.addLink(link_kind::telegram, u"Telegram"_s, 1min);
 }
 
-void noTelegram(State& state, Moment /*now*/) {
-    state.links.telegramConfigured = false;
+void telegramExpired(Stage& stage) {
+    stage.state.links.all.clear();
+    stage.addLink(link_kind::telegram, u"Telegram"_s, 1h);
 }
 
-void noRekordbox(State& state, Moment /*now*/) {
-    state.library.reset();
-}
-
-void backups(State& state, Moment now) {
-    state.library = Library{};
-    addManyBackups(*state.library, 24, now);
+void noTelegram(Stage& stage) {
+    stage.state.links.telegramConfigured = false;
 }
 
 constexpr std::array all{
-    Scenario{"first-run", "the default: the tools are being installed; comes alive once an assistant is connected",
+    Scenario{"first-run"_L1, "the default: the tools are being installed; lively once an assistant is connected"_L1,
              firstRun},
-    Scenario{"lively", "requests come and go at a human pace, Rekordbox opens and closes", lively},
-    Scenario{"quiet", "everything well, nothing changes, times are hours old", nothing},
-    Scenario{"fresh", "no links, no tools, no backups; comes alive once an assistant is connected", fresh},
-    Scenario{"tools-missing", "two of the tools are missing", toolsMissing},
-    Scenario{"installing", "an installation of the tools that stands still", installing},
-    Scenario{"install-fails", "tools are missing and the next installation fails as the last one did", installFails},
-    Scenario{"rekordbox-open", "Rekordbox is open and two changes wait", rekordboxOpen},
-    Scenario{"pending", "Rekordbox is closed and two changes wait", pending},
-    Scenario{"failed-changes", "two changes couldn't be made", failedChanges},
-    Scenario{"no-rekordbox", "no Rekordbox library was found", noRekordbox},
-    Scenario{"backups", "two dozen backups", backups},
-    Scenario{"unwritable", "the download folder can't be written to", unwritable},
-    Scenario{"cloud-off", "the cloud relay is switched off; links can't be made", cloudOff},
-    Scenario{"cloud-unreachable", "the cloud can't be reached; links can't be made", cloudUnreachable},
-    Scenario{"all-assistants", "all four assistants connected", allAssistants},
-    Scenario{"telegram-waiting", "a Telegram pairing code waits to be scanned", telegramWaiting},
-    Scenario{"telegram-expired", "a Telegram pairing code has expired", telegramExpired},
-    Scenario{"no-telegram", "the Telegram bot isn't set up", noTelegram},
-    Scenario{"crowded", "12 links, 60 backups, long names, right-to-left and emoji text, long paths", stageCrowd},
+    Scenario{"lively"_L1, "requests arrive at a realistic pace, Rekordbox opens and closes"_L1, lively},
+    Scenario{"quiet"_L1, "all is well, nothing changes, times are hours old"_L1, quiet},
+    Scenario{"fresh"_L1, "no links, no tools, no backups; lively once an assistant is connected"_L1, fresh},
+    Scenario{"tools-missing"_L1, "two of the tools are missing"_L1, toolsMissing},
+    Scenario{"installing"_L1, "an installation of the tools that makes no progress"_L1, installing},
+    Scenario{"install-fails"_L1, "tools are missing, and the next installation fails like the last one"_L1,
+             installFails},
+    Scenario{"rekordbox-open"_L1, "Rekordbox is open and two changes wait"_L1, rekordboxOpen},
+    Scenario{"pending"_L1, "Rekordbox is closed and two changes wait"_L1, pending},
+    Scenario{"failed-changes"_L1, "two changes couldn't be applied"_L1, failedChanges},
+    Scenario{"no-rekordbox"_L1, "there is no Rekordbox library"_L1, noRekordbox},
+    Scenario{"backups"_L1, "two dozen backups"_L1, backups},
+    Scenario{"unwritable"_L1, "the download folder isn't writable"_L1, unwritable},
+    Scenario{"cloud-off"_L1, "the cloud relay is switched off; links can't be created"_L1, cloudOff},
+    Scenario{"cloud-unreachable"_L1, "the cloud can't be reached; links can't be created"_L1, cloudUnreachable},
+    Scenario{"all-assistants"_L1, "all four assistants are connected"_L1, allAssistants},
+    Scenario{"telegram-waiting"_L1, "a Telegram pairing code waits to be scanned"_L1, telegramWaiting},
+    Scenario{"telegram-expired"_L1, "a Telegram pairing code has expired"_L1, telegramExpired},
+    Scenario{"no-telegram"_L1, "the Telegram bot isn't set up"_L1, noTelegram},
+    Scenario{"crowded"_L1, "12 links, 60 backups, long names, right-to-left and emoji text, long paths"_L1,
+             prepareCrowd},
 };
 
 } // namespace
@@ -173,7 +163,7 @@ std::span<const Scenario> scenarios() {
     return all;
 }
 
-const Scenario* findScenario(std::string_view name) {
+const Scenario* findScenario(const QString& name) {
     const auto* found = std::ranges::find(all, name, &Scenario::name);
     return found == all.end() ? nullptr : found;
 }
@@ -181,20 +171,20 @@ const Scenario* findScenario(std::string_view name) {
 State startState(const Scenario& scenario, Moment now) {
     State state;
     state.scenario = scenario.name;
-    state.links.endpoint = webEndpoint;
-    state.cloud.baseUrl = webEndpoint;
-    state.cloud.protocol = 2;
-    state.cloud.registered = true;
-    state.cloud.connected = true;
-    state.toolbox = makeToolbox(true, now - 2h);
-    state.library = settledLibrary(now);
+    state.links.endpoint = QStringLiteral(TUNEDECK_WEB_ENDPOINT);
+    state.cloud = {.baseUrl = state.links.endpoint, .protocol = 2, .registered = true, .connected = true};
+    state.toolbox = Toolbox::make(true, now - 2h);
     state.jobs.xmlVersion = 39;
-    addDoneJob(state, "Warm-up", 6, now - 8 * 24h);
-    addFailedJob(state, "Peak Time", "yt-dlp: this video isn't available in your country", now - 9h);
-    addDoneJob(state, "Friday", 5, now - 5h);
-    addLink(state, link_kind::claude, "Claude", now - 26 * 24h, now - 5h);
-    addLink(state, link_kind::shortcut, "iPhone", now - 12 * 24h, now - 9h);
-    scenario.stage(state, now);
+    Stage stage{state, now};
+    stage.addFirstBackup(21 * 24h);
+    stage.addAppliedChange(u"Add 6 tracks to the new playlist “Warm-up”"_s, Library::Minor, 8 * 24h);
+    stage.addAppliedChange(u"Add 5 tracks to “Friday”"_s, Library::Patch, 5h);
+    stage.addDoneJob(u"Warm-up"_s, 6, 8 * 24h);
+    stage.addFailedJob(u"Peak Time"_s, u"yt-dlp: this video isn't available in your country"_s, 9h);
+    stage.addDoneJob(u"Friday"_s, 5, 5h);
+    stage.addLink(link_kind::claude, u"Claude"_s, 26 * 24h, 5h);
+    stage.addLink(link_kind::shortcut, u"iPhone"_s, 12 * 24h, 9h);
+    scenario.prepare(stage);
     return state;
 }
 

@@ -1,27 +1,29 @@
 #pragma once
 
-#include "DemoService/World/World.h"
+#include "DemoService/Scenarios/Stage.h"
+#include "DemoService/World/State.h"
+
+#include <QLatin1StringView>
+#include <QString>
 
 #include <span>
-#include <string_view>
 
 namespace tunedeck::demo {
 
-/// A situation to start from. But for those that say otherwise nothing happens by itself in it; what the user does
-/// has its effect in all of them.
+/// A state to start from. Unless its description says otherwise, nothing in it changes without a request.
 struct Scenario {
-    std::string_view name;
-    std::string_view description;
-    void (*stage)(State& state, Moment now);
+    QLatin1StringView name;
+    QLatin1StringView description;
+    void (*prepare)(Stage& stage);
 };
 
 /// All scenarios, the default one first.
 std::span<const Scenario> scenarios();
 
-/// The scenario of that name, or null.
-const Scenario* findScenario(std::string_view name);
+/// The scenario with that name, or null.
+const Scenario* findScenario(const QString& name);
 
-/// The state that `scenario` starts with at `now`; the same state for the same moment.
+/// The state that `scenario` starts with at `now`: always the same for the same moment.
 State startState(const Scenario& scenario, Moment now);
 
 } // namespace tunedeck::demo

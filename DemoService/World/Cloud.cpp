@@ -3,25 +3,26 @@
 namespace tunedeck::demo {
 
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
 void Cloud::reconnect(Moment now) {
     connected.reset();
     changeAt = now + 2s;
 }
 
-void Cloud::advance(Turn& turn) {
-    if (!isDue(changeAt, turn.now)) {
+void Cloud::advance(StepContext& context) {
+    if (!context.isDue(changeAt)) {
         return;
     }
     connected = !connected.value_or(false);
     changeAt.reset();
     if (*connected) {
-        turn.info("cloud", "connected to " + baseUrl);
+        context.info("cloud"_L1, u"connected to "_s + baseUrl);
     } else {
-        turn.warn("cloud", "lost the connection to " + baseUrl);
+        context.warn("cloud"_L1, u"lost the connection to "_s + baseUrl);
     }
-    if (wavers) {
-        changeAt = *connected ? turn.within(8min, 20min) : turn.within(10s, 30s);
+    if (unstable) {
+        changeAt = *connected ? context.afterBetween(8min, 20min) : context.afterBetween(10s, 30s);
     }
 }
 

@@ -1,40 +1,38 @@
 #pragma once
 
-#include "DemoService/World/Turn.h"
+#include "DemoService/World/StepContext.h"
+
+#include <QString>
 
 #include <optional>
-#include <string>
+#include <tuple>
 
 namespace tunedeck::demo {
 
-/// The link to the cloud relay, through which requests come.
+/// The link to the cloud relay, through which requests arrive.
 struct Cloud {
     bool enabled = true;
-    std::string baseUrl;
+    QString baseUrl;
     std::optional<int> protocol;
     std::optional<bool> registered;
-    /// Not known until the first attempt has ended.
-    std::optional<bool> connected;
+    std::optional<bool> connected; ///< absent until the first attempt has ended
 
-    /// When the connection comes or goes; none when it stays.
-    std::optional<Moment> changeAt;
-    /// The connection is lost now and then.
-    bool wavers = false;
+    std::optional<Moment> changeAt; ///< when the connection is made or lost; none while it stays
+    bool unstable = false;          ///< the connection is lost now and then
 
-    /// The service has just started: whether the relay can be reached shows a moment later.
+    /// Forgets the connection and makes it again 2 s later, as after a start of the service.
     void reconnect(Moment now);
-    void advance(Turn& turn);
-    std::optional<Moment> nextEvent() const { return changeAt; }
-
-    static void members(auto& self, auto& archive) {
-        archive("enabled", self.enabled);
-        archive("base_url", self.baseUrl);
-        archive("protocol", self.protocol);
-        archive("registered", self.registered);
-        archive("connected", self.connected);
-        archive.own("change_at", self.changeAt);
-        archive.own("wavers", self.wavers);
-    }
+    void advance(StepContext& context);
 };
 
 } // namespace tunedeck::demo
+
+template<>
+struct tunedeck::json::Members<tunedeck::demo::Cloud> {
+    using Cloud = demo::Cloud;
+    static constexpr auto list = std::tuple{
+        member("enabled", &Cloud::enabled), member("base_url", &Cloud::baseUrl), member("protocol", &Cloud::protocol),
+        member("registered", &Cloud::registered), member("connected", &Cloud::connected)};
+    static constexpr auto internal =
+        std::tuple{member("change_at", &Cloud::changeAt), member("unstable", &Cloud::unstable)};
+};

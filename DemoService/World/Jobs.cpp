@@ -1,94 +1,105 @@
 #include "DemoService/World/Jobs.h"
 
-#include "DemoService/World/Catalogue.h"
-#include "DemoService/World/Words.h"
-
-#include <algorithm>
+#include "TunedeckCore/Support/Text/Text.h"
 
 namespace tunedeck::demo {
 
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr std::size_t keptJobs = 20;
-constexpr auto subject = "jobs";
+constexpr auto part = "jobs"_L1;
+
+QStringList failures() {
+    return {u"yt-dlp: this video isn't available in your country"_s, u"spotdl: no match found for 3 of 3 tracks"_s,
+            u"The link is private or doesn't exist any more."_s,
+            u"The connection was lost while downloading. Ask for it again to retry."_s};
+}
+
+QString tracks(int count) {
+    return counted(count, u"track"_s);
+}
 
 } // namespace
 
-void Jobs::request(Turn& turn) {
+QStringList Jobs::playlists() {
+    return {u"Friday"_s,         u"Warm-up"_s,        u"Peak Time"_s,     u"Closing"_s,
+            u"House Classics"_s, u"Sunday Rooftop"_s, u"Drum & Bass"_s,   u"Wedding Anna & Tom"_s,
+            u"Disco Edits"_s,    u"Afterhours"_s,     u"New This Week"_s, u"Café del Sol"_s};
+}
+
+void Jobs::request(StepContext& context) {
     Job job;
-    job.id = "job-" + std::to_string(++lastNumber);
+    job.id = u"job-"_s + QString::number(++lastNumber);
     job.state = job_state::queued;
-    job.playlist = turn.random.oneOf(catalogue::playlists());
-    job.message = "Waiting to start";
-    job.createdAt = wholeSecond(turn.now);
-    job.wanted = static_cast<int>(turn.random.between(1, 7));
-    job.links = job.wanted > 3 ? 1 : job.wanted;
-    job.doomed = turn.random.chance(12);
-    job.nextStep = turn.within(2s, 4s);
-    turn.info(subject, job.id + " requested: " + counted(*job.links, "link") + " for " + inQuotes(job.playlist));
+    job.playlist = context.random.oneOf(playlists());
+    job.message = u"Waiting to start"_s;
+    job.createdAt = context.timestamp();
+    job.requested = static_cast<int>(context.random.between(1, 7));
+    job.links = job.requested > 3 ? 1 : job.requested;
+    job.willFail = context.random.chance(12);
+    job.nextStep = context.afterBetween(2s, 4s);
+    context.info(part,
+                 job.id + u" requested: "_s + counted(*job.links, u"link"_s) + u" for "_s + inQuotes(job.playlist));
     recent.insert(recent.begin(), std::move(job));
     if (recent.size() > keptJobs) {
         recent.resize(keptJobs);
     }
 }
 
-std::vector<const Job*> Jobs::advance(Turn& turn, bool toolsReady) {
-    std::vector<const Job*> done;
+std::vector<Job> Jobs::advance(StepContext& context, bool toolsReady) {
+    std::vector<Job> done;
     for (Job& job : recent) {
-        if (job.isFinished() || !isDue(job.nextStep, turn.now) || (job.state == job_state::queued && !toolsReady)) {
+        if (job.isFinished() || !context.isDue(job.nextStep) || (job.state == job_state::queued && !toolsReady)) {
             continue;
         }
-        step(job, turn);
+        step(job, context);
         if (job.state == job_state::done) {
-            done.push_back(&job);
+            done.push_back(job);
         }
     }
     return done;
 }
 
-void Jobs::step(Job& job, Turn& turn) {
+void Jobs::step(Job& job, StepContext& context) {
     if (job.state == job_state::queued) {
         job.state = job_state::running;
-        turn.info(subject, job.id + " started");
+        context.info(part, job.id + u" started"_s);
     } else {
-        ++job.got;
-        if (job.got >= job.wanted || (job.doomed && job.got * 2 >= job.wanted)) {
-            finish(job, turn);
+        ++job.downloaded;
+        if (job.downloaded >= job.requested || (job.willFail && job.downloaded * 2 >= job.requested)) {
+            finish(job, context);
             return;
         }
-        turn.debug(subject, job.id + " got " + std::to_string(job.got) + " of " + std::to_string(job.wanted));
+        context.debug(part, u"%1 got %2 of %3"_s.arg(job.id).arg(job.downloaded).arg(job.requested));
     }
-    job.message = "Downloading " + std::to_string(job.got + 1) + " of " + std::to_string(job.wanted);
-    job.nextStep = turn.within(3s, 7s);
+    job.message = u"Downloading %1 of %2"_s.arg(job.downloaded + 1).arg(job.requested);
+    job.nextStep = context.afterBetween(3s, 7s);
 }
 
-void Jobs::finish(Job& job, Turn& turn) {
-    job.finishedAt = wholeSecond(turn.now);
+void Jobs::finish(Job& job, StepContext& context) {
+    job.finishedAt = context.timestamp();
     job.nextStep.reset();
-    if (job.doomed) {
+    if (job.willFail) {
         job.state = job_state::failed;
-        job.message = turn.random.oneOf(catalogue::downloadFailures());
+        job.message = context.random.oneOf(failures());
         job.tracks = 0;
-        job.errors = job.wanted;
-        turn.error(subject, job.id + " failed: " + job.message);
+        job.errors = job.requested;
+        context.error(part, job.id + u" failed: "_s + job.message);
         return;
     }
-    job.errors = job.wanted > 4 && turn.random.chance(25) ? 1 : 0;
-    job.tracks = job.wanted - *job.errors;
+    job.errors = job.requested > 4 && context.random.chance(25) ? 1 : 0;
+    job.tracks = job.requested - *job.errors;
     job.state = job_state::done;
-    job.xmlVersion = std::to_string(++xmlVersion);
-    job.message = "Added " + counted(*job.tracks, "track") + " to " + inQuotes(job.playlist);
+    job.xmlVersion = QString::number(++xmlVersion);
+    job.message = u"Added "_s + tracks(*job.tracks) + u" to "_s + inQuotes(job.playlist);
     if (*job.errors > 0) {
-        job.message += "; " + std::to_string(*job.errors) + " wasn't found";
-        turn.warn(subject, job.id + ": " + counted(*job.errors, "track") + " not found");
+        job.message += u"; 1 wasn't found"_s;
+        context.warn(part, job.id + u": 1 track not found"_s);
     }
-    turn.info(subject, job.id + " done: " + counted(*job.tracks, "track") + ", XML v" + *job.xmlVersion);
-}
-
-void Jobs::scheduleArrival(Turn& turn, Span least, Span most) {
-    nextArrival = turn.within(least, most);
+    context.info(part, job.id + u" done: "_s + tracks(*job.tracks) + u", XML v"_s + *job.xmlVersion);
 }
 
 std::optional<Moment> Jobs::nextEvent(bool toolsReady) const {

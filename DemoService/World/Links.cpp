@@ -1,111 +1,102 @@
 #include "DemoService/World/Links.h"
 
-#include "DemoService/World/Catalogue.h"
+#include <QStringList>
 
 #include <algorithm>
 #include <array>
-#include <string_view>
 
 namespace tunedeck::demo {
 
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto subject = "links";
-constexpr Span pairingTime = 10min;
+constexpr auto part = "links"_L1;
 
-LinkProblem refused(Turn& turn, LinkProblem problem) {
-    turn.warn(subject, "refused (" + problem.code + "): " + problem.error);
-    return problem;
+Links::Error noSuchLink() {
+    return {404, u"link_not_found"_s, u"This link doesn't exist any more."_s};
 }
 
-LinkProblem noSuchLink(Turn& turn) {
-    return refused(turn, {404, "link_not_found", "This link doesn't exist any more."});
-}
-
-LinkProblem telegramMissing(Turn& turn) {
-    return refused(turn, {503, "telegram_not_configured", "The Telegram bot isn't set up."});
+Links::Error telegramMissing() {
+    return {503, u"telegram_not_configured"_s, u"The Telegram bot isn't set up."_s};
 }
 
 } // namespace
 
-bool isKnownKind(const std::string& kind) {
-    static constexpr std::array<std::string_view, 4> kinds{link_kind::chatgpt, link_kind::claude, link_kind::telegram,
-                                                           link_kind::shortcut};
-    return std::ranges::find(kinds, kind) != kinds.end();
+std::unexpected<Links::Error> Links::refused(StepContext& context, Error error) {
+    context.warn(part, u"refused ("_s + error.code + u"): "_s + error.text);
+    return std::unexpected(std::move(error));
 }
 
-void Links::renewSecret(Turn& turn, Link& link) const {
+void Links::renewSecret(StepContext& context, Link& link) const {
     link.lastUsedAt.reset();
     if (link.kind == link_kind::telegram) {
-        link.url = endpoint + "/telegram?start=" + turn.random.token(20);
-        link.expiresAt = wholeSecond(turn.in(pairingTime));
+        link.url = endpoint + u"/telegram?start="_s + context.random.token(20);
+        link.expiresAt = wholeSecond(context.after(10min));
         link.paired = false;
         link.telegramUsername.reset();
     } else if (link.kind == link_kind::shortcut) {
-        link.apiUrl = endpoint + "/api/requests";
-        link.token = "td_" + turn.random.token(40);
+        link.apiUrl = endpoint + u"/api/requests"_s;
+        link.token = u"td_"_s + context.random.token(40);
     } else {
-        link.url = endpoint + "/c/" + turn.random.token(32) + "/mcp";
+        link.url = endpoint + u"/c/"_s + context.random.token(32) + u"/mcp"_s;
     }
-    link.firstUseAt = getUsed ? std::optional(turn.within(20s, 40s)) : std::nullopt;
+    link.firstUseAt = getUsed ? std::optional(context.afterBetween(20s, 40s)) : std::nullopt;
 }
 
-LinkResult Links::create(Turn& turn, const std::string& kind, std::optional<std::string> label) {
-    if (!isKnownKind(kind)) {
-        return refused(turn, {400, "unknown_kind", "tunedeck doesn't know this kind of assistant."});
+Links::Result<Link> Links::create(StepContext& context, const QString& kind, const std::optional<QString>& label) {
+    static constexpr std::array kinds{link_kind::chatgpt, link_kind::claude, link_kind::telegram, link_kind::shortcut};
+    if (std::ranges::find(kinds, kind) == kinds.end()) {
+        return refused(context, {400, u"unknown_kind"_s, u"tunedeck doesn't know this kind of assistant."_s});
     }
     if (kind == link_kind::telegram && !telegramConfigured) {
-        return telegramMissing(turn);
+        return refused(context, telegramMissing());
     }
-    Link link;
-    link.id = turn.random.token(12);
-    link.kind = kind;
-    link.label = std::move(label);
-    link.createdAt = wholeSecond(turn.now);
-    renewSecret(turn, link);
-    turn.info(subject, "created " + kind + " link " + link.id);
+    Link link{.id = context.random.token(12), .kind = kind, .label = label, .createdAt = context.timestamp()};
+    renewSecret(context, link);
+    context.info(part, u"created "_s + kind + u" link "_s + link.id);
     return all.emplace_back(std::move(link));
 }
 
-LinkResult Links::rotate(Turn& turn, const std::string& id) {
+Links::Result<Link> Links::rotate(StepContext& context, const QString& id) {
     const auto link = std::ranges::find(all, id, &Link::id);
     if (link == all.end()) {
-        return noSuchLink(turn);
+        return refused(context, noSuchLink());
     }
     if (link->kind == link_kind::telegram && !telegramConfigured) {
-        return telegramMissing(turn);
+        return refused(context, telegramMissing());
     }
-    renewSecret(turn, *link);
-    turn.info(subject, "renewed " + link->kind + " link " + link->id);
+    renewSecret(context, *link);
+    context.info(part, u"renewed "_s + link->kind + u" link "_s + link->id);
     return *link;
 }
 
-std::optional<LinkProblem> Links::remove(Turn& turn, const std::string& id) {
+Links::Result<void> Links::remove(StepContext& context, const QString& id) {
     if (std::erase_if(all, [&](const Link& link) { return link.id == id; }) == 0) {
-        return noSuchLink(turn);
+        return refused(context, noSuchLink());
     }
-    turn.info(subject, "deleted link " + id);
-    return std::nullopt;
+    context.info(part, u"deleted link "_s + id);
+    return {};
 }
 
-void Links::advance(Turn& turn) {
+void Links::advance(StepContext& context) {
     for (Link& link : all) {
-        if (!isDue(link.firstUseAt, turn.now)) {
+        if (!context.isDue(link.firstUseAt)) {
             continue;
         }
         link.firstUseAt.reset();
         if (link.kind != link_kind::telegram) {
-            link.lastUsedAt = wholeSecond(turn.now);
-            turn.info(subject, link.kind + " link " + link.id + " was used for the first time");
-        } else if (!isDue(link.expiresAt, turn.now)) {
+            link.lastUsedAt = context.timestamp();
+            context.info(part, link.kind + u" link "_s + link.id + u" was used for the first time"_s);
+        } else if (!context.isDue(link.expiresAt)) {
             link.paired = true;
-            link.lastUsedAt = wholeSecond(turn.now);
-            link.telegramUsername = turn.random.oneOf(catalogue::telegramNames());
+            link.lastUsedAt = context.timestamp();
+            link.telegramUsername =
+                context.random.oneOf(QStringList{u"dj_nightowl"_s, u"anna_spins"_s, u"vinyl_tom"_s});
             link.expiresAt.reset();
             link.url.reset();
-            turn.info(subject, "Telegram chat paired with @" + *link.telegramUsername);
+            context.info(part, u"Telegram chat paired with @"_s + *link.telegramUsername);
         }
     }
 }
@@ -122,7 +113,7 @@ bool Links::anyConnected() const {
     return std::ranges::any_of(all, &Link::isConnected);
 }
 
-void Links::noteUse(Turn& turn) {
+void Links::noteUse(StepContext& context) {
     std::vector<Link*> connected;
     for (Link& link : all) {
         if (link.isConnected()) {
@@ -130,7 +121,7 @@ void Links::noteUse(Turn& turn) {
         }
     }
     if (!connected.empty()) {
-        turn.random.oneOf(std::span<Link* const>(connected))->lastUsedAt = wholeSecond(turn.now);
+        context.random.oneOf(connected)->lastUsedAt = context.timestamp();
     }
 }
 

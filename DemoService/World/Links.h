@@ -1,96 +1,52 @@
 #pragma once
 
-#include "DemoService/World/Turn.h"
+#include "DemoService/World/Link.h"
+#include "DemoService/World/StepContext.h"
 
-#include <optional>
-#include <string>
-#include <variant>
+#include <expected>
 #include <vector>
 
 namespace tunedeck::demo {
 
-namespace link_kind {
-inline constexpr auto chatgpt = "chatgpt";
-inline constexpr auto claude = "claude";
-inline constexpr auto telegram = "telegram";
-inline constexpr auto shortcut = "shortcut";
-} // namespace link_kind
-
-/// One connection between an assistant and this computer.
-struct Link {
-    std::string id;
-    std::string kind;
-    std::optional<std::string> label;
-    std::optional<Moment> createdAt;
-    std::optional<Moment> lastUsedAt;
-    std::optional<std::string> url;
-    std::optional<std::string> apiUrl;
-    std::optional<std::string> token;
-    std::optional<bool> paired;
-    std::optional<std::string> telegramUsername;
-    std::optional<Moment> expiresAt;
-
-    /// When the user on the other side first uses it; none when that doesn't happen by itself.
-    std::optional<Moment> firstUseAt;
-
-    bool isConnected() const { return kind == link_kind::telegram ? paired.value_or(false) : lastUsedAt.has_value(); }
-
-    static void members(auto& self, auto& archive) {
-        archive("id", self.id);
-        archive("kind", self.kind);
-        archive("label", self.label);
-        archive("createdAt", self.createdAt);
-        archive("lastUsedAt", self.lastUsedAt);
-        archive("url", self.url);
-        archive("apiUrl", self.apiUrl);
-        archive("token", self.token);
-        archive("paired", self.paired);
-        archive("telegramUsername", self.telegramUsername);
-        archive("expiresAt", self.expiresAt);
-        archive.own("firstUseAt", self.firstUseAt);
-    }
-};
-
-/// Why a link operation failed: an HTTP status, a code for programs and a sentence for people.
-struct LinkProblem {
-    int status;
-    std::string code;
-    std::string error;
-};
-
-using LinkResult = std::variant<Link, LinkProblem>;
-
 /// The assistants' links.
 struct Links {
+    /// Why a request failed.
+    struct Error {
+        int status;   ///< of the HTTP response
+        QString code; ///< for programs
+        QString text; ///< for the user
+    };
+    template<class Type>
+    using Result = std::expected<Type, Error>;
+
     std::vector<Link> all;
-    /// New links get used, and pairing codes scanned, after a while.
-    bool getUsed = false;
+    bool getUsed = false; ///< new links are used, and pairing codes scanned, after a while
     bool telegramConfigured = true;
-    /// Scheme and host of the relay, under which the private URLs lie.
-    std::string endpoint;
+    QString endpoint; ///< scheme and host of the relay
 
-    LinkResult create(Turn& turn, const std::string& kind, std::optional<std::string> label);
-    LinkResult rotate(Turn& turn, const std::string& id);
-    /// Nothing when the link is gone now.
-    std::optional<LinkProblem> remove(Turn& turn, const std::string& id);
+    Result<Link> create(StepContext& context, const QString& kind, const std::optional<QString>& label);
+    Result<Link> rotate(StepContext& context, const QString& id);
+    Result<void> remove(StepContext& context, const QString& id);
 
-    void advance(Turn& turn);
+    void advance(StepContext& context);
     std::optional<Moment> nextEvent() const;
     bool anyConnected() const;
-    /// A request came in through one of the connected links.
-    void noteUse(Turn& turn);
-    /// Gives `link` a new secret and takes back what the old one had earned.
-    void renewSecret(Turn& turn, Link& link) const;
+    /// Marks one of the connected links as just used.
+    void noteUse(StepContext& context);
+    /// Gives `link` a new secret. It counts as unused then.
+    void renewSecret(StepContext& context, Link& link) const;
 
-    static void members(auto& self, auto& archive) {
-        archive("links", self.all);
-        archive.own("get_used", self.getUsed);
-        archive.own("telegram_configured", self.telegramConfigured);
-        archive.own("endpoint", self.endpoint);
-    }
+    /// Logs the error and returns it.
+    static std::unexpected<Error> refused(StepContext& context, Error error);
 };
 
-/// True for the kinds of assistant that can be connected.
-bool isKnownKind(const std::string& kind);
-
 } // namespace tunedeck::demo
+
+template<>
+struct tunedeck::json::Members<tunedeck::demo::Links> {
+    using Links = demo::Links;
+    static constexpr auto list = std::tuple{member("links", &Links::all)};
+    static constexpr auto internal =
+        std::tuple{member("get_used", &Links::getUsed), member("telegram_configured", &Links::telegramConfigured),
+                   member("endpoint", &Links::endpoint)};
+};

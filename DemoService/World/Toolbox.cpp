@@ -5,39 +5,31 @@
 namespace tunedeck::demo {
 
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto subject = "toolbox";
-
-Tool makeTool(std::string name, std::string wanted, std::string installs) {
-    return {.name = std::move(name),
-            .installed = {},
-            .wanted = std::move(wanted),
-            .ready = false,
-            .installs = std::move(installs)};
-}
-
-std::string stepText(const Tool& tool, bool isEnvironment) {
-    return isEnvironment ? "Preparing the " + tool.name : "Downloading " + tool.name + " " + tool.wanted;
-}
+constexpr auto part = "toolbox"_L1;
 
 } // namespace
 
-Toolbox makeToolbox(bool installed, Moment checkedAt) {
+Toolbox Toolbox::make(bool installed, Moment checkedAt) {
     Toolbox toolbox;
-    toolbox.report.tools = {makeTool("yt-dlp", "2026.11.12", "2026.11.12"),
-                            makeTool("spotdl", "4.4.3", "spotdl==4.4.3"), makeTool("ffmpeg", "7.1.1", "7.1.1")};
-    toolbox.report.venvs = {makeTool("yt-dlp environment", "2026.11.12", "yt-dlp==2026.11.12"),
-                            makeTool("spotdl environment", "4.4.3", "spotdl==4.4.3")};
-    toolbox.report.manifest = "2026-11-18.1";
+    toolbox.report.tools = {
+        {.name = u"yt-dlp"_s, .wanted = u"2026.11.12"_s, .installs = u"2026.11.12"_s},
+        {.name = u"spotdl"_s, .wanted = u"4.4.3"_s, .installs = u"spotdl==4.4.3"_s},
+        {.name = u"ffmpeg"_s, .wanted = u"7.1.1"_s, .installs = u"7.1.1"_s},
+    };
+    toolbox.report.venvs = {
+        {.name = u"yt-dlp environment"_s, .wanted = u"2026.11.12"_s, .installs = u"yt-dlp==2026.11.12"_s},
+        {.name = u"spotdl environment"_s, .wanted = u"4.4.3"_s, .installs = u"spotdl==4.4.3"_s},
+    };
+    toolbox.report.manifest = u"2026-11-18.1"_s;
     toolbox.report.checkedAt = wholeSecond(checkedAt);
     if (installed) {
-        for (auto* list : {&toolbox.report.tools, &toolbox.report.venvs}) {
-            for (Tool& tool : *list) {
-                tool.installed = tool.installs;
-                tool.ready = true;
-            }
+        for (Tool* tool : toolbox.missing()) {
+            tool->installed = tool->installs;
+            tool->ready = true;
         }
     }
     return toolbox;
@@ -47,85 +39,91 @@ bool Toolbox::ready() const {
     return std::ranges::all_of(report.tools, &Tool::ready) && std::ranges::all_of(report.venvs, &Tool::ready);
 }
 
-Tool* Toolbox::nextMissing() {
+std::vector<Toolbox::Tool*> Toolbox::missing() {
+    std::vector<Tool*> result;
     for (auto* list : {&report.tools, &report.venvs}) {
-        if (const auto found = std::ranges::find(*list, false, &Tool::ready); found != list->end()) {
-            return &*found;
+        for (Tool& tool : *list) {
+            if (!tool.ready) {
+                result.push_back(&tool);
+            }
         }
     }
-    return nullptr;
+    return result;
 }
 
-void Toolbox::install(Turn& turn) {
+void Toolbox::install(StepContext& context) {
     if (report.installing) {
         return;
     }
-    turn.info(subject, "installing the tools");
+    context.info(part, u"installing the tools"_s);
     report.installing = true;
     report.error.reset();
     stepsDone = 0;
-    steps = static_cast<int>(std::ranges::count(report.tools, false, &Tool::ready) +
-                             std::ranges::count(report.venvs, false, &Tool::ready));
-    startStep(turn);
+    steps = static_cast<int>(missing().size());
+    startStep(context);
 }
 
-void Toolbox::startStep(Turn& turn) {
-    const Tool* tool = nextMissing();
-    const bool isEnvironment = std::ranges::all_of(report.tools, &Tool::ready);
-    // With nothing missing an installation is only a check, but it can still be seen.
-    report.step = tool == nullptr ? "Checking the tools" : stepText(*tool, isEnvironment);
-    stepStart = turn.now;
-    stepEnd = turn.within(2500ms, 4s);
-    turn.debug(subject, *report.step);
-}
-
-void Toolbox::advance(Turn& turn) {
-    if (!report.installing || !isDue(stepEnd, turn.now)) {
-        return;
-    }
-    Tool* tool = nextMissing();
-    if (tool == nullptr) {
-        endInstallation(turn);
-        return;
-    }
-    if (failsAt == tool->name) {
-        failsAt.reset();
-        report.error = "Couldn't download " + tool->name + ": the server answered 503.";
-        endInstallation(turn);
-        return;
-    }
-    tool->installed = tool->installs;
-    tool->ready = true;
-    ++stepsDone;
-    turn.info(subject, tool->name + " " + tool->wanted + " is ready");
-    if (nextMissing() == nullptr) {
-        endInstallation(turn);
+void Toolbox::startStep(StepContext& context) {
+    if (const auto tools = missing(); tools.empty()) {
+        report.step = u"Checking the tools"_s; // takes one step, so that users see something happen
+    } else if (std::ranges::all_of(report.tools, &Tool::ready)) {
+        report.step = u"Preparing the "_s + tools.front()->name;
     } else {
-        startStep(turn);
+        report.step = u"Downloading "_s + tools.front()->name + u' ' + tools.front()->wanted;
+    }
+    stepStart = context.now;
+    stepEnd = context.afterBetween(2500ms, 4s);
+    context.debug(part, *report.step);
+}
+
+void Toolbox::advance(StepContext& context) {
+    if (!report.installing || !context.isDue(stepEnd)) {
+        return;
+    }
+    const auto tools = missing();
+    if (tools.empty()) {
+        finishInstallation(context);
+        return;
+    }
+    Tool& tool = *tools.front();
+    if (failsAt == tool.name) {
+        failsAt.reset();
+        report.error = u"Couldn't download "_s + tool.name + u": the server answered 503."_s;
+        finishInstallation(context);
+        return;
+    }
+    tool.installed = tool.installs;
+    tool.ready = true;
+    ++stepsDone;
+    context.info(part, tool.name + u' ' + tool.wanted + u" is ready"_s);
+    if (tools.size() == 1) {
+        finishInstallation(context);
+    } else {
+        startStep(context);
     }
 }
 
-void Toolbox::endInstallation(Turn& turn) {
+void Toolbox::finishInstallation(StepContext& context) {
     report.installing = false;
     report.step.reset();
     report.progress.reset();
-    report.checkedAt = wholeSecond(turn.now);
+    report.checkedAt = context.timestamp();
     stepStart.reset();
     stepEnd.reset();
     if (report.error) {
-        turn.error(subject, *report.error);
+        context.error(part, *report.error);
     } else {
-        turn.info(subject, "the tools are ready");
+        context.info(part, u"the tools are ready"_s);
     }
 }
 
-ToolReport Toolbox::reportAt(Moment now) const {
-    ToolReport result = report;
+Toolbox::Report Toolbox::reportAt(Moment now) const {
+    Report result = report;
     if (report.installing && stepStart && stepEnd) {
-        const auto length = static_cast<double>((*stepEnd - *stepStart).count());
-        const auto passed = static_cast<double>((now - *stepStart).count());
-        const double inStep = length > 0 ? std::clamp(passed / length, 0.0, 1.0) : 1.0;
-        result.progress = std::min(1.0, (stepsDone + inStep) / std::max(1, steps));
+        using Milliseconds = std::chrono::duration<double, std::milli>;
+        const auto length = std::max(Milliseconds(*stepEnd - *stepStart), Milliseconds(1));
+        const auto share = std::clamp(Milliseconds(now - *stepStart) / length, 0.0, 1.0);
+        result.progress = std::min(1.0, (stepsDone + share) / std::max(1, steps));
     }
     return result;
 }

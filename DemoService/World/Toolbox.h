@@ -1,91 +1,88 @@
 #pragma once
 
-#include "DemoService/World/Turn.h"
+#include "DemoService/World/StepContext.h"
+#include "TunedeckCore/Support/Json/Record.h"
+
+#include <QString>
 
 #include <optional>
-#include <string>
+#include <tuple>
 #include <vector>
 
 namespace tunedeck::demo {
 
-/// A command-line tool, or an environment that one runs in.
-struct Tool {
-    std::string name;
-    std::optional<std::string> installed;
-    std::string wanted;
-    bool ready = false;
-    /// What `installed` reads once it is installed.
-    std::string installs;
-
-    static void members(auto& self, auto& archive) {
-        archive("name", self.name);
-        archive("installed", self.installed);
-        archive("wanted", self.wanted);
-        archive("ready", self.ready);
-        archive.own("installs", self.installs);
-    }
-};
-
-/// The report on the tools, as clients see it.
-struct ToolReport {
-    std::vector<Tool> tools;
-    std::vector<Tool> venvs;
-    bool installing = false;
-    std::optional<std::string> step;
-    std::optional<double> progress;
-    std::optional<std::string> error;
-    std::optional<std::string> manifest;
-    std::optional<Moment> checkedAt;
-
-    static void members(auto& self, auto& archive) {
-        archive("tools", self.tools);
-        archive("venvs", self.venvs);
-        archive("installing", self.installing);
-        archive("step", self.step);
-        archive("progress", self.progress);
-        archive("error", self.error);
-        archive("manifest", self.manifest);
-        archive("checked_at", self.checkedAt);
-    }
-};
-
-/// The tools that the service manages, and an installation in steps: each missing tool is fetched, then each
-/// environment is made, one after the other.
+/// The tools that the service manages, and an installation in steps: first each missing tool is downloaded, then each
+/// missing environment is prepared.
 struct Toolbox {
-    ToolReport report;
-    /// The running step's span; without an end (a staged installation) it stays where it is.
+    /// A command-line tool, or a virtual environment in which one runs.
+    struct Tool {
+        QString name;
+        std::optional<QString> installed; ///< version
+        QString wanted;
+        bool ready = false;
+        QString installs; ///< the value of `installed` after an installation
+    };
+
+    /// What clients see.
+    struct Report {
+        std::vector<Tool> tools;
+        std::vector<Tool> venvs;
+        bool installing = false;
+        std::optional<QString> step;
+        std::optional<double> progress;
+        std::optional<QString> error;
+        std::optional<QString> manifest;
+        std::optional<Moment> checkedAt;
+    };
+
+    Report report;
     std::optional<Moment> stepStart;
-    std::optional<Moment> stepEnd;
-    /// How many steps the running installation has, and how many are behind it.
+    std::optional<Moment> stepEnd; ///< none when the installation makes no progress
     int steps = 0;
     int stepsDone = 0;
-    /// The next installation ends with an error at this tool.
-    std::optional<std::string> failsAt;
+    std::optional<QString> failsAt; ///< the tool at which the next installation fails
 
-    /// Starts an installation of everything; joins one that runs.
-    void install(Turn& turn);
-    void advance(Turn& turn);
-    std::optional<Moment> nextEvent() const { return stepEnd; }
+    /// Starts an installation of everything that is missing, unless one is running.
+    void install(StepContext& context);
+    void advance(StepContext& context);
     bool ready() const;
-    /// The report at a moment: the progress goes on between the steps.
-    ToolReport reportAt(Moment now) const;
+    /// The report with the progress at `now`.
+    Report reportAt(Moment now) const;
 
-    static void members(auto& self, auto& archive) {
-        archive("report", self.report);
-        archive("step_start", self.stepStart);
-        archive("step_end", self.stepEnd);
-        archive("steps", self.steps);
-        archive("steps_done", self.stepsDone);
-        archive("fails_at", self.failsAt);
-    }
+    /// The usual tools, all installed or all missing.
+    static Toolbox make(bool installed, Moment checkedAt);
 
 private:
-    Tool* nextMissing();
-    void startStep(Turn& turn);
-    void endInstallation(Turn& turn);
+    std::vector<Tool*> missing();
+    void startStep(StepContext& context);
+    void finishInstallation(StepContext& context);
 };
 
-/// The tools as they are when everything is installed, or when nothing is.
-Toolbox makeToolbox(bool installed, Moment checkedAt);
-
 } // namespace tunedeck::demo
+
+template<>
+struct tunedeck::json::Members<tunedeck::demo::Toolbox::Tool> {
+    using Tool = demo::Toolbox::Tool;
+    static constexpr auto list = std::tuple{member("name", &Tool::name), member("installed", &Tool::installed),
+                                            member("wanted", &Tool::wanted), member("ready", &Tool::ready)};
+    static constexpr auto internal = std::tuple{member("installs", &Tool::installs)};
+};
+
+template<>
+struct tunedeck::json::Members<tunedeck::demo::Toolbox::Report> {
+    using Report = demo::Toolbox::Report;
+    static constexpr auto list =
+        std::tuple{member("tools", &Report::tools),           member("venvs", &Report::venvs),
+                   member("installing", &Report::installing), member("step", &Report::step),
+                   member("progress", &Report::progress),     member("error", &Report::error),
+                   member("manifest", &Report::manifest),     member("checked_at", &Report::checkedAt)};
+};
+
+template<>
+struct tunedeck::json::Members<tunedeck::demo::Toolbox> {
+    using Toolbox = demo::Toolbox;
+    static constexpr auto list =
+        std::tuple{member("report", &Toolbox::report),        member("step_start", &Toolbox::stepStart),
+                   member("step_end", &Toolbox::stepEnd),     member("steps", &Toolbox::steps),
+                   member("steps_done", &Toolbox::stepsDone), member("fails_at", &Toolbox::failsAt)};
+};

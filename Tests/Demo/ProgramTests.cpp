@@ -1,117 +1,117 @@
-#include "DemoService/Files/Files.h"
-#include "DemoService/Files/Record.h"
-#include "Tests/Demo/TempHome.h"
+#include "DemoService/Files/HomePaths.h"
+#include "DemoService/Files/JsonFile.h"
+#include "DemoService/World/DownloadFolder.h"
+#include "Tests/Helpers/TemporaryHome.h"
+
+#include <QFile>
+#include <QProcess>
 
 #include <gtest/gtest.h>
 #include <httplib.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <chrono>
 #include <csignal>
-#include <thread>
-#include <utility>
-#include <vector>
 
 namespace tunedeck::demo {
 
-using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The real program in a home folder of its own, ended with the test.
+/// The real program in the test's home folder; killed with the test.
 class Program {
 public:
-    Program(const HomePaths& paths, std::vector<std::string> arguments) : m_paths(paths) {
-        m_pid = ::fork();
-        if (m_pid == 0) {
-            ::setenv("HOME", paths.home.c_str(), 1);
-            arguments.insert(arguments.begin(), TUNEDECK_DEMO_PROGRAM);
-            std::vector<char*> raw;
-            raw.reserve(arguments.size() + 1);
-            for (std::string& argument : arguments) {
-                raw.push_back(argument.data());
-            }
-            raw.push_back(nullptr);
-            const std::string log = paths.home / "log";
-            if (std::freopen(log.c_str(), "a", stderr) != nullptr &&
-                std::freopen("/dev/null", "w", stdout) != nullptr) {
-                ::execv(raw.front(), raw.data());
-            }
-            ::_exit(127);
-        }
-        while (port() == 0 && ::waitpid(m_pid, &m_status, WNOHANG) == 0) {
-            std::this_thread::sleep_for(5ms);
-        }
-        m_ended = port() == 0;
+    explicit Program(const QStringList& arguments) {
+        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        m_process.start(QStringLiteral(TUNEDECK_DEMO_PROGRAM), arguments);
+        m_process.waitForReadyRead(10'000); // its first line comes when it is ready
+        m_port = m_process.readLine().trimmed().split(':').constLast().toInt();
     }
     ~Program() {
-        if (!m_ended) {
-            end(SIGKILL);
-        }
+        m_process.kill();
+        m_process.waitForFinished();
     }
-    Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
 
-    /// The port of the runtime file, when the file is this process's.
-    int port() const {
-        const auto text = readFile(m_paths.runtimeFile());
-        const auto file = text ? parseObject(*text) : std::nullopt;
-        return file && (*file)["pid"].GetInt() == m_pid ? (*file)["port"].GetInt() : 0;
+    int port() const { return m_port; }
+    httplib::Client client() const { return httplib::Client("127.0.0.1", m_port); }
+    std::string get(const std::string& path) const {
+        const auto result = client().Get(path);
+        return result && result->status == 200 ? result->body : "";
     }
-    /// Ends the program, unless it has ended by itself. Its exit status; negative for a signal.
+    int post(const std::string& path, const std::string& body) const {
+        const auto result = client().Post(path, body, "application/json");
+        return result ? result->status : 0;
+    }
+    /// Ends the program; its exit status.
     int end(int signal) {
-        if (!std::exchange(m_ended, true)) {
-            ::kill(m_pid, signal);
-            ::waitpid(m_pid, &m_status, 0);
-        }
-        return WIFEXITED(m_status) ? WEXITSTATUS(m_status) : -WTERMSIG(m_status);
+        ::kill(static_cast<pid_t>(m_process.processId()), signal);
+        m_process.waitForFinished();
+        return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
     }
-    httplib::Client client() const { return httplib::Client("127.0.0.1", port()); }
 
 private:
-    HomePaths m_paths;
-    pid_t m_pid = 0;
-    int m_status = 0;
-    bool m_ended = false;
+    QProcess m_process;
+    int m_port = 0;
 };
-
-std::string get(const Program& program, const std::string& path) {
-    const auto result = program.client().Get(path);
-    return result && result->status == 200 ? result->body : "";
-}
 
 } // namespace
 
-TEST(DemoProgram, TheRuntimeFileStandsWhileItRunsAndTheStateOutlivesIt) {
-    const TempHome home;
+TEST(DemoProgram, PublishesItsPortWhileItRunsAndContinuesWhereItEnded) {
+    const test::TemporaryHome home;
+    const HomePaths paths{home.path()};
+    const auto publishedPort = [&] { return readObject(paths.runtimeFile()).at(u"port"_s); };
     std::string links;
     {
-        Program program(home.paths, {"--scenario", "quiet", "--speed", "1000"});
-        ASSERT_GT(program.port(), 0);
-        EXPECT_EQ(program.client().Post("/local/links", R"({"kind":"chatgpt"})", "application/json")->status, 201);
-        EXPECT_EQ(
-            program.client().Post("/local/rekordbox/restore", R"({"version":"1.0.0"})", "application/json")->status,
-            200);
-        links = get(program, "/local/links");
+        Program program({u"--scenario"_s, u"quiet"_s, u"--speed"_s, u"1000"_s});
+        EXPECT_EQ(publishedPort(), json::Value(program.port()));
+        EXPECT_EQ(program.post("/local/links", R"({"kind":"chatgpt"})"), 201);
+        EXPECT_EQ(program.post("/local/rekordbox/restore", R"({"version":"1.0.0"})"), 200);
+        EXPECT_EQ(program.post("/local/links", std::string(70'000, ' ')), 413);
+        links = program.get("/local/links");
         EXPECT_NE(links.find("chatgpt"), std::string::npos);
+        Program second({u"--port"_s, QString::number(program.port())});
+        EXPECT_EQ(second.end(0), 1) << "the port is taken";
         EXPECT_EQ(program.end(SIGTERM), 0);
     }
-    EXPECT_FALSE(std::filesystem::exists(home.paths.runtimeFile()));
+    EXPECT_FALSE(QFile::exists(paths.runtimeFile()));
+    EXPECT_TRUE(home.read(u".tunedeck/rekordbox.xml"_s).contains(R"(Name="Friday")"));
     {
-        Program again(home.paths, {});
-        EXPECT_EQ(get(again, "/local/links"), links);
-        EXPECT_NE(get(again, "/local/status").find("Before restoring v1.0.0"), std::string::npos);
+        Program again({});
+        EXPECT_EQ(again.get("/local/links"), links);
+        EXPECT_NE(again.get("/local/status").find("Before restoring v1.0.0"), std::string::npos);
+        home.write(u".tunedeck/runtime.json"_s, R"({"port": 1, "pid": 1})");
         EXPECT_EQ(again.end(SIGINT), 0);
+        EXPECT_EQ(publishedPort(), json::Value(1)) << "another process has published its port";
     }
-    {
-        const Program other(home.paths, {"--scenario", "fresh"});
-        EXPECT_EQ(get(other, "/local/links"), R"({"links":[]})");
-    } // killed, so that nobody removes the file
-    EXPECT_TRUE(std::filesystem::exists(home.paths.runtimeFile()));
-    writeFileAtomically(home.paths.stateFile(), "{\"scenario\":");
-    const Program anew(home.paths, {});
-    EXPECT_NE(get(anew, "/local/status"), "") << "a broken file only starts anew";
+    EXPECT_EQ(Program({u"--scenario"_s, u"fresh"_s}).get("/local/links"), R"({"links":[]})");
+    home.write(u".tunedeck/demo-state.json"_s, R"({"scenario":)");
+    EXPECT_NE(Program({}).get("/local/status"), "") << "starts anew after a damaged state file";
+}
+
+TEST(DemoProgram, RejectsWrongOptions) {
+    for (const auto& arguments : {QStringList{u"--scenario"_s, u"none"_s},
+                                  {u"--port=65536"_s},
+                                  {u"--speed=nan"_s},
+                                  {u"--speed=1001"_s},
+                                  {u"--unknown"_s},
+                                  {u"extra"_s}}) {
+        EXPECT_EQ(QProcess::execute(QStringLiteral(TUNEDECK_DEMO_PROGRAM), arguments), 2)
+            << arguments.join(u' ').toStdString();
+    }
+}
+
+TEST(DownloadFolder, IsTheChosenOneOrTheDefaultAndSaysWhyItIsNotWritable) {
+    const test::TemporaryHome home;
+    const HomePaths paths{home.path()};
+    const DownloadFolder staged{.path = u"/staged"_s, .writable = false};
+    EXPECT_EQ(DownloadFolder::current(paths, staged).path, u"/staged"_s);
+    auto folder = DownloadFolder::current(paths, {});
+    EXPECT_EQ(folder.path, home.path(u"Music/Tunedeck"_s));
+    EXPECT_TRUE(folder.writable && QFile::exists(folder.path));
+    home.write(u".tunedeck/settings.json"_s, R"({"download_dir": "/nowhere"})");
+    folder = DownloadFolder::current(paths, staged);
+    EXPECT_EQ(folder.source, u"settings"_s);
+    EXPECT_FALSE(folder.writable);
+    EXPECT_EQ(folder.error, u"The folder doesn't exist. Is its drive connected?"_s);
 }
 
 } // namespace tunedeck::demo

@@ -5,41 +5,25 @@
 namespace tunedeck::demo {
 
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
-namespace {
-
-Link made(const LinkResult& result) {
-    const auto* link = std::get_if<Link>(&result);
-    EXPECT_NE(link, nullptr);
-    return link == nullptr ? Link{} : *link;
-}
-
-Link find(const TestWorld& test, const std::string& id) {
-    const auto& links = test.state().links.all;
-    const auto found = std::ranges::find(links, id, &Link::id);
-    return found == links.end() ? Link{} : *found;
-}
-
-} // namespace
-
-TEST(DemoWorld, ARequestWaitsForTheToolsIsDownloadedTrackByTrackAndReachesTheLibrary) {
-    State state = startState(*findScenario("quiet"), TestWorld::start);
-    Job request;
-    request.id = "job-1";
-    request.state = job_state::queued;
-    request.playlist = "Friday";
-    request.wanted = 3;
-    request.nextStep = TestWorld::start + 2s;
-    state.jobs.recent = {request};
-    state.toolbox = makeToolbox(false, TestWorld::start);
+TEST(DemoWorld, ARequestWaitsForTheToolsDownloadsItsTracksAndReachesTheLibrary) {
+    State state = startState(*findScenario(u"quiet"_s), TestWorld::start);
+    state.jobs.recent = {{.id = u"job-1"_s,
+                          .state = job_state::queued,
+                          .playlist = u"Friday"_s,
+                          .requested = 3,
+                          .nextStep = TestWorld::start + 2s}};
+    state.toolbox = Toolbox::make(false, TestWorld::start);
     TestWorld test(std::move(state));
     const Job& job = test.state().jobs.recent.front();
     const auto backups = test.state().library->backups.size();
-    EXPECT_EQ(test.live(1h), 0) << "a waiting job must not keep the service awake";
+    EXPECT_EQ(test.live(1h), 0) << "a waiting job must not wake the service";
     EXPECT_EQ(job.state, job_state::queued);
 
-    test.world.installTools(test.now);
-    while (job.message != "Downloading 2 of 3" && test.live(1s) >= 0 && test.now < TestWorld::start + 2h) {
+    EXPECT_EQ(test.send("POST", "toolbox/install").status, 202);
+    while (job.message != u"Downloading 2 of 3"_s && test.now < TestWorld::start + 2h) {
+        test.live(1s);
     }
     EXPECT_EQ(job.state, job_state::running);
     EXPECT_FALSE(job.finishedAt);
@@ -47,24 +31,24 @@ TEST(DemoWorld, ARequestWaitsForTheToolsIsDownloadedTrackByTrackAndReachesTheLib
     test.live(30s);
     ASSERT_EQ(job.state, job_state::done);
     EXPECT_EQ(job.tracks, 3);
-    EXPECT_EQ(job.message, "Added 3 tracks to “Friday”");
-    EXPECT_EQ(job.xmlVersion, std::to_string(test.state().jobs.xmlVersion));
+    EXPECT_EQ(job.message, u"Added 3 tracks to “Friday”"_s);
+    EXPECT_EQ(job.xmlVersion, QString::number(test.state().jobs.xmlVersion));
     EXPECT_EQ(test.state().library->backups.size(), backups + 1);
-    EXPECT_NE(test.state().library->lastApplied->summary.find("Friday"), std::string::npos);
+    EXPECT_TRUE(test.state().library->lastApplied->summary.contains(u"Friday"_s));
     EXPECT_FALSE(test.world.nextEvent()) << "nothing is left to do";
 }
 
-TEST(DemoWorld, ChangesWaitWhileRekordboxIsOpenAndAreMadeWhenItCloses) {
-    State state = startState(*findScenario("rekordbox-open"), TestWorld::start);
+TEST(DemoWorld, ChangesWaitWhileRekordboxIsOpenAndAreAppliedWhenItCloses) {
+    State state = startState(*findScenario(u"rekordbox-open"_s), TestWorld::start);
     state.library->toggleAt = TestWorld::start + 10min;
     TestWorld test(std::move(state));
     const auto& library = *test.state().library;
     const auto backups = library.backups.size();
 
     test.live(9min);
-    EXPECT_EQ(test.world.apply(test.now).status, 409);
-    EXPECT_FALSE(test.world.restore(test.now, "1.0.0").ok);
-    EXPECT_FALSE(test.world.takeBaseline(test.now).ok);
+    EXPECT_EQ(test.send("POST", "rekordbox/apply").status, 409);
+    EXPECT_EQ(test.send("POST", "rekordbox/restore", R"({"version":"1.0.0"})").status, 409);
+    EXPECT_EQ(test.send("POST", "rekordbox/baseline").status, 409);
     EXPECT_EQ(library.pending.size(), 2U);
     EXPECT_EQ(library.backups.size(), backups) << "a refused action changes nothing";
 
@@ -72,39 +56,86 @@ TEST(DemoWorld, ChangesWaitWhileRekordboxIsOpenAndAreMadeWhenItCloses) {
     EXPECT_FALSE(library.rekordboxRunning);
     EXPECT_TRUE(library.pending.empty());
     ASSERT_EQ(library.backups.size(), backups + 1);
-    EXPECT_EQ(library.backups.front().version, "1.1.2");
-    EXPECT_EQ(library.lastApplied->summary, "2 changes applied");
+    EXPECT_EQ(library.backups.front().version, u"1.1.2"_s);
+    EXPECT_EQ(library.lastApplied->summary, u"2 changes applied"_s);
+
+    EXPECT_EQ(test.send("POST", "rekordbox/restore", R"({"version":"1.0.0"})").status, 200);
+    EXPECT_EQ(library.backups.front().version, u"2.0.0"_s) << "the library before the restoration is kept";
 }
 
-TEST(DemoWorld, LinksHaveSecretsOfTheirOwnAndAreUsedAfterAWhile) {
-    TestWorld test("fresh");
-    const Link claude = made(test.world.createLink(test.now, link_kind::claude, "Claude"));
-    const Link shortcut = made(test.world.createLink(test.now, link_kind::shortcut, "iPhone"));
-    const Link telegram = made(test.world.createLink(test.now, link_kind::telegram, "Telegram"));
-    EXPECT_TRUE(claude.url->ends_with("/mcp") && !claude.token);
-    EXPECT_TRUE(shortcut.apiUrl && shortcut.token && !shortcut.url);
-    EXPECT_NE(claude.id, shortcut.id);
-    EXPECT_FALSE(claude.isConnected());
-    EXPECT_EQ(telegram.paired, false);
+TEST(DemoWorld, FailedChangesSucceedWhenRetried) {
+    TestWorld test(u"failed-changes"_s);
+    const auto& library = *test.state().library;
+    test.world.update(test.now, [](State& state, StepContext&) { state.library->failurePercent = 100; });
+    test.send("POST", "rekordbox/retry");
+    EXPECT_EQ(library.pending.size(), 2U);
+    EXPECT_FALSE(library.lastError);
+    test.live(1min);
+    EXPECT_TRUE(library.pending.empty() && library.failed.empty());
+    EXPECT_EQ(library.lastApplied->summary, u"2 changes applied"_s);
+}
+
+TEST(DemoWorld, LinksGetSeparateSecretsAndAreUsedAfterAWhile) {
+    TestWorld test(u"fresh"_s);
+    const auto& links = test.state().links.all;
+    for (const char* kind : {"claude", "shortcut", "telegram"}) {
+        const auto reply = test.send("POST", "links", QByteArray(R"({"kind":")") + kind + R"(","label":"L"})");
+        EXPECT_EQ(reply.status, 201);
+        EXPECT_TRUE(reply.body.contains(R"("label":"L")") && !reply.body.contains("firstUseAt")) << reply.body.data();
+    }
+    ASSERT_EQ(links.size(), 3U);
+    EXPECT_TRUE(links[0].url->endsWith(u"/mcp"_s) && !links[0].token);
+    EXPECT_TRUE(links[1].apiUrl && links[1].token && !links[1].url);
+    EXPECT_EQ(links[2].paired, false);
+    EXPECT_NE(links[0].id, links[1].id);
 
     test.live(1min);
-    EXPECT_TRUE(find(test, claude.id).isConnected());
-    EXPECT_TRUE(find(test, shortcut.id).isConnected());
-    const Link paired = find(test, telegram.id);
-    EXPECT_EQ(paired.paired, true);
-    EXPECT_TRUE(paired.telegramUsername && !paired.expiresAt);
+    EXPECT_TRUE(links[0].isConnected() && links[1].isConnected());
+    EXPECT_EQ(links[2].paired, true);
+    EXPECT_TRUE(links[2].telegramUsername && !links[2].expiresAt);
 
-    const Link renewed = made(test.world.rotateLink(test.now, claude.id));
-    EXPECT_EQ(renewed.id, claude.id);
-    EXPECT_NE(renewed.url, claude.url);
-    EXPECT_FALSE(renewed.isConnected()) << "nobody has used the new URL yet";
+    const auto old = links[0];
+    EXPECT_EQ(test.send("POST", "links/" + old.id.toUtf8() + "/rotate").status, 200);
+    EXPECT_EQ(links[0].id, old.id);
+    EXPECT_NE(links[0].url, old.url);
+    EXPECT_FALSE(links[0].isConnected()) << "nobody has used the new URL yet";
+    EXPECT_EQ(test.send("DELETE", "links/" + old.id.toUtf8()).status, 204);
+    EXPECT_EQ(links.size(), 2U);
 
-    TestWorld expired("telegram-expired");
-    const Link old = expired.state().links.all.front();
-    EXPECT_LE(*old.expiresAt, expired.now);
-    const Link next = made(expired.world.rotateLink(expired.now, old.id));
-    EXPECT_EQ(*next.expiresAt, expired.now + 10min);
-    EXPECT_NE(next.url, old.url);
+    TestWorld expired(u"telegram-expired"_s);
+    const auto code = expired.state().links.all.front();
+    EXPECT_LE(*code.expiresAt, expired.now);
+    expired.send("POST", "links/" + code.id.toUtf8() + "/rotate");
+    EXPECT_EQ(*expired.state().links.all.front().expiresAt, expired.now + 10min);
+}
+
+TEST(DemoHttp, RejectsWhatItCannotServe) {
+    const struct {
+        QString scenario;
+        QByteArray method, path, body;
+        int status;
+        const char* contains;
+    } rows[] = {
+        {u"quiet"_s, "GET", "nothing", "", 404, "error"},
+        {u"quiet"_s, "GET", "status/", "", 404, "error"},
+        {u"quiet"_s, "PUT", "links", "", 405, "error"},
+        {u"quiet"_s, "POST", "rekordbox/restore", "[", 400, R"("ok":false)"},
+        {u"quiet"_s, "POST", "rekordbox/restore", "{}", 400, R"("ok":false)"},
+        {u"quiet"_s, "POST", "rekordbox/restore", R"({"version":"7"})", 404, R"("ok":false)"},
+        {u"no-rekordbox"_s, "POST", "rekordbox/apply", "", 404, R"("ok":false)"},
+        {u"quiet"_s, "POST", "links", "{}", 400, "error"},
+        {u"quiet"_s, "POST", "links", R"({"kind":"fax"})", 400, "unknown_kind"},
+        {u"quiet"_s, "DELETE", "links/a%2Fb", "", 404, "link_not_found"},
+        {u"no-telegram"_s, "POST", "links", R"({"kind":"telegram"})", 503, "telegram_not_configured"},
+        {u"cloud-off"_s, "POST", "links", R"({"kind":"claude"})", 409, "cloud_disabled"},
+        {u"cloud-unreachable"_s, "DELETE", "links/x", "", 503, "cloud_unreachable"},
+    };
+    for (const auto& row : rows) {
+        const auto reply = TestWorld(row.scenario).send(row.method, row.path, row.body);
+        EXPECT_EQ(reply.status, row.status) << row.path.data();
+        EXPECT_TRUE(reply.body.contains(row.contains)) << row.path.data() << ": " << reply.body.data();
+        EXPECT_EQ(reply.allow, row.status == 405 ? "GET, POST" : "") << row.path.data();
+    }
 }
 
 } // namespace tunedeck::demo

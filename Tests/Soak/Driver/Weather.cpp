@@ -17,7 +17,7 @@ constexpr std::size_t trailLength = 40;
 } // namespace
 
 Weather::Weather(On on, const Files& files, std::uint64_t seed)
-    : m_on(std::move(on)), m_random(seed), m_all(files.weather()) {}
+    : m_on(std::move(on)), m_random{static_cast<std::int64_t>(seed)}, m_all(files.weather()) {}
 
 bool Weather::blow() {
     const auto chance = m_random.between(0, 99);

@@ -70,7 +70,7 @@ void furnish(const Files& files, std::uint64_t seed) {
 
 /// What the stand-in for the service leaves when it is killed while it writes.
 bool isHalfWritten(const QString& file) {
-    static const QRegularExpression name(u"/(demo-state|runtime)\\.json\\.\\d+\\.new$"_s);
+    static const QRegularExpression name(u"/\\.tunedeck-[0-9a-z]+\\.new$"_s);
     return name.match(file).hasMatch();
 }
 

@@ -1,8 +1,11 @@
 #include "Tests/Soak/Service/Served.h"
 
 #include "Tests/Soak/Timeline.h"
+#include "TunedeckCore/Support/Json/Record.h"
 
 namespace tunedeck::soak {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -15,12 +18,14 @@ std::string stamped(char kind, std::uint16_t port) {
 void Served::document(const demo::State& state) {
     std::string line = "D";
     for (const demo::Job& job : state.jobs.recent) {
-        line += '\t' + job.id + '\t' + job.state + '\t' + job.playlist;
+        line += (u'\t' + job.id + u'\t' + job.state + u'\t' + job.playlist).toStdString();
     }
     line += "\t|";
     if (state.library && state.library->lastApplied) {
         const auto& applied = *state.library->lastApplied;
-        line += '\t' + demo::isoText(applied.at) + '\t' + applied.version.value_or("-") + '\t' + applied.summary;
+        line += (u'\t' + *json::encode(applied.at).as<QString>() + u'\t' + applied.version.value_or(u"-"_s) + u'\t' +
+                 applied.summary)
+                    .toStdString();
     } else if (state.library) {
         line += "\tnone";
     }

@@ -5,6 +5,7 @@
 namespace tunedeck::soak {
 
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 using namespace tunedeck::demo;
 
 namespace {
@@ -17,8 +18,8 @@ constexpr int percent = 3; ///< of the visits change something
 /// Each request's playlist is told by its name, also in a notification.
 void nameApart(State& state) {
     for (Job& job : state.jobs.recent) {
-        if (!job.playlist.ends_with(job.id)) {
-            job.playlist += " · " + job.id;
+        if (!job.playlist.endsWith(job.id)) {
+            job.playlist += u" · "_s + job.id;
         }
     }
 }
@@ -34,8 +35,8 @@ void limit(std::vector<T>& list, std::size_t most) {
 
 void Whims::visit(World& world, Moment now) {
     State state = world.state();
-    std::vector<LogLine> journal;
-    Turn turn{.now = now, .speed = 1, .random = m_random, .journal = journal};
+    std::vector<Log::Line> lines;
+    StepContext context{.now = now, .speed = 1, .random = m_random, .lines = lines};
     if (m_random.chance(percent)) {
         switch (m_random.between(0, 5)) {
         case 0:
@@ -45,7 +46,7 @@ void Whims::visit(World& world, Moment now) {
             toTheRest(state, now);
             break;
         default:
-            toJobs(state, turn);
+            toJobs(state, context);
         }
     }
     if (state.library) {
@@ -58,11 +59,11 @@ void Whims::visit(World& world, Moment now) {
     world = World(std::move(state), 1);
 }
 
-void Whims::toJobs(State& state, Turn& turn) {
+void Whims::toJobs(State& state, StepContext& context) {
     auto& jobs = state.jobs.recent;
     if (m_random.chance(30) || jobs.empty()) {
         for (auto count = m_random.between(1, 4); count > 0; --count) {
-            state.jobs.request(turn);
+            state.jobs.request(context);
         }
         return;
     }
@@ -72,9 +73,9 @@ void Whims::toJobs(State& state, Turn& turn) {
     case 0: // tried again
         if (job.state == job_state::failed) {
             job.state = job_state::queued;
-            job.got = 0;
+            job.downloaded = 0;
             job.finishedAt.reset();
-            job.nextStep = turn.within(2s, 8s);
+            job.nextStep = context.afterBetween(2s, 8s);
         }
         break;
     case 1: // gone
@@ -87,19 +88,19 @@ void Whims::toJobs(State& state, Turn& turn) {
         }
         break;
     case 3: // a word that clients don't know, or the end of it
-        if (job.state == "paused") {
+        if (job.state == u"paused"_s) {
             job.state = job_state::running;
-            job.nextStep = turn.within(2s, 8s);
+            job.nextStep = context.afterBetween(2s, 8s);
         } else if (job.state == job_state::running) {
-            job.state = "paused";
+            job.state = u"paused"_s;
             job.nextStep.reset();
         }
         break;
     case 4: // fails at once
         if (!job.isFinished()) {
             job.state = job_state::failed;
-            job.message = "The disk is full.\nNothing of it was kept: " + std::string(200, 'x');
-            job.finishedAt = wholeSecond(turn.now);
+            job.message = u"The disk is full.\nNothing of it was kept: "_s + QString(200, u'x');
+            job.finishedAt = context.timestamp();
             job.nextStep.reset();
         }
         break;
@@ -125,14 +126,17 @@ void Whims::toLibrary(State& state) {
 void Whims::toTheRest(State& state, Moment now) {
     switch (m_random.between(0, 3)) {
     case 0:
-        state.toolbox = makeToolbox(m_random.chance(70), now);
+        state.toolbox = Toolbox::make(m_random.chance(70), now);
         break;
     case 1:
         state.cloud.enabled = !state.cloud.enabled;
         break;
     case 2:
         if (!std::exchange(state.stagedFolder, std::nullopt)) {
-            state.stagedFolder = {.dir = "/media/stick", .writable = false, .error = "The drive is read-only."};
+            state.stagedFolder = {.path = u"/media/stick"_s,
+                                  .source = u"default"_s,
+                                  .writable = false,
+                                  .error = u"The drive is read-only."_s};
         }
         break;
     default:

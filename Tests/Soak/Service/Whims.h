@@ -14,14 +14,14 @@ public:
     void visit(demo::World& world, demo::Moment now);
 
 private:
-    void toJobs(demo::State& state, demo::Turn& turn);
+    void toJobs(demo::State& state, demo::StepContext& context);
     void toLibrary(demo::State& state);
     void toTheRest(demo::State& state, demo::Moment now);
 
     demo::Random& m_random;
     std::vector<demo::Job> m_vanished;
     std::optional<demo::Library> m_library;
-    std::optional<demo::AppliedChange> m_applied;
+    std::optional<demo::Library::Applied> m_applied;
 };
 
 } // namespace tunedeck::soak

@@ -1,10 +1,11 @@
-#include "DemoService/Files/Files.h"
+#include "DemoService/Files/JsonFile.h"
 #include "DemoService/Files/RuntimeFile.h"
 #include "DemoService/Http/Router.h"
 #include "DemoService/Scenarios/Scenarios.h"
 #include "Tests/Soak/Service/Served.h"
 #include "Tests/Soak/Service/Whims.h"
 #include "Tests/Soak/Timeline.h"
+#include "TunedeckCore/Support/Files/AtomicFile.h"
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
@@ -63,9 +64,9 @@ public:
         }
         const auto space = text.find(' ');
         const auto end = text.find(' ', space + 1);
-        return demo::Request{.method = text.substr(0, space),
-                             .target = text.substr(space + 1, end - space - 1),
-                             .body = text.substr(head + 4)};
+        return demo::Request{.method = QByteArray::fromStdString(text.substr(0, space)),
+                             .target = QByteArray::fromStdString(text.substr(space + 1, end - space - 1)),
+                             .body = QByteArray::fromStdString(text.substr(head + 4))};
     }
 
     [[nodiscard]] bool send(std::string_view bytes) const {
@@ -93,8 +94,8 @@ class Service {
 public:
     Service(const Files& files, std::uint64_t seed)
         : m_timeline(files.timeline())
-        , m_paths{files.home}
-        , m_random(seed)
+        , m_paths{QString::fromStdString(files.home.string())}
+        , m_random{static_cast<std::int64_t>(seed)}
         , m_whims(m_random)
         , m_served(files)
         , m_world(lastState(), 1)
@@ -113,7 +114,7 @@ public:
             std::exit(1);
         }
         m_port = ntohs(address.sin_port);
-        m_runtime.publish(m_port, ::getpid());
+        (void)m_runtime.publish(m_port);
         if (m_socket >= 0) {
             ::close(m_socket);
         }
@@ -139,15 +140,14 @@ public:
                 }
             }
         }
-        m_runtime.withdraw(::getpid());
+        m_runtime.withdraw();
     }
 
 private:
     [[nodiscard]] Moment now() const { return Moment(m_timeline.sinceEpoch()); }
 
     demo::State lastState() const {
-        const auto text = demo::readFile(m_paths.stateFile());
-        auto state = text ? demo::stateFromText(*text) : std::nullopt;
+        auto state = demo::State::fromText(readFile(m_paths.stateFile()).value_or(QByteArray()));
         if (!state) {
             state = demo::startState(demo::scenarios().front(), now());
             state->library->dbPath = m_paths.rekordboxDb();
@@ -160,7 +160,7 @@ private:
         static constexpr std::array rare{Manner::late,  Manner::late,    Manner::piecemeal, Manner::cut,
                                          Manner::reset, Manner::refused, Manner::garbled};
         const auto chance = m_random.between(0, 999);
-        return chance < 2 ? Manner::never : chance < 50 ? m_random.oneOf<Manner>(rare) : Manner::well;
+        return chance < 2 ? Manner::never : chance < 50 ? m_random.oneOf(rare) : Manner::well;
     }
 
     void answer(const Connection& connection) {
@@ -169,15 +169,16 @@ private:
             return;
         }
         const auto peer = connection.peer();
-        const bool isStatus = request->method == "GET" && request->target.ends_with("/local/status");
-        demo::Reply reply;
+        const bool isStatus = request->method == "GET" && request->target.endsWith("/local/status");
+        demo::Response reply;
         auto how = Manner::well;
         {
             const std::lock_guard lock(m_mutex);
             how = manner();
             m_world.advance(now());
             m_whims.visit(m_world, now());
-            reply = demo::answer(m_world, {.version = "1.0", .paths = m_paths, .port = m_port}, *request, now());
+            reply = demo::respond(m_world, {.version = QStringLiteral("1.0"), .paths = m_paths, .port = m_port},
+                                  *request, now());
             if (isStatus) {
                 m_served.document(m_world.state());
                 m_served.sending(peer, how <= Manner::piecemeal);
@@ -190,7 +191,7 @@ private:
     }
 
     /// True when a good reply was sent as a whole.
-    bool send(const Connection& connection, demo::Reply reply, Manner how) {
+    bool send(const Connection& connection, demo::Response reply, Manner how) {
         std::this_thread::sleep_for(reply.delay / m_timeline.speed());
         if (how == Manner::refused) {
             reply.status = 500;
@@ -199,7 +200,7 @@ private:
         }
         const auto head = "HTTP/1.1 " + std::to_string(reply.status) + " Said\r\nContent-Type: application/json\r\n" +
                           "Content-Length: " + std::to_string(reply.body.size()) + "\r\nConnection: close\r\n\r\n";
-        const auto whole = head + (reply.status == 204 ? std::string() : reply.body);
+        const auto whole = head + (reply.status == 204 ? std::string() : reply.body.toStdString());
         switch (how) {
         case Manner::late:
             std::this_thread::sleep_for(20ms * (whole.size() % 40));
@@ -231,7 +232,7 @@ private:
     void save() {
         if (const auto real = realTime(); real - m_saved > 500ms) {
             m_saved = real;
-            demo::writeFileAtomically(m_paths.stateFile(), demo::stateText(m_world.state()));
+            (void)demo::writeFile(m_paths.stateFile(), m_world.state().text());
         }
     }
 
@@ -258,7 +259,7 @@ void tell(int signal) {
 int run() {
     const char* home = std::getenv("HOME");
     const Files files{home == nullptr ? "" : home};
-    const auto seed = demo::readFile(files.seed());
+    const auto seed = readFile(QString::fromStdString(files.seed().string()));
     if (!seed) {
         return 1;
     }
@@ -272,7 +273,7 @@ int run() {
     for (const int signal : {SIGTERM, SIGINT, SIGUSR1}) {
         std::signal(signal, tell);
     }
-    Service(files, std::strtoull(seed->c_str(), nullptr, 10) * 1000 + starts).serve(ends[0]);
+    Service(files, seed->trimmed().toULongLong() * 1000 + starts).serve(ends[0]);
     std::_Exit(0); // connections may still be under way
 }
 

@@ -1,0 +1,58 @@
+#include "DemoService/World/DownloadFolder.h"
+
+#include "DemoService/Files/JsonFile.h"
+#include "DemoService/World/StepContext.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace tunedeck::demo {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Why no file can be created in a folder, as a sentence. Doesn't change the folder.
+std::optional<QString> whyNotWritable(const QString& path) {
+    const QFileInfo folder(path);
+    if (!folder.exists()) {
+        return u"The folder doesn't exist. Is its drive connected?"_s;
+    }
+    if (!folder.isDir()) {
+        return inQuotes(folder.fileName()) + u" isn't a folder."_s;
+    }
+    const QByteArray name = QFile::encodeName(path);
+    if (::access(name.constData(), W_OK | X_OK) != 0) {
+        return u"tunedeck can't write to this folder: "_s + qt_error_string(errno) + u'.';
+    }
+    struct statvfs space{};
+    if (::statvfs(name.constData(), &space) == 0 && space.f_blocks > 0 && space.f_bavail == 0) {
+        return u"The disk is full."_s;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+DownloadFolder DownloadFolder::current(const HomePaths& paths, const std::optional<DownloadFolder>& staged) {
+    DownloadFolder folder{.path = textMember(readObject(paths.settingsFile()), u"download_dir"_s).value_or(QString()),
+                          .source = u"settings"_s};
+    if (folder.path.isEmpty()) {
+        if (staged) {
+            return *staged;
+        }
+        folder = {.path = paths.defaultDownloads(), .source = u"default"_s};
+        QDir().mkpath(folder.path);
+    }
+    folder.error = whyNotWritable(folder.path);
+    folder.writable = !folder.error;
+    return folder;
+}
+
+} // namespace tunedeck::demo

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "DemoService/Library/Library.h"
+#include "DemoService/World/Cloud.h"
+#include "DemoService/World/DownloadFolder.h"
+#include "DemoService/World/Jobs.h"
+#include "DemoService/World/Links.h"
+#include "DemoService/World/Random.h"
+#include "DemoService/World/Toolbox.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <expected>
+#include <optional>
+#include <tuple>
+
+namespace tunedeck::demo {
+
+/// Everything that the service keeps between two runs.
+struct State {
+    QString scenario;
+    Random random;
+    bool livelyWhenConnected = false; ///< requests start to arrive once an assistant is connected
+    Jobs jobs;
+    std::optional<Library> library; ///< absent when there is no Rekordbox library
+    Links links;
+    Toolbox toolbox;
+    Cloud cloud;
+    std::optional<DownloadFolder> stagedFolder; ///< shown in place of the default folder, without being checked
+
+    /// The content of the state file.
+    QByteArray text() const;
+    /// Reads a state file; an error for the log otherwise.
+    static std::expected<State, QString> fromText(const QByteArray& text);
+};
+
+} // namespace tunedeck::demo
+
+template<>
+struct tunedeck::json::Members<tunedeck::demo::State> {
+    using State = demo::State;
+    static constexpr auto list = std::tuple{member("scenario", &State::scenario),
+                                            member("random", &State::random),
+                                            member("lively_when_connected", &State::livelyWhenConnected),
+                                            member("jobs", &State::jobs),
+                                            member("library", &State::library),
+                                            member("links", &State::links),
+                                            member("toolbox", &State::toolbox),
+                                            member("cloud", &State::cloud),
+                                            member("staged_folder", &State::stagedFolder)};
+};
