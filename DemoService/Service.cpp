@@ -10,18 +10,6 @@ namespace tunedeck::demo {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-Log::Line httpLine(Log::Level level, const QString& message) {
-    return {level, u"tunedeck::http"_s, message};
-}
-
-Log::Line serviceLine(Log::Level level, const QString& message) {
-    return {level, u"tunedeck::service"_s, message};
-}
-
-} // namespace
-
 Service::Service(World world, ServiceFacts facts, Log log)
     : m_world(std::move(world))
     , m_facts(std::move(facts))
@@ -33,14 +21,15 @@ bool Service::start(int port) {
     const std::lock_guard lock(m_mutex); // no request before the port is known
     const int taken = m_server.start(port);
     if (taken < 0) {
-        m_log.write(httpLine(Log::Level::Error, u"can't listen on 127.0.0.1:%1"_s.arg(port)));
+        m_log.write({Log::Level::Error, u"tunedeck::http"_s, u"can't listen on 127.0.0.1:%1"_s.arg(port)});
         return false;
     }
     m_facts.port = taken;
     if (const auto published = m_runtimeFile.publish(taken); !published) {
-        m_log.write(httpLine(Log::Level::Error, published.error())); // clients may know the port from elsewhere
+        m_log.write(
+            {Log::Level::Error, u"tunedeck::http"_s, published.error()}); // clients may know the port from elsewhere
     }
-    m_log.write(httpLine(Log::Level::Info, u"listening on http://127.0.0.1:%1"_s.arg(taken)));
+    m_log.write({Log::Level::Info, u"tunedeck::http"_s, u"listening on http://127.0.0.1:%1"_s.arg(taken)});
     m_life = std::jthread([this](const std::stop_token& stop) { live(stop); });
     return true;
 }
@@ -50,7 +39,7 @@ void Service::stop() {
     m_life.request_stop();
     m_life.join();
     m_runtimeFile.withdraw();
-    m_log.write(serviceLine(Log::Level::Info, u"stopped"_s));
+    m_log.write({Log::Level::Info, u"tunedeck::service"_s, u"stopped"_s});
 }
 
 Response Service::handle(const Request& request) {
@@ -59,8 +48,8 @@ Response Service::handle(const Request& request) {
     m_world.advance(now);
     Response response = respond(m_world, m_facts, request, now);
     flush();
-    m_log.write(httpLine(Log::Level::Debug, QString::fromUtf8(request.method + ' ' + request.target + ' ' +
-                                                              QByteArray::number(response.status))));
+    m_log.write({Log::Level::Debug, u"tunedeck::http"_s,
+                 QString::fromUtf8(request.method + ' ' + request.target + ' ' + QByteArray::number(response.status))});
     return response;
 }
 
@@ -106,7 +95,7 @@ void Service::save(const State& state) {
     }
     const QString error = saved ? QString() : saved.error();
     if (!error.isEmpty() && error != m_saveError) {
-        m_log.write(serviceLine(Log::Level::Error, error));
+        m_log.write({Log::Level::Error, u"tunedeck::service"_s, error});
     }
     m_saveError = error;
 }

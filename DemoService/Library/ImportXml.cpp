@@ -1,8 +1,5 @@
 #include "DemoService/Library/ImportXml.h"
 
-#include <QXmlStreamWriter>
-
-#include <initializer_list>
 #include <set>
 
 namespace tunedeck::demo {
@@ -16,30 +13,21 @@ QByteArray importXml(const Jobs& jobs, const QString& version) {
             playlists.insert(job.playlist);
         }
     }
-    QByteArray text;
-    QXmlStreamWriter xml(&text);
-    xml.setAutoFormatting(true);
-    xml.setAutoFormattingIndent(2);
-    const auto start = [&](const QString& name, std::initializer_list<QXmlStreamAttribute> attributes) {
-        xml.writeStartElement(name);
-        for (const auto& attribute : attributes) {
-            xml.writeAttribute(attribute);
-        }
-    };
-    xml.writeStartDocument();
-    start(u"DJ_PLAYLISTS"_s, {{u"Version"_s, u"1.0.0"_s}});
-    start(u"PRODUCT"_s, {{u"Name"_s, u"Tunedeck"_s}, {u"Version"_s, version}});
-    xml.writeEndElement();
-    start(u"COLLECTION"_s, {{u"Entries"_s, u"0"_s}});
-    xml.writeEndElement();
-    start(u"PLAYLISTS"_s, {});
-    start(u"NODE"_s, {{u"Type"_s, u"0"_s}, {u"Name"_s, u"ROOT"_s}, {u"Count"_s, QString::number(playlists.size())}});
+    QString nodes;
     for (const QString& playlist : playlists) {
-        start(u"NODE"_s, {{u"Type"_s, u"1"_s}, {u"Name"_s, playlist}, {u"KeyType"_s, u"0"_s}, {u"Entries"_s, u"0"_s}});
-        xml.writeEndElement();
+        nodes += uR"(      <NODE Type="1" Name="%1" KeyType="0" Entries="0"/>)"_s.arg(playlist.toHtmlEscaped()) + u'\n';
     }
-    xml.writeEndDocument();
-    return text;
+    return uR"(<?xml version="1.0" encoding="UTF-8"?>
+<DJ_PLAYLISTS Version="1.0.0">
+  <PRODUCT Name="Tunedeck" Version="%1"/>
+  <COLLECTION Entries="0"/>
+  <PLAYLISTS>
+    <NODE Type="0" Name="ROOT" Count="%2">
+%3    </NODE>
+  </PLAYLISTS>
+</DJ_PLAYLISTS>
+)"_s.arg(version.toHtmlEscaped(), QString::number(playlists.size()), nodes)
+        .toUtf8();
 }
 
 } // namespace tunedeck::demo

@@ -19,14 +19,11 @@ TEST(DemoWorld, ARequestWaitsForTheToolsDownloadsItsTracksAndReachesTheLibrary) 
     const Job& job = test.state().jobs.recent.front();
     const auto backups = test.state().library->backups.size();
     EXPECT_EQ(test.live(1h), 0) << "a waiting job must not wake the service";
-    EXPECT_EQ(job.state, job_state::queued);
-
     EXPECT_EQ(test.send("POST", "toolbox/install").status, 202);
     while (job.message != u"Downloading 2 of 3"_s && test.now < TestWorld::start + 2h) {
         test.live(1s);
     }
-    EXPECT_EQ(job.state, job_state::running);
-    EXPECT_FALSE(job.finishedAt);
+    EXPECT_TRUE(job.state == job_state::running && !job.finishedAt);
 
     test.live(30s);
     ASSERT_EQ(job.state, job_state::done);
@@ -34,7 +31,6 @@ TEST(DemoWorld, ARequestWaitsForTheToolsDownloadsItsTracksAndReachesTheLibrary) 
     EXPECT_EQ(job.message, u"Added 3 tracks to “Friday”"_s);
     EXPECT_EQ(job.xmlVersion, QString::number(test.state().jobs.xmlVersion));
     EXPECT_EQ(test.state().library->backups.size(), backups + 1);
-    EXPECT_TRUE(test.state().library->lastApplied->summary.contains(u"Friday"_s));
     EXPECT_FALSE(test.world.nextEvent()) << "nothing is left to do";
 }
 
@@ -49,12 +45,10 @@ TEST(DemoWorld, ChangesWaitWhileRekordboxIsOpenAndAreAppliedWhenItCloses) {
     EXPECT_EQ(test.send("POST", "rekordbox/apply").status, 409);
     EXPECT_EQ(test.send("POST", "rekordbox/restore", R"({"version":"1.0.0"})").status, 409);
     EXPECT_EQ(test.send("POST", "rekordbox/baseline").status, 409);
-    EXPECT_EQ(library.pending.size(), 2U);
-    EXPECT_EQ(library.backups.size(), backups) << "a refused action changes nothing";
+    EXPECT_TRUE(library.pending.size() == 2 && library.backups.size() == backups) << "refusing changes nothing";
 
     test.live(1min + 30s);
-    EXPECT_FALSE(library.rekordboxRunning);
-    EXPECT_TRUE(library.pending.empty());
+    EXPECT_TRUE(!library.rekordboxRunning && library.pending.empty());
     ASSERT_EQ(library.backups.size(), backups + 1);
     EXPECT_EQ(library.backups.front().version, u"1.1.2"_s);
     EXPECT_EQ(library.lastApplied->summary, u"2 changes applied"_s);
@@ -64,15 +58,13 @@ TEST(DemoWorld, ChangesWaitWhileRekordboxIsOpenAndAreAppliedWhenItCloses) {
 }
 
 TEST(DemoWorld, FailedChangesSucceedWhenRetried) {
-    TestWorld test(u"failed-changes"_s);
-    const auto& library = *test.state().library;
-    test.world.update(test.now, [](State& state, StepContext&) { state.library->failurePercent = 100; });
+    State state = startState(*findScenario(u"failed-changes"_s), TestWorld::start);
+    state.library->failurePercent = 100;
+    TestWorld test(std::move(state));
     test.send("POST", "rekordbox/retry");
-    EXPECT_EQ(library.pending.size(), 2U);
-    EXPECT_FALSE(library.lastError);
     test.live(1min);
-    EXPECT_TRUE(library.pending.empty() && library.failed.empty());
-    EXPECT_EQ(library.lastApplied->summary, u"2 changes applied"_s);
+    EXPECT_TRUE(test.state().library->failed.empty() && !test.state().library->lastError);
+    EXPECT_EQ(test.state().library->lastApplied->summary, u"2 changes applied"_s);
 }
 
 TEST(DemoWorld, LinksGetSeparateSecretsAndAreUsedAfterAWhile) {
@@ -86,27 +78,19 @@ TEST(DemoWorld, LinksGetSeparateSecretsAndAreUsedAfterAWhile) {
     ASSERT_EQ(links.size(), 3U);
     EXPECT_TRUE(links[0].url->endsWith(u"/mcp"_s) && !links[0].token);
     EXPECT_TRUE(links[1].apiUrl && links[1].token && !links[1].url);
-    EXPECT_EQ(links[2].paired, false);
-    EXPECT_NE(links[0].id, links[1].id);
+    EXPECT_TRUE(links[0].id != links[1].id && !test.state().links.anyConnected());
+    EXPECT_EQ(links[2].expiresAt, test.now + 10min);
 
     test.live(1min);
     EXPECT_TRUE(links[0].isConnected() && links[1].isConnected());
-    EXPECT_EQ(links[2].paired, true);
-    EXPECT_TRUE(links[2].telegramUsername && !links[2].expiresAt);
+    EXPECT_TRUE(links[2].paired == true && links[2].telegramUsername && !links[2].expiresAt);
 
     const auto old = links[0];
     EXPECT_EQ(test.send("POST", "links/" + old.id.toUtf8() + "/rotate").status, 200);
-    EXPECT_EQ(links[0].id, old.id);
-    EXPECT_NE(links[0].url, old.url);
+    EXPECT_TRUE(links[0].id == old.id && links[0].url != old.url);
     EXPECT_FALSE(links[0].isConnected()) << "nobody has used the new URL yet";
     EXPECT_EQ(test.send("DELETE", "links/" + old.id.toUtf8()).status, 204);
     EXPECT_EQ(links.size(), 2U);
-
-    TestWorld expired(u"telegram-expired"_s);
-    const auto code = expired.state().links.all.front();
-    EXPECT_LE(*code.expiresAt, expired.now);
-    expired.send("POST", "links/" + code.id.toUtf8() + "/rotate");
-    EXPECT_EQ(*expired.state().links.all.front().expiresAt, expired.now + 10min);
 }
 
 TEST(DemoHttp, RejectsWhatItCannotServe) {
@@ -116,14 +100,11 @@ TEST(DemoHttp, RejectsWhatItCannotServe) {
         int status;
         const char* contains;
     } rows[] = {
-        {u"quiet"_s, "GET", "nothing", "", 404, "error"},
         {u"quiet"_s, "GET", "status/", "", 404, "error"},
         {u"quiet"_s, "PUT", "links", "", 405, "error"},
         {u"quiet"_s, "POST", "rekordbox/restore", "[", 400, R"("ok":false)"},
-        {u"quiet"_s, "POST", "rekordbox/restore", "{}", 400, R"("ok":false)"},
         {u"quiet"_s, "POST", "rekordbox/restore", R"({"version":"7"})", 404, R"("ok":false)"},
         {u"no-rekordbox"_s, "POST", "rekordbox/apply", "", 404, R"("ok":false)"},
-        {u"quiet"_s, "POST", "links", "{}", 400, "error"},
         {u"quiet"_s, "POST", "links", R"({"kind":"fax"})", 400, "unknown_kind"},
         {u"quiet"_s, "DELETE", "links/a%2Fb", "", 404, "link_not_found"},
         {u"no-telegram"_s, "POST", "links", R"({"kind":"telegram"})", 503, "telegram_not_configured"},

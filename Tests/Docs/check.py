@@ -20,7 +20,7 @@ def text_of(*globs):
 
 documents = {path: path.read_text(encoding="utf-8") for path in [*project.glob("*.md"), *project.glob("docs/*.md")]}
 guide = {path: text for path, text in documents.items() if path.parent == project / "docs"}
-sources = text_of("Tunedeck*/**/*.cpp", "Tunedeck*/**/*.h", "Tunedeck*/**/*.qml", "DemoService/*.cpp")
+sources = text_of("Tunedeck*/**/*.cpp", "Tunedeck*/**/*.h", "Tunedeck*/**/*.qml", "DemoService/**/*.cpp")
 cmake = text_of("CMakeLists.txt", "*/CMakeLists.txt", "cmake/*.cmake")
 
 
