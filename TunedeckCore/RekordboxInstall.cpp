@@ -1,5 +1,6 @@
 #include "TunedeckCore/RekordboxInstall.h"
 
+#include "TunedeckCore/Locations/BundlePaths.h"
 #include "TunedeckCore/Support/Files/AtomicFile.h"
 #include "TunedeckCore/Support/Files/PropertyList.h"
 
@@ -45,7 +46,7 @@ QStringList candidates(const QString& folder) {
 }
 
 RekordboxInstall install(const QString& bundle) {
-    const auto bytes = readFile(bundle + u"/Contents/Info.plist"_s);
+    const auto bytes = readFile(BundlePaths(bundle).infoPlist());
     const auto plist = bytes ? parsePropertyList(*bytes) : std::nullopt;
     auto version = plist ? textValue(*plist, u"CFBundleShortVersionString"_s) : std::nullopt;
     const auto pieces = version.value_or(QString()).split(u'.', Qt::SkipEmptyParts);

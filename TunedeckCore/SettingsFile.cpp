@@ -1,9 +1,9 @@
 #include "TunedeckCore/SettingsFile.h"
 
+#include "TunedeckCore/Locations/UserPaths.h"
 #include "TunedeckCore/Support/Files/AtomicFile.h"
 #include "TunedeckCore/Support/Json/Parse.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 namespace tunedeck {
@@ -18,7 +18,7 @@ constexpr auto onboardedKey = "onboarded"_L1;
 } // namespace
 
 SettingsFile SettingsFile::standard() {
-    return {QDir::homePath() + "/.tunedeck/settings.json"_L1};
+    return {UserPaths::current().settings()};
 }
 
 std::optional<json::Value> SettingsFile::get(QLatin1StringView key) const {

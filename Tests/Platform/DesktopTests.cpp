@@ -1,5 +1,6 @@
 #include "Tests/Helpers/Test.h"
 #include "Tests/Platform/FakePeers.h"
+#include "TunedeckCore/Locations/BundlePaths.h"
 #include "TunedeckMenu/Platform/BundleFacts.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/LinuxAppearanceSource.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/LinuxFolderPicker.h"
@@ -171,8 +172,8 @@ TEST(FolderPickerTest, AnswersOnceWithAFolderOrNothing) {
 TEST(SystemFactsTest, TheBundleSaysWhoItIsAndOneWithoutInfoIsOfDevelopment) {
     const test::TemporaryHome folder;
     const auto bundle = folder.path(u"A.app"_s);
-    EXPECT_EQ(bundleOf(bundle + u"/Contents/MacOS/Tunedeck"_s), bundle);
-    EXPECT_EQ(bundleOf(u"/usr/bin/tunedeck"_s), u"/usr/bin"_s);
+    EXPECT_EQ(BundlePaths::containing(bundle + u"/Contents/MacOS/Tunedeck"_s).bundle(), bundle);
+    EXPECT_EQ(BundlePaths::containing(u"/usr/bin/tunedeck"_s).bundle(), u"/usr/bin"_s);
     EXPECT_EQ(bundleFacts(bundle).version, u"dev"_s);
     EXPECT_EQ(bundleFacts(bundle).identifier, u"com.brightfold.tunedeck.menu"_s);
     folder.write(u"A.app/Contents/Info.plist"_s,

@@ -30,13 +30,6 @@ Outcome stopped() {
     return failed(u"The installation was stopped."_s);
 }
 
-QString withoutTrailingSlash(QString path) {
-    if (path.size() > 1 && path.endsWith(u'/')) {
-        path.chop(1);
-    }
-    return path;
-}
-
 bool isExecutableFile(const QString& path) {
     return QFileInfo(path).isFile() && ::access(QFile::encodeName(path).constData(), X_OK) == 0;
 }
@@ -68,23 +61,11 @@ QString Outcome::description() const {
 
 ServiceInstaller::ServiceInstaller(QString home, std::optional<QString> bundledService, std::uint32_t uid,
                                    Launchctl launchctl, Clock& clock)
-    : m_home(withoutTrailingSlash(std::move(home)))
+    : m_paths(std::move(home))
     , m_bundledService(std::move(bundledService))
     , m_uid(uid)
     , m_launchctl(std::move(launchctl))
     , m_clock(&clock) {}
-
-QString ServiceInstaller::below(const QString& relative) const {
-    return m_home.endsWith(u'/') ? m_home + relative : m_home + u'/' + relative;
-}
-
-QString ServiceInstaller::installed() const {
-    return below(u".tunedeck/bin/tunedeck"_s);
-}
-
-QString ServiceInstaller::plistURL() const {
-    return below(u"Library/LaunchAgents/com.brightfold.tunedeck.plist"_s);
-}
 
 QString ServiceInstaller::domainTarget(std::uint32_t uid) {
     return u"gui/"_s + QString::number(uid);
@@ -97,19 +78,19 @@ QString ServiceInstaller::serviceTarget(std::uint32_t uid) {
 PropertyDictionary ServiceInstaller::plist() const {
     const PropertyDictionary environment{
         {u"PATH"_s,
-         PropertyValue(m_home + u"/.local/bin:/opt/homebrew/bin:/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin"_s)},
+         PropertyValue(m_paths.localPrograms() + u":/opt/homebrew/bin:/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin"_s)},
         {u"RUST_LOG"_s, PropertyValue(u"tunedeck=info"_s)},
     };
     return {
         {u"Label"_s, PropertyValue(QString::fromLatin1(label))},
         {u"ProgramArguments"_s, PropertyValue(PropertyArray{PropertyValue(installed())})},
-        {u"WorkingDirectory"_s, PropertyValue(m_home + u"/.tunedeck"_s)},
+        {u"WorkingDirectory"_s, PropertyValue(m_paths.dataFolder())},
         {u"EnvironmentVariables"_s, PropertyValue(environment)},
         {u"RunAtLoad"_s, PropertyValue(true)},
         {u"KeepAlive"_s, PropertyValue(true)},
         {u"ThrottleInterval"_s, PropertyValue(restartPause)},
-        {u"StandardErrorPath"_s, PropertyValue(m_home + u"/Library/Logs/tunedeck.log"_s)},
-        {u"StandardOutPath"_s, PropertyValue(m_home + u"/Library/Logs/tunedeck.out.log"_s)},
+        {u"StandardErrorPath"_s, PropertyValue(m_paths.serviceLog())},
+        {u"StandardOutPath"_s, PropertyValue(m_paths.serviceOutput())},
     };
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TunedeckCore/Installation/Launchctl.h"
+#include "TunedeckCore/Locations/UserPaths.h"
 #include "TunedeckCore/Support/Async/Clock.h"
 #include "TunedeckCore/Support/Files/PropertyList.h"
 
@@ -44,9 +45,9 @@ public:
     /// The agent's property list.
     [[nodiscard]] PropertyDictionary plist() const;
     /// Where the program is installed.
-    [[nodiscard]] QString installed() const;
+    [[nodiscard]] QString installed() const { return m_paths.service(); }
     /// Where the property list is.
-    [[nodiscard]] QString plistURL() const;
+    [[nodiscard]] QString plistURL() const { return m_paths.agentPlist(); }
 
     /// "gui/" and the user's id.
     static QString domainTarget(std::uint32_t uid);
@@ -58,9 +59,8 @@ private:
     static QCoro::Task<Outcome> load(ServiceInstaller installer, Outcome done, std::stop_token stop);
     [[nodiscard]] std::expected<bool, QString> updateProgram(const QString& bundled) const;
     [[nodiscard]] std::expected<bool, QString> updatePlist() const;
-    [[nodiscard]] QString below(const QString& relative) const;
 
-    QString m_home; ///< without the trailing "/" that it may have been given with
+    UserPaths m_paths;
     std::optional<QString> m_bundledService;
     std::uint32_t m_uid;
     Launchctl m_launchctl;

@@ -1,9 +1,8 @@
 #include "TunedeckCore/Service/ServiceEndpoint.h"
 
+#include "TunedeckCore/Locations/UserPaths.h"
 #include "TunedeckCore/Support/Files/AtomicFile.h"
 #include "TunedeckCore/Support/Json/Parse.h"
-
-#include <QDir>
 
 #include <optional>
 
@@ -26,7 +25,7 @@ std::optional<int> portIn(const QByteArray& document) {
 } // namespace
 
 const QString& runtimeFile() {
-    static const QString path = QDir::homePath() + QStringLiteral("/.tunedeck/runtime.json");
+    static const QString path = UserPaths::current().runtimeFile();
     return path;
 }
 

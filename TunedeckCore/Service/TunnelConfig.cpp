@@ -1,9 +1,9 @@
 #include "TunedeckCore/Service/TunnelConfig.h"
 
+#include "TunedeckCore/Locations/UserPaths.h"
 #include "TunedeckCore/Support/Files/AtomicFile.h"
 #include "TunedeckCore/Support/Text/Text.h"
 
-#include <QDir>
 #include <QStringView>
 
 namespace tunedeck {
@@ -11,7 +11,7 @@ namespace tunedeck {
 using namespace Qt::StringLiterals;
 
 QString TunnelConfig::standardURL() {
-    return QDir::homePath() + "/.cloudflared/config.yml"_L1;
+    return UserPaths::current().tunnelConfig();
 }
 
 std::optional<TunnelConfig> TunnelConfig::parse(const QString& text) {

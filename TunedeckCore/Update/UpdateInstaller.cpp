@@ -1,5 +1,6 @@
 #include "TunedeckCore/Update/UpdateInstaller.h"
 
+#include "TunedeckCore/Locations/BundlePaths.h"
 #include "TunedeckCore/Support/Async/Background.h"
 #include "TunedeckCore/Support/Files/AtomicFile.h"
 #include "TunedeckCore/Support/Files/PropertyList.h"
@@ -141,7 +142,7 @@ Result<QString> UpdateInstaller::unpack(const QString& zip, const QString& folde
 }
 
 Result<void> UpdateInstaller::validate(const QString& app, const QString& bundleID, const QString& version) {
-    const auto bytes = readFile(app + u"/Contents/Info.plist"_s, 1024 * 1024);
+    const auto bytes = readFile(BundlePaths(app).infoPlist(), 1024 * 1024);
     const auto info = bytes ? parsePropertyList(*bytes) : std::nullopt;
     if (!info) {
         return failure(UpdateError::Kind::noApp);

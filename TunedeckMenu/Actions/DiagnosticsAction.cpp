@@ -1,6 +1,7 @@
 #include "TunedeckMenu/Actions/DiagnosticsAction.h"
 
 #include "TunedeckCore/Diagnostics.h"
+#include "TunedeckCore/Locations/UserPaths.h"
 
 namespace tunedeck {
 
@@ -26,8 +27,7 @@ QString diagnosticsReport(const PanelState& state, const SystemFacts& facts, con
         .status = status != nullptr ? std::optional(*status) : std::nullopt,
         .toolbox = state.toolbox,
         .links = state.links,
-        .logLines = Diagnostics::warningLines(facts.home + QStringLiteral("/Library/Logs/tunedeck.log"), mostLogLines,
-                                              mostLogBytes),
+        .logLines = Diagnostics::warningLines(UserPaths(facts.home).serviceLog(), mostLogLines, mostLogBytes),
     };
     return Diagnostics::report(input, now);
 }

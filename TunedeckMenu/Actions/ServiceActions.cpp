@@ -1,6 +1,7 @@
 #include "TunedeckMenu/Actions/ServiceActions.h"
 
 #include "TunedeckCore/Installation/ServiceInstaller.h"
+#include "TunedeckCore/Locations/UserPaths.h"
 
 #include <QStringList>
 #include <QUrl>
@@ -43,8 +44,7 @@ QCoro::Task<> ServiceActions::restartService() {
             co_return;
         }
         const QStringList bootstrap{QStringLiteral("bootstrap"), ServiceInstaller::domainTarget(uid),
-                                    m_services.facts.home +
-                                        QStringLiteral("/Library/LaunchAgents/com.brightfold.tunedeck.plist")};
+                                    UserPaths(m_services.facts.home).agentPlist()};
         status = co_await m_services.launchctl(bootstrap, stop);
         if (stop.stop_requested()) {
             co_return;
@@ -85,7 +85,7 @@ QCoro::Task<> ServiceActions::installTools() {
 }
 
 void ServiceActions::openLog() {
-    const auto log = m_services.facts.home + QStringLiteral("/Library/Logs/tunedeck.log");
+    const auto log = UserPaths(m_services.facts.home).serviceLog();
     if (!m_services.workspace.open(QUrl::fromLocalFile(log))) {
         m_model.show(QStringLiteral("Couldn't open %1.").arg(log));
     }

@@ -1,5 +1,8 @@
 #include "TunedeckMenu/App/AppDelegate.h"
 
+#include "TunedeckCore/Locations/BundlePaths.h"
+#include "TunedeckCore/Locations/UserPaths.h"
+
 #include <QRect>
 #include <QString>
 
@@ -31,10 +34,8 @@ AppDelegate::AppDelegate(MenuServices services, Desktop desktop, QObject* parent
                  .services = m_services,
                  .appearance = desktop.appearance,
                  .source = desktop.views})
-    , m_notifier(desktop.notifications, m_services.clock,
-                 m_services.facts.home + QStringLiteral("/.tunedeck/notifications.log"))
-    , m_placement(m_model, desktop.statusItem, m_services.clock,
-                  m_services.facts.home + QStringLiteral("/.tunedeck/menu-bar.json"))
+    , m_notifier(desktop.notifications, m_services.clock, UserPaths(m_services.facts.home).notificationLog())
+    , m_placement(m_model, desktop.statusItem, m_services.clock, UserPaths(m_services.facts.home).menuBarReport())
     , m_startUp(m_model, m_services, installer(),
                 {.waitEnded = [this] { m_icon->stopWaitingForService(); },
                  .showOnboarding = [this] { showOnboarding(); },
@@ -88,8 +89,7 @@ void AppDelegate::startNotifications() {
 
 ServiceInstaller AppDelegate::installer() const {
     const auto& facts = m_services.facts;
-    return {facts.home, facts.bundle + QStringLiteral("/Contents/Helpers/tunedeck"), facts.uid, m_services.launchctl,
-            m_services.clock};
+    return {facts.home, BundlePaths(facts.bundle).service(), facts.uid, m_services.launchctl, m_services.clock};
 }
 
 QCoro::Task<> AppDelegate::openWithoutIcon() {

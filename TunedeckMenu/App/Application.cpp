@@ -1,6 +1,7 @@
 #include "TunedeckMenu/App/Application.h"
 
 #include "TunedeckBuildId.h"
+#include "TunedeckCore/Locations/BundlePaths.h"
 #include "TunedeckMenu/Model/UpdateServices.h"
 
 #include <QGuiApplication>
@@ -12,7 +13,7 @@ namespace tunedeck {
 namespace {
 
 PanelLoader::Options panelLoaderOptions(const QString& bundle, Relauncher& relauncher) {
-    return {.module = bundle + QStringLiteral("/Contents/PlugIns/TunedeckPanel.so"),
+    return {.module = BundlePaths(bundle).panelModule(),
             .buildId = QString::fromLatin1(buildId),
             .wasReplaced = [bundle, &relauncher] { return relauncher.isReplaced(bundle); },
             .restart =

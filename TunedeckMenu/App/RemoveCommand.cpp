@@ -1,6 +1,7 @@
 #include "TunedeckMenu/App/RemoveCommand.h"
 
 #include "TunedeckCore/Locations/Paths.h"
+#include "TunedeckCore/Locations/UserPaths.h"
 
 #include <QFileInfo>
 #include <QSettings>
@@ -13,6 +14,7 @@ namespace {
 
 /// What stays because it is the user's, with its places; empty when Tunedeck was never here.
 QStringList kept(const RemoveRequest& request) {
+    const UserPaths paths(request.home);
     QStringList lines;
     const auto keep = [&](const QString& what, const QString& path) {
         if (QFileInfo::exists(path)) {
@@ -25,8 +27,8 @@ QStringList kept(const RemoveRequest& request) {
         lines.prepend(music ? u"your music, in "_s + abbreviatingHome(*music, request.home)
                             : u"your music, where the service saved it"_s);
     }
-    keep(u"the service's log,"_s, request.home + u"/Library/Logs/tunedeck.log"_s);
-    keep(u"the service's output,"_s, request.home + u"/Library/Logs/tunedeck.out.log"_s);
+    keep(u"the service's log,"_s, paths.serviceLog());
+    keep(u"the service's output,"_s, paths.serviceOutput());
     keep(u"the place of the icon, in"_s, QSettings().fileName());
     return lines;
 }

@@ -1,5 +1,6 @@
 #include "TunedeckMenu/Model/UpdateServices.h"
 
+#include "TunedeckCore/Locations/BundlePaths.h"
 #include "TunedeckCore/Update/ScratchFolder.h"
 #include "TunedeckCore/Update/UpdateFeed.h"
 #include "TunedeckCore/Update/UpdateInstaller.h"
@@ -29,7 +30,7 @@ QCoro::Task<std::expected<void, UpdateError>> install(Release release, SystemFac
 } // namespace
 
 UpdateServices makeUpdateServices(const SystemFacts& facts) {
-    const Downloader downloader(facts.bundle + QStringLiteral("/Contents/Helpers/tunedeck-fetch"));
+    const Downloader downloader(BundlePaths(facts.bundle).updateHelper());
     return {
         .check =
             [facts, feed = UpdateFeed::standard(downloader)](std::stop_token stop) {

@@ -1,5 +1,6 @@
 #include "TunedeckMenu/Platform/BundleFacts.h"
 
+#include "TunedeckCore/Locations/BundlePaths.h"
 #include "TunedeckCore/Support/Files/AtomicFile.h"
 #include "TunedeckCore/Support/Files/PropertyList.h"
 
@@ -8,7 +9,7 @@ namespace tunedeck {
 using namespace Qt::StringLiterals;
 
 BundleFacts bundleFacts(const QString& bundle) {
-    const auto text = readFile(bundle + u"/Contents/Info.plist"_s);
+    const auto text = readFile(BundlePaths(bundle).infoPlist());
     const auto plist = (text ? parsePropertyList(*text) : std::nullopt).value_or(PropertyDictionary());
     const auto valueOr = [&plist](const QString& key, const QString& fallback) {
         const auto value = textValue(plist, key);
@@ -16,12 +17,6 @@ BundleFacts bundleFacts(const QString& bundle) {
     };
     return {.identifier = valueOr(u"CFBundleIdentifier"_s, u"com.brightfold.tunedeck.menu"_s),
             .version = valueOr(u"CFBundleShortVersionString"_s, u"dev"_s)};
-}
-
-QString bundleOf(const QString& program) {
-    const auto folder = program.left(program.lastIndexOf(u'/'));
-    const auto inside = u"/Contents/MacOS"_s;
-    return folder.endsWith(inside) ? folder.chopped(inside.size()) : folder;
 }
 
 } // namespace tunedeck

@@ -13,7 +13,4 @@ struct BundleFacts {
 /// The facts of the bundle at a path.
 BundleFacts bundleFacts(const QString& bundle);
 
-/// The bundle that contains the program at this path, or the program's folder when it isn't in a bundle.
-QString bundleOf(const QString& program);
-
 } // namespace tunedeck

@@ -1,5 +1,6 @@
 #include "TunedeckMenu/Platform/Linux/Instance/LinuxRelauncher.h"
 
+#include "TunedeckCore/Locations/BundlePaths.h"
 #include "TunedeckCore/Support/Async/Process.h"
 
 #include <QCoreApplication>
@@ -11,24 +12,16 @@ namespace tunedeck {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QString programPath(const QString& bundle) {
-    return bundle + u"/Contents/MacOS/Tunedeck"_s;
-}
-
-} // namespace
-
 bool LinuxRelauncher::relaunch(const QString& bundle, const QStringList& arguments) {
-    const QStringList command{u"-c"_s, u"sleep 1; exec \"$0\" \"$@\""_s, programPath(bundle), u"--after"_s,
-                              QString::number(QCoreApplication::applicationPid())};
+    const QStringList command{u"-c"_s, u"sleep 1; exec \"$0\" \"$@\""_s, BundlePaths(bundle).application(),
+                              u"--after"_s, QString::number(QCoreApplication::applicationPid())};
     return startDetached(u"/bin/sh"_s, command + arguments);
 }
 
 bool LinuxRelauncher::isReplaced(const QString& bundle) const {
     struct stat running{};
     struct stat onDisk{};
-    return ::stat(QFile::encodeName(programPath(bundle)).constData(), &onDisk) == 0 &&
+    return ::stat(QFile::encodeName(BundlePaths(bundle).application()).constData(), &onDisk) == 0 &&
            (::stat("/proc/self/exe", &running) != 0 || running.st_ino != onDisk.st_ino ||
             running.st_dev != onDisk.st_dev);
 }

@@ -1,3 +1,4 @@
+#include "TunedeckCore/Locations/BundlePaths.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/LinuxAppearanceSource.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/LinuxFolderPicker.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/LinuxLoginItem.h"
@@ -16,13 +17,12 @@ namespace {
 class LinuxPlatform final : public Platform {
 public:
     explicit LinuxPlatform(const SystemFacts& facts)
-        : m_icon(facts.bundle + QStringLiteral("/Contents/Resources/tunedeck-128.png"))
+        : m_icon(BundlePaths(facts.bundle).icon())
         , m_appearance(m_bus)
         , m_statusItem(m_bus, m_appearance)
         , m_notifications(m_bus, {QStringLiteral("Tunedeck"), facts.bundleIdentifier, m_icon})
         , m_workspace(m_bus)
-        , m_loginItem(LinuxLoginItem::defaultEntry(facts.home),
-                      facts.bundle + QStringLiteral("/Contents/MacOS/Tunedeck"), m_icon) {}
+        , m_loginItem(LinuxLoginItem::defaultEntry(facts.home), BundlePaths(facts.bundle).application(), m_icon) {}
 
     StatusItem& statusItem() override { return m_statusItem; }
     NotificationCenter& notifications() override { return m_notifications; }
