@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Measures the application against the floor programs; run by ./tools/bench on a private desktop.
+"""Compares the application with minimal programs (the floor); run by ./tools/bench on a private desktop.
 
     bench.py [--quick] BUILD-FOLDER
 
-Both programs are started, watched and read in the same way, one at a time and by turns. The service is the demo service
-with nothing going on, started apart from the application, so that its processes are nobody's.
+All programs are started and measured in the same way, alternately and one at a time. The service is the demo service in
+an idle scenario. It is started separately, so that it doesn't count as a child process of the application.
 """
 import argparse
 import ctypes
@@ -23,21 +23,21 @@ import time
 import crowd
 import xwatch
 
-# Programs with Qt that stayed while a share of memory was read.
+# Names of other Qt programs that were running during a memory measurement.
 company = set()
 TICK = os.sysconf("SC_CLK_TCK")
 
 
 def memory(pid, field="Pss"):
-    """MiB of memory that are this process's share, or another figure of the kernel's."""
+    """The process's proportional set size, or another field of smaps_rollup, in MiB."""
     for line in pathlib.Path(f"/proc/{pid}/smaps_rollup").read_text().splitlines():
         if line.startswith(field + ":"):
             return int(line.split()[1]) / 1024
-    raise ValueError(f"smaps_rollup names no {field}")
+    raise ValueError(f"smaps_rollup has no {field}")
 
 
 def used(pid):
-    """Milliseconds of processor time and the number of context switches so far, of all threads."""
+    """CPU time in milliseconds and the number of context switches of all threads so far."""
     nanoseconds = switches = 0
     for task in pathlib.Path(f"/proc/{pid}/task").iterdir():
         nanoseconds += int((task / "schedstat").read_text().split()[0])
@@ -48,13 +48,13 @@ def used(pid):
 
 
 def ticks(pid):
-    """Milliseconds of processor time by the coarser count of utime and stime."""
+    """CPU time in milliseconds by utime and stime, which count in coarse steps."""
     fields = pathlib.Path(f"/proc/{pid}/stat").read_text().rsplit(")", 1)[1].split()
     return (int(fields[11]) + int(fields[12])) * 1000 / TICK
 
 
 def others_with_qt(measured=None):
-    """Processes that share Qt's memory with the measured one, and so make its share look smaller."""
+    """Other processes that use Qt: they share its memory pages and so reduce the PSS of the measured process."""
     found = []
     for entry in pathlib.Path("/proc").iterdir():
         if entry.name.isdigit() and entry.name != str(measured):
@@ -67,15 +67,15 @@ def others_with_qt(measured=None):
 
 
 def as_at_login():
-    """Lets the programs started next believe that the machine came up a moment ago.
+    """Makes the next child process see an uptime of 30 s; returns False without the permission for it.
 
-    Started by hand the application opens its window, started at login it doesn't, and it tells the two by the machine's
-    uptime. A new time namespace is for children only and can be had again for each. False when that isn't allowed.
+    The application decides by the uptime whether it was started at login and opens no window then. A new time namespace
+    applies only to child processes, so each call can create another.
     """
     new_time_namespace = 0x80
     if ctypes.CDLL(None, use_errno=True).unshare(new_time_namespace) != 0:
         return False
-    # What /proc/uptime says is of the namespace that this process itself is in, and stays in.
+    # This process stays in its own namespace, so /proc/uptime is the real uptime.
     uptime = float(pathlib.Path("/proc/uptime").read_text().split()[0])
     try:
         pathlib.Path("/proc/self/timens_offsets").write_text(f"boottime {30 - int(uptime)} 0\n")
@@ -85,7 +85,7 @@ def as_at_login():
 
 
 def share(pid):
-    """MiB of memory that are this process's share, in a moment when no other program has Qt, if one comes in time."""
+    """The process's PSS in MiB; waits up to 60 s for other Qt programs to exit."""
     end = time.monotonic() + 60
     while (others := others_with_qt(pid)) and time.monotonic() < end:
         time.sleep(0.02)
@@ -94,7 +94,7 @@ def share(pid):
 
 
 class Program:
-    """One of the programs that are compared: how it is started, and the class name of its windows."""
+    """A program under test: its command, and the class name of its windows."""
 
     def __init__(self, command, desktop):
         self.command, self.desktop = [str(part) for part in command], desktop
@@ -102,7 +102,7 @@ class Program:
         self.process = self.icon = None
 
     def start(self):
-        """Starts it; seconds until the tray had its icon."""
+        """Starts the program; returns the seconds until its icon is in the tray."""
         as_at_login()
         self.desktop.forget_events()
         begin = time.monotonic()
@@ -112,14 +112,14 @@ class Program:
         return end - begin
 
     def stop(self):
-        """Tells it to end; seconds until it was gone."""
+        """Terminates the program; returns the seconds until it has exited."""
         begin = time.monotonic()
         self.process.send_signal(signal.SIGTERM)
         self.process.wait(20)
         return time.monotonic() - begin
 
     def idle(self, seconds):
-        """Milliseconds of processor time, the same by ticks, and context switches in that time."""
+        """CPU time in milliseconds, the same by ticks, and context switches within `seconds`."""
         pid = self.process.pid
         before, coarse = used(pid), ticks(pid)
         time.sleep(seconds)
@@ -127,7 +127,7 @@ class Program:
         return after[0] - before[0], ticks(pid) - coarse, after[1] - before[1]
 
     def toggle(self):
-        """A click on the icon; seconds until the window had its first picture."""
+        """Clicks the icon; returns the seconds until the window shows its first frame, and the window."""
         begin = self.desktop.click(self.icon)
         end, window = self.desktop.wait_for_window(self.name)
         return end - begin, window
@@ -148,7 +148,7 @@ class Table:
         print(f"    {what}: floor {number(floor) or '-'}, application {number(application) or '-'} {ratio}", flush=True)
 
     def text(self):
-        rows = [("what", "floor", "application", "ratio", "aim"), *self.rows]
+        rows = [("measurement", "floor", "application", "ratio", "target"), *self.rows]
         widths = [max(len(row[column]) for row in rows) for column in range(5)]
         lines = ["| " + " | ".join(cell.ljust(width) for cell, width in zip(row, widths)) + " |" for row in rows]
         lines.insert(1, "|" + "|".join("-" * (width + 2) for width in widths) + "|")
@@ -156,25 +156,24 @@ class Table:
 
 
 def start_times(table, programs, rounds):
-    """Process start until the tray has the icon; by turns, after one start of each that warms the disk's cache."""
+    """Time from process start to the icon in the tray; a first start of each program warms the disk cache."""
     times = {program: [] for program in programs}
-    for turn in range(rounds + 1):
+    for number in range(rounds + 1):
         for program in programs:
             took = program.start()
             program.stop()
-            if turn:
+            if number:
                 times[program].append(took * 1000)
     table.add("start until the icon is in the tray", "ms", *medians(times, programs), "1.5 x floor, 120 ms")
 
 
 def medians(values, programs):
-    """The medians of the floor and of the application; None for an application that isn't there."""
-    found = [statistics.median(values[program]) for program in programs]
-    return found + [None] * (2 - len(found))
+    """The medians of the floor and of the application."""
+    return [statistics.median(values[program]) for program in programs]
 
 
 def at_rest(table, programs, rounds, settle, idle):
-    """Memory and work of the programs when nobody touches them."""
+    """Memory and CPU use of the idle programs."""
     shares, work, coarse, switches = ({program: [] for program in programs} for _ in range(4))
     for _ in range(rounds):
         for program in programs:
@@ -187,13 +186,13 @@ def at_rest(table, programs, rounds, settle, idle):
             switches[program].append(switched / idle)
             program.stop()
     table.add("PSS after start", "MiB", *medians(shares, programs), "1.2 x floor, 26 MiB")
-    table.add(f"processor in {idle} s idle", "ms", *medians(work, programs), "5 ms in 30 s")
-    table.add(f"the same by utime + stime (steps of {1000 // TICK} ms)", "ms", *medians(coarse, programs))
-    table.add("context switches a second, idle", "", *medians(switches, programs), "under 2")
+    table.add(f"CPU time in {idle} s idle", "ms", *medians(work, programs), "5 ms in 30 s")
+    table.add(f"CPU time by utime + stime (steps of {1000 // TICK} ms)", "ms", *medians(coarse, programs))
+    table.add("context switches per second, idle", "", *medians(switches, programs), "under 2")
 
 
 def panel(table, floor, application, openings, settle, idle):
-    """The panel: how long it takes to open, what it costs while open, and whether it leaves anything behind."""
+    """The panel: time to open, cost while open, and memory growth after many openings."""
     floor.start()
     floor.desktop.wait_for_window(floor.name)
     time.sleep(settle)
@@ -203,13 +202,13 @@ def panel(table, floor, application, openings, settle, idle):
     application.start()
     time.sleep(settle)
     first, window = application.toggle()
-    table.add("click until the first picture, first time", "ms", None, first * 1000, "150 ms")
+    table.add("click until the first frame, first time", "ms", None, first * 1000, "150 ms")
     time.sleep(settle)
     table.add("PSS with the panel open", "MiB", floor_memory, share(application.process.pid), "48 MiB")
     frames_before = used(application.process.pid)[0]
     frames = len(application.desktop.frames(window, idle))
     table.add(f"frames in {idle} s with the panel open", "", None, frames, "none")
-    table.add(f"processor in {idle} s with the panel open", "ms", None,
+    table.add(f"CPU time in {idle} s with the panel open", "ms", None,
               used(application.process.pid)[0] - frames_before, "30 ms in 30 s")
     application.close()
 
@@ -217,7 +216,7 @@ def panel(table, floor, application, openings, settle, idle):
     for _ in range(10):
         later.append(application.toggle()[0] * 1000)
         application.close()
-    table.add("click until the first picture, later", "ms", None, statistics.median(later), "50 ms")
+    table.add("click until the first frame, later", "ms", None, statistics.median(later), "50 ms")
     time.sleep(settle)
     before = share(application.process.pid), memory(application.process.pid, "Private_Dirty")
     for _ in range(openings):
@@ -225,13 +224,13 @@ def panel(table, floor, application, openings, settle, idle):
         application.close()
     time.sleep(settle)
     after = share(application.process.pid), memory(application.process.pid, "Private_Dirty")
-    for word, begin, end in zip(("PSS", "memory of its own"), before, after):
-        table.add(f"{word} grown by {openings} openings", "MiB", None, end - begin, "2 MiB after 200")
+    for word, begin, end in zip(("PSS", "private memory"), before, after):
+        table.add(f"{word} growth after {openings} openings", "MiB", None, end - begin, "2 MiB after 200")
     application.stop()
 
 
 def crowded_panel(table, application, home, settle, idle):
-    """The same with twelve links and sixty backups, and what is drawn when one job of three changes."""
+    """The panel with twelve links and sixty backups, and the repainted area when one job of three changes."""
     service = crowd.Crowd()
     (home / ".tunedeck/runtime.json").write_text('{"port": %d}' % service.server_port)
     first = []
@@ -242,30 +241,30 @@ def crowded_panel(table, application, home, settle, idle):
         first.append(took * 1000)
         if len(first) < 3:
             application.stop()
-    table.add("crowded: click until the first picture, first time", "ms", None, statistics.median(first), "150 ms")
+    table.add("crowded: click until the first frame, first time", "ms", None, statistics.median(first), "150 ms")
     time.sleep(settle)
     before = used(application.process.pid)[0]
     frames = len(application.desktop.frames(window, idle))
     table.add(f"crowded: frames in {idle} s with the panel open", "", None, frames, "none")
-    table.add(f"crowded: processor in {idle} s with the panel open", "ms", None,
+    table.add(f"crowded: CPU time in {idle} s with the panel open", "ms", None,
               used(application.process.pid)[0] - before, "30 ms in 30 s")
     service.change_one_job()
     drawn = application.desktop.frames(window, 5)
     size = window.get_geometry()
     top, bottom = min(area.y for area in drawn), max(area.y + area.height for area in drawn)
-    table.add("crowded: height drawn anew for one changed job", "px", None, bottom - top, f"a row, of {size.height}")
+    table.add("crowded: height repainted for one changed job", "px", None, bottom - top, f"a row, of {size.height}")
     application.close()
     later = []
     for _ in range(10):
         later.append(application.toggle()[0] * 1000)
         application.close()
-    table.add("crowded: click until the first picture, later", "ms", None, statistics.median(later), "50 ms")
+    table.add("crowded: click until the first frame, later", "ms", None, statistics.median(later), "50 ms")
     application.stop()
     service.close()
 
 
 def hanging_quit(table, application, home, rounds):
-    """Ends the application while the service holds an answer back."""
+    """Time to quit while the service withholds a response."""
     asked = threading.Event()
     listener = socket.create_server(("127.0.0.1", 0))
     held = []
@@ -286,10 +285,10 @@ def hanging_quit(table, application, home, rounds):
         asked.clear()
         application.start()
         if not asked.wait(30):
-            raise TimeoutError("the application asked the service nothing")
+            raise TimeoutError("the application sent no request")
         times.append(application.stop() * 1000)
     listener.close()
-    table.add("quit while a request hangs", "ms", None, statistics.median(times), "500 ms")
+    table.add("quit during a hanging request", "ms", None, statistics.median(times), "500 ms")
 
 
 def main():
@@ -301,44 +300,38 @@ def main():
 
     home = pathlib.Path(os.environ["HOME"])
     (home / ".tunedeck").mkdir(exist_ok=True)
-    # Seen through: no first-run window, whose place the panel's would have to share.
+    # No first-run window: the measurements expect the panel to be the only window.
     (home / ".tunedeck/settings.json").write_text('{"onboarded": true}')
-    desktop, table, service = xwatch.Desktop(), Table(), None
+    desktop, table = xwatch.Desktop(), Table()
     floor = Program([options.build / "Tests/Benchmarks/floor-tray"], desktop)
     floor_panel = Program([options.build / "Tests/Benchmarks/floor-panel"], desktop)
-    programs = [floor]
     with tempfile.TemporaryDirectory() as scratch:
         bundle = options.build / "Tunedeck.app"
-        if (bundle / "Contents/MacOS/Tunedeck").exists():
-            # Without the service in its bundle the application installs nothing, and talks to the one that runs.
-            mine = pathlib.Path(scratch) / "Tunedeck.app"
-            shutil.copytree(bundle, mine, symlinks=True)
-            (mine / "Contents/Helpers/tunedeck").unlink()
-            programs.append(Program([mine / "Contents/MacOS/Tunedeck"], desktop))
-            service = subprocess.Popen([bundle / "Contents/Helpers/tunedeck", "--scenario", "quiet"],
-                                       stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        # Without a service in its bundle, the application installs nothing and uses the running service.
+        copy = pathlib.Path(scratch) / "Tunedeck.app"
+        shutil.copytree(bundle, copy, symlinks=True)
+        (copy / "Contents/Helpers/tunedeck").unlink()
+        application = Program([copy / "Contents/MacOS/Tunedeck"], desktop)
+        service = subprocess.Popen([bundle / "Contents/Helpers/tunedeck", "--scenario", "quiet"],
+                                   stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        try:
             for _ in range(100):
                 if (home / ".tunedeck/runtime.json").exists():
                     break
                 time.sleep(0.1)
-        try:
-            start_times(table, programs, rounds)
-            at_rest(table, programs, 1 if options.quick else 3, settle, idle)
-            if len(programs) == 2:
-                panel(table, floor_panel, programs[1], openings, settle, idle)
-                crowded_panel(table, programs[1], home, settle, idle)
-                hanging_quit(table, programs[1], home, min(rounds, 5))
+            start_times(table, [floor, application], rounds)
+            at_rest(table, [floor, application], 1 if options.quick else 3, settle, idle)
+            panel(table, floor_panel, application, openings, settle, idle)
+            crowded_panel(table, application, home, settle, idle)
+            hanging_quit(table, application, home, min(rounds, 5))
         finally:
-            if service:
-                service.terminate()
-                service.wait()
+            service.terminate()
+            service.wait()
     print("\n" + table.text())
-    if len(programs) == 1:
-        print("There is no application in this build; only the floor was measured.")
     if not as_at_login():
-        print("Only root can make it look like a login: the application opened its window at each start.")
+        print("Without root, starts can't be simulated as at login: the application opened its window each time.")
     if company:
-        print(f"Other programs with Qt ran meanwhile and make memory look smaller: {', '.join(sorted(company))}")
+        print(f"Other Qt programs were running and reduced the measured PSS: {', '.join(sorted(company))}")
     print(f"Load: {os.getloadavg()[0]:.2f}, processors: {os.cpu_count()}")
     return 0
 

@@ -1,7 +1,7 @@
-# Sourced by the wrappers that run a command and clean up after it.
+# For scripts that run a command and clean up afterwards. Sourced, never run.
 # shellcheck shell=bash
 
-# Runs a command as a child, hands SIGTERM, SIGINT and SIGHUP on to it as SIGTERM, returns its status.
+# Runs a command as a child process, forwards SIGTERM, SIGINT and SIGHUP to it as SIGTERM, and returns its status.
 run_child() {
     local child status
     "$@" <&0 &

@@ -1,5 +1,4 @@
-"""A service with as much to show as a panel will ever have: twelve links and sixty backups. Nothing moves in it by
-itself."""
+"""A fake service with as many items as a user could have: twelve links and sixty backups."""
 import datetime
 import http.server
 import json
@@ -46,7 +45,7 @@ class Crowd(http.server.ThreadingHTTPServer):
         threading.Thread(target=self.serve_forever, daemon=True).start()
 
     def change_one_job(self):
-        """The one in the middle."""
+        """Changes the second of the three jobs."""
         self.documents["/local/status"]["recent_jobs"][1] = job(1, "failed")
 
     def close(self):

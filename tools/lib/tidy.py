@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Runs clang-tidy over the project's own sources of a compilation database, several at a time.
+"""Runs clang-tidy in parallel on the project's sources in a compilation database.
 
-    tidy.py BUILD-FOLDER JOBS [FILE ...]      exit status 1 when there are findings
+    tidy.py BUILD-FOLDER JOBS [FILE ...]      exits with 1 if there are findings
 
-A file is skipped when it, the headers of ours that it includes, its compile command and .clang-tidy are what they were
-when it last passed: the build folder remembers a digest of them.
+Skips a file if nothing has changed since it last passed: the file, the project's headers that it includes, its compile
+command and .clang-tidy. The build folder stores a digest of these.
 """
 import concurrent.futures
 import hashlib
@@ -21,7 +21,7 @@ INCLUDE = re.compile(rb'^\s*#\s*include\s+"([^"]+)"', re.M)
 
 
 def with_headers(source, seen):
-    """The file and, from there on, all files of the project that it includes."""
+    """The file and all project headers that it includes, directly or indirectly."""
     if source in seen or not source.is_file():
         return seen
     seen.add(source)
@@ -39,7 +39,7 @@ def digest(entry, settings):
 
 
 def findings(output, known):
-    """The findings in clang-tidy's output that aren't known yet: every file that includes a header tells its faults."""
+    """New findings in clang-tidy's output: findings in a header are reported for every file that includes it."""
     parts = re.split(r"^(?=\S+:\d+:\d+: (?:error|warning):)", output.replace(f"{ROOT}/", ""), flags=re.M)
     new = [part for part in parts if part.strip() and part.split("\n")[0] not in known]
     known.update(part.split("\n")[0] for part in new)
@@ -49,7 +49,7 @@ def findings(output, known):
 def check(build, entry):
     run = subprocess.run(["clang-tidy-19", "--quiet", "-p", build, entry["file"]], stdin=subprocess.DEVNULL,
                          stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
-    # Without a finding, what clang-tidy prints is a count of those that it suppressed.
+    # Without findings, standard error has only the number of suppressed warnings.
     problem = run.stdout or (run.stderr if run.returncode else "")
     return "" if run.returncode == 0 and not run.stdout.strip() else problem
 
@@ -80,10 +80,10 @@ def main():
                 print(findings(run.result(), known), end="", flush=True)
             else:
                 passed[str(source)] = digests[source]
-    finally: # also when somebody loses patience
+    finally: # also after Ctrl+C
         pool.shutdown(cancel_futures=True)
         memory.write_text(json.dumps(passed, indent=1, sort_keys=True))
-    print(f"clang-tidy: {len(todo)} of {len(entries)} files looked at in {time.monotonic() - start:.0f} s, "
+    print(f"clang-tidy: {len(todo)} of {len(entries)} files checked in {time.monotonic() - start:.0f} s, "
           f"{failed} with findings")
     return 1 if failed else 0
 

@@ -1,4 +1,4 @@
-"""What a user would see of a program on an X desktop: its icon in the tray, its window, what is drawn in it."""
+"""Observes a program on an X desktop: its tray icon, its window and what it draws."""
 import select
 import time
 
@@ -17,7 +17,7 @@ class Desktop:
         self.display.sync()
 
     def events(self, seconds):
-        """The events as they come, until the time is over."""
+        """Yields X events as they arrive, for `seconds`."""
         end = time.monotonic() + seconds
         while (left := end - time.monotonic()) > 0:
             if not self.display.pending_events() and not select.select([self.display.fileno()], [], [], left)[0]:
@@ -31,12 +31,12 @@ class Desktop:
             self.display.next_event()
 
     def wait_for_icon(self, seconds=20):
-        """The moment at which the tray took an icon in, and the icon's window."""
+        """Waits for an icon in the tray; returns the time and the icon's window."""
         for event in self.events(seconds):
             now = time.monotonic()
             if event.type == X.ReparentNotify and event.parent != self.root and self._is_icon(event.window):
                 return now, event.window
-        raise TimeoutError("no icon came into the tray")
+        raise TimeoutError("no icon appeared in the tray")
 
     def _is_icon(self, window):
         try:
@@ -45,8 +45,8 @@ class Desktop:
             return False
 
     def click(self, window):
-        """A left click in the middle of the window; the moment at which it was made."""
-        time.sleep(max(0, self.last_click + 0.5 - time.monotonic()))  # two close ones would be a double click
+        """Clicks the centre of the window; returns the time of the click."""
+        time.sleep(max(0, self.last_click + 0.5 - time.monotonic()))  # avoid a double click
         size = window.get_geometry()
         place = window.translate_coords(self.root, 0, 0)
         xtest.fake_input(self.display, X.MotionNotify, x=-place.x + size.width // 2, y=-place.y + size.height // 2)
@@ -57,7 +57,7 @@ class Desktop:
         return now
 
     def windows(self, name, parent=None):
-        """The visible windows whose class has this name and that are no icon."""
+        """Yields the visible windows with this class name, except icons."""
         for window in (parent or self.root).query_tree().children:
             try:
                 shown = window.get_attributes().map_state == X.IsViewable
@@ -73,13 +73,13 @@ class Desktop:
                 continue
 
     def drawn(self, window):
-        """Whether anything but one colour is to be seen in the window."""
+        """Whether the window shows more than one colour."""
         size = window.get_geometry()
         image = window.get_image(0, 0, size.width, size.height, X.ZPixmap, 0xFFFFFFFF).data
         return image.count(image[:4]) * 4 < len(image)
 
     def wait_for_window(self, name, seconds=10):
-        """The moment at which a window of the program has its first picture, and the window."""
+        """Waits for the program's window to draw its first frame; returns the time and the window."""
         end = time.monotonic() + seconds
         while time.monotonic() < end:
             for window in self.windows(name):
@@ -96,10 +96,10 @@ class Desktop:
             if not list(self.windows(name)):
                 return
             time.sleep(0.005)
-        raise TimeoutError(f"the window of {name} stayed")
+        raise TimeoutError(f"the window of {name} didn't close")
 
     def frames(self, window, seconds):
-        """What was drawn in the window meanwhile: the rectangles, in the order of time."""
+        """The rectangles painted in the window within `seconds`, oldest first."""
         watch = window.damage_create(damage.DamageReportRawRectangles)
         self.forget_events()
         drawn = [event.area for event in self.events(seconds)
