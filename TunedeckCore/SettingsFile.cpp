@@ -15,27 +15,23 @@ namespace {
 constexpr auto downloadDirKey = "download_dir"_L1;
 constexpr auto onboardedKey = "onboarded"_L1;
 
+/// Empty if the file can't be read as an object.
+json::Object objectIn(const QString& path) {
+    const auto bytes = readFile(path, json::Limits{}.bytes);
+    return bytes ? json::parseObject(*bytes).value_or(json::Object()) : json::Object();
+}
+
 } // namespace
 
 SettingsFile SettingsFile::standard() {
     return {UserPaths::current().settings()};
 }
 
-std::optional<json::Value> SettingsFile::get(QLatin1StringView key) const {
-    const auto bytes = readFile(url, json::Limits{}.bytes);
-    const auto object = bytes ? json::parseObject(*bytes) : std::unexpected(json::Error{});
-    if (!object) {
-        return {};
-    }
-    const auto found = object->find(QString(key));
-    return found == object->end() ? std::nullopt : std::optional(found->second);
-}
-
 std::expected<void, QString> SettingsFile::set(QLatin1StringView key, const std::optional<json::Value>& value) const {
     json::Object object;
     if (const auto bytes = readFile(url, json::Limits{}.bytes)) {
         auto parsed = json::parseObject(*bytes);
-        // What is no object is replaced, but what only we can't take in may be somebody's settings.
+        // Replace a file that isn't a JSON object, but keep one that only exceeds our limits: it may be valid.
         if (!parsed && parsed.error().beyondLimits) {
             return std::unexpected(u"%1 was left as it is: %2."_s.arg(url, parsed.error().reason));
         }
@@ -44,18 +40,16 @@ std::expected<void, QString> SettingsFile::set(QLatin1StringView key, const std:
         return std::unexpected(u"%1 was left as it is: it is too large for a settings file."_s.arg(url));
     }
     if (value) {
-        object.insert_or_assign(QString(key), *value);
+        object.set(key, *value);
     } else {
-        object.erase(QString(key));
+        object.remove(key);
     }
     const auto folder = createFolder(QFileInfo(url).path());
     return folder ? writeFileAtomically(url, json::prettyText(object)) : folder;
 }
 
 std::optional<QString> SettingsFile::downloadDir() const {
-    const auto value = get(downloadDirKey);
-    const auto* text = value ? value->as<QString>() : nullptr;
-    return text == nullptr ? std::nullopt : std::optional(*text);
+    return objectIn(url).text(downloadDirKey);
 }
 
 std::expected<void, QString> SettingsFile::setDownloadDir(const std::optional<QString>& path) const {
@@ -63,9 +57,9 @@ std::expected<void, QString> SettingsFile::setDownloadDir(const std::optional<QS
 }
 
 bool SettingsFile::onboarded() const {
-    const auto value = get(onboardedKey);
-    const auto* boolean = value ? value->as<bool>() : nullptr;
-    return boolean != nullptr && *boolean;
+    const auto object = objectIn(url);
+    const auto* value = object.find(onboardedKey);
+    return value != nullptr && *value == json::Value(true);
 }
 
 std::expected<void, QString> SettingsFile::setOnboarded(bool value) const {

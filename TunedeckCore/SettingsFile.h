@@ -10,28 +10,26 @@
 
 namespace tunedeck {
 
-/// The settings that the application shares with the service: one JSON object in a file. The application knows two
-/// of its keys; all others are the service's and come through a write to the letter of their values. Nothing is
-/// cached: each call reads the file.
+/// The settings file, one JSON object, that the application shares with the service. A write keeps the values of the
+/// service's keys as they are. Each call reads the file; nothing is cached.
 struct SettingsFile {
-    QString url; ///< the file's path
+    QString url; ///< path of the file
 
     /// `~/.tunedeck/settings.json`.
     static SettingsFile standard();
 
-    /// The folder that the user chose for downloads; nothing when none is set or the file tells none.
+    /// The folder that the user chose for downloads, if any.
     [[nodiscard]] std::optional<QString> downloadDir() const;
-    /// Sets the folder, or with nothing goes back to the service's own. Fails with a sentence.
+    /// Sets the folder, or resets it to the service's default. The error is a sentence for the user.
     [[nodiscard]] std::expected<void, QString> setDownloadDir(const std::optional<QString>& path) const;
 
-    /// Whether the first-run window has been completed or skipped; false when the file doesn't tell.
+    /// Whether the first-run window has been completed or skipped; false if the file doesn't say.
     [[nodiscard]] bool onboarded() const;
     [[nodiscard]] std::expected<void, QString> setOnboarded(bool value) const;
 
     bool operator==(const SettingsFile&) const = default;
 
 private:
-    [[nodiscard]] std::optional<json::Value> get(QLatin1StringView key) const;
     [[nodiscard]] std::expected<void, QString> set(QLatin1StringView key,
                                                    const std::optional<json::Value>& value) const;
 };

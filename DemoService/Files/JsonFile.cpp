@@ -11,12 +11,6 @@ json::Object readObject(const QString& path) {
     return json::parseObject(tunedeck::readFile(path).value_or(QByteArray())).value_or(json::Object{});
 }
 
-std::optional<QString> textMember(const json::Object& object, const QString& key) {
-    const auto member = object.find(key);
-    const auto* text = member == object.end() ? nullptr : member->second.as<QString>();
-    return text == nullptr ? std::nullopt : std::optional(*text);
-}
-
 std::expected<void, QString> writeFile(const QString& path, const QByteArray& bytes) {
     const auto folder = createFolder(QFileInfo(path).path());
     return folder ? writeFileAtomically(path, bytes) : folder;

@@ -17,8 +17,8 @@ std::expected<void, QString> RuntimeFile::publish(int port) const {
 
 void RuntimeFile::withdraw() const {
     const auto content = readObject(m_path);
-    const auto pid = content.find(u"pid"_s);
-    if (pid != content.end() && pid->second == json::Value(QCoreApplication::applicationPid())) {
+    const auto* pid = content.find("pid"_L1);
+    if (pid != nullptr && *pid == json::Value(QCoreApplication::applicationPid())) {
         QFile::remove(m_path);
     }
 }

@@ -34,7 +34,7 @@ struct Call {
 Response failure(int status, const QString& error, const QString& code = {}) {
     json::Object body{{u"error"_s, error}};
     if (!code.isEmpty()) {
-        body.emplace(u"code"_s, code);
+        body.set(u"code"_s, code);
     }
     return {.status = status, .body = json::compactText(body)};
 }
@@ -80,7 +80,7 @@ Response changeLibrary(const Call& call) {
 
 Response restore(const Call& call) {
     return changeLibrary(call, [](Library& library, StepContext& context, const json::Object& body) {
-        const auto version = textMember(body, u"version"_s);
+        const auto version = body.text("version"_L1);
         return version ? library.restore(context, *version)
                        : Library::refused(context, 400, u"The request names no version to restore."_s);
     });
@@ -119,12 +119,12 @@ Response createLink(const Call& call) {
     if (!body) {
         return failure(400, u"The request's body isn't a JSON object."_s);
     }
-    const auto kind = textMember(*body, u"kind"_s);
+    const auto kind = body->text("kind"_L1);
     if (!kind) {
         return failure(400, u"The request names no kind of assistant."_s);
     }
     return changeLinks(call, 201, [&](Links& links, StepContext& context) {
-        return links.create(context, *kind, textMember(*body, u"label"_s));
+        return links.create(context, *kind, body->text("label"_L1));
     });
 }
 

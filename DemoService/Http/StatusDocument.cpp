@@ -13,21 +13,23 @@ QByteArray statusDocument(const State& state, const ServiceFacts& facts) {
                           {u"cloud"_s, json::encode(state.cloud)},
                           {u"recent_jobs"_s, json::encode(state.jobs.recent)}};
     if (state.library) {
-        document.emplace(u"rekordbox_db"_s, json::encode(*state.library));
+        document.set(u"rekordbox_db"_s, json::encode(*state.library));
     }
     if (state.cloud.enabled) {
-        document.emplace(u"shortcut_url"_s, state.cloud.baseUrl + u"/api/requests"_s);
+        document.set(u"shortcut_url"_s, state.cloud.baseUrl + u"/api/requests"_s);
         // Clients take the public URL as a sign that an assistant is connected and skip the first run.
         if (state.links.anyConnected()) {
-            mcp.emplace(u"public_url"_s, state.cloud.baseUrl + u"/mcp"_s);
+            mcp.set(u"public_url"_s, state.cloud.baseUrl + u"/mcp"_s);
         }
     }
-    document.emplace(u"mcp"_s, mcp);
+    document.set(u"mcp"_s, mcp);
     if (state.jobs.xmlVersion > 0) {
-        document.emplace(u"xml_version"_s, QString::number(state.jobs.xmlVersion));
+        document.set(u"xml_version"_s, QString::number(state.jobs.xmlVersion));
     }
-    auto folder = json::encode(DownloadFolder::current(facts.paths, state.stagedFolder));
-    document.merge(*folder.as<json::Object>());
+    const auto folder = json::encode(DownloadFolder::current(facts.paths, state.stagedFolder));
+    for (const auto& [key, value] : *folder.as<json::Object>()) {
+        document.set(key, value);
+    }
     return json::compactText(document);
 }
 

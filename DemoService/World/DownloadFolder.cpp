@@ -41,7 +41,7 @@ std::optional<QString> whyNotWritable(const QString& path) {
 } // namespace
 
 DownloadFolder DownloadFolder::current(const HomePaths& paths, const std::optional<DownloadFolder>& staged) {
-    DownloadFolder folder{.path = textMember(readObject(paths.settingsFile()), u"download_dir"_s).value_or(QString()),
+    DownloadFolder folder{.path = readObject(paths.settingsFile()).text("download_dir"_L1).value_or(QString()),
                           .source = u"settings"_s};
     if (folder.path.isEmpty()) {
         if (staged) {

@@ -58,7 +58,7 @@ private:
 TEST(DemoProgram, PublishesItsPortWhileItRunsAndContinuesWhereItEnded) {
     const test::TemporaryHome home;
     const HomePaths paths{home.path()};
-    const auto publishedPort = [&] { return readObject(paths.runtimeFile()).at(u"port"_s); };
+    const auto publishedPort = [&] { return *readObject(paths.runtimeFile()).find("port"_L1); };
     std::string links;
     {
         Program program({u"--scenario"_s, u"quiet"_s, u"--speed"_s, u"1000"_s});

@@ -39,7 +39,8 @@ void jsonValues(const QByteArray& input) {
         return;
     }
     for (const QByteArray& text : {json::compactText(*object), json::prettyText(*object)}) {
-        require(json::parseObject(text) == *object, "what is written reads as the same");
+        const auto again = json::parseObject(text);
+        require(again && json::compactText(*again) == json::compactText(*object), "a written document reads as the same");
     }
 }
 

@@ -9,6 +9,8 @@
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
+
 using Failure = LinksClient::Failure;
 
 namespace {
@@ -88,16 +90,11 @@ std::optional<QByteArray> pathOf(const QString& id) {
 
 Failure Failure::from(int status, const QByteArray& body) {
     const auto object = json::parseObject(body).value_or(json::Object());
-    const auto text = [&object](const QString& name) -> std::optional<QString> {
-        const auto member = object.find(name);
-        const auto* const string = member == object.end() ? nullptr : member->second.as<QString>();
-        return string ? std::optional(*string) : std::nullopt;
-    };
-    const auto code = text(QStringLiteral("code"));
+    const auto code = object.text("code"_L1);
     if (code == QStringLiteral("telegram_not_configured")) {
         return {.message = QStringLiteral("Telegram isn't available yet."), .code = code};
     }
-    return {.message = text(QStringLiteral("error")).value_or(QStringLiteral("tunedeck answered %1.").arg(status)),
+    return {.message = object.text("error"_L1).value_or(QStringLiteral("tunedeck answered %1.").arg(status)),
             .code = code};
 }
 

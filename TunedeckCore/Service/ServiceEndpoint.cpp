@@ -16,8 +16,8 @@ std::optional<int> portIn(const QByteArray& document) {
     if (!object) {
         return std::nullopt;
     }
-    const auto member = object->find(QStringLiteral("port"));
-    const auto* number = member == object->end() ? nullptr : member->second.as<json::Number>();
+    const auto* member = object->find(QLatin1StringView("port"));
+    const auto* number = member == nullptr ? nullptr : member->as<json::Number>();
     const int port = number == nullptr ? 0 : number->text.toInt();
     return port >= 1 && port <= 65535 ? std::optional(port) : std::nullopt;
 }

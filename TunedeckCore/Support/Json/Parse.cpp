@@ -1,7 +1,6 @@
 #include "TunedeckCore/Support/Json/Parse.h"
 
 #include <QByteArrayView>
-#include <QHash>
 #include <QStringDecoder>
 
 #include <rapidjson/error/en.h>
@@ -11,6 +10,8 @@
 #include <iterator>
 #include <limits>
 #include <optional>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -31,7 +32,7 @@ public:
     TreeBuilder(const QByteArray& document, const char* buffer, int depth, Keys keys)
         : m_document(document), m_buffer(buffer), m_depth(depth), m_keys(keys) {}
 
-    Value result = nullptr;
+    [[nodiscard]] Value result() { return std::move(m_values.front().second); }
     std::optional<Error> error;
 
     bool Null() { return add(nullptr); }
@@ -41,25 +42,28 @@ public:
     }
     bool String(const char* text, rapidjson::SizeType length, bool /*copy*/) { return add(decode({text, length})); }
     bool Key(const char* text, rapidjson::SizeType length, bool /*copy*/) {
-        QString& key = m_knownKeys[QByteArrayView(text, length)];
+        QString& key = m_knownKeys[{text, length}];
         if (key.isNull()) {
             key = decode({text, length});
             key = m_keys == Keys::SnakeToCamel ? snakeToCamel(key) : key;
         }
-        m_open.back().key = key;
+        m_hasKey = true;
+        m_values.emplace_back(key, nullptr);
         return !error;
     }
-    bool StartObject() { return open(Object()); }
-    bool EndObject(rapidjson::SizeType /*count*/) { return close(); }
-    bool StartArray() { return open(Array()); }
-    bool EndArray(rapidjson::SizeType /*count*/) { return close(); }
+    bool StartObject() { return open(); }
+    bool EndObject(rapidjson::SizeType count) { return add(Object(close(count))); }
+    bool StartArray() { return open(); }
+    bool EndArray(rapidjson::SizeType count) {
+        Array array;
+        array.reserve(count);
+        for (auto& [key, value] : close(count)) {
+            array.push_back(std::move(value));
+        }
+        return add(std::move(array));
+    }
 
 private:
-    struct Container {
-        Value value;
-        QString key; ///< of the next member
-    };
-
     /// Fails on invalid UTF-8 and on lone surrogates, which escapes can produce.
     QString decode(QByteArrayView utf8) {
         using Flag = QStringDecoder::Flag;
@@ -72,37 +76,40 @@ private:
     }
 
     bool add(Value value) {
-        if (m_open.empty()) {
-            result = std::move(value);
-        } else if (auto* array = m_open.back().value.as<Array>()) {
-            array->push_back(std::move(value));
+        if (std::exchange(m_hasKey, false)) {
+            m_values.back().second = std::move(value);
         } else {
-            m_open.back().value.as<Object>()->insert_or_assign(m_open.back().key, std::move(value));
+            m_values.emplace_back(QString(), std::move(value));
         }
         return !error;
     }
 
-    bool open(Value container) {
+    bool open() {
         if (std::ssize(m_open) >= m_depth) {
             error =
                 Error{.reason = u"the document is nested deeper than %1 levels"_s.arg(m_depth), .beyondLimits = true};
         }
-        m_open.push_back({std::move(container), {}});
+        m_open.push_back(std::exchange(m_hasKey, false));
         return !error;
     }
 
-    bool close() {
-        Value container = std::move(m_open.back().value);
+    std::vector<Object::Member> close(rapidjson::SizeType count) {
+        const auto first = m_values.end() - count;
+        std::vector<Object::Member> values(std::make_move_iterator(first), std::make_move_iterator(m_values.end()));
+        m_values.erase(first, m_values.end());
+        m_hasKey = m_open.back();
         m_open.pop_back();
-        return add(std::move(container));
+        return values;
     }
 
     const QByteArray& m_document;
     const char* m_buffer;
     int m_depth;
     Keys m_keys;
-    std::vector<Container> m_open;
-    QHash<QByteArrayView, QString> m_knownKeys; ///< so that equal keys share their text
+    std::vector<Object::Member> m_values; ///< of the open containers
+    std::vector<bool> m_open;             ///< whether each open container is the value of a key in m_values
+    bool m_hasKey = false;                ///< whether the next value belongs to the last key in m_values
+    std::unordered_map<std::string_view, QString> m_knownKeys; ///< so that equal keys share their text
 };
 
 /// Zeroes the exponent of the number at `offset`; false if it has none. RapidJSON rejects exponents beyond those of a
@@ -150,7 +157,7 @@ std::expected<Value, Error> parse(const QByteArray& bytes, Limits limits, Keys k
             return rejected(u"no JSON at byte %1: %2"_s.arg(QString::number(offset), QString::fromLatin1(reason)),
                             tooBig);
         }
-        return std::move(builder.result);
+        return builder.result();
     }
 }
 

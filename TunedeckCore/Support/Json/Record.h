@@ -91,15 +91,15 @@ std::optional<Error> read(const Value& from, Type& to);
 
 template<class Type>
 std::optional<Error> readMember(const Object& from, QLatin1StringView name, Type& to) {
-    const auto found = from.find(name);
-    return within(name, found != from.end() ? read(found->second, to) : Error{.reason = QStringLiteral("is missing")});
+    const auto* value = from.find(name);
+    return within(name, value != nullptr ? read(*value, to) : Error{.reason = QStringLiteral("is missing")});
 }
 
 template<class Type>
 std::optional<Error> readMember(const Object& from, QLatin1StringView name, std::optional<Type>& to) {
-    const auto found = from.find(name);
-    const bool isEmpty = found == from.end() || found->second.template as<std::nullptr_t>() != nullptr;
-    return isEmpty ? std::nullopt : within(name, read(found->second, to.emplace(Type{})));
+    const auto* value = from.find(name);
+    const bool isEmpty = value == nullptr || value->template as<std::nullptr_t>() != nullptr;
+    return isEmpty ? std::nullopt : within(name, read(*value, to.emplace(Type{})));
 }
 
 /// The declared members; with `internal` those for Audience::Internal.
@@ -144,20 +144,20 @@ void write(Value& to, const std::vector<Type>& from, Audience audience) {
 
 template<IsRecord Type>
 void write(Value& to, const Type& from, Audience audience) {
-    Object object;
-    const auto writeMember = [&]<class Member>(QLatin1StringView name, const Member& value) {
+    std::vector<Object::Member> members;
+    const auto writeMember = [&](QLatin1StringView name, const auto& value) {
         if constexpr (requires { value.has_value(); }) {
             if (value) {
-                write(object.emplace(name, nullptr).first->second, *value, audience);
+                write(members.emplace_back(name, nullptr).second, *value, audience);
             }
         } else {
-            write(object.emplace(name, nullptr).first->second, value, audience);
+            write(members.emplace_back(name, nullptr).second, value, audience);
         }
     };
-    const auto writeAll = [&](const auto&... members) { (writeMember(members.name, from.*members.pointer), ...); };
+    const auto writeAll = [&](const auto&... declared) { (writeMember(declared.name, from.*declared.pointer), ...); };
     audience == Audience::Internal ? std::apply(writeAll, allMembers<Type>())
                                    : std::apply(writeAll, Members<Type>::list);
-    to = std::move(object);
+    to = Object(std::move(members));
 }
 
 /// Decodes a record or any other type that read() accepts.

@@ -6,8 +6,10 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <map>
 
 namespace tunedeck::json {
 
@@ -18,11 +20,14 @@ namespace {
 void write(auto& writer, const Value& value) {
     const auto size = [](const QByteArray& text) { return static_cast<rapidjson::SizeType>(text.size()); };
     if (const auto* object = value.as<Object>()) {
-        writer.StartObject();
+        std::map<QByteArray, const Value*> members;
         for (const auto& [key, member] : *object) {
-            const QByteArray utf8 = key.toUtf8();
-            writer.Key(utf8.constData(), size(utf8));
-            write(writer, member);
+            members.insert_or_assign(key.toUtf8(), &member);
+        }
+        writer.StartObject();
+        for (const auto& [key, member] : members) {
+            writer.Key(key.constData(), size(key));
+            write(writer, *member);
         }
         writer.EndObject();
     } else if (const auto* array = value.as<Array>()) {
@@ -44,6 +49,34 @@ void write(auto& writer, const Value& value) {
 }
 
 } // namespace
+
+Object::Object(std::initializer_list<Member> members) : m_members(members) {}
+
+Object::Object(std::vector<Member> members) : m_members(std::move(members)) {}
+
+const Value* Object::find(QLatin1StringView key) const {
+    const auto found =
+        std::find_if(m_members.rbegin(), m_members.rend(), [key](const Member& member) { return member.first == key; });
+    return found == m_members.rend() ? nullptr : &found->second;
+}
+
+std::optional<QString> Object::text(QLatin1StringView key) const {
+    const auto* value = find(key);
+    const auto* text = value == nullptr ? nullptr : value->as<QString>();
+    return text == nullptr ? std::nullopt : std::optional(*text);
+}
+
+void Object::set(const QString& key, Value value) {
+    m_members.emplace_back(key, std::move(value));
+}
+
+void Object::remove(const QString& key) {
+    std::erase_if(m_members, [&key](const Member& member) { return member.first == key; });
+}
+
+bool Object::operator==(const Object& other) const {
+    return m_members == other.m_members;
+}
 
 Value::Value(double number) {
     if (std::isfinite(number)) {

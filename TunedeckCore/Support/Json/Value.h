@@ -6,8 +6,8 @@
 
 #include <concepts>
 #include <cstddef>
-#include <functional>
-#include <map>
+#include <initializer_list>
+#include <optional>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -15,8 +15,31 @@
 namespace tunedeck::json {
 
 class Value;
-using Object = std::map<QString, Value, std::less<>>;
 using Array = std::vector<Value>;
+
+/// Members in the order of the document. Of several with the same key, only the last counts.
+class Object {
+public:
+    using Member = std::pair<QString, Value>;
+
+    Object() = default;
+    Object(std::initializer_list<Member> members);
+    explicit Object(std::vector<Member> members);
+
+    /// The member's value; null if there is none.
+    [[nodiscard]] const Value* find(QLatin1StringView key) const;
+    /// The member's text; nothing if there is none or if it isn't text.
+    [[nodiscard]] std::optional<QString> text(QLatin1StringView key) const;
+    void set(const QString& key, Value value);
+    void remove(const QString& key);
+
+    [[nodiscard]] auto begin() const { return m_members.begin(); }
+    [[nodiscard]] auto end() const { return m_members.end(); }
+    bool operator==(const Object& other) const;
+
+private:
+    std::vector<Member> m_members;
+};
 
 /// A number as text, so that writing it again doesn't change it: 18446744073709551615, 1e400, 0.10.
 struct Number {
@@ -48,10 +71,10 @@ public:
         return std::get_if<Type>(&m_value);
     }
 
+    bool operator==(const Value&) const = default;
+
     /// The type for error messages, as in "a number".
     [[nodiscard]] QLatin1StringView typeName() const;
-
-    bool operator==(const Value&) const = default;
 
 private:
     std::variant<std::nullptr_t, bool, Number, QString, Array, Object> m_value;
