@@ -1,3 +1,4 @@
+#include "Tests/Helpers/StatusDocument.h"
 #include "Tests/Helpers/Test.h"
 #include "Tests/Helpers/TestServer.h"
 #include "TunedeckCore/Service/Assistants.h"
@@ -24,10 +25,6 @@ const QString notRunning = u"tunedeck isn't running."_s;
 const QString unexpected = u"Unexpected reply from tunedeck."_s;
 const QString none = u"none"_s;
 const QString no = u"no"_s;
-
-const QByteArray statusDocument =
-    R"({"version": "1.2.3", "download_dir": "/m", "download_dir_source": "default", "download_dir_writable": true,
-        "import_xml": "/x", "cloud": {"enabled": true, "base_url": "u"}, "recent_jobs": []})";
 
 // What each call of a client gives, as text.
 
@@ -117,7 +114,7 @@ std::vector<Call> calls() {
     const auto sorry = u"tunedeck answered 500."_s;
     const auto id = u"l/1"_s;
     std::vector<Call> all{
-        {"Status", tellStatus, "GET /local/status", "", 200, statusDocument, u"1.2.3"_s, none, none, none, 2s},
+        {"Status", tellStatus, "GET /local/status", "", 200, statusDocument(), u"5.0"_s, none, none, none, 2s},
         {"Report", tellReport, "GET /local/toolbox", "", 200,
          R"({"tools": [{"name": "n", "wanted": "1", "ready": true}], "venvs": [], "installing": false})", u"1"_s, none,
          none, none, 3s},
@@ -231,7 +228,7 @@ TEST(ServiceClients, EachAcceptsItsOwnStatusCodes) {
     const auto report = QByteArray(R"({"tools": [], "venvs": [], "installing": false})");
     for (const int status : {200, 202, 206, 300, 404}) {
         for (const auto* route : {"GET /local/status", "GET /local/toolbox", "POST /local/toolbox/install"}) {
-            server.on(route, answer(status, QByteArray(route).endsWith("status") ? statusDocument : report));
+            server.on(route, answer(status, QByteArray(route).endsWith("status") ? statusDocument() : report));
         }
         server.on("GET /local/links", answer(status, R"({"links": []})"));
         EXPECT_EQ(runToEnd(tellList(server.url(), {})), status < 300 ? u"0"_s : u"tunedeck answered %1."_s.arg(status));

@@ -1,31 +1,16 @@
 #pragma once
 
 #include "Tests/Helpers/FakePlatform.h"
+#include "Tests/Helpers/StatusDocument.h"
 #include "Tests/Helpers/Test.h"
 #include "Tests/Helpers/TestServer.h"
 #include "TunedeckMenu/Model/MenuServices.h"
-
-#include <QJsonDocument>
-#include <QJsonObject>
 
 #include <functional>
 #include <utility>
 #include <vector>
 
 namespace tunedeck::test {
-
-/// A status document in which these members, as JSON text, replace those of a plain one.
-inline QByteArray statusDocument(const QByteArray& changes = {}) {
-    auto document = QJsonDocument::fromJson(R"({"version":"5.0","download_dir":"/music","download_dir_source":"default",
-        "download_dir_writable":true,"import_xml":"/music/import.xml","recent_jobs":[],
-        "cloud":{"enabled":true,"base_url":"https://x.example","connected":true}})")
-                        .object();
-    const auto members = QJsonDocument::fromJson('{' + changes + '}').object();
-    for (auto member = members.begin(); member != members.end(); ++member) {
-        document[member.key()] = member.value();
-    }
-    return QJsonDocument(document).toJson(QJsonDocument::Compact);
-}
 
 /// The library section as a member of a status document, with one backup of that version.
 inline QByteArray libraryMember(const QByteArray& backup, bool rekordboxRunning = false) {
