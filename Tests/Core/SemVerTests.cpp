@@ -12,7 +12,7 @@ SemVer version(const QString& text) {
     return parsed.value_or(SemVer{});
 }
 
-TEST(SemVer, IsReadFromItsThreeNumbersAndNothingLess) {
+TEST(SemVer, ParsesThreeNumbersAndRejectsOtherTexts) {
     EXPECT_EQ(version(u" v1.4.0 "_s), (SemVer{1, 4, 0, {}}));
     EXPECT_EQ(version(u"\t1.4.0+abc..\u00a0"_s), (SemVer{1, 4, 0, {}}));
     EXPECT_EQ(version(u"1.4.0-beta+exp.sha-5"_s), (SemVer{1, 4, 0, {u"beta"_s}}));
@@ -30,7 +30,7 @@ TEST(SemVer, IsReadFromItsThreeNumbersAndNothingLess) {
     EXPECT_EQ(version(u"1.2.3-rc.01+7"_s).description(), u"1.2.3-rc.01"_s);
 }
 
-TEST(SemVer, FollowsTheOrderOfPrecedence) {
+TEST(SemVer, ComparesByPrecedence) {
     const auto ascending =
         u"0.9.9 1.0.0--5 1.0.0--1 1.0.0-0 1.0.0-2 1.0.0-10 1.0.0-99999999999999999998 1.0.0-99999999999999999999 1.0.0-RC 1.0.0-alpha 1.0.0-alpha.1 1.0.0-alpha.beta 1.0.0-beta 1.0.0-beta.2 1.0.0-beta.11 1.0.0-beta10 1.0.0-beta2 1.0.0-rc.1 1.0.0-\uFFFD 1.0.0-🎵 1.0.0 1.0.1-a 1.0.1 1.1.0 1.10.0 2.0.0"_s
             .split(u' ');

@@ -86,7 +86,7 @@ TEST_F(NewUserJourney, LeadsFromTheFirstStartThroughEverythingToTheRemoval) {
     Web web;
     const auto fresh = folder->filePath(u"fresh/Tunedeck.app"_s);
     layOut(fresh, "1.4.1", '!');
-    web.publish(zipOf(fresh), {});
+    web.publish(zipOf(fresh));
     ASSERT_TRUE(press(u"Check for Updates"_s));
     ASSERT_TRUE(sees(u"Tunedeck 1.4.1 is available."_s));
     picture(u"11-update"_s);

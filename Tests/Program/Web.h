@@ -7,25 +7,16 @@
 
 namespace tunedeck::test {
 
-/// The product's web endpoint, as the tested program knows it, on this machine.
+/// The product's web endpoint, at the address that the tested program was built with.
 class Web : public TestServer {
 public:
     Web() : TestServer(TUNEDECK_WEB_HOST, TUNEDECK_WEB_PORT) {}
 
-    static constexpr auto identifier = "com.brightfold.tunedeck.menu"; ///< of the application's bundle
-
-    /// What goes wrong on the way to an update.
-    struct Fault {
-        QByteArray secret = QByteArray::fromHex("9d61b19deffd5a60ba844af492ec2cc44449c5697b326919703bac031cae7f60");
-        QByteArray digest = {}; ///< in place of the archive's
-        Behaviour delivery = {};
-    };
-
-    /// Puts version 1.4.1 onto it.
-    void publish(const QByteArray& archive, const Fault& fault, const QByteArray& diskImage = {});
+    /// Publishes the archive as version 1.4.1. `delivery` replaces the plain download.
+    void publish(const QByteArray& archive, Behaviour delivery = {}, const QByteArray& diskImage = {});
 };
 
-/// The archive of a bundle. `more`: how many empty files it has besides.
-QByteArray zipOf(const QString& bundle, int more = 0);
+/// Zips a bundle together with `emptyFiles` additional empty files.
+QByteArray zipOf(const QString& bundle, int emptyFiles = 0);
 
 } // namespace tunedeck::test

@@ -30,8 +30,8 @@ protected:
         return unpackZip(file.fileName(), destination(), {}, limits);
     }
 
-    /// Whether the archive is refused before anything is written.
-    bool refuses(const std::vector<ZipEntry>& entries, ZipStyle style = {}) {
+    /// Whether the archive is rejected before anything is written.
+    bool rejects(const std::vector<ZipEntry>& entries, ZipStyle style = {}) {
         std::vector<ZipEntry> all{{.name = "first", .contents = "harmless"}};
         all.insert(all.end(), entries.begin(), entries.end());
         return !unpack(zip(all, style)) &&
@@ -69,33 +69,32 @@ TEST_F(ArchiveTest, KeepsPermissionsAndLinksInside) {
     EXPECT_EQ(read("a.app/other/data"), "d");
 }
 
-TEST_F(ArchiveTest, RefusesNamesThatLeaveTheFolder) {
+TEST_F(ArchiveTest, RejectsNamesOutsideTheFolderAndDuplicates) {
     for (const char* name : {"../out", "a/../../out", "/etc/out", "a/..", "//out"}) {
-        EXPECT_TRUE(refuses({{.name = name, .contents = "x"}})) << name;
+        EXPECT_TRUE(rejects({{.name = name, .contents = "x"}})) << name;
     }
-    EXPECT_TRUE(refuses({{.name = QByteArray(300, 'n')}}));
-    EXPECT_TRUE(refuses({{.name = "twice", .contents = "1"}, {.name = "twice", .contents = "2"}}));
-    EXPECT_TRUE(refuses({{.name = "a/twice"}, {.name = "a//./twice"}}));
+    EXPECT_TRUE(rejects({{.name = QByteArray(300, 'n')}}));
+    EXPECT_TRUE(rejects({{.name = "twice", .contents = "1"}, {.name = "twice", .contents = "2"}}));
+    EXPECT_TRUE(rejects({{.name = "a/twice"}, {.name = "a//./twice"}}));
 }
 
-TEST_F(ArchiveTest, RefusesLinksThatLeaveTheFolder) {
+TEST_F(ArchiveTest, RejectsLinksOutsideTheFolderAndNamesBelowLinks) {
     for (const char* target : {"/etc", "..", "../..", "a/../../out", "a/../b", "../../to/../x", "./../x"}) {
-        EXPECT_TRUE(refuses({{.name = "l", .mode = linkMode, .linkTarget = target}})) << target;
+        EXPECT_TRUE(rejects({{.name = "l", .mode = linkMode, .linkTarget = target}})) << target;
     }
-    EXPECT_TRUE(refuses({{.name = "d/l", .mode = linkMode, .linkTarget = "../../x"}}));
-    EXPECT_TRUE(refuses({{.name = "l", .mode = linkMode, .linkTarget = "d"}, {.name = "l/file", .contents = "x"}}))
-        << "no name may lead through a link";
-    EXPECT_TRUE(refuses({{.name = "l/file", .contents = "x"}, {.name = "l", .mode = linkMode, .linkTarget = "d"}}));
+    EXPECT_TRUE(rejects({{.name = "d/l", .mode = linkMode, .linkTarget = "../../x"}}));
+    EXPECT_TRUE(rejects({{.name = "l", .mode = linkMode, .linkTarget = "d"}, {.name = "l/file", .contents = "x"}}));
+    EXPECT_TRUE(rejects({{.name = "l/file", .contents = "x"}, {.name = "l", .mode = linkMode, .linkTarget = "d"}}));
 }
 
-TEST_F(ArchiveTest, RefusesWhatNoApplicationHolds) {
-    EXPECT_TRUE(refuses({{.name = "setuid", .contents = "x", .mode = 0104755}}));
-    EXPECT_TRUE(refuses({{.name = "setgid", .contents = "x", .mode = 0102755}}));
-    EXPECT_TRUE(refuses({{.name = "locked", .contents = "x"}}, {.encrypted = true}));
+TEST_F(ArchiveTest, RejectsSetuidSetgidAndEncryptedEntries) {
+    EXPECT_TRUE(rejects({{.name = "setuid", .contents = "x", .mode = 0104755}}));
+    EXPECT_TRUE(rejects({{.name = "setgid", .contents = "x", .mode = 0102755}}));
+    EXPECT_TRUE(rejects({{.name = "locked", .contents = "x"}}, {.encrypted = true}));
 }
 
-TEST_F(ArchiveTest, MakesNoDevicesOrFifos) {
-    // The writer can't record them, so their type is put into the directory's record of the entry.
+TEST_F(ArchiveTest, CreatesNoDevicesOrFifos) {
+    // libarchive can't write them, so patch the type in the central directory.
     const auto typed = [](char type) {
         QByteArray bytes = zip({{.name = "first", .contents = "x"}});
         bytes[bytes.indexOf("PK\x01\x02") + 41] = static_cast<char>(type | 1);
@@ -103,11 +102,11 @@ TEST_F(ArchiveTest, MakesNoDevicesOrFifos) {
     };
     EXPECT_FALSE(unpack(typed('\x20'))) << "a character device";
     EXPECT_FALSE(unpack(typed('\x60'))) << "a block device";
-    EXPECT_TRUE(unpack(typed('\x10'))) << "a FIFO is read as the file that went through it";
+    EXPECT_TRUE(unpack(typed('\x10'))) << "a FIFO becomes a file";
     EXPECT_TRUE(S_ISREG(mode("first")));
 }
 
-TEST_F(ArchiveTest, RefusesWhatExceedsItsBounds) {
+TEST_F(ArchiveTest, RejectsArchivesAboveTheLimits) {
     std::vector<ZipEntry> many;
     for (int i = 0; i < 20'001; ++i) {
         many.push_back({.name = "f" + QByteArray::number(i)});
@@ -121,38 +120,34 @@ TEST_F(ArchiveTest, RefusesWhatExceedsItsBounds) {
     EXPECT_TRUE(unpack(big, {.bytes = 2'000'000}));
 }
 
-TEST_F(ArchiveTest, RefusesWhatEndsTooEarly) {
+TEST_F(ArchiveTest, RejectsTruncatedArchives) {
     const QByteArray whole = zip({{.name = "a", .contents = QByteArray(5000, 'a')}, {.name = "b", .contents = "b"}});
     for (const qsizetype size : {qsizetype(0), qsizetype(10), whole.size() / 2, whole.size() - 10}) {
         EXPECT_FALSE(unpack(whole.left(size))) << size;
     }
-    EXPECT_FALSE(unpack("this is no archive"));
+    EXPECT_FALSE(unpack("not an archive"));
     EXPECT_FALSE(unpackZip(folder.filePath(u"missing.zip"_s), destination()));
 }
 
-TEST_F(ArchiveTest, UnpacksWhatIsMerelyUnusual) {
+TEST_F(ArchiveTest, UnpacksUncommonButValidArchives) {
     const std::vector<ZipEntry> entries{{.name = "f", .contents = QByteArray(5000, 'f')}};
     EXPECT_TRUE(unpack(zip(entries, {.stored = true})));
     EXPECT_EQ(read("f").size(), 5000);
     EXPECT_TRUE(unpack(zip(entries, {.zip64 = true})));
-    EXPECT_TRUE(unpack(zip(entries) + "something behind the end"));
-    EXPECT_TRUE(unpack(zip({{.name = "Gr\xc3\xbc\xc3\x9f"
-                                     "e",
-                             .contents = "u"}})));
-    EXPECT_EQ(read("Gr\xc3\xbc\xc3\x9f"
-                   "e"),
-              "u");
+    EXPECT_TRUE(unpack(zip(entries) + "trailing bytes"));
+    EXPECT_TRUE(unpack(zip({{.name = "Grüße", .contents = "u"}})));
+    EXPECT_EQ(read("Grüße"), "u");
 }
 
 TEST_F(ArchiveTest, UnpacksNamesInOtherEncodings) {
     QByteArray bytes = zip({{.name = "latin-\xe9", .contents = "l"}});
-    // Old archivers don't claim that their names are UTF-8: bit 11 of the flags, in both records of the entry.
+    // Clear bit 11 of the flags, which marks UTF-8 names, in both headers of the entry.
     bytes[bytes.indexOf("PK\x03\x04") + 7] = '\0';
     bytes[bytes.indexOf("PK\x01\x02") + 9] = '\0';
     EXPECT_TRUE(unpack(bytes));
     const std::filesystem::path name = folder.path().toStdString() + "/to/latin-\xe9";
     EXPECT_EQ(std::filesystem::file_size(name), 1U);
-    EXPECT_TRUE(removeTree(destination())) << "a name that Qt can't read is removed as well";
+    EXPECT_TRUE(removeTree(destination())) << "Qt can't represent the name";
     EXPECT_FALSE(std::filesystem::exists(name));
 }
 

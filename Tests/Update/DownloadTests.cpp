@@ -38,24 +38,18 @@ protected:
 class TlsDownloadTest : public DownloadTest {
 protected:
     void SetUp() override {
-        const QStringList namespaces{geteuid() == 0 ? u"-m"_s : u"-rm"_s};
-        if (QProcess::execute(u"unshare"_s, namespaces + QStringList{u"true"_s}) != 0) {
+        const QString unshare = geteuid() == 0 ? u"unshare -m"_s : u"unshare -rm"_s;
+        if (QProcess::execute(u"sh"_s, {u"-c"_s, unshare + u" true"_s}) != 0) {
             GTEST_SKIP() << "mount namespaces aren't allowed here";
         }
-        ASSERT_EQ(QProcess::execute(u"openssl"_s,
-                                    {u"req"_s, u"-x509"_s, u"-newkey"_s, u"ed25519"_s, u"-nodes"_s, u"-keyout"_s,
-                                     home.path(u"key"_s), u"-out"_s, home.path(u"cert"_s), u"-subj"_s,
-                                     u"/CN=127.0.0.1"_s, u"-addext"_s, u"subjectAltName=IP:127.0.0.1"_s, u"-batch"_s}),
-                  0);
-        const auto script = home.write(u"helper"_s, "#!/bin/sh\nexec unshare " + namespaces[0].toUtf8() +
-                                                        " sh -c 'mount --bind " + home.path(u"cert"_s).toUtf8() +
-                                                        " /etc/ssl/certs/ca-certificates.crt && exec " TUNEDECK_FETCH
-                                                        " \"$@\"' sh \"$@\"\n");
-        QFile::setPermissions(script, QFile::ReadOwner | QFile::ExeOwner);
-        downloader = Downloader(script);
+        const auto script = u"#!/bin/sh\nexec %1 sh -c 'mount --bind %2/cert /etc/ssl/certs/ca-certificates.crt && "
+                            "exec %3 \"$@\"' sh \"$@\"\n"_s.arg(unshare, home.path(), QStringLiteral(TUNEDECK_FETCH));
+        downloader = Downloader(home.write(u"helper"_s, script.toUtf8()));
+        QFile::setPermissions(home.path(u"helper"_s), QFile::ReadOwner | QFile::ExeOwner);
         tls.setWorkingDirectory(home.path());
-        tls.start(u"openssl"_s, {u"s_server"_s, u"-accept"_s, u"127.0.0.1:0"_s, u"-cert"_s, u"cert"_s, u"-key"_s,
-                                 u"key"_s, u"-HTTP"_s});
+        tls.start(u"sh"_s, {u"-c"_s, u"openssl req -x509 -newkey ed25519 -nodes -keyout key -out cert -subj /CN=server "
+                                     "-addext subjectAltName=IP:127.0.0.1 && "
+                                     "exec openssl s_server -accept 127.0.0.1:0 -cert cert -key key -HTTP"_s});
         QByteArray output;
         while (!(output.contains("ACCEPT ") && output.endsWith('\n')) && tls.waitForReadyRead()) {
             output += tls.readAll();
@@ -112,12 +106,11 @@ TEST_F(DownloadTest, FollowsTenRedirectsAndNoOtherProtocol) {
 }
 
 TEST_F(TlsDownloadTest, NeverFollowsARedirectFromHttpsToHttp) {
-    const auto serve = [this](const QString& name, const QByteArray& response) { home.write(name, response); };
     const auto at = [this](const QString& path) { return secure.resolved(QUrl(path)); };
-    serve(u"ok"_s, "HTTP/1.1 200 OK\r\nContent-Length: 6\r\n\r\nsecure");
-    serve(u"same"_s, "HTTP/1.1 302 Found\r\nContent-Length: 0\r\nLocation: /ok\r\n\r\n");
-    serve(u"down"_s,
-          "HTTP/1.1 302 Found\r\nContent-Length: 0\r\nLocation: " + server.url("/plain").toEncoded() + "\r\n\r\n");
+    home.write(u"ok"_s, "HTTP/1.1 200 OK\r\nContent-Length: 6\r\n\r\nsecure");
+    home.write(u"same"_s, "HTTP/1.1 302 Found\r\nContent-Length: 0\r\nLocation: /ok\r\n\r\n");
+    home.write(u"down"_s,
+               "HTTP/1.1 302 Found\r\nContent-Length: 0\r\nLocation: " + server.url("/plain").toEncoded() + "\r\n\r\n");
     server.on("GET /plain", behave::answer(200, "plain"));
     server.on("GET /up", redirect(at(u"/same"_s)));
     server.on("GET /up-and-down", redirect(at(u"/down"_s)));

@@ -7,7 +7,7 @@ namespace tunedeck::test {
 
 namespace {
 
-/// Test vectors 1 and 3 of RFC 8032, 7.1.
+/// Test vectors 1 and 3 of RFC 8032, section 7.1.
 struct Vector {
     const char* publicKey;
     const char* message;
@@ -29,28 +29,28 @@ QString base64(const char* hex) {
 
 } // namespace
 
-TEST(Signature, HoldsForThePublishedVectorsAndNothingNearThem) {
+TEST(Signature, VerifiesThePublishedVectorsAndRejectsChangedBytes) {
     for (const Vector& vector : vectors) {
         const QByteArray message = QByteArray::fromHex(vector.message);
         const QString key = base64(vector.publicKey);
         EXPECT_TRUE(UpdateFeed::verify(message, base64(vector.signature), key));
         EXPECT_FALSE(UpdateFeed::verify(message + " ", base64(vector.signature), key));
-        QByteArray bent = QByteArray::fromHex(vector.signature);
-        bent[10] = static_cast<char>(bent[10] ^ 1);
-        EXPECT_FALSE(UpdateFeed::verify(message, QString::fromLatin1(bent.toBase64()), key));
+        QByteArray changed = QByteArray::fromHex(vector.signature);
+        changed[10] = static_cast<char>(changed[10] ^ 1);
+        EXPECT_FALSE(UpdateFeed::verify(message, QString::fromLatin1(changed.toBase64()), key));
     }
     EXPECT_FALSE(UpdateFeed::verify({}, base64(vectors[0].signature), base64(vectors[1].publicKey)));
 }
 
-TEST(Signature, AllowsWhiteSpaceOnlyAroundIt) {
+TEST(Signature, AllowsSurroundingWhiteSpaceOnly) {
     const QString key = base64(vectors[0].publicKey);
     const QString signature = base64(vectors[0].signature);
     EXPECT_TRUE(UpdateFeed::verify({}, u"\r\n \t"_s + signature + u"\n\n"_s, key));
     EXPECT_FALSE(UpdateFeed::verify({}, signature.left(40) + u'\n' + signature.mid(40), key));
-    EXPECT_FALSE(UpdateFeed::verify({}, signature, key + u'\n')) << "the key is ours and taken as it is";
+    EXPECT_FALSE(UpdateFeed::verify({}, signature, key + u'\n'));
     EXPECT_FALSE(UpdateFeed::verify({}, QString(), key));
     EXPECT_FALSE(UpdateFeed::verify({}, signature.left(84) + u"===="_s, key));
-    EXPECT_FALSE(UpdateFeed::verify({}, signature, signature)) << "64 bytes are no key";
+    EXPECT_FALSE(UpdateFeed::verify({}, signature, signature));
 }
 
 TEST(Base64, ReadsTheStandardAlphabetWithItsPaddingOnly) {

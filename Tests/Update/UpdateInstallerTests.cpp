@@ -136,26 +136,23 @@ TEST_F(UpdateInstallerTest, TheBundleExistsAtEveryMomentOfTheSwap) {
 
 TEST_F(UpdateInstallerTest, RenamesWhereTheFileSystemCannotExchange) {
     const QString fresh = home.path(u"fresh.app"_s);
-    writeApp(fresh, "1.4.1", identifier, "new");
-    const auto failWith = [](int code) {
-        return [code](const QByteArray&, const QByteArray&) {
-            errno = code;
-            return false;
-        };
-    };
-    const auto full = UpdateInstaller::replace(installed, fresh, failWith(ENOSPC));
-    ASSERT_FALSE(full);
-    EXPECT_EQ(full.error().description(), u"No space left on device");
-    EXPECT_EQ(program(), "old");
-    const auto failing = UpdateInstaller::replace(installed, fresh, [&](const QByteArray&, const QByteArray&) {
-        QDir(fresh).removeRecursively();
-        errno = ENOTSUP;
+    int code = ENOSPC;
+    bool isRemoved = false;
+    const auto exchange = [&](const QByteArray&, const QByteArray&) {
+        isRemoved = isRemoved && QDir(fresh).removeRecursively();
+        errno = code;
         return false;
-    });
-    EXPECT_FALSE(failing);
-    EXPECT_TRUE(isUntouched());
+    };
     writeApp(fresh, "1.4.1", identifier, "new");
-    EXPECT_TRUE(UpdateInstaller::replace(installed, fresh, failWith(ENOTSUP)));
+    EXPECT_EQ(UpdateInstaller::replace(installed, fresh, exchange).error().description(), u"No space left on device");
+    EXPECT_EQ(program(), "old");
+    code = ENOTSUP;
+    isRemoved = true;
+    EXPECT_FALSE(UpdateInstaller::replace(installed, fresh, exchange));
+    EXPECT_TRUE(isUntouched()) << "the old bundle is moved back";
+    writeApp(fresh, "1.4.1", identifier, "new");
+    isRemoved = false;
+    EXPECT_TRUE(UpdateInstaller::replace(installed, fresh, exchange));
     EXPECT_EQ(program(), "new");
     EXPECT_EQ(files().size(), 1);
 }
@@ -175,6 +172,7 @@ TEST_F(UpdateInstallerTest, StoppingKeepsTheOldBundleAndStaleFoldersAreRemoved) 
     ASSERT_TRUE(ending->isThere());
     EXPECT_FALSE(*ending->value);
     EXPECT_TRUE(isUntouched());
+    EXPECT_TRUE(runUntil([&] { return server.open() == 0; })) << "the helper is killed";
 }
 
 } // namespace tunedeck::test

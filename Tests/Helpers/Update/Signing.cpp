@@ -6,38 +6,32 @@ namespace tunedeck::test {
 
 namespace {
 
-EVP_PKEY* key(void* stored) {
-    return static_cast<EVP_PKEY*>(stored);
+unsigned char* raw(QByteArray& bytes) {
+    return reinterpret_cast<unsigned char*>(bytes.data());
+}
+
+const unsigned char* raw(const QByteArray& bytes) {
+    return reinterpret_cast<const unsigned char*>(bytes.constData());
 }
 
 } // namespace
 
-SigningKey::SigningKey() : m_key(EVP_PKEY_Q_keygen(nullptr, nullptr, "ED25519")) {}
-
 SigningKey::SigningKey(const QByteArray& secret)
-    : m_key(EVP_PKEY_new_raw_private_key(EVP_PKEY_ED25519, nullptr,
-                                         reinterpret_cast<const unsigned char*>(secret.constData()),
-                                         static_cast<std::size_t>(secret.size()))) {}
-
-SigningKey::~SigningKey() {
-    EVP_PKEY_free(key(m_key));
-}
+    : m_key(EVP_PKEY_new_raw_private_key(EVP_PKEY_ED25519, nullptr, raw(secret), 32), &EVP_PKEY_free) {}
 
 QString SigningKey::publicKey() const {
-    QByteArray raw(32, '\0');
+    QByteArray bytes(32, '\0');
     std::size_t size = 32;
-    EVP_PKEY_get_raw_public_key(key(m_key), reinterpret_cast<unsigned char*>(raw.data()), &size);
-    return QString::fromLatin1(raw.toBase64());
+    EVP_PKEY_get_raw_public_key(m_key.get(), raw(bytes), &size);
+    return QString::fromLatin1(bytes.toBase64());
 }
 
 QByteArray SigningKey::sign(const QByteArray& bytes) const {
     QByteArray signature(64, '\0');
     std::size_t size = 64;
-    EVP_MD_CTX* context = EVP_MD_CTX_new();
-    EVP_DigestSignInit(context, nullptr, nullptr, nullptr, key(m_key));
-    EVP_DigestSign(context, reinterpret_cast<unsigned char*>(signature.data()), &size,
-                   reinterpret_cast<const unsigned char*>(bytes.constData()), static_cast<std::size_t>(bytes.size()));
-    EVP_MD_CTX_free(context);
+    const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context(EVP_MD_CTX_new(), &EVP_MD_CTX_free);
+    EVP_DigestSignInit(context.get(), nullptr, nullptr, nullptr, m_key.get());
+    EVP_DigestSign(context.get(), raw(signature), &size, raw(bytes), static_cast<std::size_t>(bytes.size()));
     return signature.toBase64();
 }
 

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <archive.h>
 #include <archive_entry.h>
@@ -25,7 +26,7 @@ la_ssize_t append(archive*, void* context, const void* bytes, std::size_t size) 
 } // namespace
 
 QByteArray zip(const std::vector<ZipEntry>& entries, ZipStyle style) {
-    QByteArray made;
+    QByteArray result;
     archive* writer = archive_write_new();
     archive_write_set_format_zip(writer);
     archive_write_set_bytes_in_last_block(writer, 1);
@@ -39,7 +40,7 @@ QByteArray zip(const std::vector<ZipEntry>& entries, ZipStyle style) {
         archive_write_set_options(writer, "zip:encryption=zipcrypt");
         archive_write_set_passphrase(writer, "secret");
     }
-    archive_write_open(writer, &made, nullptr, append, nullptr);
+    archive_write_open(writer, &result, nullptr, append, nullptr);
     for (const ZipEntry& entry : entries) {
         archive_entry* header = archive_entry_new();
         archive_entry_copy_pathname(header, entry.name.constData());
@@ -55,7 +56,7 @@ QByteArray zip(const std::vector<ZipEntry>& entries, ZipStyle style) {
     }
     archive_write_close(writer);
     archive_write_free(writer);
-    return made;
+    return result;
 }
 
 std::vector<ZipEntry> appEntries(const QByteArray& version, const QByteArray& identifier, const QByteArray& program) {
@@ -68,15 +69,12 @@ std::vector<ZipEntry> appEntries(const QByteArray& version, const QByteArray& id
 }
 
 void writeApp(const QString& path, const QByteArray& version, const QByteArray& identifier, const QByteArray& program) {
-    QDir().mkpath(path + u"/Contents/MacOS"_s);
-    const auto write = [&](const QString& name, const QByteArray& bytes) {
-        QFile file(path + name);
-        if (file.open(QIODevice::WriteOnly)) {
-            file.write(bytes);
+    for (const ZipEntry& entry : appEntries(version, identifier, program)) {
+        QFile file(path + QString::fromUtf8(entry.name).mid(u"Tunedeck.app"_s.size()));
+        if (!entry.contents.isEmpty() && QDir().mkpath(QFileInfo(file).path()) && file.open(QIODevice::WriteOnly)) {
+            file.write(entry.contents);
         }
-    };
-    write(u"/Contents/Info.plist"_s, infoPlist(version, identifier));
-    write(u"/Contents/MacOS/Tunedeck"_s, program);
+    }
 }
 
 } // namespace tunedeck::test

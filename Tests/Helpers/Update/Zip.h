@@ -7,7 +7,7 @@
 
 namespace tunedeck::test {
 
-/// One entry of an archive made for a test.
+/// Entry of a test archive.
 struct ZipEntry {
     QByteArray name;
     QByteArray contents = {};
@@ -15,20 +15,20 @@ struct ZipEntry {
     QByteArray linkTarget = {};
 };
 
-/// How an archive is written.
+/// Format of a test archive.
 struct ZipStyle {
-    bool stored = false; ///< without compression
+    bool stored = false; ///< uncompressed
     bool zip64 = false;
     bool encrypted = false;
 };
 
-/// A zip archive with these entries in this order, whatever they are called.
+/// A zip archive with these entries in this order. Names aren't checked.
 QByteArray zip(const std::vector<ZipEntry>& entries, ZipStyle style = {});
 
-/// An application bundle's entries: its Info.plist, a program and a link inside it.
+/// Entries of an application bundle: Info.plist, a program and an internal link.
 std::vector<ZipEntry> appEntries(const QByteArray& version, const QByteArray& identifier, const QByteArray& program);
 
-/// Writes a bundle as a folder.
+/// Writes a bundle to a folder.
 void writeApp(const QString& path, const QByteArray& version, const QByteArray& identifier, const QByteArray& program);
 
 } // namespace tunedeck::test
