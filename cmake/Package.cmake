@@ -31,6 +31,7 @@ tunedeck_install_bundle(system lib/tunedeck)
 set(linux_files ${PROJECT_SOURCE_DIR}/packaging/linux)
 set(theme share/icons/hicolor)
 install(FILES ${linux_files}/${TUNEDECK_IDENTIFIER}.desktop DESTINATION share/applications COMPONENT system)
+install(FILES ${linux_files}/${TUNEDECK_IDENTIFIER}.service DESTINATION share/dbus-1/services COMPONENT system)
 foreach(size IN LISTS TUNEDECK_THEME_ICON_SIZES)
   install(FILES ${TUNEDECK_THEME_ICONS}/tunedeck-${size}.png
     DESTINATION ${theme}/${size}x${size}/apps RENAME ${TUNEDECK_IDENTIFIER}.png COMPONENT system)

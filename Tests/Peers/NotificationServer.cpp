@@ -2,6 +2,8 @@
 
 #include <QUuid>
 
+using namespace Qt::StringLiterals;
+
 namespace tunedeck::test {
 
 NotificationServer::NotificationServer(QStringList capabilities, const QString& address, QObject* parent)
@@ -10,17 +12,16 @@ NotificationServer::NotificationServer(QStringList capabilities, const QString& 
     , m_connectionName(QUuid::createUuid().toString())
     , m_connection(address.isEmpty() ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_connectionName)
                                      : QDBusConnection::connectToBus(address, m_connectionName)) {
-    m_connection.registerObject(QStringLiteral("/org/freedesktop/Notifications"), this,
+    m_connection.registerObject(u"/org/freedesktop/Notifications"_s, this,
                                 QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
-    m_connection.registerService(QStringLiteral("org.freedesktop.Notifications"));
+    m_connection.registerService(u"org.freedesktop.Notifications"_s);
 }
 
 NotificationServer::~NotificationServer() {
-    m_connection.unregisterService(QStringLiteral("org.freedesktop.Notifications"));
     QDBusConnection::disconnectFromBus(m_connectionName);
 }
 
-void NotificationServer::answerCapabilities() {
+void NotificationServer::replyToHeldBackCall() {
     m_connection.send(heldBack->createReply(QVariant(m_capabilities)));
     heldBack.reset();
     holdsBack = false;
@@ -36,7 +37,7 @@ QStringList NotificationServer::GetCapabilities() {
 
 uint NotificationServer::Notify(const QString& name, uint replaces, const QString& /*icon*/, const QString& title,
                                 const QString& body, const QStringList& actions, const QVariantMap& hints,
-                                int /*expires*/) {
+                                int /*timeout*/) {
     const uint id = replaces != 0 ? replaces : ++lastId;
     calls.push_back({name, replaces, title, body, actions, hints, id});
     return id;

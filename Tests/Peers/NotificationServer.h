@@ -13,7 +13,7 @@
 
 namespace tunedeck::test {
 
-/// A small server of org.freedesktop.Notifications on a connection of its own.
+/// A minimal notification server (org.freedesktop.Notifications) with its own connection to a bus.
 class NotificationServer : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
@@ -25,25 +25,25 @@ public:
         QString body;
         QStringList actions;
         QVariantMap hints;
-        uint id = 0; ///< what it got
+        uint id = 0; ///< what the server replied
     };
 
-    /// On the session bus, or on the bus of that address.
+    /// On the session bus, or on the bus at `address`.
     explicit NotificationServer(QStringList capabilities, const QString& address = {}, QObject* parent = nullptr);
     ~NotificationServer() override;
 
-    /// Answers the question for the capabilities that was held back.
-    void answerCapabilities();
+    /// Replies to the call of GetCapabilities that was held back.
+    void replyToHeldBackCall();
 
     std::vector<Call> calls;
     uint lastId = 0;
-    bool holdsBack = false; ///< answers no question for the capabilities until told
+    bool holdsBack = false; ///< whether GetCapabilities gets no reply for now
     std::optional<QDBusMessage> heldBack;
 
 public Q_SLOTS:
     QStringList GetCapabilities();
     uint Notify(const QString& name, uint replaces, const QString& icon, const QString& title, const QString& body,
-                const QStringList& actions, const QVariantMap& hints, int expires);
+                const QStringList& actions, const QVariantMap& hints, int timeout);
 
 Q_SIGNALS:
     void NotificationClosed(uint id, uint reason);

@@ -5,45 +5,44 @@
 #include <QDBusVariant>
 #include <QUuid>
 
+using namespace Qt::StringLiterals;
+
 namespace tunedeck::test {
 
 TrayHost::TrayHost()
     : m_connectionName(QUuid::createUuid().toString())
     , m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_connectionName)) {
-    m_bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), this,
+    m_bus.registerObject(u"/StatusNotifierWatcher"_s, this,
                          QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals |
                              QDBusConnection::ExportAllProperties);
-    m_bus.registerService(QStringLiteral("org.kde.StatusNotifierWatcher"));
+    m_bus.registerService(u"org.kde.StatusNotifierWatcher"_s);
 }
 
 TrayHost::~TrayHost() {
-    m_bus.unregisterService(QStringLiteral("org.kde.StatusNotifierWatcher"));
     QDBusConnection::disconnectFromBus(m_connectionName);
 }
 
 void TrayHost::RegisterStatusNotifierItem(const QString& /*service*/) {
     m_item = message().service();
-    auto question =
-        QDBusMessage::createMethodCall(m_item, QStringLiteral("/StatusNotifierItem"),
-                                       QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
-    question.setArguments({QStringLiteral("org.kde.StatusNotifierItem"), QStringLiteral("Menu")});
-    auto* answer = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
-    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
-        const auto menu = answer->reply().arguments().value(0).value<QDBusVariant>().variant();
-        Q_EMIT said(QStringLiteral("item with menu at ") + menu.value<QDBusObjectPath>().path());
+    auto call = QDBusMessage::createMethodCall(m_item, u"/StatusNotifierItem"_s, u"org.freedesktop.DBus.Properties"_s,
+                                               u"Get"_s);
+    call.setArguments({u"org.kde.StatusNotifierItem"_s, u"Menu"_s});
+    auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        const auto menu = watcher->reply().arguments().value(0).value<QDBusVariant>().variant();
+        Q_EMIT itemRegistered(menu.value<QDBusObjectPath>().path());
     });
 }
 
-void TrayHost::obey(const QByteArray& order) {
-    if (order == "activate") {
-        auto call =
-            QDBusMessage::createMethodCall(m_item, QStringLiteral("/StatusNotifierItem"),
-                                           QStringLiteral("org.kde.StatusNotifierItem"), QStringLiteral("Activate"));
-        call.setArguments({0, 0});
-        m_bus.asyncCall(call);
-        return;
-    }
-    m_isHost = order == "come";
+void TrayHost::activateItem() {
+    auto call = QDBusMessage::createMethodCall(m_item, u"/StatusNotifierItem"_s, u"org.kde.StatusNotifierItem"_s,
+                                               u"Activate"_s);
+    call.setArguments({0, 0});
+    m_bus.asyncCall(call);
+}
+
+void TrayHost::setHostRegistered(bool isRegistered) {
+    m_isHost = isRegistered;
     if (m_isHost) {
         Q_EMIT StatusNotifierHostRegistered();
     } else {

@@ -7,7 +7,7 @@
 
 namespace tunedeck::test {
 
-/// The least that can be both the watcher and the host of StatusNotifierItems, on a connection of its own.
+/// A minimal watcher and host of StatusNotifierItems in one object, with its own connection to the session bus.
 class TrayHost : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
@@ -17,9 +17,12 @@ public:
     ~TrayHost() override;
     TrayHost(const TrayHost&) = delete;
     TrayHost& operator=(const TrayHost&) = delete;
+
     [[nodiscard]] bool isHostRegistered() const { return m_isHost; }
-    /// "come" and "go": the host registers or leaves; "activate": clicks the item.
-    void obey(const QByteArray& order);
+    /// Registers or unregisters the host; the watcher stays.
+    void setHostRegistered(bool isRegistered);
+    /// Clicks the item that registered last.
+    void activateItem();
 
 public Q_SLOTS:
     void RegisterStatusNotifierItem(const QString& service);
@@ -27,7 +30,7 @@ public Q_SLOTS:
 Q_SIGNALS:
     void StatusNotifierHostRegistered();
     void StatusNotifierHostUnregistered();
-    void said(const QString& line);
+    void itemRegistered(const QString& menuPath);
 
 private:
     bool m_isHost = true;

@@ -1,5 +1,5 @@
 #include "Tests/Helpers/Test.h"
-#include "Tests/Platform/FakePeers.h"
+#include "Tests/Platform/SettingsPortal.h"
 #include "TunedeckCore/Locations/BundlePaths.h"
 #include "TunedeckMenu/Platform/BundleFacts.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/LinuxAppearanceSource.h"
@@ -32,6 +32,22 @@ QStringList linesOf(const QString& path) {
     return file.open(QFile::ReadOnly) ? QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts)
                                       : QStringList();
 }
+
+/// A file manager that keeps what it was asked to show, or refuses.
+class FileManager final : public BusPeer {
+public:
+    FileManager() : BusPeer(u"org.freedesktop.FileManager1"_s, u"/org/freedesktop/FileManager1"_s) {}
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
+        if (refuses || message.member() != u"ShowItems") {
+            return false;
+        }
+        shown += message.arguments().value(0).toStringList();
+        return connection.send(message.createReply());
+    }
+
+    QStringList shown;
+    bool refuses = false;
+};
 
 // A PATH in which there is nothing but what the test puts there.
 class WorkspaceTest : public testing::Test {
@@ -78,7 +94,7 @@ TEST_F(WorkspaceTest, ShowsAFileSelectedOrElseItsFolder) {
     if (!m_bus.connection().isConnected()) {
         GTEST_SKIP() << "there is no session bus; tools/lib/desktop makes one";
     }
-    test::FileManager manager;
+    FileManager manager;
     m_workspace.reveal(file);
     EXPECT_TRUE(runUntil([&] { return !manager.shown.isEmpty(); }));
     EXPECT_EQ(manager.shown, QStringList{u"file:///srv/my%20music/tune%231.xml"_s});

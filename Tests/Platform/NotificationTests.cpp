@@ -86,7 +86,7 @@ TEST_F(NotificationTest, WhatComesWhileTheServerIsStillSilentIsKeptInOrderAndBou
     }
     ASSERT_TRUE(runUntil([this] { return m_server->heldBack.has_value(); }));
     EXPECT_TRUE(m_server->calls.empty());
-    m_server->answerCapabilities();
+    m_server->replyToHeldBackCall();
     ASSERT_TRUE(runUntil([this] { return m_server->calls.size() == 64; }));
     for (int i = 0; i < 64; ++i) {
         EXPECT_EQ(m_server->calls.at(static_cast<std::size_t>(i)).title, QString::number(36 + i));

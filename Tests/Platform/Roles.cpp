@@ -2,7 +2,10 @@
 
 #include "Tests/Helpers/FakePlatform.h"
 #include "Tests/Peers/TrayHost.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/LinuxAppearanceSource.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/SessionBus.h"
+#include "TunedeckMenu/Platform/Linux/Instance/LinuxReopenListener.h"
+#include "TunedeckMenu/Platform/Linux/Notifications/LinuxNotificationCenter.h"
 #include "TunedeckMenu/Platform/Linux/Tray/LinuxStatusItem.h"
 #include "TunedeckMenu/Platform/SingleInstance.h"
 
@@ -22,18 +25,18 @@ using namespace Qt::StringLiterals;
 namespace tunedeck::test {
 namespace {
 
-void say(const QString& line) {
+void print(const QString& line) {
     std::puts(line.toUtf8().constData());
     std::fflush(stdout);
 }
 
-// Calls back with each line of the input; the program ends with it.
-void followInput(QObject* parent, std::function<void(const std::string&)> onLine) {
+/// Calls back with each line of the input and quits at its end.
+void readCommands(QObject* parent, std::function<void(const QString&)> onCommand = {}) {
     auto* notifier = new QSocketNotifier(STDIN_FILENO, QSocketNotifier::Read, parent);
-    QObject::connect(notifier, &QSocketNotifier::activated, parent, [onLine = std::move(onLine)] {
+    QObject::connect(notifier, &QSocketNotifier::activated, parent, [onCommand = std::move(onCommand)] {
         std::string line;
         if (std::getline(std::cin, line)) {
-            onLine(line);
+            onCommand(QString::fromStdString(line));
         } else {
             QCoreApplication::quit();
         }
@@ -41,22 +44,20 @@ void followInput(QObject* parent, std::function<void(const std::string&)> onLine
 }
 
 int runInstance(int argc, char** argv) {
-    const QCoreApplication application(argc, argv);
-    const auto arguments = QCoreApplication::arguments();
-    SingleInstance instance(arguments.at(2));
-    const auto role = instance.acquire(arguments.at(3).toUtf8(), std::chrono::milliseconds(arguments.at(4).toInt()));
-    if (role != SingleInstance::Role::first) {
-        say(role == SingleInstance::Role::handedOver ? u"handed over"_s : u"unanswered"_s);
+    SingleInstance instance(QString::fromLocal8Bit(argv[2]));
+    const auto started = instance.start(std::chrono::milliseconds(QByteArray(argv[3]).toInt()));
+    if (started != SingleInstance::Start::First) {
+        print(started ? u"handed over"_s : started.error());
         return 0;
     }
-    QObject::connect(&instance, &SingleInstance::requested, &application, [](const QByteArray& request) {
-        say(QString::fromUtf8((request + ' ' + qgetenv("XDG_ACTIVATION_TOKEN")).trimmed()));
-        if (request == "quit") {
-            QCoreApplication::quit();
-        }
-    });
-    instance.answer();
-    say(u"first"_s);
+    const QCoreApplication application(argc, argv);
+    SessionBus bus;
+    LinuxReopenListener listener(bus);
+    QObject::connect(&listener, &ReopenListener::reopenRequested, &application,
+                     [] { print(QString(u"reopen "_s + qEnvironmentVariable("XDG_ACTIVATION_TOKEN")).trimmed()); });
+    listener.start();
+    readCommands(&listener);
+    print(u"first"_s);
     return QCoreApplication::exec();
 }
 
@@ -64,7 +65,6 @@ void click(QWidget* widget, Qt::MouseButton button) {
     const QPointF middle = widget->rect().center();
     QMouseEvent press(QEvent::MouseButtonPress, middle, widget->mapToGlobal(middle), button, button, Qt::NoModifier);
     QCoreApplication::sendEvent(widget, &press);
-    // Chooses each entry of the menu that may be open now.
     if (const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
         for (auto* entry : menu->actions()) {
             entry->trigger();
@@ -78,39 +78,67 @@ int runStatusItem(int argc, char** argv) {
     SessionBus bus;
     FakeAppearanceSource appearance;
     LinuxStatusItem item(bus, appearance);
-    const auto tell = [&item] {
+    const auto printPlace = [&item] {
         const auto place = item.placement();
-        say((item.isAvailable() ? u"there "_s : u"gone "_s) +
-            (place ? u"%1 %2 of %3"_s.arg(place->itemMinX).arg(place->itemWidth).arg(place->screenWidth)
-                   : u"unplaced"_s));
+        print((item.isAvailable() ? u"there "_s : u"gone "_s) +
+              (place ? u"%1 %2 of %3"_s.arg(place->itemMinX).arg(place->itemWidth).arg(place->screenWidth)
+                     : u"unplaced"_s));
     };
-    QObject::connect(&item, &StatusItem::availabilityChanged, &item, tell);
-    QObject::connect(&item, &StatusItem::activated, &item, [] { say(u"activated"_s); });
-    QObject::connect(&item, &StatusItem::openRequested, &item, [] { say(u"open"_s); });
-    QObject::connect(&item, &StatusItem::quitRequested, &item, [] { say(u"quit"_s); });
+    QObject::connect(&item, &StatusItem::availabilityChanged, &item, printPlace);
+    QObject::connect(&item, &StatusItem::activated, &item, [] { print(u"activated"_s); });
+    QObject::connect(&item, &StatusItem::openRequested, &item, [] { print(u"open"_s); });
+    QObject::connect(&item, &StatusItem::quitRequested, &item, [] { print(u"quit"_s); });
     item.setSymbol(u"music.note.list"_s, u"Tunedeck"_s);
     item.install();
-    tell();
-    followInput(&item, [tell](const std::string& line) {
-        if (line == "where") {
-            tell();
+    printPlace();
+    readCommands(&item, [printPlace](const QString& command) {
+        if (command == u"where") {
+            printPlace();
             return;
         }
         for (auto* widget : QApplication::topLevelWidgets()) {
             if (widget->inherits("QSystemTrayIconSys")) {
-                click(widget, line == "menu" ? Qt::RightButton : Qt::LeftButton);
+                click(widget, command == u"menu" ? Qt::RightButton : Qt::LeftButton);
             }
         }
     });
     return QApplication::exec();
 }
 
+int runDesktop(int argc, char** argv) {
+    const QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    SessionBus bus;
+    LinuxAppearanceSource appearance(bus);
+    LinuxNotificationCenter center(bus, {u"Tunedeck"_s, u"entry"_s, u"icon"_s});
+    LinuxReopenListener listener(bus);
+    QObject::connect(&appearance, &AppearanceSource::changed, &appearance,
+                     [&appearance] { print(appearance.current().dark ? u"dark"_s : u"light"_s); });
+    QObject::connect(&center, &NotificationCenter::opened, &center,
+                     [](const QString& identifier) { print(u"opened "_s + identifier); });
+    QObject::connect(&listener, &ReopenListener::reopenRequested, &listener, [] { print(u"reopen"_s); });
+    center.start();
+    listener.start();
+    readCommands(&center, [&center](const QString& command) {
+        center.post({.identifier = command.mid(5), .thread = {}, .title = command, .body = {}});
+    });
+    print(u"ready"_s);
+    return QApplication::exec();
+}
+
 int runTrayHost(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     TrayHost host;
-    QObject::connect(&host, &TrayHost::said, &host, [](const QString& line) { say(line); });
-    followInput(&host, [&host](const std::string& line) { host.obey(QByteArray::fromStdString(line)); });
-    say(u"ready"_s);
+    QObject::connect(&host, &TrayHost::itemRegistered, &host,
+                     [](const QString& menuPath) { print(u"item with menu at "_s + menuPath); });
+    readCommands(&host, [&host](const QString& command) {
+        if (command == u"activate") {
+            host.activateItem();
+        } else {
+            host.setHostRegistered(command == u"come");
+        }
+    });
+    print(u"ready"_s);
     return QCoreApplication::exec();
 }
 
@@ -121,7 +149,10 @@ int runRole(int argc, char** argv) {
     if (role == "--instance") {
         return runInstance(argc, argv);
     }
-    return role == "--status-item" ? runStatusItem(argc, argv) : runTrayHost(argc, argv);
+    if (role == "--status-item") {
+        return runStatusItem(argc, argv);
+    }
+    return role == "--desktop" ? runDesktop(argc, argv) : runTrayHost(argc, argv);
 }
 
 } // namespace tunedeck::test

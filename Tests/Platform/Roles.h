@@ -2,15 +2,17 @@
 
 namespace tunedeck::test {
 
-/// What this program does instead of testing when its first argument names a role; its exit status. Orders come line by
-/// line on its input, and what happens is printed.
+/// Runs this program in a role instead of its tests, when its first argument names one; returns the exit status. A role
+/// reads commands from its input, line by line, exits at its end, and prints what happens:
 ///
-/// - "--instance SOCKET REQUEST PATIENCE" prints what it is beside the others on the socket; the first one then prints
-///   each request and ends on "quit".
-/// - "--status-item" shows the real status item; prints "gone" or "there" with its placement whenever it comes or goes
-///   and on "where", and "activated" when it is; "click" clicks the docked icon, "menu" chooses each entry of its menu.
-/// - "--tray-host" is a watcher and host of StatusNotifierItems in one. It prints each registration with its menu's
-///   path; "activate" activates the item, "leave" and "come" unregister and register the host.
+/// - "--instance LOCK MILLISECONDS" starts a single instance, and prints the error, "handed over" or "first". The first
+///   then prints "reopen" with the activation token for each request.
+/// - "--status-item" shows the status item. It prints "there" or "gone" with the placement whenever that changes and on
+///   "where". "click" clicks the docked icon, "menu" selects each entry of its menu.
+/// - "--desktop" uses the other parts of the platform. It prints "dark" or "light" when that changes; "post ID" posts a
+///   notification, whose click prints "opened ID"; requests to reopen print "reopen".
+/// - "--tray-host" is a watcher and host of status notifier items. It prints each registration with the path of its
+///   menu; "activate" clicks the item, "leave" and "come" unregister and register the host.
 int runRole(int argc, char** argv);
 
 } // namespace tunedeck::test

@@ -1,19 +1,17 @@
-#include "Tests/Helpers/Desktop/DesktopParts.h"
+#include "Tests/Helpers/Desktop/Program.h"
 #include "Tests/Helpers/Test.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/SessionBus.h"
+#include "TunedeckMenu/Platform/Linux/Instance/LinuxReopenListener.h"
+#include "TunedeckMenu/Platform/Processes.h"
 #include "TunedeckMenu/Platform/SingleInstance.h"
-#include "TunedeckMenu/Platform/WaitForExit.h"
 
-#include <QDir>
-#include <QElapsedTimer>
+#include <QCoreApplication>
 #include <QFile>
-#include <QTemporaryDir>
+#include <QSysInfo>
 
 #include <signal.h>
-#include <sys/socket.h>
-#include <sys/stat.h>
-#include <sys/un.h>
 
-#include <cstring>
+#include <algorithm>
 #include <vector>
 
 namespace tunedeck {
@@ -23,136 +21,139 @@ using namespace test;
 
 class SingleInstanceTest : public testing::Test {
 protected:
-    [[nodiscard]] QString socket() const { return m_folder.filePath(u"app.socket"_s); }
-
-    [[nodiscard]] std::unique_ptr<Program> start(const QString& request = u"show"_s, int patience = 2000) const {
-        return test::startInstance(socket(), request, patience);
+    /// Starts an instance in another process (see Roles.h).
+    [[nodiscard]] std::unique_ptr<Program> start(int patience = 5000) const {
+        return std::make_unique<Program>(QCoreApplication::applicationFilePath(),
+                                         QStringList{u"--instance"_s, m_lockPath, QString::number(patience)},
+                                         m_environment);
     }
 
-    // Hands a request over and returns what the start said.
-    [[nodiscard]] std::string ask(const QString& request, int patience = 2000) const {
-        const auto process = start(request, patience);
-        const auto said = process->nextLine();
-        EXPECT_TRUE(process->ends());
-        return said;
+    /// The result of an instance in another process that isn't the first.
+    [[nodiscard]] std::string resultOfStart(int patience = 5000) const {
+        const auto process = start(patience);
+        auto result = process->nextLine();
+        EXPECT_TRUE(process->exits());
+        return result;
     }
 
-    // A client that says these bytes and is still there.
-    [[nodiscard]] int connectAndSend(const QByteArray& bytes) const {
-        const int client = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        std::strncpy(address.sun_path, QFile::encodeName(socket()).constData(), sizeof address.sun_path - 1);
-        EXPECT_EQ(::connect(client, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-        EXPECT_EQ(::send(client, bytes.constData(), static_cast<std::size_t>(bytes.size()), MSG_NOSIGNAL),
-                  bytes.size());
-        return client;
+    /// A lock file as `process` would have written it with this program.
+    void writeLock(pid_t process) const {
+        m_home.write(u"app.lock"_s, QByteArray::number(process) + "\nPlatformTests\n" +
+                                        QSysInfo::machineHostName().toUtf8() + '\n' + QSysInfo::machineUniqueId() +
+                                        '\n' + QSysInfo::bootUniqueId() + '\n');
     }
 
-    QTemporaryDir m_folder;
+    const TemporaryHome m_home;
+    const QString m_lockPath = m_home.path(u"app.lock"_s);
+    QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
 };
 
-TEST_F(SingleInstanceTest, ASecondStartHandsItsRequestAndItsActivationTokenToTheFirst) {
+TEST_F(SingleInstanceTest, ASecondStartReopensTheFirstWithItsActivationToken) {
     const auto first = start();
     ASSERT_EQ(first->nextLine(), "first");
-    struct stat info{};
-    ASSERT_EQ(::stat(QFile::encodeName(socket()).constData(), &info), 0);
-    EXPECT_EQ(info.st_mode & 0777, 0600U);
-
-    EXPECT_EQ(ask(u"show"_s), "handed over");
-    EXPECT_EQ(first->nextLine(), "show");
-    qputenv("XDG_ACTIVATION_TOKEN", "token-7");
-    EXPECT_EQ(ask(u"show"_s), "handed over");
-    qunsetenv("XDG_ACTIVATION_TOKEN");
-    EXPECT_EQ(first->nextLine(), "show token-7");
-
-    // The one that ends leaves the place to the next at once.
-    EXPECT_EQ(ask(u"quit"_s), "handed over");
-    EXPECT_EQ(first->nextLine(), "quit token-7");
-    const auto next = start();
-    EXPECT_EQ(next->nextLine(), "first");
-    EXPECT_TRUE(first->ends());
-    EXPECT_EQ(ask(u"quit"_s), "handed over");
-    EXPECT_TRUE(next->ends());
+    EXPECT_EQ(resultOfStart(), "handed over");
+    EXPECT_EQ(first->nextLine(), "reopen");
+    m_environment.insert(u"DESKTOP_STARTUP_ID"_s, u"token-7"_s);
+    EXPECT_EQ(resultOfStart(), "handed over");
+    EXPECT_EQ(first->nextLine(), "reopen token-7");
+    m_environment.insert(u"XDG_ACTIVATION_TOKEN"_s, u"token-8"_s);
+    EXPECT_EQ(resultOfStart(), "handed over");
+    EXPECT_EQ(first->nextLine(), "reopen token-8");
+    first->closeInput();
+    EXPECT_EQ(start()->nextLine(), "first") << "while the first one exits";
+    EXPECT_TRUE(first->exits());
 }
 
-TEST_F(SingleInstanceTest, OfManySimultaneousStartsOneIsTheFirst) {
+TEST_F(SingleInstanceTest, OneOfManySimultaneousStartsIsTheFirstEvenAfterACrash) {
     for (int round = 0; round < 3; ++round) {
         std::vector<std::unique_ptr<Program>> starts;
-        for (int i = 0; i < 8; ++i) {
-            starts.push_back(start(u"show"_s, 8000));
+        for (int i = 0; i < 6; ++i) {
+            starts.push_back(start(9000));
         }
         std::vector<Program*> firsts;
         for (const auto& start : starts) {
-            const auto said = start->nextLine();
-            if (said == "first") {
+            const auto result = start->nextLine();
+            if (result == "first") {
                 firsts.push_back(start.get());
             } else {
-                EXPECT_EQ(said, "handed over");
+                EXPECT_EQ(result, "handed over");
             }
         }
         ASSERT_EQ(firsts.size(), 1U);
-        firsts.front()->kill(); // what it leaves behind must not hinder the next round
-        EXPECT_TRUE(QFile::exists(socket()));
+        firsts.front()->kill();
+        EXPECT_TRUE(QFile::exists(m_lockPath));
     }
 }
 
-TEST_F(SingleInstanceTest, AFirstInstanceThatHangsIsSaidSoInTimeAndHearsNothingLate) {
+TEST_F(SingleInstanceTest, WaitsForAFirstThatIsStillStarting) {
+    SingleInstance instance(m_lockPath);
+    ASSERT_EQ(instance.start(0ms), SingleInstance::Start::First);
+    const auto second = start();
+    runUntil([] { return false; }, 300ms); // longer than the second start takes to ask for the first time
+    SessionBus bus;
+    LinuxReopenListener listener(bus);
+    int requests = 0;
+    QObject::connect(&listener, &ReopenListener::reopenRequested, [&requests] { ++requests; });
+    listener.start();
+    EXPECT_TRUE(runUntil([&] { return requests == 1; }));
+    EXPECT_EQ(second->nextLine(), "handed over");
+}
+
+TEST_F(SingleInstanceTest, ReportsAFirstThatHangsOrCannotBeReached) {
     const auto first = start();
     ASSERT_EQ(first->nextLine(), "first");
     ::kill(first->id(), SIGSTOP);
-    QElapsedTimer time;
-    time.start();
-    EXPECT_EQ(ask(u"show"_s, 300), "unanswered");
-    EXPECT_GE(time.elapsed(), 300);
-    ::kill(first->id(), SIGCONT);
-    EXPECT_EQ(ask(u"quit"_s), "handed over");
-    EXPECT_EQ(first->nextLine(), "quit");
-    EXPECT_TRUE(first->ends());
+    EXPECT_EQ(resultOfStart(300), "already running but not responding");
+    m_environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nonexistent"_s);
+    EXPECT_EQ(resultOfStart(), "already running, but its window can't be shown without a session bus");
+    EXPECT_EQ(SingleInstance(m_lockPath).takeOver(300ms), std::unexpected(u"the running application doesn't exit"_s));
+    first->kill();
 }
 
-TEST_F(SingleInstanceTest, NonsenseOnTheSocketIsNoRequestAndHindersNobody) {
+TEST_F(SingleInstanceTest, TakesOverFromARunningOne) {
+    EXPECT_EQ(SingleInstance(m_lockPath).takeOver(), false);
+    m_environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nonexistent"_s);
     const auto first = start();
     ASSERT_EQ(first->nextLine(), "first");
-    std::vector<int> clients;
-    for (const auto& bytes : {QByteArray("SHOW\n"), QByteArray("\n"), QByteArray("rm -rf;x\n").prepend('.'),
-                              QByteArray(5000, 'a'), QByteArray("sho"), QByteArray("\0show\n", 6)}) {
-        clients.push_back(connectAndSend(bytes));
-    }
-    EXPECT_EQ(ask(u"quit"_s), "handed over");
-    EXPECT_EQ(first->nextLine(), "quit");
-    for (const int client : clients) {
-        ::close(client);
-    }
-    EXPECT_TRUE(first->ends());
+    SingleInstance instance(m_lockPath);
+    EXPECT_EQ(instance.takeOver(), true);
+    EXPECT_TRUE(first->exits());
+    EXPECT_EQ(resultOfStart(), "already running, but its window can't be shown without a session bus");
 }
 
-TEST_F(SingleInstanceTest, UnusualFoldersDoNotKeepTheApplicationFromRunning) {
-    const auto deep = m_folder.filePath(QString(120, u'd'));
-    ASSERT_TRUE(QDir().mkpath(deep));
-    SingleInstance inDeepFolder(deep + u"/app.socket"_s);
-    ASSERT_EQ(inDeepFolder.acquire("show"), SingleInstance::Role::first);
-    inDeepFolder.answer();
-    const auto second = test::startInstance(deep + u"/app.socket"_s, u"show"_s, 300);
-    EXPECT_EQ(second->nextLine(), "unanswered"); // heard, but this process runs no event loop here
-    EXPECT_TRUE(second->ends());
-
-    SingleInstance nowhere(m_folder.filePath(u"missing/app.socket"_s));
-    EXPECT_EQ(nowhere.acquire("show"), SingleInstance::Role::first);
-    SingleInstance noPath{QString()};
-    EXPECT_EQ(noPath.acquire("show"), SingleInstance::Role::first);
+TEST_F(SingleInstanceTest, IgnoresTheLockOfADeadProcessWhoseIdWasReused) {
+    Program other(u"sleep"_s, {u"60"_s}, m_environment);
+    writeLock(other.id());
+    EXPECT_EQ(SingleInstance(m_lockPath).takeOver(), false);
+    writeLock(other.id());
+    EXPECT_EQ(SingleInstance(m_lockPath).start(0ms), SingleInstance::Start::First);
+    terminateSameProgram(other.id());
+    EXPECT_FALSE(waitForExit(other.id(), 100ms));
+    other.kill();
+    EXPECT_TRUE(waitForExit(other.id(), 5s));
 }
 
-TEST(WaitForExit, EndsWithTheProcessOrWithTheTime) {
-    QProcess process;
-    process.start(u"sleep"_s, {u"60"_s});
-    ASSERT_TRUE(process.waitForStarted());
-    const auto id = static_cast<pid_t>(process.processId());
-    EXPECT_FALSE(waitForExit(id, 30ms));
-    ::kill(id, SIGKILL);
-    EXPECT_TRUE(waitForExit(id, 5s));
-    process.waitForFinished();
-    EXPECT_TRUE(waitForExit(id, 5s)); // nothing of that id any more
+TEST_F(SingleInstanceTest, RunsWithoutALockFileWhereNoneCanBeMade) {
+    const auto file = m_home.write(u"file"_s, {});
+    EXPECT_EQ(SingleInstance(file + u"/app.lock"_s).start(0ms), SingleInstance::Start::First);
+    const auto missing = m_home.path(u"missing"_s);
+    EXPECT_EQ(SingleInstance(missing + u"/app.lock"_s).takeOver(), false);
+    EXPECT_FALSE(QFile::exists(missing));
+    SingleInstance instance(missing + u"/app.lock"_s);
+    EXPECT_EQ(instance.start(0ms), SingleInstance::Start::First);
+    EXPECT_TRUE(QFile::exists(missing + u"/app.lock"_s));
+}
+
+TEST_F(SingleInstanceTest, LocksInTheRuntimeFolderOrElseInTheHome) {
+    const auto runtime = qgetenv("XDG_RUNTIME_DIR");
+    const auto name = u"/com.brightfold.tunedeck.menu.lock"_s;
+    for (const auto& unusable : {QByteArray("relative"), QByteArray("/nonexistent"), QByteArray()}) {
+        qputenv("XDG_RUNTIME_DIR", unusable);
+        EXPECT_EQ(SingleInstance::defaultLockPath(), m_home.path(u".tunedeck"_s) + name);
+    }
+    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_home.path()));
+    EXPECT_EQ(SingleInstance::defaultLockPath(), m_home.path() + name);
+    qputenv("XDG_RUNTIME_DIR", runtime);
 }
 
 } // namespace

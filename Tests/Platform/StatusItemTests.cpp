@@ -1,4 +1,4 @@
-#include "Tests/Helpers/Desktop/DesktopParts.h"
+#include "Tests/Helpers/Desktop/BareDesktop.h"
 #include "Tests/Helpers/Test.h"
 #include "TunedeckMenu/Platform/Linux/Tray/TrayGlyph.h"
 
@@ -32,7 +32,7 @@ testing::AssertionResult docksAtTheRight(Program& item) {
         if (match.hasMatch() && width > 8 && x >= 900 && x + width <= 1000) {
             return testing::AssertionSuccess();
         }
-        item.say(u"where"_s);
+        item.write(u"where"_s);
         line = item.nextLine();
     }
     return testing::AssertionFailure() << line;
@@ -54,9 +54,9 @@ TEST_F(StatusItemTest, DocksInAnX11TrayThatComesLateGoesAndComesBack) {
     EXPECT_EQ(item->nextLine(), "gone unplaced");
     auto tray = desktop.startTray();
     EXPECT_TRUE(docksAtTheRight(*item));
-    item->say(u"click"_s);
+    item->write(u"click"_s);
     EXPECT_TRUE(says(*item, "activated"));
-    item->say(u"menu"_s);
+    item->write(u"menu"_s);
     EXPECT_TRUE(says(*item, "open"));
     EXPECT_TRUE(says(*item, "quit"));
     tray->kill();
@@ -76,14 +76,14 @@ TEST_F(StatusItemTest, RegistersWithAHostThatComesLateRestartsAndOutlivesItsBus)
         EXPECT_EQ(host->nextLine(), "ready");
         EXPECT_EQ(host->nextLine(), "item with menu at /MenuBar");
         EXPECT_EQ(item->nextLine(), "there unplaced"); // a host doesn't tell where it shows it
-        host->say(u"activate"_s);
+        host->write(u"activate"_s);
         EXPECT_EQ(item->nextLine(), "activated");
         return host;
     };
     auto host = meetsAHost();
-    host->say(u"leave"_s);
+    host->write(u"leave"_s);
     EXPECT_EQ(item->nextLine(), "gone unplaced");
-    host->say(u"come"_s);
+    host->write(u"come"_s);
     EXPECT_EQ(item->nextLine(), "there unplaced");
     host->kill();
     EXPECT_EQ(item->nextLine(), "gone unplaced");

@@ -1,7 +1,5 @@
-#include "Tests/Helpers/Desktop/DesktopParts.h"
 #include "Tests/Helpers/Test.h"
 #include "TunedeckMenu/Platform/Linux/Service/ServiceCleanup.h"
-#include "TunedeckMenu/Platform/SingleInstance.h"
 #include "TunedeckMenu/Platform/Uninstall.h"
 
 #include <QDir>
@@ -9,31 +7,10 @@
 #include <QFileInfo>
 #include <QProcess>
 
-#include <signal.h>
-
 namespace tunedeck {
 namespace {
 
 using namespace test;
-
-TEST(UninstallTest, TheRunningInstanceEndsAndItsPlaceIsTaken) {
-    const test::TemporaryHome home;
-    const auto socket = home.path(u"app.socket"_s);
-    EXPECT_EQ(SingleInstance(socket).takeOver(), false); // none ran
-    const auto running = test::startInstance(socket);
-    ASSERT_EQ(running->nextLine(), "first");
-    SingleInstance instance(socket);
-    EXPECT_EQ(instance.takeOver(), true);
-    EXPECT_EQ(running->nextLine(), "quit");
-    EXPECT_TRUE(running->ends());
-
-    const auto other = test::startInstance(home.path(u"other.socket"_s));
-    ASSERT_EQ(other->nextLine(), "first");
-    ::kill(other->id(), SIGSTOP);
-    EXPECT_EQ(SingleInstance(home.path(u"other.socket"_s)).takeOver(200ms),
-              std::unexpected(u"another Tunedeck runs but doesn't answer"_s));
-    ::kill(other->id(), SIGKILL);
-}
 
 TEST(UninstallTest, ProcessesAreFoundByTheirProgramAlsoWhenItIsGone) {
     const test::TemporaryHome home;

@@ -91,7 +91,7 @@ void Journey::TearDown() {
         ::kill(process, SIGKILL);
     }
     application.waitForFinished();
-    QFile::remove(socket()); // a killed one leaves it behind
+    QFile::remove(lockPath()); // a killed one leaves it behind
     std::ignore = output(u"systemctl"_s, {u"--user"_s, u"disable"_s, u"--now"_s, u"com.brightfold.tunedeck.service"_s});
     QDir own(home);
     for (const auto& entry : own.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)) {
@@ -109,8 +109,8 @@ void Journey::startBus() {
     })) << "the accessibility bus doesn't start";
 }
 
-QString Journey::socket() const {
-    return qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/com.brightfold.tunedeck.menu.socket"_s;
+QString Journey::lockPath() const {
+    return qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/com.brightfold.tunedeck.menu.lock"_s;
 }
 
 QString Journey::busAddress() const {

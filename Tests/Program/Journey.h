@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Tests/Helpers/Desktop/DesktopParts.h"
+#include "Tests/Helpers/Desktop/BareDesktop.h"
 #include "Tests/Program/Accessibility.h"
 
 #include <QByteArray>
@@ -71,7 +71,7 @@ protected:
     /// What a program prints.
     [[nodiscard]] QByteArray output(const QString& program, const QStringList& arguments) const;
     /// Where the running application takes what later starts ask for.
-    [[nodiscard]] QString socket() const;
+    [[nodiscard]] QString lockPath() const;
     /// A file in the home.
     [[nodiscard]] QByteArray read(const QString& relative) const;
     void writeInHome(const QString& relative, const QByteArray& bytes) const;

@@ -39,22 +39,16 @@ MenuServices makeMenuServices(Platform& platform, Clock& clock, const SystemFact
 
 } // namespace
 
-Application::Application(Clock& clock, const SystemFacts& facts, SingleInstance& instance)
-    : m_instance(instance)
-    , m_platform(createPlatform(facts))
+Application::Application(Clock& clock, const SystemFacts& facts)
+    : m_platform(createPlatform(facts))
     , m_loader(m_platform->notifications(), panelLoaderOptions(facts.bundle, m_platform->relauncher()))
     , m_delegate(makeMenuServices(*m_platform, clock, facts), {.statusItem = m_platform->statusItem(),
                                                                .notifications = m_platform->notifications(),
                                                                .appearance = m_platform->appearance(),
                                                                .views = m_loader,
                                                                .defaults = m_defaults}) {
-    QObject::connect(&m_instance, &SingleInstance::requested, &m_delegate, [this](const QByteArray& request) {
-        if (request == "quit") {
-            QCoreApplication::quit();
-        } else {
-            m_delegate.reopen();
-        }
-    });
+    QObject::connect(&m_platform->reopenListener(), &ReopenListener::reopenRequested, &m_delegate,
+                     &AppDelegate::reopen);
 }
 
 Application::~Application() = default;
@@ -62,7 +56,7 @@ Application::~Application() = default;
 void Application::launch(bool show) {
     m_delegate.launch();
     followScreens();
-    m_instance.answer();
+    m_platform->reopenListener().start();
     if (show) {
         QTimer::singleShot(0, &m_delegate, &AppDelegate::reopen);
     }

@@ -3,7 +3,6 @@
 #include "TunedeckCore/Support/Async/Clock.h"
 #include "TunedeckMenu/App/AppDelegate.h"
 #include "TunedeckMenu/Platform/Platform.h"
-#include "TunedeckMenu/Platform/SingleInstance.h"
 #include "TunedeckMenu/Platform/SystemFacts.h"
 #include "TunedeckMenu/Windows/PanelLoader.h"
 
@@ -16,8 +15,8 @@ namespace tunedeck {
 /// The delegate put together with the real desktop, for a program that has its QApplication.
 class Application {
 public:
-    /// The first instance hands over what later starts ask for; clock and instance must outlive this.
-    Application(Clock& clock, const SystemFacts& facts, SingleInstance& instance);
+    /// The clock must outlive this.
+    Application(Clock& clock, const SystemFacts& facts);
     ~Application();
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
@@ -29,7 +28,6 @@ public:
 private:
     void followScreens();
 
-    SingleInstance& m_instance;
     std::unique_ptr<Platform> m_platform;
     QSettings m_defaults;
     PanelLoader m_loader;

@@ -4,10 +4,10 @@
 #include "TunedeckMenu/App/QuitSignals.h"
 #include "TunedeckMenu/App/RemoveCommand.h"
 #include "TunedeckMenu/Platform/Log.h"
+#include "TunedeckMenu/Platform/Processes.h"
 #include "TunedeckMenu/Platform/SingleInstance.h"
 #include "TunedeckMenu/Platform/SystemFacts.h"
 #include "TunedeckMenu/Platform/Uninstall.h"
-#include "TunedeckMenu/Platform/WaitForExit.h"
 
 #include <QApplication>
 #include <QCoreApplication>
@@ -59,7 +59,7 @@ int runWithoutDisplay(int& argc, char** argv, const std::function<QCoro::Task<Co
 int runRemoval(int& argc, char** argv) {
     installSystemLog();
     joinSession();
-    SingleInstance instance(SingleInstance::defaultSocketPath());
+    SingleInstance instance;
     const auto ended = instance.takeOver();
     const auto facts = systemFacts();
     const auto uninstall = uninstallOf(facts);
@@ -84,7 +84,7 @@ void explainMissingDisplay(QtMsgType type, const QMessageLogContext&, const QStr
     }
 }
 
-int runApplication(int& argc, char** argv, SingleInstance& instance, bool show) {
+int runApplication(int& argc, char** argv, bool show) {
     QuitSignals quitSignals;
     const auto usualHandler = qInstallMessageHandler(explainMissingDisplay);
     QApplication application(argc, argv);
@@ -94,7 +94,7 @@ int runApplication(int& argc, char** argv, SingleInstance& instance, bool show) 
     quitSignals.listen();
 
     SystemClock clock;
-    Application menu(clock, systemFacts(), instance);
+    Application menu(clock, systemFacts());
     menu.launch(show);
     return QApplication::exec();
 }
@@ -104,23 +104,17 @@ int start(int& argc, char** argv, const CommandLine& wish) {
         waitForExit(*wish.afterProcess, 20s);
     }
     installSystemLog();
-    const bool quits = wish.command == CommandLine::Command::quit;
-    if (quits) {
+    if (wish.command == CommandLine::Command::quit) {
         joinSession();
+        const auto ended = SingleInstance().takeOver();
+        return ended ? EXIT_SUCCESS : complain(ended.error(), EXIT_FAILURE);
     }
-    SingleInstance instance(SingleInstance::defaultSocketPath());
-    switch (instance.acquire(quits ? QByteArrayLiteral("quit") : QByteArrayLiteral("show"))) {
-    case SingleInstance::Role::handedOver:
-        return EXIT_SUCCESS;
-    case SingleInstance::Role::unanswered:
-        return complain(QStringLiteral("another Tunedeck runs but doesn't answer"), EXIT_FAILURE);
-    case SingleInstance::Role::first:
-        break;
+    SingleInstance instance;
+    const auto started = instance.start();
+    if (!started) {
+        return complain(started.error(), EXIT_FAILURE);
     }
-    if (quits) {
-        return EXIT_SUCCESS; // nothing runs that would have to be ended
-    }
-    return runApplication(argc, argv, instance, wish.show);
+    return *started == SingleInstance::Start::First ? runApplication(argc, argv, wish.show) : EXIT_SUCCESS;
 }
 
 } // namespace

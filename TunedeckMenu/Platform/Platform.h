@@ -7,6 +7,7 @@
 #include "TunedeckMenu/Platform/NotificationCenter.h"
 #include "TunedeckMenu/Platform/Pasteboard.h"
 #include "TunedeckMenu/Platform/Relauncher.h"
+#include "TunedeckMenu/Platform/ReopenListener.h"
 #include "TunedeckMenu/Platform/StatusItem.h"
 #include "TunedeckMenu/Platform/SystemFacts.h"
 #include "TunedeckMenu/Platform/Workspace.h"
@@ -27,6 +28,7 @@ public:
     virtual FolderPicker& folderPicker() = 0;
     virtual AppearanceSource& appearance() = 0;
     virtual Relauncher& relauncher() = 0;
+    virtual ReopenListener& reopenListener() = 0;
     /// Controls the background service's supervisor.
     virtual Launchctl launchctl() = 0;
 };

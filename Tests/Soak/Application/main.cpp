@@ -4,6 +4,7 @@
 #include "TunedeckMenu/App/Application.h"
 #include "TunedeckMenu/App/QuitSignals.h"
 #include "TunedeckMenu/Platform/Log.h"
+#include "TunedeckMenu/Platform/SingleInstance.h"
 
 #include <QApplication>
 #include <QSocketNotifier>
@@ -72,7 +73,7 @@ private:
     std::string m_unread;
 };
 
-int run(int& argc, char** argv, SingleInstance& instance) {
+int run(int& argc, char** argv) {
     QuitSignals quitSignals;
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
@@ -87,7 +88,7 @@ int run(int& argc, char** argv, SingleInstance& instance) {
     soak::FastClock clock(timeline, {.marked = 4s,
                                      .asked = [&rounds] { rounds.end(); },
                                      .wakes = [&rounds](const std::function<void()>& wake) { rounds.begin(wake); }});
-    Application menu(clock, facts, instance);
+    Application menu(clock, facts);
     Orders orders(menu, clock);
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, &application, [&orders] { orders.read(); });
@@ -104,14 +105,10 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationName(QStringLiteral("Tunedeck"));
     QGuiApplication::setDesktopFileName(QStringLiteral("com.brightfold.tunedeck.menu"));
     installSystemLog();
-    SingleInstance instance(SingleInstance::defaultSocketPath());
-    switch (instance.acquire(QByteArrayLiteral("show"))) {
-    case SingleInstance::Role::handedOver:
-        return EXIT_SUCCESS;
-    case SingleInstance::Role::unanswered:
-        return EXIT_FAILURE;
-    case SingleInstance::Role::first:
-        break;
+    SingleInstance instance;
+    const auto started = instance.start();
+    if (started != SingleInstance::Start::First) {
+        return started ? EXIT_SUCCESS : EXIT_FAILURE;
     }
-    return run(argc, argv, instance);
+    return run(argc, argv);
 }

@@ -44,7 +44,7 @@ bool Weather::user() {
     }
     if (chance < 75 && m_on.desk.hasTray()) {
         note(u"icon clicked"_s);
-        m_on.desk.tray().obey("activate");
+        m_on.desk.tray().activateItem();
     } else if (chance < 80) {
         note(u"panel opened or closed"_s);
         return order(u"panel"_s);
@@ -85,10 +85,10 @@ bool Weather::desktop() {
     default:
         if (m_on.desk.hasTray()) {
             note(u"tray's host gone"_s);
-            m_on.desk.tray().obey("go");
+            m_on.desk.tray().setHostRegistered(false);
             later(spell, [this] {
                 if (m_on.desk.hasTray()) {
-                    m_on.desk.tray().obey("come");
+                    m_on.desk.tray().setHostRegistered(true);
                 }
             });
         }
@@ -156,7 +156,7 @@ bool Weather::settle() {
     m_on.desk.setBus(true);
     m_on.desk.setServer(true);
     m_on.desk.setTray(true);
-    m_on.desk.tray().obey("come");
+    m_on.desk.tray().setHostRegistered(true);
     (void)m_on.unit.signal(SIGCONT);
     m_on.unit.revive();
     pass(300);

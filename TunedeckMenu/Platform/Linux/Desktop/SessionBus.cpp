@@ -10,6 +10,7 @@
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
@@ -33,6 +34,11 @@ SessionBus::~SessionBus() {
     if (!m_name.isEmpty()) {
         QDBusConnection::disconnectFromBus(m_name);
     }
+}
+
+bool SessionBus::hasAddress() {
+    return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
+           QFile::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/bus"_s);
 }
 
 void SessionBus::call(const QDBusMessage& message, std::chrono::milliseconds timeout, QObject* context,
@@ -68,9 +74,7 @@ void SessionBus::forget() {
 }
 
 void SessionBus::retry() {
-    // Without any address libdbus would start a bus of its own, which nobody else is on.
-    if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
-        QFile::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"))) {
+    if (hasAddress()) {
         if (!m_name.isEmpty()) {
             QDBusConnection::disconnectFromBus(m_name);
         }

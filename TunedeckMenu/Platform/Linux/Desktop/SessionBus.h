@@ -19,6 +19,9 @@ public:
     explicit SessionBus(QDBusConnection first = QDBusConnection::sessionBus(), QObject* parent = nullptr);
     ~SessionBus() override;
 
+    /// True when the environment names a bus. Without one, libdbus would start a private bus.
+    static bool hasAddress();
+
     /// The connection as it is now; calls on one that isn't connected fail at once.
     [[nodiscard]] const QDBusConnection& connection() const { return m_connection; }
 

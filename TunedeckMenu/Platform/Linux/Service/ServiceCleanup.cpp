@@ -3,12 +3,12 @@
 #include "TunedeckCore/Installation/ServiceInstaller.h"
 #include "TunedeckCore/Locations/Paths.h"
 #include "TunedeckCore/Support/Async/Process.h"
+#include "TunedeckMenu/Platform/Linux/System/LinuxProcesses.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace tunedeck {
@@ -40,14 +40,7 @@ std::vector<pid_t> processesRunning(const QString& program) {
     for (const auto& name : QDir(u"/proc"_s).entryList(QDir::Dirs)) {
         bool isNumber = false;
         const auto process = name.toInt(&isNumber);
-        const auto folder = "/proc/" + name.toLatin1();
-        struct stat facts{};
-        if (!isNumber || ::stat(folder.constData(), &facts) != 0 || facts.st_uid != ::getuid()) {
-            continue;
-        }
-        QByteArray running(4096, Qt::Uninitialized);
-        running.truncate(::readlink((folder + "/exe").constData(), running.data(), 4096));
-        if (running == path || running == path + " (deleted)") {
+        if (isNumber && ownProgramPath(process) == path) {
             found.push_back(process);
         }
     }

@@ -6,6 +6,7 @@
 #include "TunedeckMenu/Platform/Linux/Desktop/LinuxWorkspace.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/SessionBus.h"
 #include "TunedeckMenu/Platform/Linux/Instance/LinuxRelauncher.h"
+#include "TunedeckMenu/Platform/Linux/Instance/LinuxReopenListener.h"
 #include "TunedeckMenu/Platform/Linux/Notifications/LinuxNotificationCenter.h"
 #include "TunedeckMenu/Platform/Linux/Service/SystemdUserManager.h"
 #include "TunedeckMenu/Platform/Linux/Tray/LinuxStatusItem.h"
@@ -22,7 +23,8 @@ public:
         , m_statusItem(m_bus, m_appearance)
         , m_notifications(m_bus, {QStringLiteral("Tunedeck"), facts.bundleIdentifier, m_icon})
         , m_workspace(m_bus)
-        , m_loginItem(LinuxLoginItem::defaultEntry(facts.home), BundlePaths(facts.bundle).application(), m_icon) {}
+        , m_loginItem(LinuxLoginItem::defaultEntry(facts.home), BundlePaths(facts.bundle).application(), m_icon)
+        , m_reopenListener(m_bus) {}
 
     StatusItem& statusItem() override { return m_statusItem; }
     NotificationCenter& notifications() override { return m_notifications; }
@@ -32,6 +34,7 @@ public:
     FolderPicker& folderPicker() override { return m_folderPicker; }
     AppearanceSource& appearance() override { return m_appearance; }
     Relauncher& relauncher() override { return m_relauncher; }
+    ReopenListener& reopenListener() override { return m_reopenListener; }
     Launchctl launchctl() override { return SystemdUserManager::ofUser().launchctl(); }
 
 private:
@@ -45,6 +48,7 @@ private:
     LinuxPasteboard m_pasteboard;
     LinuxFolderPicker m_folderPicker;
     LinuxRelauncher m_relauncher;
+    LinuxReopenListener m_reopenListener;
 };
 
 } // namespace
