@@ -1,5 +1,6 @@
 #include "TunedeckCore/Diagnostics.h"
 
+#include "TunedeckCore/Masking.h"
 #include "TunedeckCore/Support/Files/FileDescriptor.h"
 #include "TunedeckCore/Support/Text/Time.h"
 
@@ -69,7 +70,7 @@ QString assistants(const std::vector<AssistantLink>& links) {
     return texts.isEmpty() ? u"none"_s : texts.join(u", "_s);
 }
 
-/// The last bytes of a regular file, at most as many as asked for.
+/// The last `most` bytes of a regular file, or fewer.
 QByteArray tail(const QString& path, std::int64_t most) {
     const FileDescriptor file = openForReading(path);
     struct ::stat facts{};
@@ -86,7 +87,7 @@ QByteArray tail(const QString& path, std::int64_t most) {
             continue;
         }
         if (got <= 0) {
-            break; // the file has become shorter
+            break; // the file was truncated
         }
         count += got;
     }

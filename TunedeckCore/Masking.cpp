@@ -1,16 +1,12 @@
 #include "TunedeckCore/Masking.h"
 
-#include "TunedeckCore/Diagnostics.h"
 #include "TunedeckCore/Support/Text/Text.h"
 
+#include <QRegularExpression>
+#include <QStringList>
 #include <QStringView>
 
-#include <algorithm>
-#include <array>
-
-// The three replacements are those of the regular expressions quoted at each. They are scanned by hand: a matcher that
-// recurses or backtracks would take a long line of somebody's log for an attack, and rightly.
-namespace tunedeck::Diagnostics {
+namespace tunedeck {
 
 using namespace Qt::StringLiterals;
 
@@ -18,144 +14,31 @@ namespace {
 
 constexpr QChar ellipsis = u'…';
 
-/// Letters, digits, "_" and "-" of ASCII.
-constexpr std::array<bool, 128> tokenCharacters = [] {
-    std::array<bool, 128> table{};
-    for (char16_t c = 0; c < 128; ++c) {
-        table[c] =
-            (c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') || c == u'_' || c == u'-';
+/// Keeps the first group of each match and replaces the rest of it. Where the regular-expression engine gives up, the
+/// remaining text is hidden.
+QString masking(const QString& text, const QRegularExpression& pattern) {
+    QString masked;
+    qsizetype end = 0;
+    auto matches = pattern.globalMatch(text);
+    while (matches.hasNext()) {
+        const auto match = matches.next();
+        masked += QStringView(text).sliced(end, match.capturedEnd(1) - end);
+        masked += ellipsis;
+        end = match.capturedEnd();
     }
-    return table;
-}();
-
-bool isToken(char16_t c) {
-    return c < tokenCharacters.size() && tokenCharacters[c];
-}
-
-/// The characters that differ from a small ASCII letter only in case: capitals, the long s and the Kelvin sign.
-char16_t folded(char16_t c) {
-    if (c >= u'A' && c <= u'Z') {
-        return static_cast<char16_t>(c - u'A' + u'a');
-    }
-    return c == u'\u017F' ? u's' : c == u'\u212A' ? u'k' : c;
-}
-
-/// White space as Unicode has it.
-bool isSpace(char16_t c) {
-    if (c < 0x80) {
-        return c == u' ' || (c >= u'\t' && c <= u'\r');
-    }
-    return c == 0x85 || c == 0xA0 || c == 0x1680 || (c >= 0x2000 && c <= 0x200A) || c == 0x2028 || c == 0x2029 ||
-           c == 0x202F || c == 0x205F || c == 0x3000;
-}
-
-/// A text that is copied with parts of it replaced; costs nothing as long as there are none.
-class Replacing {
-public:
-    explicit Replacing(const QString& text) : m_text(text) {}
-
-    void replace(qsizetype from, qsizetype to) {
-        m_out += QStringView(m_text).sliced(m_copied, from - m_copied);
-        m_out += ellipsis;
-        m_copied = to;
-    }
-
-    QString result() && {
-        if (m_copied == 0) {
-            return m_text;
-        }
-        m_out += QStringView(m_text).sliced(m_copied);
-        return std::move(m_out);
-    }
-
-private:
-    const QString& m_text;
-    QString m_out;
-    qsizetype m_copied = 0;
-};
-
-template<class Predicate>
-qsizetype endOf(QStringView text, qsizetype from, Predicate belongs) {
-    const auto* const end = text.utf16() + text.size();
-    return std::find_if_not(text.utf16() + from, end, belongs) - text.utf16();
-}
-
-bool continuesWith(QStringView text, qsizetype at, QStringView word) {
-    return text.size() - at >= word.size() &&
-           std::equal(word.utf16(), word.utf16() + word.size(), text.utf16() + at,
-                      [](char16_t expected, char16_t c) { return folded(c) == expected; });
-}
-
-/// (?i)(bearer\s+)\S+
-QString maskingBearers(const QString& text) {
-    Replacing result(text);
-    const char16_t* const units = QStringView(text).utf16();
-    for (qsizetype at = 0; at < text.size(); ++at) {
-        if ((units[at] | 0x20) != u'b' || !continuesWith(text, at, u"bearer")) {
-            continue;
-        }
-        const qsizetype word = at + 6;
-        const qsizetype token = endOf(text, word, isSpace);
-        if (token == word) {
-            continue; // looking for a token's end all the same would take quadratic time on "bearerbearer…"
-        }
-        const qsizetype end = endOf(text, token, [](char16_t c) { return !isSpace(c); });
-        if (end > token) {
-            result.replace(token, end);
-        }
-        at = end - 1;
-    }
-    return std::move(result).result();
-}
-
-/// (?i)([?&]start=)[A-Za-z0-9_\-]+
-QString maskingStartCodes(const QString& text) {
-    Replacing result(text);
-    const char16_t* const units = QStringView(text).utf16();
-    for (qsizetype at = 0; at < text.size(); ++at) {
-        if ((units[at] != u'?' && units[at] != u'&') || !continuesWith(text, at + 1, u"start=")) {
-            continue;
-        }
-        const qsizetype code = at + 7;
-        const qsizetype end = endOf(text, code, [](char16_t c) { return isToken(folded(c)); });
-        if (end > code) {
-            result.replace(code, end);
-            at = end - 1;
-        }
-    }
-    return std::move(result).result();
-}
-
-/// (?<![A-Za-z0-9_\-])([A-Za-z0-9_\-]{4})[A-Za-z0-9_\-]{20,}(?![A-Za-z0-9_\-])
-QString maskingTokens(const QString& text) {
-    constexpr qsizetype shown = 4;
-    constexpr qsizetype shortest = 24;
-    Replacing result(text);
-    const char16_t* const units = QStringView(text).utf16();
-    for (qsizetype at = 0; at < text.size(); ++at) {
-        if (!isToken(units[at])) {
-            continue;
-        }
-        const qsizetype end = endOf(text, at, isToken);
-        if (end - at >= shortest) {
-            result.replace(at + shown, end);
-        }
-        at = end;
-    }
-    return std::move(result).result();
+    return masked + (matches.isValid() ? text.sliced(end) : QString(ellipsis));
 }
 
 } // namespace
 
-QString mask(const QString& text) {
-    return maskingTokens(maskingStartCodes(maskingBearers(text)));
+QString Diagnostics::mask(const QString& text) {
+    // Possessive quantifiers keep these linear. \s would include U+180E, which is no longer white space.
+    static const QRegularExpression bearer(uR"((?i)(bearer\p{White_Space}++)\P{White_Space}++)"_s);
+    static const QRegularExpression startCode(uR"((?i)([?&]start=)[A-Za-z0-9_\-]++)"_s);
+    static const QRegularExpression token(
+        uR"((?<![A-Za-z0-9_\-])([A-Za-z0-9_\-]{4})[A-Za-z0-9_\-]{20,}+(?![A-Za-z0-9_\-]))"_s);
+    return masking(masking(masking(text, bearer), startCode), token);
 }
-
-} // namespace tunedeck::Diagnostics
-
-namespace tunedeck {
-
-using namespace Qt::StringLiterals;
 
 QString maskingSecretPath(const QString& url) {
     constexpr int shortestSecret = 16;

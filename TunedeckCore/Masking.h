@@ -4,7 +4,16 @@
 
 namespace tunedeck {
 
-/// A private URL as it is shown while secrets are hidden.
+namespace Diagnostics {
+
+/// Replaces bearer tokens, Telegram start codes and isolated runs of at least 24 token characters (letters, digits,
+/// "_",
+/// "-") by "…"; the first four characters of such a run stay. Takes linear time.
+QString mask(const QString& text);
+
+} // namespace Diagnostics
+
+/// A private URL as shown while secrets are hidden: only the first four characters of the path component before "mcp".
 QString maskingSecretPath(const QString& url);
 
 } // namespace tunedeck

@@ -1,5 +1,6 @@
 #include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Diagnostics.h"
+#include "TunedeckCore/Masking.h"
 
 #include <QFile>
 
@@ -30,7 +31,7 @@ TEST(Mask, HidesTokensCodesAndLongRuns) {
     }
 }
 
-TEST(Mask, KnowsTheBlanksOfUnicodeAndNothingElseAsBlanks) {
+TEST(Mask, TreatsExactlyUnicodeWhiteSpaceAsSpaces) {
     const auto masked = [](int between) {
         const auto text = u"bearer%1a%1b"_s.arg(QChar(between));
         return Diagnostics::mask(text) == u"bearer%1…%1b"_s.arg(QChar(between));
@@ -44,7 +45,7 @@ TEST(Mask, KnowsTheBlanksOfUnicodeAndNothingElseAsBlanks) {
     }
 }
 
-TEST(Mask, LeavesAloneWhatIsNoSecret) {
+TEST(Mask, KeepsTextWithoutSecrets) {
     for (const auto& text :
          {u""_s, u"bearer"_s, u"bearer "_s, u"bearer\n"_s, u"bearertoken"_s, u"the bear er x"_s, u"start=abc"_s,
           u"?started=abc"_s, u"?start= abc"_s, u"?start="_s, u"&restart=abc"_s, u"abcdefghij0123456789_-A"_s,
@@ -55,8 +56,9 @@ TEST(Mask, LeavesAloneWhatIsNoSecret) {
     }
 }
 
-/// With quadratic work on any of these the test wouldn't end.
-TEST(Mask, CopesWithHostileText) {
+/// Quadratic time on any of these would exceed the time limit.
+TEST(Mask, TakesLinearTimeAndHidesWhatItCannotRead) {
+    EXPECT_EQ(Diagnostics::mask(u"a bearer b "_s + QChar(0xD800)), QString(u'…'));
     constexpr qsizetype million = 1'000'000;
     for (const auto& text : {QString(3 * million, u'x'), u"bearer"_s.repeated(million / 2),
                              u"bearer "_s.repeated(million / 2), u"bearer"_s + QString(3 * million, u' '),
@@ -82,7 +84,7 @@ TEST_F(LogTail, KeepsTheLastWarningsAndErrorsInOrder) {
     EXPECT_EQ(lines(""), QStringList());
 }
 
-TEST_F(LogTail, ReadsNoMoreThanItWasTold) {
+TEST_F(LogTail, ReadsOnlyTheTail) {
     const QByteArray log = "1 WARN one\n2 WARN two\n";
     EXPECT_EQ(lines(log, 50, log.size()).size(), 2);
     EXPECT_EQ(lines(log, 50, 17), QStringList(u"2 WARN two"_s));
@@ -95,7 +97,7 @@ TEST_F(LogTail, ReadsNoMoreThanItWasTold) {
     EXPECT_EQ(Diagnostics::warningLines(sparse.fileName(), 50, 4096), QStringList(u"t ERROR at the end"_s));
 }
 
-TEST_F(LogTail, IsEmptyForWhatIsNoReadableFileAndNeverWaits) {
+TEST_F(LogTail, IsEmptyWithoutAReadableFileAndNeverBlocks) {
     EXPECT_EQ(Diagnostics::warningLines(home.path(u"missing"_s), 50, 4096), QStringList());
     EXPECT_EQ(Diagnostics::warningLines(home.path(), 50, 4096), QStringList());
     EXPECT_EQ(Diagnostics::warningLines(u"/dev/zero"_s, 50, 4096), QStringList());

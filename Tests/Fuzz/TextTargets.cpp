@@ -1,15 +1,17 @@
 #include "Tests/Fuzz/Targets.h"
-#include "TunedeckCore/Diagnostics.h"
+#include "TunedeckCore/Masking.h"
 #include "TunedeckCore/Service/TunnelConfig.h"
 #include "TunedeckCore/Support/Text/Time.h"
 #include "TunedeckCore/Update/SemVer.h"
 
-#include <QFile>
+#include <QRegularExpression>
 
 #include <cstdio>
 #include <cstdlib>
 
 namespace tunedeck::fuzz {
+
+using namespace Qt::StringLiterals;
 
 void require(bool promise, const char* what) {
     if (!promise) {
@@ -19,15 +21,16 @@ void require(bool promise, const char* what) {
 }
 
 void mask(const QByteArray& input) {
-    constexpr int shortestSecret = 24;
-    const QString masked = Diagnostics::mask(QString::fromUtf8(input));
+    const QString text = QString::fromUtf8(input);
+    const QString masked = Diagnostics::mask(text);
     require(Diagnostics::mask(masked) == masked, "a masked text has nothing left to mask");
-    int run = 0;
-    for (const QChar c : masked) {
-        const bool token = c.unicode() < 128 && (c.isLetterOrNumber() || c == u'_' || c == u'-');
-        run = token ? run + 1 : 0;
-        require(run < shortestSecret, "no long run is left");
+    QString expected = text;
+    for (const auto& rule :
+         {uR"((?i)(bearer[\t-\r\x85\p{Z}]+)[^\t-\r\x85\p{Z}]+)"_s, uR"((?i)([?&]start=)[A-Za-z0-9_\-]+)"_s,
+          uR"((?<![A-Za-z0-9_\-])([A-Za-z0-9_\-]{4})[A-Za-z0-9_\-]{20,}(?![A-Za-z0-9_\-]))"_s}) {
+        expected.replace(QRegularExpression(rule), u"\\1…"_s);
     }
+    require(masked == expected, "masking equals its three rules");
 }
 
 void semVer(const QByteArray& input) {

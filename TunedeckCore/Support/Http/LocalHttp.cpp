@@ -2,21 +2,25 @@
 
 #include "TunedeckCore/Support/Async/Wait.h"
 #include "TunedeckCore/Support/Files/FileDescriptor.h"
-#include "TunedeckCore/Support/Http/HttpAnswer.h"
+#include "TunedeckCore/Support/Http/HttpReplyReader.h"
 
 #include <QSocketNotifier>
 #include <QTimer>
 
 #include <arpa/inet.h>
+#include <fcntl.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 
 #include <array>
 #include <cerrno>
 #include <cstdint>
+#include <optional>
 #include <utility>
 
 namespace tunedeck {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -28,13 +32,13 @@ struct Peer {
     socklen_t size = 0;
 };
 
-/// The peer that a URL names: 127.x.y.z, [::1] or localhost, which is never looked up.
+/// The address in a URL: 127.x.y.z, [::1] or localhost. Never uses the resolver.
 std::optional<Peer> peerOf(const QUrl& url) {
-    if (!url.isValid() || url.scheme() != QStringLiteral("http")) {
+    if (!url.isValid() || url.scheme() != "http"_L1) {
         return std::nullopt;
     }
     const auto name = url.host();
-    const auto host = (name == QStringLiteral("localhost") ? QStringLiteral("127.0.0.1") : name).toLatin1();
+    const auto host = (name == "localhost"_L1 ? u"127.0.0.1"_s : name).toLatin1();
     const auto port = htons(static_cast<std::uint16_t>(url.port(80)));
     Peer peer;
     auto* const four = reinterpret_cast<sockaddr_in*>(&peer.address);
@@ -55,7 +59,15 @@ std::optional<Peer> peerOf(const QUrl& url) {
     return std::nullopt;
 }
 
-/// The request as it goes over the connection.
+/// A non-blocking socket that child processes don't inherit.
+FileDescriptor streamSocket(int family) {
+    FileDescriptor opened(socket(family, SOCK_STREAM, 0));
+    const bool isReady =
+        opened && fcntl(opened.get(), F_SETFD, FD_CLOEXEC) == 0 && fcntl(opened.get(), F_SETFL, O_NONBLOCK) == 0;
+    return isReady ? std::move(opened) : FileDescriptor();
+}
+
+/// The bytes of a request.
 QByteArray wireFormat(const HttpRequest& request) {
     static constexpr std::array names{"GET ", "POST ", "DELETE "};
     QByteArray text(names.at(static_cast<std::size_t>(request.method)));
@@ -81,14 +93,14 @@ QByteArray wireFormat(const HttpRequest& request) {
     return text + "\r\n" + request.json.value_or(QByteArray());
 }
 
-/// One connection with its request and its answer. Nothing in it waits.
+/// One connection with its request and its reply. Never blocks.
 class Exchange {
 public:
-    Exchange(QByteArray request, HttpLimits limits) : m_unsent(std::move(request)), m_answer(limits) {}
+    Exchange(QByteArray request, HttpLimits limits) : m_unsent(std::move(request)), m_reader(limits) {}
 
-    /// Opens the connection and sends what goes at once.
+    /// Starts to connect and to send; returns a failure.
     std::optional<Outcome> start(const Peer& peer) {
-        m_socket = FileDescriptor(socket(peer.address.ss_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+        m_socket = streamSocket(peer.address.ss_family);
         if (!m_socket) {
             return std::unexpected(HttpFailure::Unreachable);
         }
@@ -101,7 +113,7 @@ public:
         return std::nullopt;
     }
 
-    /// Goes as far as the socket allows; the outcome when there is one.
+    /// Sends and receives what the socket allows; returns the outcome once there is one.
     std::optional<Outcome> proceed() {
         if (!m_connected) {
             int error = 0;
@@ -121,11 +133,11 @@ public:
         return receiveSome();
     }
 
-    [[nodiscard]] int socketNumber() const { return m_socket.get(); }
+    [[nodiscard]] int descriptor() const { return m_socket.get(); }
     [[nodiscard]] bool wantsToWrite() const { return !m_connected || !m_unsent.isEmpty(); }
 
 private:
-    /// A peer may answer and close before it has read everything: a failure ends the sending only.
+    /// A failure only ends the sending: a peer may reply and close before it has read the whole request.
     void sendSome() {
         while (!m_unsent.isEmpty()) {
             const auto sent =
@@ -133,7 +145,7 @@ private:
             if (sent < 0) {
                 if (errno != EAGAIN && errno != EINTR) {
                     m_unsent.clear();
-                    m_cut = true;
+                    m_sendFailed = true;
                 }
                 return;
             }
@@ -141,7 +153,7 @@ private:
         }
     }
 
-    /// At most one buffer in a turn, so that a fast peer doesn't keep the event loop.
+    /// Reads one buffer at a time, so that a fast peer doesn't block the event loop.
     std::optional<Outcome> receiveSome() {
         std::array<char, 64UL * 1024> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init)
         const auto received = recv(m_socket.get(), buffer.data(), buffer.size(), 0);
@@ -149,28 +161,28 @@ private:
             return errno == EAGAIN || errno == EINTR ? std::nullopt
                                                      : std::optional<Outcome>(std::unexpected(HttpFailure::BrokenOff));
         }
-        // After a failed send the end may be that of a reset connection, which doesn't say that all has come.
-        const auto failure = received > 0 ? m_answer.feed(buffer.data(), static_cast<std::size_t>(received))
-                             : m_cut      ? std::optional(HttpFailure::BrokenOff)
-                                          : m_answer.end();
+        // After a failed send this may be the end of a reset connection, on which data can have been lost.
+        const auto failure = received > 0   ? m_reader.feed({buffer.data(), received})
+                             : m_sendFailed ? std::optional(HttpFailure::BrokenOff)
+                                            : m_reader.finish();
         if (failure) {
             return std::unexpected(*failure);
         }
-        return m_answer.isWhole() ? std::optional<Outcome>(m_answer.take()) : std::nullopt;
+        return m_reader.isComplete() ? std::optional<Outcome>(m_reader.takeReply()) : std::nullopt;
     }
 
     FileDescriptor m_socket;
     QByteArray m_unsent;
-    HttpAnswer m_answer;
+    HttpReplyReader m_reader;
     bool m_connected = false;
-    bool m_cut = false;
+    bool m_sendFailed = false;
 };
 
-/// Wakes a wait when a socket has something to say and when the time is over.
+/// Wakes a wait when a socket is ready or the timeout has passed.
 class Watch {
 public:
-    Watch(int socketNumber, std::chrono::milliseconds timeout, Wait& wait)
-        : m_wait(wait), m_readable(socketNumber, QSocketNotifier::Read) {
+    Watch(int descriptor, std::chrono::milliseconds timeout, Wait& wait)
+        : m_wait(wait), m_readable(descriptor, QSocketNotifier::Read) {
         QObject::connect(&m_readable, &QSocketNotifier::activated, [this] { m_wait.wake(); });
         QObject::connect(&m_timer, &QTimer::timeout, [this] {
             m_timedOut = true;
@@ -181,7 +193,7 @@ public:
         m_timer.start(timeout);
     }
 
-    /// Whether to wake up when the socket can be written as well; most requests never need it.
+    /// Also wakes when the socket can be written; most requests never need it.
     void watchWriting(bool wanted) {
         if (wanted && !m_writable) {
             m_writable.emplace(static_cast<int>(m_readable.socket()), QSocketNotifier::Write);
@@ -217,7 +229,7 @@ QCoro::Task<Outcome> sendLocal(HttpRequest request, std::stop_token stop, HttpLi
         co_return std::move(*outcome);
     }
     Wait wait(stop);
-    Watch watch(exchange.socketNumber(), request.timeout, wait);
+    Watch watch(exchange.descriptor(), request.timeout, wait);
     for (;;) {
         watch.watchWriting(exchange.wantsToWrite());
         const bool woken = co_await wait.next();

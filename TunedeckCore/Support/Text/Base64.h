@@ -6,7 +6,7 @@
 
 namespace tunedeck {
 
-/// Reads standard base64 with its padding; nothing when there is any other character, line breaks included.
+/// Decodes standard base64 with its padding. Rejects any other character, including line breaks.
 std::optional<QByteArray> decodeBase64(const QByteArray& text);
 
 } // namespace tunedeck

@@ -12,18 +12,20 @@
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString fromIcu(const icu::UnicodeString& text) {
     return QString::fromUtf16(text.getBuffer(), text.length());
 }
 
-/// English, because all other words are; the region decides on the order of day and month and on the clock.
+/// English like the rest of the interface. The region decides on the order of day and month and on the 12-hour clock.
 icu::Locale userLocale() {
     return {"en", QLocale::territoryToCode(QLocale().territory()).toLatin1().constData()};
 }
 
-/// A unit of time, and what one of it back and ahead is called where that isn't just counted.
+/// A unit of time and, if they have names, the words for one unit ago and one ahead.
 struct Unit {
     const char* name = "";
     const char* last = nullptr;
@@ -61,8 +63,8 @@ Span monthsOrYears(const QDateTime& earlier, const QDateTime& later, std::int64_
     return months < 12 ? Span{months, month} : Span{rounded(months, 12), year};
 }
 
-/// The largest unit of which at least one whole lies between two local times, rounded to the nearest. What has passed
-/// counts, not how many midnights: three days and an hour are three days at any hour.
+/// The time between two local times in the largest unit that fits at least once, rounded. Midnights don't matter: three
+/// days and one hour are three days at any time of day.
 Span largestSpan(const QDateTime& earlier, const QDateTime& later) {
     if (const auto months = monthsBetween(earlier, later); months > 0) {
         return monthsOrYears(earlier, later, months);
@@ -83,8 +85,8 @@ Span largestSpan(const QDateTime& earlier, const QDateTime& later) {
     return days < 7 ? Span{days, day} : Span{rounded(days, 7), week};
 }
 
-/// The local time in one of ICU's forms. The form is told that it is in Greenwich, so that it needs no table of zones
-/// and can't disagree with Qt about the present one.
+/// Formats a local time with ICU. ICU's own time zone is set to GMT, so that it loads no zone data and can't disagree
+/// with Qt about the current zone.
 QString formatted(const std::unique_ptr<icu::DateFormat>& format, const QDateTime& local) {
     if (!format) {
         return {};
@@ -108,7 +110,7 @@ QString counted(std::int64_t count, const QString& noun) {
 QString joined(const QStringList& parts) {
     QStringList shown = parts;
     shown.removeAll(QString());
-    return shown.join(QStringLiteral(" · "));
+    return shown.join(u" · "_s);
 }
 
 QStringView trimmingSpaces(QStringView text) {
@@ -144,13 +146,13 @@ QString relativeDate(const QDateTime& date, const QDateTime& now) {
     const auto span =
         past ? largestSpan(date.toLocalTime(), now.toLocalTime()) : largestSpan(now.toLocalTime(), date.toLocalTime());
     if (span.amount == 0) {
-        return QStringLiteral("now");
+        return u"now"_s;
     }
     if (const char* name = past ? span.unit.last : span.unit.next; name != nullptr && span.amount == 1) {
         return QString::fromLatin1(name);
     }
     const auto text = counted(span.amount, QString::fromLatin1(span.unit.name));
-    return past ? text + QStringLiteral(" ago") : QStringLiteral("in ") + text;
+    return past ? text + u" ago"_s : u"in "_s + text;
 }
 
 QString dateAndTime(const QDateTime& date) {
@@ -159,8 +161,8 @@ QString dateAndTime(const QDateTime& date) {
     const auto local = date.toLocalTime();
     const std::unique_ptr<DateFormat> days(DateFormat::createDateInstance(DateFormat::kMedium, locale));
     const std::unique_ptr<DateFormat> times(DateFormat::createTimeInstance(DateFormat::kShort, locale));
-    // Newer tables of ICU put a narrow space before AM and PM, which few fonts have.
-    QString text = formatted(days, local) + QStringLiteral(" at ") + formatted(times, local);
+    // Newer ICU data has a narrow space before AM and PM, which few fonts support.
+    QString text = formatted(days, local) + u" at "_s + formatted(times, local);
     text.replace(QChar(0x202f), u' ');
     return text;
 }

@@ -9,28 +9,27 @@
 
 namespace tunedeck {
 
-/// The noun with "s" appended unless the count is exactly 1 ("track", "tracks"); without the number.
+/// The noun alone, with "s" appended unless the count is 1: "track", "tracks".
 QString plural(std::int64_t count, const QString& noun);
 
-/// The count, a space and the noun as plural() has it ("1 track", "2 tracks").
+/// The count and the noun: "1 track", "2 tracks".
 QString counted(std::int64_t count, const QString& noun);
 
 /// The non-empty parts joined with " · ".
 QString joined(const QStringList& parts);
 
-/// The text without spaces (of any width) and tabs at its ends; line breaks stay.
+/// The text without Unicode spaces and tabs at its ends. Line breaks stay.
 QStringView trimmingSpaces(QStringView text);
 
-/// The first user-perceived characters of a text, at most `count`; a flag or a family emoji is never split.
+/// The first `count` user-perceived characters. Never splits a flag or a family emoji.
 QString cut(const QString& text, int count);
 
-/// A date in relation to another in words, named where there is a name ("yesterday", "now"), with wide units
-/// ("5 minutes ago"), rounded to the nearest unit. The words are those of the common locale data for English; asking
-/// ICU for them took 2.4 MiB.
+/// The time between two dates in words, rounded to the nearest unit: "5 minutes ago", "yesterday", "now". The words
+/// are those of CLDR for English; using ICU for them costs 2.4 MiB of memory.
 QString relativeDate(const QDateTime& date, const QDateTime& now);
 
-/// A date in local time in the abbreviated date and shortened time styles ("Mar 1, 2025 at 6:04 PM"), English with
-/// the region of the user's locale.
+/// A date in local time, medium date style and short time style: "Mar 1, 2025 at 6:04 PM". English with the region of
+/// the user's locale.
 QString dateAndTime(const QDateTime& date);
 
 } // namespace tunedeck

@@ -7,11 +7,11 @@
 
 namespace tunedeck {
 
-/// Reads an ISO 8601 internet date-time ("2025-03-01T18:04:05Z", with an offset "+01:00", with or without fractional
-/// seconds). Nothing for an absent text and for any other form.
+/// Parses an ISO 8601 internet date-time: "2025-03-01T18:04:05Z", also with an offset such as "+01:00" or with
+/// fractional seconds, of which milliseconds are kept.
 std::optional<QDateTime> parseTimestamp(const std::optional<QString>& text);
 
-/// A moment as an ISO 8601 internet date-time in UTC with whole seconds ("2025-03-01T18:04:05Z").
-QString isoTimestamp(const QDateTime& moment);
+/// An ISO 8601 internet date-time in UTC with whole seconds: "2025-03-01T18:04:05Z".
+QString isoTimestamp(const QDateTime& time);
 
 } // namespace tunedeck
