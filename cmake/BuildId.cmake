@@ -1,6 +1,6 @@
-# One id for the application and its module of views. They share types across a dlopen, so both carry what those depend
-# on: the version, the interface's headers, the compiler, Qt and the kind of build. The module's plugin metadata has it
-# under "buildId", readable without loading the module; the application has it in TunedeckBuildId.h.
+# An id that the application and the panel's module must share, because they exchange C++ types across dlopen(). It is
+# derived from the version, the shared headers, the compiler, Qt and the build type. The application gets it from
+# TunedeckBuildId.h; the module has it as "buildId" in its plugin metadata, which is readable without loading the module.
 file(GLOB_RECURSE build_id_headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/TunedeckMenu/Panel/*.h)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${build_id_headers})
 set(build_id_text
@@ -18,12 +18,12 @@ file(CONFIGURE OUTPUT ${TUNEDECK_GENERATED}/TunedeckBuildId.h CONTENT
 "#pragma once
 
 namespace tunedeck {
-/// The id that the module of views must carry under \"buildId\" in its plugin metadata to be loaded.
+/// The panel's module is loaded only if its plugin metadata has this \"buildId\".
 inline constexpr const char* buildId = \"@TUNEDECK_BUILD_ID@\";
 } // namespace tunedeck
 " @ONLY)
 file(CONFIGURE OUTPUT ${TUNEDECK_GENERATED}/PanelModule.json CONTENT "{\"buildId\": \"@TUNEDECK_BUILD_ID@\"}\n" @ONLY)
 
-# Links to nothing; gives the include path of TunedeckBuildId.h and PanelModule.json.
+# Provides the include path of TunedeckBuildId.h and PanelModule.json.
 add_library(tunedeck_build_id INTERFACE)
 target_include_directories(tunedeck_build_id INTERFACE ${TUNEDECK_GENERATED})

@@ -1,13 +1,13 @@
-# The relocatable bundle that every platform gets: Tunedeck.app in the build folder.
+# The relocatable bundle, the same on every platform: Tunedeck.app in the build folder.
 set(TUNEDECK_BUNDLE ${PROJECT_BINARY_DIR}/Tunedeck.app)
 set(TUNEDECK_CONTENTS ${TUNEDECK_BUNDLE}/Contents)
 
 configure_file(packaging/Info.plist ${TUNEDECK_CONTENTS}/Info.plist COPYONLY)
 
-# The target "bundle" builds all that belongs into it, and nothing else.
+# The target "bundle" builds exactly the bundle's content.
 add_custom_target(bundle)
 
-# tunedeck_bundle_program(TARGET FOLDER NAME): TARGET is built as Contents/FOLDER/NAME.
+# tunedeck_bundle_program(TARGET FOLDER NAME): builds TARGET as Contents/FOLDER/NAME.
 function(tunedeck_bundle_program target folder name)
   set_target_properties(${target} PROPERTIES
     RUNTIME_OUTPUT_DIRECTORY ${TUNEDECK_CONTENTS}/${folder}

@@ -1,4 +1,4 @@
-# Language, warnings and instrumentation, for every target of the project.
+# Language standard, warnings and instrumentation of all targets.
 set(CMAKE_CXX_STANDARD 23)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
@@ -14,7 +14,7 @@ if(TUNEDECK_CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${TUNEDECK_CCACHE})
 endif()
 
-# Designated initialisers leave out what keeps its default, hence no warning about missing ones.
+# No warning about missing initialisers: designated initialisers omit members that keep their defaults.
 add_library(tunedeck_flags INTERFACE)
 target_include_directories(tunedeck_flags INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(tunedeck_flags INTERFACE

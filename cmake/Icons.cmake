@@ -1,12 +1,12 @@
-# The tray's icons and the application's, painted once at build time.
+# Paints the tray's and the application's icons at build time.
 set(TUNEDECK_TRAY_SIZES 16 22 24 32 44 48 64)
-set(TUNEDECK_APP_ICON_SIZES 16 32 48 64 128)                       # what the application itself shows
-set(TUNEDECK_THEME_ICON_SIZES 16 22 24 32 48 64 128 256 512)        # what desktops want
+set(TUNEDECK_APP_ICON_SIZES 16 32 48 64 128)                       # used by the application
+set(TUNEDECK_THEME_ICON_SIZES 16 22 24 32 48 64 128 256 512)        # installed for desktops
 
 add_executable(tunedeck-paint-icons ${PROJECT_SOURCE_DIR}/cmake/PaintIcons.cpp)
 target_link_libraries(tunedeck-paint-icons PRIVATE tunedeck_flags Qt6::Svg)
 
-# tunedeck_tray_icons(TARGET): both symbols as masks (black, alpha for the shape), one PNG a size, compiled into TARGET as
+# tunedeck_tray_icons(TARGET): compiles both tray symbols into TARGET as black masks with alpha, one PNG per size:
 # :/tunedeck/tray/NAME-SIZE.png with NAME "music.note.list" or "exclamationmark.triangle".
 function(tunedeck_tray_icons target)
   set(folder ${CMAKE_CURRENT_BINARY_DIR}/tray)
@@ -30,14 +30,14 @@ function(tunedeck_tray_icons target)
   add_custom_command(OUTPUT ${folder}/tray.cpp
     COMMAND Qt6::rcc --name tunedeck_tray --output ${folder}/tray.cpp ${folder}/tray.qrc
     DEPENDS ${files} ${folder}/tray.qrc VERBATIM)
-  # An object library of its own: a resource in a plain static library would be left out by the linker.
+  # An object library, because the linker would drop a resource from a static library.
   add_library(${target}TrayIcons OBJECT ${folder}/tray.cpp)
   set_target_properties(${target}TrayIcons PROPERTIES AUTOMOC OFF AUTORCC OFF)
   target_link_libraries(${target}TrayIcons PRIVATE Qt6::Core)
   target_sources(${target} INTERFACE $<TARGET_OBJECTS:${target}TrayIcons>)
 endfunction()
 
-# The application's icon: in the bundle as Resources/tunedeck-SIZE.png, for desktops as TUNEDECK_THEME_ICONS.
+# The application's icon, for the bundle as Resources/tunedeck-SIZE.png and for desktops in TUNEDECK_THEME_ICONS.
 set(app_icon_folder ${TUNEDECK_CONTENTS}/Resources)
 set(TUNEDECK_THEME_ICONS ${PROJECT_BINARY_DIR}/icons)
 file(MAKE_DIRECTORY ${app_icon_folder} ${TUNEDECK_THEME_ICONS})
@@ -49,7 +49,7 @@ add_custom_command(OUTPUT ${app_icons} ${theme_icons}
   COMMAND tunedeck-paint-icons app ${app_icon_folder} ${app_glyph} -- ${TUNEDECK_APP_ICON_SIZES}
   COMMAND tunedeck-paint-icons app ${TUNEDECK_THEME_ICONS} ${app_glyph} -- ${TUNEDECK_THEME_ICON_SIZES}
   DEPENDS tunedeck-paint-icons VERBATIM COMMENT "Painting the application's icon")
-# The same as one scalable drawing.
+# The same icon as SVG.
 file(READ ${app_glyph} glyph_text)
 string(REGEX REPLACE "^<svg[^>]*>|</svg>.*$" "" glyph_text "${glyph_text}")
 file(CONFIGURE OUTPUT ${TUNEDECK_THEME_ICONS}/tunedeck.svg CONTENT [[

@@ -1,10 +1,10 @@
-# tunedeck_info_plist_value(KEY VARIABLE): the text value of KEY in packaging/Info.plist.
+# tunedeck_info_plist_value(KEY VARIABLE): reads the string value of KEY in packaging/Info.plist.
 function(tunedeck_info_plist_value key variable)
   set(file ${CMAKE_CURRENT_SOURCE_DIR}/packaging/Info.plist)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
   file(READ ${file} text)
   if(NOT text MATCHES "<key>${key}</key>[ \t\r\n]*<string>([^<]*)</string>")
-    message(FATAL_ERROR "packaging/Info.plist has no text value for ${key}")
+    message(FATAL_ERROR "packaging/Info.plist has no string value for ${key}")
   endif()
   set(${variable} ${CMAKE_MATCH_1} PARENT_SCOPE)
 endfunction()

@@ -1,5 +1,5 @@
-# Run by the installation: the command, and the texts that carry the version or a date. The date is SOURCE_DATE_EPOCH's
-# where that is set.
+# Runs during the installation: creates the command's link and the texts that contain the version or a date, which is that
+# of SOURCE_DATE_EPOCH if set.
 set(root $ENV{DESTDIR}${CMAKE_INSTALL_PREFIX})
 string(TIMESTAMP DATE %Y-%m-%d UTC)
 string(TIMESTAMP RFC_DATE "%a, %d %b %Y %H:%M:%S +0000" UTC)

@@ -1,4 +1,4 @@
-# Everything the project links, found once.
+# All libraries that the project uses.
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets DBus Qml Quick Svg)
 find_package(QCoro6 REQUIRED COMPONENTS Core)
 find_package(OpenSSL 3 REQUIRED)

@@ -1,4 +1,4 @@
-// Build-time tool: paints the tray's masks and the application's icon, so that the application needs no SVG renderer.
+// Build-time tool that paints the tray's masks and the application's icon, so that the application needs no SVG renderer.
 //
 //   tunedeck-paint-icons mask OUTPUT_FOLDER NAME=FILE.svg… -- SIZE…
 //   tunedeck-paint-icons app OUTPUT_FOLDER GLYPH.svg -- SIZE…
@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The outline of a symbol, `colour` on nothing, `size` pixels square with `margin` of it free on each side.
+/// A symbol in `colour` on a transparent square of `size` pixels, with a margin of this share of the size on each side.
 QImage painted(const QString& file, int size, double margin, QColor colour) {
     QFile source(file);
     if (!source.open(QIODevice::ReadOnly)) {
@@ -55,7 +55,7 @@ bool save(const QImage& image, const QString& file) {
     if (!image.isNull() && image.save(file, "PNG")) {
         return true;
     }
-    std::fprintf(stderr, "%s could not be painted\n", qPrintable(file));
+    std::fprintf(stderr, "couldn't paint %s\n", qPrintable(file));
     return false;
 }
 

@@ -1,6 +1,6 @@
-# Precompiled headers: parsing Qt, QCoro and the standard library takes most of the time of each source. Each of
-# these sets is built once, by a library of its own, and reused. Sources still include what they use: the linters
-# configure without precompiled headers (CMAKE_DISABLE_PRECOMPILE_HEADERS).
+# Precompiled headers: parsing Qt, QCoro and the standard library takes most of each source's compile time. Each set is
+# built once, by a separate library, and reused. Sources still include what they use, because the linters configure
+# without precompiled headers (CMAKE_DISABLE_PRECOMPILE_HEADERS).
 set(precompiled_core
   <QByteArray> <QCoroTask> <QDateTime> <QDir> <QFile> <QFileInfo> <QObject> <QString> <QStringList> <QUrl>
   <algorithm> <array> <chrono> <cstdint> <expected> <functional> <map> <memory> <optional> <ranges> <span>
@@ -9,7 +9,7 @@ set(precompiled_desktop ${precompiled_core} <QDBusConnection> <QDBusMessage> <QI
 set(precompiled_views ${precompiled_core} <QQmlEngine> <QQuickItem> <QQuickWindow>)
 set(precompiled_tests ${precompiled_core} <gtest/gtest.h>)
 
-# tunedeck_precompiled_set(NAME LIBRARY…): the headers in precompiled_NAME, compiled with these libraries.
+# tunedeck_precompiled_set(NAME LIBRARY…): precompiles the headers in precompiled_NAME for users of these libraries.
 function(tunedeck_precompiled_set name)
   set(source ${CMAKE_CURRENT_BINARY_DIR}/precompiled-${name}.cpp)
   file(CONFIGURE OUTPUT ${source} CONTENT "")
@@ -22,7 +22,7 @@ function(tunedeck_precompiled_set name)
   endif()
 endfunction()
 
-# tunedeck_precompile(TARGET NAME): TARGET uses the set NAME (core, desktop, views or tests).
+# tunedeck_precompile(TARGET NAME): makes TARGET use the set NAME (core, desktop, views or tests).
 function(tunedeck_precompile target name)
   target_precompile_headers(${target} REUSE_FROM precompiled-${name})
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")

@@ -1,5 +1,5 @@
-# tunedeck_sources(VARIABLE FOLDER… [EXCEPT FILE…]): the C++ files of these folders and the folders below them, as a
-# list in VARIABLE. New files need no change here. Platform folders other than this system's are left out.
+# tunedeck_sources(VARIABLE FOLDER… [EXCEPT FILE…]): sets VARIABLE to the C++ files in these folders and their subfolders,
+# without the folders of other platforms. New files are found automatically.
 if(APPLE)
   set(TUNEDECK_PLATFORM MacOS)
 else()

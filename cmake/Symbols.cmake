@@ -1,4 +1,4 @@
-# The system's own symbol names and the drawings that stand for them, from Debian's bootstrap-icons: the only map.
+# Maps the symbols' names to files of Debian's package bootstrap-icons.
 set(TUNEDECK_SYMBOL_FOLDER /usr/share/bootstrap-icons/svg CACHE PATH "Folder of the Bootstrap Icons")
 set(TUNEDECK_SYMBOLS
   "arrow.clockwise=arrow-clockwise"
@@ -45,22 +45,22 @@ set(TUNEDECK_SYMBOLS
   "xmark.circle.fill=x-circle-fill"
   "xmark.octagon.fill=x-octagon-fill")
 
-# tunedeck_symbol_file(NAME VARIABLE): the drawing of a symbol.
+# tunedeck_symbol_file(NAME VARIABLE): sets VARIABLE to the SVG file of a symbol.
 function(tunedeck_symbol_file name variable)
   foreach(pair IN LISTS TUNEDECK_SYMBOLS)
     if(pair MATCHES "^(.*)=(.*)$" AND CMAKE_MATCH_1 STREQUAL name)
       set(file ${TUNEDECK_SYMBOL_FOLDER}/${CMAKE_MATCH_2}.svg)
       if(NOT EXISTS ${file})
-        message(FATAL_ERROR "${file} is missing; it belongs to the package bootstrap-icons")
+        message(FATAL_ERROR "${file} is missing; install the package bootstrap-icons")
       endif()
       set(${variable} ${file} PARENT_SCOPE)
       return()
     endif()
   endforeach()
-  message(FATAL_ERROR "no drawing for the symbol ${name}; cmake/Symbols.cmake holds the map")
+  message(FATAL_ERROR "there is no symbol ${name}; add it to cmake/Symbols.cmake")
 endfunction()
 
-# tunedeck_symbol_resources(TARGET): every symbol as :/tunedeck/symbols/NAME.svg of that target.
+# tunedeck_symbol_resources(TARGET): compiles all symbols into TARGET as :/tunedeck/symbols/NAME.svg.
 function(tunedeck_symbol_resources target)
   set(entries "")
   foreach(pair IN LISTS TUNEDECK_SYMBOLS)
