@@ -23,7 +23,7 @@ struct Call {
     const ServiceFacts& facts;
     const Request& request;
     Moment now;
-    QString id; ///< what stands for "*" in the route
+    QString id; ///< the segment matched by "*"
 
     /// The body, which may be empty.
     std::expected<json::Object, json::Error> body() const {
@@ -138,7 +138,7 @@ Response deleteLink(const Call& call) {
 
 struct Route {
     const char* method;
-    const char* path; ///< "*" stands for any one segment
+    const char* path; ///< "*" matches any segment
     Response (*handler)(const Call&);
 };
 
@@ -157,7 +157,7 @@ constexpr std::array routes{
     Route{"POST", "/local/links/*/rotate", rotateLink},
 };
 
-/// Whether `path` has the form of a route; stores what stands for "*" in `id`. Segments are decoded one by one, so that
+/// Whether `path` matches a route; stores the segment matched by "*" in `id`. Segments are decoded one by one, so that
 /// an id may contain an encoded slash.
 bool matches(const Route& route, const QByteArray& path, QString& id) {
     const auto wanted = QByteArray(route.path).split('/');

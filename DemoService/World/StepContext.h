@@ -18,8 +18,8 @@ inline QString inQuotes(const QString& text) {
     return u'“' + text + u'”';
 }
 
-/// What the parts of the world need when time passes or a client changes something. Every change logs a line: the lines
-/// also tell the service that there is something to save.
+/// What the parts of the world need when time passes or a client changes something. Every change adds a log line, which
+/// also makes the service save the state.
 struct StepContext {
     using Span = std::chrono::milliseconds;
 

@@ -31,15 +31,12 @@ public:
     }
 
     int port() const { return m_port; }
-    std::string get(const std::string& path) const {
-        const auto result = httplib::Client("127.0.0.1", m_port).Get(path);
-        return result && result->status == 200 ? result->body : "";
+    httplib::Client client() const { return httplib::Client("127.0.0.1", m_port); }
+    QByteArray get(const std::string& path) const {
+        const auto result = client().Get(path);
+        return result && result->status == 200 ? QByteArray::fromStdString(result->body) : QByteArray();
     }
-    int post(const std::string& path, const std::string& body) const {
-        const auto result = httplib::Client("127.0.0.1", m_port).Post(path, body, "application/json");
-        return result ? result->status : 0;
-    }
-    /// Waits for the end of the program, after sending it `signal` unless it is 0; its exit status.
+    /// Waits for the end of the program, after sending it `signal` unless that is 0; its exit status.
     int end(int signal) {
         if (signal != 0 && m_process.processId() > 0) {
             ::kill(static_cast<pid_t>(m_process.processId()), signal);
@@ -59,15 +56,18 @@ TEST(DemoProgram, PublishesItsPortWhileItRunsAndContinuesWhereItEnded) {
     const test::TemporaryHome home;
     const HomePaths paths{home.path()};
     const auto publishedPort = [&] { return *readObject(paths.runtimeFile()).find("port"_L1); };
-    std::string links;
+    QByteArray links;
     {
         Program program({u"--scenario"_s, u"quiet"_s, u"--speed"_s, u"1000"_s});
         EXPECT_EQ(publishedPort(), json::Value(program.port()));
-        EXPECT_EQ(program.post("/local/links", R"({"kind":"chatgpt"})"), 201);
-        EXPECT_EQ(program.post("/local/rekordbox/restore", R"({"version":"1.0.0"})"), 200);
-        EXPECT_EQ(program.post("/local/links", std::string(70'000, ' ')), 413);
+        auto post = [client = program.client()](const char* path, const std::string& body) mutable {
+            return client.Post(path, body, "application/json")->status;
+        };
+        EXPECT_EQ(post("/local/links", R"({"kind":"chatgpt"})"), 201);
+        EXPECT_EQ(post("/local/rekordbox/restore", R"({"version":"1.0.0"})"), 200);
+        EXPECT_EQ(post("/local/links", std::string(70'000, ' ')), 413);
         links = program.get("/local/links");
-        EXPECT_NE(links.find("chatgpt"), std::string::npos);
+        EXPECT_TRUE(links.contains("chatgpt"));
         EXPECT_EQ(Program({u"--port"_s, QString::number(program.port())}).end(0), 1) << "the port is taken";
         EXPECT_EQ(program.end(SIGTERM), 0);
     }
@@ -76,10 +76,10 @@ TEST(DemoProgram, PublishesItsPortWhileItRunsAndContinuesWhereItEnded) {
     {
         Program again({});
         EXPECT_EQ(again.get("/local/links"), links);
-        EXPECT_NE(again.get("/local/status").find("Before restoring v1.0.0"), std::string::npos);
-        EXPECT_NE(again.get("/local/status").find(R"("download_dir_writable":true)"), std::string::npos);
+        EXPECT_TRUE(again.get("/local/status").contains("Before restoring v1.0.0"));
+        EXPECT_TRUE(again.get("/local/status").contains(R"("download_dir_writable":true)"));
         home.write(u".tunedeck/settings.json"_s, R"({"download_dir": "/nowhere"})");
-        EXPECT_NE(again.get("/local/status").find("The folder doesn't exist."), std::string::npos);
+        EXPECT_TRUE(again.get("/local/status").contains("The folder doesn't exist."));
         home.write(u".tunedeck/runtime.json"_s, R"({"port": 1, "pid": 1})");
         EXPECT_EQ(again.end(SIGINT), 0);
         EXPECT_EQ(publishedPort(), json::Value(1)) << "another process has published its port";
