@@ -92,9 +92,9 @@ TEST_F(LoginItemTest, FailuresAreSentencesAndLeaveNothingHalfDone) {
 TEST_F(LoginItemTest, TheEntryStandsInTheUsersConfigurationFolder) {
     const auto name = u"/autostart/com.brightfold.tunedeck.menu.desktop"_s;
     qputenv("XDG_CONFIG_HOME", "relative");
-    EXPECT_EQ(LinuxLoginItem::defaultEntry(u"/h"_s), u"/h/.config"_s + name);
+    EXPECT_EQ(LinuxLoginItem::defaultEntryPath(u"/h"_s), u"/h/.config"_s + name);
     qputenv("XDG_CONFIG_HOME", "/elsewhere");
-    EXPECT_EQ(LinuxLoginItem::defaultEntry(u"/h"_s), u"/elsewhere"_s + name);
+    EXPECT_EQ(LinuxLoginItem::defaultEntryPath(u"/h"_s), u"/elsewhere"_s + name);
 }
 
 } // namespace

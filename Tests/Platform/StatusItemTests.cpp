@@ -96,19 +96,19 @@ TEST_F(StatusItemTest, RegistersWithAHostThatComesLateRestartsAndOutlivesItsBus)
 
 TEST(TrayGlyphTest, EverySymbolIsDrawnInEachSizeAndStandsOutFromEitherPanel) {
     for (const auto& [symbol, tone] :
-         {std::pair(u"music.note.list"_s, GlyphTone::dark), {u"exclamationmark.triangle"_s, GlyphTone::light}}) {
+         {std::pair(u"music.note.list"_s, GlyphTone::Dark), {u"exclamationmark.triangle"_s, GlyphTone::Light}}) {
         const auto icon = trayGlyph(symbol, tone);
         EXPECT_GE(icon.availableSizes().size(), 4);
         const auto image = icon.pixmap(32, 32).toImage();
         int body = 0;
         for (int pixel = 0; pixel < 32 * 32; ++pixel) {
             const auto colour = image.pixelColor(pixel % 32, pixel / 32);
-            body += colour.alpha() > 200 && (tone == GlyphTone::dark) == (colour.lightness() < 80);
+            body += colour.alpha() > 200 && (tone == GlyphTone::Dark) == (colour.lightness() < 80);
         }
         EXPECT_GT(body, 60) << symbol.toStdString();
         EXPECT_EQ(image.pixelColor(0, 0).alpha(), 0);
     }
-    EXPECT_TRUE(trayGlyph(u"no.such.symbol"_s, GlyphTone::dark).isNull());
+    EXPECT_TRUE(trayGlyph(u"no.such.symbol"_s, GlyphTone::Dark).isNull());
 }
 
 } // namespace

@@ -4,10 +4,10 @@
 
 namespace tunedeck {
 
-/// The application's one logger: subsystem "com.brightfold.tunedeck.menu", category "app".
+/// The application's logger: subsystem "com.brightfold.tunedeck.menu", category "app".
 const QLoggingCategory& appLog();
 
-/// Sends the logger to the system's log.
+/// Sends all log messages to the system's log.
 void installSystemLog();
 
 } // namespace tunedeck

@@ -6,12 +6,12 @@
 
 namespace tunedeck {
 
-/// Whether the application is started when the user logs in.
+/// Starts the application when the user logs in.
 class LoginItem {
 public:
     virtual ~LoginItem() = default;
     [[nodiscard]] virtual bool isEnabled() const = 0;
-    /// Failures are the platform's description.
+    /// Fails with the system's description of the error.
     virtual std::expected<void, QString> setEnabled(bool enabled) = 0;
 };
 

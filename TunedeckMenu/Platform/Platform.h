@@ -16,7 +16,7 @@
 
 namespace tunedeck {
 
-/// The desktop as this system has it. Needs the application object; making it waits for nothing.
+/// The desktop's services on this system. Needs the application object; creating it doesn't block.
 class Platform {
 public:
     virtual ~Platform() = default;
@@ -33,7 +33,6 @@ public:
     virtual Launchctl launchctl() = 0;
 };
 
-/// The platform of the system that this was built for.
 std::unique_ptr<Platform> createPlatform(const SystemFacts& facts);
 
 } // namespace tunedeck

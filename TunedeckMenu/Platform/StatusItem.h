@@ -16,26 +16,25 @@ class StatusItem : public QObject {
 public:
     using QObject::QObject;
 
-    /// Asks the desktop for the icon; it may come later or never (see availabilityChanged).
+    /// Requests the icon from the desktop, which may show it later or never (see availabilityChanged).
     virtual void install() = 0;
-    /// Whether the desktop has taken the icon, as far as is known now: docked in a tray, or registered with a host that
-    /// may not tell where it shows it.
+    /// True when the icon is docked in a tray or registered with a tray host.
     [[nodiscard]] virtual bool isAvailable() const = 0;
-    /// Shows this symbol ("music.note.list", "exclamationmark.triangle"); set only when it differs.
+    /// Shows a symbol ("music.note.list", "exclamationmark.triangle"). Does nothing when it is already shown.
     virtual void setSymbol(const QString& symbol, const QString& toolTip) = 0;
-    /// Where the icon is on the screen, or nothing when the desktop doesn't tell.
+    /// Where the icon is on the screen, if the desktop reports it.
     [[nodiscard]] virtual std::optional<QRect> geometry() const = 0;
-    /// The measurement for the placement rule, or nothing: when isAvailable() is false there is no item, else the
-    /// desktop doesn't tell its place and nothing is known of whether it can be seen.
+    /// The measurement for the placement rule. Nothing when there is no item (see isAvailable()) or the desktop doesn't
+    /// report where it is.
     [[nodiscard]] virtual std::optional<MenuBarPlacement> placement() const = 0;
 
 Q_SIGNALS:
     /// The icon was clicked.
     void activated();
-    /// An entry of its menu was chosen.
+    /// An entry of its menu was selected.
     void openRequested();
     void quitRequested();
-    /// The desktop's tray came or went.
+    /// The desktop's tray appeared or disappeared.
     void availabilityChanged();
 };
 

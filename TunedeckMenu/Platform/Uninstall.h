@@ -8,17 +8,16 @@
 
 namespace tunedeck {
 
-/// What this system needs to take Tunedeck away from the user's account. Needs no display, session bus or platform.
+/// How this system removes Tunedeck from the user's account. Needs no display and no session bus.
 struct Uninstall {
     ServiceRemover::Supervisor supervisor;
     std::function<Removal()> removeLoginItem;
 };
 
-/// The means of the system that this was built for.
 Uninstall uninstallOf(const SystemFacts& facts);
 
-/// Lets a shell that was given no session (by su, cron or a bare ssh) reach that of the user, if there is one: what
-/// runs in it is to be ended.
+/// Sets XDG_RUNTIME_DIR when it is missing (under su, cron or ssh) and the user has a session, so that commands reach
+/// what runs in that session.
 void joinSession();
 
 } // namespace tunedeck

@@ -6,15 +6,15 @@
 
 namespace tunedeck {
 
-/// The desktop's way to open and show things; none of it waits.
+/// Opens and shows files with the desktop's programs. Doesn't block.
 class Workspace {
 public:
     virtual ~Workspace() = default;
-    /// Opens a file, folder or web address with what the user has for it. False when nothing could be started.
+    /// Opens a file, folder or web address in the user's program for it. Returns false when none could be started.
     virtual bool open(const QUrl& url) = 0;
     /// Shows a file selected in the file manager.
     virtual void reveal(const QString& path) = 0;
-    /// The icon of the file or folder at a path.
+    /// The icon of a file or folder.
     virtual QIcon icon(const QString& path) = 0;
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Tests/Helpers/Desktop/Program.h"
+#include "Tests/Helpers/RunTask.h"
 
 #include <QProcessEnvironment>
 #include <QString>
@@ -14,7 +15,7 @@ namespace tunedeck::test {
 class BareDesktop {
 public:
     /// `screen`: width, height and depth.
-    explicit BareDesktop(const QString& screen = QStringLiteral("1000x600x24"));
+    explicit BareDesktop(const QString& screen = u"1000x600x24"_s);
 
     /// True when the programs that it needs are installed.
     [[nodiscard]] static bool isPossible();

@@ -4,16 +4,18 @@
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-// One argument in the quoting of the Exec key.
+/// An argument of the Exec key, quoted.
 QString quoted(const QString& argument) {
-    QString text = QStringLiteral("\"");
+    QString text = u"\""_s;
     for (const auto c : argument) {
         if (c == u'"' || c == u'`' || c == u'$' || c == u'\\') {
             text += u'\\';
         } else if (c == u'%') {
-            text += u'%'; // else it begins a field code
+            text += u'%'; // a single one starts a field code
         }
         text += c;
     }
@@ -23,12 +25,11 @@ QString quoted(const QString& argument) {
 } // namespace
 
 QString execValue(const QString& program) {
-    // GLib looks for the program before it reads the doubled "%", and an "=" isn't allowed in it: both go through a
-    // shell.
+    // GLib searches for the program before it decodes "%%", and the standard forbids "=" in its name: run such programs
+    // through a shell.
     const bool isPlain = !program.contains(u'%') && !program.contains(u'=');
     return escapedValue(isPlain ? quoted(program)
-                                : QStringLiteral("/bin/sh -c ") + quoted(QStringLiteral("exec \"$0\"")) + u' ' +
-                                      quoted(program));
+                                : u"/bin/sh -c "_s + quoted(u"exec \"$0\""_s) + u' ' + quoted(program));
 }
 
 QString escapedValue(const QString& text) {
@@ -36,19 +37,19 @@ QString escapedValue(const QString& text) {
     for (const auto c : text) {
         switch (c.unicode()) {
         case u'\\':
-            value += QStringLiteral("\\\\");
+            value += u"\\\\"_s;
             break;
         case u'\n':
-            value += QStringLiteral("\\n");
+            value += u"\\n"_s;
             break;
         case u'\r':
-            value += QStringLiteral("\\r");
+            value += u"\\r"_s;
             break;
         case u'\t':
-            value += QStringLiteral("\\t");
+            value += u"\\t"_s;
             break;
         case u' ':
-            value += value.isEmpty() ? QStringLiteral("\\s") : QStringLiteral(" ");
+            value += value.isEmpty() ? u"\\s"_s : u" "_s;
             break;
         default:
             value += c;

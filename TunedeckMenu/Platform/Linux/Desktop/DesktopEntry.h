@@ -5,14 +5,14 @@
 
 namespace tunedeck {
 
-/// A program's path as the value of an entry's Exec key: quoted, so that no letter of it means anything else.
+/// The value of an Exec key that runs the program at this path, quoted.
 QString execValue(const QString& program);
 
-/// A text as the value of a key of type string, and back.
+/// Encodes and decodes the value of a key of type string.
 QString escapedValue(const QString& text);
 QString unescapedValue(const QString& value);
 
-/// The keys of the "Desktop Entry" group with their values as they stand in the file.
+/// The keys of the "Desktop Entry" group with their encoded values.
 QMap<QString, QString> desktopEntryKeys(const QString& text);
 
 } // namespace tunedeck

@@ -13,8 +13,8 @@ namespace tunedeck {
 
 class SessionBus;
 
-/// The appearance by the desktop portal's settings; what the portal doesn't say, or where there is none, by the
-/// palette. The portal is asked at the first need, without waiting: until it answers the palette counts.
+/// Reads the appearance from the desktop portal's settings. Until the portal replies, and for what it doesn't report,
+/// the palette decides.
 class LinuxAppearanceSource final : public AppearanceSource {
     Q_OBJECT
 public:
@@ -30,23 +30,23 @@ private Q_SLOTS:
     void onSettingChanged(const QDBusMessage& message);
 
 private:
-    /// What the portal said.
+    /// As reported by the portal.
     struct Settings {
         std::optional<bool> dark;
-        bool preferredReduced = false; ///< the desktop-neutral setting
-        bool animationsOff = false;    ///< GNOME's
-        bool noDuration = false;       ///< KDE's
+        bool reducedMotion = false; ///< the setting of all desktops
+        bool animationsOff = false; ///< GNOME's setting
+        bool noDuration = false;    ///< KDE's setting
     };
 
-    void follow();
-    void ask();
-    void take(const QString& group, const QString& key, const QVariant& value);
-    void tellChange();
+    void subscribe();
+    void requestSettings();
+    void apply(const QString& group, const QString& key, const QVariant& value);
+    void notifyIfChanged();
 
     SessionBus& m_bus;
     std::unique_ptr<QDBusServiceWatcher> m_watcher;
     Settings m_settings;
-    Appearance m_told;
+    Appearance m_notified;
 };
 
 } // namespace tunedeck

@@ -23,7 +23,7 @@ void LinuxFolderPicker::choose(const QString& title, const QString& prompt, cons
     m_dialog->setLabelText(QFileDialog::Accept, prompt);
     m_dialog->setWindowModality(Qt::NonModal);
     QObject::connect(m_dialog, &QFileDialog::finished, m_dialog, [this, done = std::move(done)](int result) {
-        const auto chosen = std::exchange(m_dialog, nullptr)->selectedFiles(); // it deletes itself
+        const auto chosen = std::exchange(m_dialog, nullptr)->selectedFiles(); // WA_DeleteOnClose deletes it
         done(result == QDialog::Accepted && !chosen.isEmpty() ? std::optional(chosen.first()) : std::nullopt);
     });
     m_dialog->show();

@@ -7,12 +7,12 @@
 
 namespace tunedeck {
 
-/// The desktop's file dialog where Qt's platform has it, else Qt's own; the event loop goes on behind it.
+/// The desktop's file dialog where Qt supports it, else Qt's own. Doesn't block.
 class LinuxFolderPicker final : public FolderPicker {
 public:
     ~LinuxFolderPicker() override;
 
-    /// While a picker is open it is brought to the front, and the second question is answered with nothing at once.
+    /// While a picker is open, raises it and calls `done` with nothing.
     void choose(const QString& title, const QString& prompt, const QString& start,
                 std::function<void(std::optional<QString>)> done) override;
 

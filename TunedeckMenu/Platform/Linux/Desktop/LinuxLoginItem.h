@@ -4,26 +4,24 @@
 
 namespace tunedeck {
 
-/// Open at Login as an entry in the desktop's autostart folder.
-///
-/// It is enabled when a session would start what the entry names: neither hidden nor switched off by the desktop's own
-/// settings, and the program is there. Another place of the same application counts.
+/// An entry in the desktop's autostart folder. It counts as enabled when a session would start its program: it isn't
+/// hidden or disabled by the desktop's settings, and the program exists, wherever it is installed.
 class LinuxLoginItem final : public LoginItem {
 public:
-    /// `entry`: path of the entry's file; `program`: what it starts; `icon`: a path or name.
-    LinuxLoginItem(QString entry, QString program, QString icon);
+    /// `icon` is a path or a name in the icon theme.
+    LinuxLoginItem(QString entryPath, QString programPath, QString icon);
 
     [[nodiscard]] bool isEnabled() const override;
     std::expected<void, QString> setEnabled(bool enabled) override;
 
-    /// The entry's path for this user, by XDG_CONFIG_HOME or the home folder.
-    static QString defaultEntry(const QString& home);
+    /// In XDG_CONFIG_HOME, else in ~/.config.
+    static QString defaultEntryPath(const QString& home);
 
 private:
     [[nodiscard]] QByteArray content() const;
 
-    QString m_entry;
-    QString m_program;
+    QString m_entryPath;
+    QString m_programPath;
     QString m_icon;
 };
 

@@ -11,37 +11,34 @@
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
 
-// What desktops have to open things with; the first is the one that knows them all.
+// xdg-open first: it knows all desktops.
 const QList<QStringList>& openers() {
-    static const QList<QStringList> commands{{QStringLiteral("xdg-open")},
-                                             {QStringLiteral("gio"), QStringLiteral("open")},
-                                             {QStringLiteral("kde-open")},
-                                             {QStringLiteral("exo-open")}};
+    static const QList<QStringList> commands{{u"xdg-open"_s}, {u"gio"_s, u"open"_s}, {u"kde-open"_s}, {u"exo-open"_s}};
     return commands;
 }
 
-// Names of the icon naming standard, the most fitting first.
+// Names of the icon naming standard, the most specific first.
 QStringList iconNames(const QFileInfo& file) {
     if (file.isDir() && file.suffix() != u"app") {
-        return {QStringLiteral("folder"), QStringLiteral("inode-directory")};
+        return {u"folder"_s, u"inode-directory"_s};
     }
     const auto suffix = file.suffix().toLower();
-    static const QStringList audio{QStringLiteral("mp3"), QStringLiteral("m4a"), QStringLiteral("wav"),
-                                   QStringLiteral("aiff"), QStringLiteral("flac")};
+    static const QStringList audio{u"mp3"_s, u"m4a"_s, u"wav"_s, u"aiff"_s, u"flac"_s};
     if (suffix == u"xml") {
-        return {QStringLiteral("text-xml"), QStringLiteral("application-xml"), QStringLiteral("text-x-generic")};
+        return {u"text-xml"_s, u"application-xml"_s, u"text-x-generic"_s};
     }
     if (audio.contains(suffix)) {
-        return {QStringLiteral("audio-x-generic")};
+        return {u"audio-x-generic"_s};
     }
     if (suffix == u"app" || (file.isFile() && file.isExecutable())) {
-        return {QStringLiteral("application-x-executable")};
+        return {u"application-x-executable"_s};
     }
-    return {QStringLiteral("text-x-generic")};
+    return {u"text-x-generic"_s};
 }
 
 } // namespace
@@ -52,7 +49,7 @@ bool LinuxWorkspace::open(const QUrl& url) {
     if (!url.isValid() || url.isRelative()) {
         return false;
     }
-    // A plain path says the same as its file URL and needs no decoding by whoever gets it.
+    // Some programs don't decode file URLs.
     const auto target = url.isLocalFile() ? url.toLocalFile() : url.toString(QUrl::FullyEncoded);
     for (const auto& command : openers()) {
         const auto program = QStandardPaths::findExecutable(command.first());
@@ -64,9 +61,8 @@ bool LinuxWorkspace::open(const QUrl& url) {
 }
 
 void LinuxWorkspace::reveal(const QString& path) {
-    auto call = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
-        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
+    auto call = QDBusMessage::createMethodCall(u"org.freedesktop.FileManager1"_s, u"/org/freedesktop/FileManager1"_s,
+                                               u"org.freedesktop.FileManager1"_s, u"ShowItems"_s);
     call.setArguments({QStringList{QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded)}, QString()});
     m_bus.call(call, 5s, this, [this, path](const QDBusMessage& reply) {
         if (reply.type() == QDBusMessage::ErrorMessage) {
@@ -77,7 +73,7 @@ void LinuxWorkspace::reveal(const QString& path) {
 
 QIcon LinuxWorkspace::icon(const QString& path) {
     if (QIcon::fallbackThemeName().isEmpty()) {
-        QIcon::setFallbackThemeName(QStringLiteral("Adwaita")); // for desktops that name no theme
+        QIcon::setFallbackThemeName(u"Adwaita"_s); // where the desktop sets no theme
     }
     const QFileInfo file(path);
     for (const auto& name : iconNames(file)) {

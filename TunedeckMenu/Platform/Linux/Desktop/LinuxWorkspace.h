@@ -8,16 +8,16 @@ namespace tunedeck {
 
 class SessionBus;
 
-/// Opens through the desktop's own opener, shows files through org.freedesktop.FileManager1.
+/// Opens files with xdg-open or the like and shows them through org.freedesktop.FileManager1.
 class LinuxWorkspace final : public QObject, public Workspace {
     Q_OBJECT
 public:
     explicit LinuxWorkspace(SessionBus& bus, QObject* parent = nullptr);
 
     bool open(const QUrl& url) override;
-    /// Where no file manager can select the file its folder is opened.
+    /// Opens the folder when no file manager can select the file.
     void reveal(const QString& path) override;
-    /// From the icon theme, else from the widget style.
+    /// Falls back from the icon theme to the widget style.
     QIcon icon(const QString& path) override;
 
 private:

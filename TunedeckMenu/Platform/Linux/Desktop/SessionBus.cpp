@@ -15,18 +15,18 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr std::chrono::milliseconds firstRetry = 200ms;
-constexpr int mostDoublings = 8; // 51 s
+constexpr std::chrono::milliseconds firstRetryDelay = 200ms;
+constexpr int maxDoublings = 8; // 51 s
 
 } // namespace
 
 SessionBus::SessionBus(QDBusConnection first, QObject* parent) : QObject(parent), m_connection(std::move(first)) {
     m_retry.setSingleShot(true);
-    connect(&m_retry, &QTimer::timeout, this, &SessionBus::retry);
+    connect(&m_retry, &QTimer::timeout, this, &SessionBus::reconnect);
     if (m_connection.isConnected()) {
-        follow();
+        watchConnection();
     } else {
-        forget();
+        onDisconnected();
     }
 }
 
@@ -44,11 +44,11 @@ bool SessionBus::hasAddress() {
 void SessionBus::call(const QDBusMessage& message, std::chrono::milliseconds timeout, QObject* context,
                       std::function<void(const QDBusMessage& reply)> done) const {
     if (!m_connection.isConnected()) {
-        // Qt's pending call would never finish.
+        // A pending call of a closed connection never finishes.
         QMetaObject::invokeMethod(
             context,
             [done = std::move(done)] {
-                done(QDBusMessage::createError(QDBusError::Disconnected, QStringLiteral("There is no session bus.")));
+                done(QDBusMessage::createError(QDBusError::Disconnected, u"There is no session bus."_s));
             },
             Qt::QueuedConnection);
         return;
@@ -61,31 +61,30 @@ void SessionBus::call(const QDBusMessage& message, std::chrono::milliseconds tim
     });
 }
 
-void SessionBus::follow() {
-    m_connection.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
-                         QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
-                         SLOT(forget()));
+void SessionBus::watchConnection() {
+    m_connection.connect(QString(), u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s,
+                         u"Disconnected"_s, this, SLOT(onDisconnected()));
 }
 
-void SessionBus::forget() {
+void SessionBus::onDisconnected() {
     m_attempts = 0;
-    m_retry.start(firstRetry);
+    m_retry.start(firstRetryDelay);
     Q_EMIT lost();
 }
 
-void SessionBus::retry() {
+void SessionBus::reconnect() {
     if (hasAddress()) {
         if (!m_name.isEmpty()) {
             QDBusConnection::disconnectFromBus(m_name);
         }
-        m_name = QStringLiteral("tunedeck-%1-%2").arg(reinterpret_cast<quintptr>(this)).arg(m_attempts);
+        m_name = u"tunedeck-%1-%2"_s.arg(reinterpret_cast<quintptr>(this)).arg(m_attempts);
         m_connection = QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_name);
     }
     if (m_connection.isConnected()) {
-        follow();
+        watchConnection();
         Q_EMIT reconnected();
     } else {
-        m_retry.start(firstRetry * (1 << std::min(++m_attempts, mostDoublings)));
+        m_retry.start(firstRetryDelay * (1 << std::min(++m_attempts, maxDoublings)));
     }
 }
 

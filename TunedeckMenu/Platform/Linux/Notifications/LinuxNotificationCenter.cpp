@@ -8,35 +8,34 @@
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
 
 constexpr auto service = "org.freedesktop.Notifications";
 constexpr auto path = "/org/freedesktop/Notifications";
-constexpr auto patience = 5s;           // for an answer of the server
-constexpr std::size_t mostWaiting = 64; // while a server doesn't answer
-constexpr std::size_t mostShown = 512;  // of a server that never says what it closed
+constexpr auto replyTimeout = 5s;
+constexpr std::size_t maxQueued = 64; // while the server doesn't reply
+constexpr std::size_t maxShown = 512; // in case the server never reports closed ones
 
 QString text(const char* latin) {
     return QString::fromLatin1(latin);
 }
 
-QDBusMessage callOf(const char* method) {
+QDBusMessage methodCall(const char* method) {
     return QDBusMessage::createMethodCall(text(service), text(path), text(service), text(method));
 }
 
-// Whether the error says that there is no server and none can be started.
-bool isAbsence(const QString& error) {
+/// True when no server is running and none can be started.
+bool isServerMissing(const QString& error) {
     return error.endsWith(u"ServiceUnknown") || error.endsWith(u"NameHasNoOwner") || error.endsWith(u"Disconnected") ||
            error.contains(u".Spawn.");
 }
 
-// Text for a server that renders markup. Only what would be markup is replaced.
+/// Escapes a body for a server that renders markup.
 QString escaped(QString body) {
-    return body.replace(u'&', QStringLiteral("&amp;"))
-        .replace(u'<', QStringLiteral("&lt;"))
-        .replace(u'>', QStringLiteral("&gt;"));
+    return body.replace(u'&', u"&amp;"_s).replace(u'<', u"&lt;"_s).replace(u'>', u"&gt;"_s);
 }
 
 } // namespace
@@ -44,138 +43,137 @@ QString escaped(QString body) {
 LinuxNotificationCenter::LinuxNotificationCenter(SessionBus& bus, Identity identity, QObject* parent)
     : m_bus(bus), m_identity(std::move(identity)) {
     setParent(parent);
-    connect(&m_bus, &SessionBus::lost, this, &LinuxNotificationCenter::forgetServer);
+    connect(&m_bus, &SessionBus::lost, this, &LinuxNotificationCenter::resetServer);
     connect(&m_bus, &SessionBus::reconnected, this, [this] {
         if (m_watcher) {
-            listen();
+            subscribe();
         }
     });
 }
 
 void LinuxNotificationCenter::start() {
     if (!m_watcher) {
-        listen();
-        askCapabilities(false);
+        subscribe();
+        requestCapabilities(false);
     }
 }
 
 void LinuxNotificationCenter::post(const UserNotification& notification) {
     if (!m_watcher) {
-        listen();
+        subscribe();
     }
-    m_waiting.push_back(notification);
-    if (m_waiting.size() > mostWaiting) {
-        m_waiting.pop_front();
+    m_queue.push_back(notification);
+    if (m_queue.size() > maxQueued) {
+        m_queue.pop_front();
     }
-    advance();
+    processQueue();
 }
 
-void LinuxNotificationCenter::listen() {
+void LinuxNotificationCenter::subscribe() {
     auto bus = m_bus.connection();
     m_watcher = std::make_unique<QDBusServiceWatcher>(text(service), bus, QDBusServiceWatcher::WatchForOwnerChange);
     connect(m_watcher.get(), &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString&, const QString& oldOwner, const QString& newOwner) {
-                // The owner who answered before the news of its coming is no new one.
+                // The new owner may have replied before this signal arrived; in that case we already know it.
                 if (newOwner != m_server || oldOwner == m_server) {
-                    forgetServer();
+                    resetServer();
                 }
             });
-    bus.connect(QString(), text(path), text(service), QStringLiteral("NotificationClosed"), this,
-                SLOT(onClosed(QDBusMessage)));
-    bus.connect(QString(), text(path), text(service), QStringLiteral("ActionInvoked"), this,
-                SLOT(onAction(QDBusMessage)));
-    bus.connect(QString(), text(path), text(service), QStringLiteral("ActivationToken"), this,
-                SLOT(onToken(QDBusMessage)));
+    bus.connect(QString(), text(path), text(service), u"NotificationClosed"_s, this, SLOT(onClosed(QDBusMessage)));
+    bus.connect(QString(), text(path), text(service), u"ActionInvoked"_s, this, SLOT(onAction(QDBusMessage)));
+    bus.connect(QString(), text(path), text(service), u"ActivationToken"_s, this, SLOT(onToken(QDBusMessage)));
 }
 
-void LinuxNotificationCenter::forgetServer() {
-    ++m_serversSeen;
+void LinuxNotificationCenter::resetServer() {
+    ++m_serverGeneration;
     m_server.clear();
     m_capabilities.reset();
     m_shown.clear();
     m_token = {};
 }
 
-void LinuxNotificationCenter::advance() {
+void LinuxNotificationCenter::processQueue() {
     if (m_calling) {
         return;
     }
-    if (m_waiting.empty()) {
-        if (std::exchange(m_isGuess, false)) {
-            m_capabilities.reset(); // asked anew for the next notification
+    if (m_queue.empty()) {
+        if (std::exchange(m_areCapabilitiesAssumed, false)) {
+            m_capabilities.reset(); // request them again for the next notification
         }
         return;
     }
     if (!m_capabilities) {
-        askCapabilities(true);
+        requestCapabilities(true);
         return;
     }
-    const auto next = std::move(m_waiting.front());
-    m_waiting.pop_front();
+    const auto next = std::move(m_queue.front());
+    m_queue.pop_front();
     send(next);
 }
 
-void LinuxNotificationCenter::askCapabilities(bool startServer) {
-    auto call = callOf("GetCapabilities");
+void LinuxNotificationCenter::requestCapabilities(bool startServer) {
+    auto call = methodCall("GetCapabilities");
     call.setAutoStartService(startServer);
     m_calling = true;
-    m_bus.call(call, patience, this, [this, startServer, asked = m_serversSeen](const QDBusMessage& reply) {
-        m_calling = false;
-        const bool isThere = reply.type() != QDBusMessage::ErrorMessage;
-        if (asked == m_serversSeen || isThere) {
-            if (isThere) {
-                takeCapabilities(reply);
-            } else if (startServer && isAbsence(reply.errorName())) {
-                m_waiting.clear(); // nobody to show them
-            } else if (startServer) {
-                m_capabilities = QStringList(); // it hangs: plain notifications for now
-                m_isGuess = true;
-            }
-        }
-        advance();
-    });
+    m_bus.call(call, replyTimeout, this,
+               [this, startServer, generation = m_serverGeneration](const QDBusMessage& reply) {
+                   m_calling = false;
+                   const bool hasReplied = reply.type() != QDBusMessage::ErrorMessage;
+                   if (generation == m_serverGeneration || hasReplied) {
+                       if (hasReplied) {
+                           setCapabilities(reply);
+                       } else if (startServer && isServerMissing(reply.errorName())) {
+                           m_queue.clear(); // nothing can show them
+                       } else if (startServer) {
+                           m_capabilities = QStringList(); // the server hangs: assume that it has none
+                           m_areCapabilitiesAssumed = true;
+                       }
+                   }
+                   processQueue();
+               });
 }
 
-void LinuxNotificationCenter::takeCapabilities(const QDBusMessage& reply) {
+void LinuxNotificationCenter::setCapabilities(const QDBusMessage& reply) {
     m_capabilities = reply.arguments().value(0).toStringList();
-    m_isGuess = false;
+    m_areCapabilitiesAssumed = false;
     m_server = senderOf(reply);
 }
 
 void LinuxNotificationCenter::send(const UserNotification& notification) {
     m_calling = true;
-    m_bus.call(notifyCall(notification), patience, this,
-               [this, identifier = notification.identifier, asked = m_serversSeen](const QDBusMessage& reply) {
-                   m_calling = false;
-                   const auto number = reply.arguments().value(0).toUInt();
-                   if (reply.type() != QDBusMessage::ErrorMessage && asked == m_serversSeen) {
-                       m_server = senderOf(reply);
-                       std::erase_if(m_shown, [&identifier](const auto& shown) { return shown.second == identifier; });
-                       m_shown[number] = identifier;
-                       if (m_shown.size() > mostShown) {
-                           m_shown.erase(m_shown.begin());
-                       }
-                   }
-                   advance();
-               });
+    m_bus.call(
+        notifyCall(notification), replyTimeout, this,
+        [this, identifier = notification.identifier, generation = m_serverGeneration](const QDBusMessage& reply) {
+            m_calling = false;
+            const auto number = reply.arguments().value(0).toUInt();
+            if (reply.type() != QDBusMessage::ErrorMessage && generation == m_serverGeneration) {
+                m_server = senderOf(reply);
+                std::erase_if(m_shown, [&identifier](const auto& shown) { return shown.second == identifier; });
+                m_shown[number] = identifier;
+                if (m_shown.size() > maxShown) {
+                    m_shown.erase(m_shown.begin());
+                }
+            }
+            processQueue();
+        });
 }
 
 QDBusMessage LinuxNotificationCenter::notifyCall(const UserNotification& notification) const {
-    const auto earlier =
+    const auto replaced =
         std::ranges::find_if(m_shown, [&](const auto& shown) { return shown.second == notification.identifier; });
-    const auto offers = [this](const char* capability) { return m_capabilities->contains(text(capability)); };
+    const auto hasCapability = [this](const char* capability) { return m_capabilities->contains(text(capability)); };
     QStringList actions;
-    if (offers("actions")) {
-        actions = {QStringLiteral("default"), QStringLiteral("Open Tunedeck")};
+    if (hasCapability("actions")) {
+        actions = {u"default"_s, u"Open Tunedeck"_s};
     }
-    const QVariantMap hints{{QStringLiteral("desktop-entry"), m_identity.desktopEntry},
-                            {QStringLiteral("category"), QStringLiteral("transfer")},
-                            {QStringLiteral("sound-name"), QStringLiteral("message-new-instant")},
-                            {QStringLiteral("urgency"), QVariant::fromValue(uchar(1))}};
-    auto call = callOf("Notify");
-    call.setArguments({m_identity.name, earlier == m_shown.end() ? quint32(0) : earlier->first, m_identity.icon,
-                       notification.title, offers("body-markup") ? escaped(notification.body) : notification.body,
-                       actions, hints, -1});
+    const QVariantMap hints{{u"desktop-entry"_s, m_identity.desktopEntry},
+                            {u"category"_s, u"transfer"_s},
+                            {u"sound-name"_s, u"message-new-instant"_s},
+                            {u"urgency"_s, QVariant::fromValue(uchar(1))}};
+    auto call = methodCall("Notify");
+    call.setArguments(
+        {m_identity.name, replaced == m_shown.end() ? quint32(0) : replaced->first, m_identity.icon, notification.title,
+         hasCapability("body-markup") ? escaped(notification.body) : notification.body, actions, hints, -1});
     return call;
 }
 
@@ -197,8 +195,7 @@ void LinuxNotificationCenter::onToken(const QDBusMessage& message) {
 
 void LinuxNotificationCenter::onAction(const QDBusMessage& message) {
     const auto shown = m_shown.find(message.arguments().value(0).toUInt());
-    if (!isFromServer(message) || shown == m_shown.end() ||
-        message.arguments().value(1).toString() != QStringLiteral("default")) {
+    if (!isFromServer(message) || shown == m_shown.end() || message.arguments().value(1).toString() != u"default"_s) {
         return;
     }
     if (m_token.first == shown->first) {

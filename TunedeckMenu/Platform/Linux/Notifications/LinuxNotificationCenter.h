@@ -17,14 +17,12 @@ namespace tunedeck {
 
 class SessionBus;
 
-/// The desktop's notifications over org.freedesktop.Notifications, one call at a time and in order.
-///
-/// What a server told (capabilities, the numbers of its notifications) is forgotten when it goes; the next one is asked
-/// anew. A server that doesn't answer holds up nothing but a bounded number of notifications.
+/// Posts through org.freedesktop.Notifications, one call at a time and in order. The server's capabilities and ids are
+/// discarded when it exits. While a server doesn't reply, a limited number of notifications is queued.
 class LinuxNotificationCenter final : public NotificationCenter {
     Q_OBJECT
 public:
-    /// Who notifies: the name that is shown, the desktop entry's identifier and an icon's path or name.
+    /// The application's name, the id of its desktop entry, and a path or name of an icon.
     struct Identity {
         QString name;
         QString desktopEntry;
@@ -42,11 +40,11 @@ private Q_SLOTS:
     void onToken(const QDBusMessage& message);
 
 private:
-    void listen();
-    void forgetServer();
-    void advance();
-    void askCapabilities(bool startServer);
-    void takeCapabilities(const QDBusMessage& reply);
+    void subscribe();
+    void resetServer();
+    void processQueue();
+    void requestCapabilities(bool startServer);
+    void setCapabilities(const QDBusMessage& reply);
     void send(const UserNotification& notification);
     [[nodiscard]] QDBusMessage notifyCall(const UserNotification& notification) const;
     [[nodiscard]] bool isFromServer(const QDBusMessage& message) const;
@@ -54,13 +52,13 @@ private:
     SessionBus& m_bus;
     Identity m_identity;
     std::unique_ptr<QDBusServiceWatcher> m_watcher;
-    std::deque<UserNotification> m_waiting;
+    std::deque<UserNotification> m_queue;
     bool m_calling = false;
     std::optional<QStringList> m_capabilities;
-    bool m_isGuess = false;             ///< the server didn't tell its capabilities in time
-    QString m_server;                   ///< unique bus name of the one that answered
-    quint64 m_serversSeen = 0;          ///< tells replies of a server that went from those of the present one
-    std::map<quint32, QString> m_shown; ///< the identifiers by the server's numbers
+    bool m_areCapabilitiesAssumed = false; ///< the server didn't report them in time
+    QString m_server;                      ///< unique bus name, from its last reply
+    quint64 m_serverGeneration = 0;        ///< counts servers, to ignore the replies of earlier ones
+    std::map<quint32, QString> m_shown;    ///< identifiers by the server's ids
     std::pair<quint32, QByteArray> m_token;
 };
 

@@ -21,7 +21,7 @@ Uninstall uninstallOf(const SystemFacts& facts) {
                            .processes = processesRunning},
             .removeLoginItem = [home] {
                 Removal removal;
-                const auto entry = LinuxLoginItem::defaultEntry(home);
+                const auto entry = LinuxLoginItem::defaultEntryPath(home);
                 removal.note(abbreviatingHome(entry, home), removeFile(entry));
                 return removal;
             }};

@@ -22,13 +22,13 @@ QCoro::Task<Removal> removeUnit(SystemdUserManager manager, QString home, std::s
         const auto folder = manager.unitFolder + u'/' + wanted;
         const auto link = folder + u'/' + unit;
         removal.note(abbreviatingHome(link, home), removeFile(link));
-        ::rmdir(QFile::encodeName(folder).constData()); // only when nothing else is in it
+        ::rmdir(QFile::encodeName(folder).constData()); // fails unless empty, which is fine
     }
     const auto file = manager.unitFolder + u'/' + unit;
     removal.note(abbreviatingHome(file, home), removeFile(file));
     if (!removal.done.isEmpty()) {
         const ProcessRequest reload{.program = manager.systemctl, .arguments = {u"--user"_s, u"daemon-reload"_s}};
-        co_await runProcess(reload, stop); // a manager that isn't there has nothing to forget
+        co_await runProcess(reload, stop); // fails without a manager, which is fine
     }
     co_return removal;
 }

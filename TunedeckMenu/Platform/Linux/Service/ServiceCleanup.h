@@ -13,11 +13,11 @@
 
 namespace tunedeck {
 
-/// Removes the service's unit and the links that have it started, and tells the manager so if there is one. The user's
-/// own additions to the unit stay. `home`: for the words.
+/// Removes the service's unit and the links that enable it, and reloads the manager if it is running. Keeps the user's
+/// drop-in files. `home` is used to abbreviate paths in messages.
 QCoro::Task<Removal> removeUnit(SystemdUserManager manager, QString home, std::stop_token stop);
 
-/// The user's processes that run the program of this path, also when it has been removed or replaced since.
+/// The user's processes that run the program at this path, even when it has been removed or replaced since.
 std::vector<pid_t> processesRunning(const QString& program);
 
 } // namespace tunedeck

@@ -16,54 +16,54 @@ const T* member(const PropertyDictionary& plist, const QString& key) {
     return found == plist.end() ? nullptr : found->second.as<T>();
 }
 
-/// "%" begins a specifier in every setting.
+/// Escapes specifiers, which start with "%".
 QString literal(QString text) {
     return text.replace(u'%', u"%%"_s);
 }
 
-/// One word of a setting that is split into words.
+/// Quotes one word of a setting that systemd splits into words.
 QString word(QString text) {
     text.replace(u'\\', u"\\\\"_s).replace(u'"', u"\\\""_s);
     return u'"' + literal(text) + u'"';
 }
 
-/// The command line. Its ":" switches the "$" of variables off.
+/// The command line. ":" turns off the expansion of variables.
 QString command(const QStringList& words) {
-    // systemd wants the program's path without quotes and backslashes, but takes any as an argument: a shell hands
-    // over.
-    static constexpr QStringView refused = u"'\"\\";
-    const bool isRefused = std::any_of(refused.begin(), refused.end(), [&](QChar c) { return words[0].contains(c); });
-    QString line = isRefused ? u":/bin/sh -c \"exec \\\"$0\\\" \\\"$@\\\"\""_s : QString();
+    // systemd rejects these characters in the program's path, but not in arguments: use a shell.
+    static constexpr QStringView rejected = u"'\"\\";
+    const bool needsShell =
+        std::any_of(rejected.begin(), rejected.end(), [&](QChar c) { return words[0].contains(c); });
+    QString line = needsShell ? u":/bin/sh -c \"exec \\\"$0\\\" \\\"$@\\\"\""_s : QString();
     for (const auto& text : words) {
         line += (line.isEmpty() ? u":"_s : u" "_s) + word(text);
     }
     return line;
 }
 
-/// A setting that a line can hold; a backslash at its end would join it with the next one.
+/// True when a line can hold this value. A trailing backslash would join it with the next line.
 bool fits(const QString& text) {
     const auto isControl = [](QChar character) { return character < u' ' || character == QChar(0x7f); };
     return std::none_of(text.begin(), text.end(), isControl) && !text.endsWith(u'\\') && text.trimmed() == text;
 }
 
-/// Collects the lines of a unit, and whether each of them can be one.
+/// Collects the lines of a unit, and a value that doesn't fit into a line.
 class Lines {
 public:
     void add(const QString& line) { m_text += line.toUtf8() + '\n'; }
 
     void set(const QString& key, const QString& value) {
         if (!fits(value)) {
-            m_unfit = value;
+            m_invalidValue = value;
         }
         add(key + u'=' + value);
     }
 
     [[nodiscard]] const QByteArray& text() const { return m_text; }
-    [[nodiscard]] const QString& unfit() const { return m_unfit; }
+    [[nodiscard]] const QString& invalidValue() const { return m_invalidValue; }
 
 private:
     QByteArray m_text;
-    QString m_unfit;
+    QString m_invalidValue;
 };
 
 QStringList programOf(const PropertyDictionary& plist) {
@@ -77,7 +77,6 @@ QStringList programOf(const PropertyDictionary& plist) {
     return words;
 }
 
-/// A log file and the folder that it needs.
 void addLog(const PropertyDictionary& plist, const QString& key, const QString& setting, Lines& lines,
             QStringList& folders) {
     if (const auto path = textValue(plist, key)) {
@@ -98,10 +97,10 @@ std::expected<SystemdUnit, QString> systemdUnit(const PropertyDictionary& plist)
     lines.add(u"# Made by Tunedeck from its LaunchAgent property list; changes made here are lost."_s);
     lines.add(u"[Unit]"_s);
     lines.set(u"Description"_s, u"Tunedeck background service"_s);
-    // However often it dies, it is started again.
+    // Restart without a limit.
     lines.set(u"StartLimitIntervalSec"_s, u"0"_s);
     lines.add(u"\n[Service]"_s);
-    // With "simple", a program that can't be started would count as started.
+    // "simple" would report success even when the program can't be executed.
     lines.set(u"Type"_s, u"exec"_s);
     lines.set(u"ExecStart"_s, command(program));
     if (const auto folder = textValue(plist, u"WorkingDirectory"_s)) {
@@ -125,8 +124,8 @@ std::expected<SystemdUnit, QString> systemdUnit(const PropertyDictionary& plist)
     addLog(plist, u"StandardErrorPath"_s, u"StandardError"_s, lines, folders);
     lines.add(u"\n[Install]"_s);
     lines.set(u"WantedBy"_s, u"default.target"_s);
-    if (!lines.unfit().isEmpty()) {
-        return std::unexpected(u"A systemd unit can't hold this: "_s + lines.unfit());
+    if (!lines.invalidValue().isEmpty()) {
+        return std::unexpected(u"A systemd unit can't hold this: "_s + lines.invalidValue());
     }
     folders.removeDuplicates();
     return SystemdUnit{.text = lines.text(), .folders = folders};

@@ -13,14 +13,14 @@ namespace tunedeck {
 /// A service of the systemd user manager.
 struct SystemdUnit {
     QByteArray text;     ///< of the unit's file
-    QStringList folders; ///< must be there when the service starts: those of its logs
+    QStringList folders; ///< of its logs; must exist when it starts
 
     bool operator==(const SystemdUnit&) const = default;
 };
 
-/// The unit that does what a LaunchAgent's property list asks for: its program with arguments, working directory,
-/// environment and log files, restarted as KeepAlive and ThrottleInterval have it, started with the user's session.
-/// Fails with a sentence for a list without a program or with paths that a unit can't hold (control characters).
+/// Translates a LaunchAgent's property list: program, arguments, working directory, environment, log files, KeepAlive
+/// and ThrottleInterval. The unit starts with the user's session. Fails with a sentence when the list has no program,
+/// or a value that a unit can't contain (control characters).
 std::expected<SystemdUnit, QString> systemdUnit(const PropertyDictionary& plist);
 
 } // namespace tunedeck

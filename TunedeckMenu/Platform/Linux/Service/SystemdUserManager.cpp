@@ -17,8 +17,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr std::int32_t notStarted = -1;
-// What systemctl itself answers when it is asked for a unit's state.
+constexpr std::int32_t startFailed = -1;
+// As systemctl's own "status" exits.
 constexpr std::int32_t notRunning = 3;
 constexpr std::int32_t noSuchUnit = 4;
 
@@ -34,12 +34,12 @@ QCoro::Task<ProcessResult> systemctl(SystemdUserManager manager, QStringList arg
     if (!result && !stop.stop_requested()) {
         qCWarning(appLog(), "%s", qUtf8Printable(result.error()));
     }
-    co_return result.value_or(ProcessResult{.exitStatus = notStarted, .output = {}});
+    co_return result.value_or(ProcessResult{.exitStatus = startFailed, .output = {}});
 }
 
-/// 0 when the unit is in one of these states, otherwise what systemctl would answer.
-QCoro::Task<std::int32_t> isInState(SystemdUserManager manager, QString unit, QByteArrayList states,
-                                    std::stop_token stop) {
+/// 0 when the unit is in one of these states, otherwise systemctl's exit status.
+QCoro::Task<std::int32_t> stateStatus(SystemdUserManager manager, QString unit, QByteArrayList states,
+                                      std::stop_token stop) {
     const QStringList arguments{u"show"_s, u"--property=LoadState,ActiveState"_s, unit};
     const auto result = co_await systemctl(manager, arguments, stop);
     if (result.exitStatus != 0) {
@@ -58,28 +58,28 @@ QCoro::Task<std::int32_t> isInState(SystemdUserManager manager, QString unit, QB
 }
 
 QCoro::Task<std::int32_t> print(SystemdUserManager manager, QString unit, std::stop_token stop) {
-    // "activating" is also the time between a death and the restart.
-    return isInState(std::move(manager), std::move(unit), {"active", "activating", "reloading", "maintenance"},
-                     std::move(stop));
+    // "activating" includes the wait for a restart.
+    return stateStatus(std::move(manager), std::move(unit), {"active", "activating", "reloading", "maintenance"},
+                       std::move(stop));
 }
 
-QCoro::Task<std::int32_t> single(SystemdUserManager manager, QStringList arguments, std::stop_token stop) {
+QCoro::Task<std::int32_t> runSystemctl(SystemdUserManager manager, QStringList arguments, std::stop_token stop) {
     const auto result = co_await systemctl(manager, arguments, stop);
     co_return result.exitStatus;
 }
 
-/// Starts the unit, also one that waits for its restart after it died: systemctl's "start" would wait with it.
+/// Starts the unit at once, even while it waits for its restart, where systemctl's "start" would wait as well.
 QCoro::Task<std::int32_t> start(SystemdUserManager manager, QString unit, std::stop_token stop) {
     const QByteArrayList running{"active"};
-    const auto state = co_await isInState(manager, unit, running, stop);
+    const auto state = co_await stateStatus(manager, unit, running, stop);
     if (state == 0 || stop.stop_requested()) {
         co_return state;
     }
     const QStringList arguments{u"restart"_s, unit};
-    co_return co_await single(manager, arguments, stop);
+    co_return co_await runSystemctl(manager, arguments, stop);
 }
 
-/// Writes the unit's file; 0 when it is there.
+/// Writes the unit's file unless it is up to date.
 std::int32_t writeUnit(const SystemdUserManager& manager, const QString& name, const QString& plistPath) {
     const auto bytes = readFile(plistPath);
     const auto plist = bytes ? parsePropertyList(*bytes) : std::nullopt;
@@ -109,14 +109,14 @@ std::int32_t writeUnit(const SystemdUserManager& manager, const QString& name, c
     return 0;
 }
 
-/// The service's name by its property list's file.
-QString unitOfPlist(const QString& path) {
+/// The unit of the service that this property list belongs to.
+QString unitNameOfPlist(const QString& path) {
     const auto file = path.mid(path.lastIndexOf(u'/') + 1);
     return file.left(file.lastIndexOf(u'.')) + u".service"_s;
 }
 
 QCoro::Task<std::int32_t> bootstrap(SystemdUserManager manager, QString plistPath, std::stop_token stop) {
-    const auto unit = unitOfPlist(plistPath);
+    const auto unit = unitNameOfPlist(plistPath);
     if (const auto status = writeUnit(manager, unit, plistPath); status != 0) {
         co_return status;
     }
@@ -130,9 +130,9 @@ QCoro::Task<std::int32_t> bootstrap(SystemdUserManager manager, QString plistPat
     if (enabled.exitStatus != 0 || stop.stop_requested()) {
         co_return enabled.exitStatus;
     }
-    // Not "start": one that can't be started and waits for its next try is tried now, and with the unit of now.
+    // `restart`, not `start`: a unit in auto-restart must start now, with the file just written.
     const QStringList restart{u"restart"_s, unit};
-    co_return co_await single(manager, restart, stop);
+    co_return co_await runSystemctl(manager, restart, stop);
 }
 
 QCoro::Task<std::int32_t> usageError() {
@@ -150,13 +150,13 @@ QCoro::Task<std::int32_t> run(const SystemdUserManager& manager, const QStringLi
         return print(manager, unit, std::move(stop));
     }
     if (operation == u"bootout" && count == 2) {
-        return single(manager, {u"disable"_s, u"--now"_s, unit}, std::move(stop));
+        return runSystemctl(manager, {u"disable"_s, u"--now"_s, unit}, std::move(stop));
     }
     if (operation == u"kickstart" && count == 2) {
         return start(manager, unit, std::move(stop));
     }
     if (operation == u"kickstart" && count == 3 && arguments[1] == u"-k") {
-        return single(manager, {u"restart"_s, unit}, std::move(stop));
+        return runSystemctl(manager, {u"restart"_s, unit}, std::move(stop));
     }
     return usageError();
 }

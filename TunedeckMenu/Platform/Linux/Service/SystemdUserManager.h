@@ -6,10 +6,12 @@
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
+
 /// Supervises the background service with the systemd user manager.
 struct SystemdUserManager {
-    QString unitFolder;                              ///< of the user's own units
-    QString systemctl = QStringLiteral("systemctl"); ///< the manager's command
+    QString unitFolder;                 ///< of the user's own units
+    QString systemctl = u"systemctl"_s; ///< the manager's command
 
     /// Uses the user's unit folder: "systemd/user" in XDG_CONFIG_HOME or ~/.config.
     static SystemdUserManager ofUser();

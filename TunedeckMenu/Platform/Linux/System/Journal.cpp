@@ -10,8 +10,8 @@
 
 namespace tunedeck {
 
-Journal::Journal(const QString& path) {
-    const auto name = QFile::encodeName(path);
+Journal::Journal(const QString& socketPath) {
+    const auto name = QFile::encodeName(socketPath);
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     if (static_cast<std::size_t>(name.size()) >= sizeof address.sun_path) {

@@ -10,18 +10,17 @@
 
 namespace tunedeck {
 
-/// The system's journal, written to in its own datagram protocol. Never waits.
+/// Writes to the system's journal in its native protocol. Never blocks.
 class Journal {
 public:
     using Fields = std::vector<std::pair<QByteArray, QByteArray>>;
 
-    /// `path`: the journal's socket.
-    explicit Journal(const QString& path);
+    explicit Journal(const QString& socketPath);
 
-    /// Sends one entry; false when there is no journal, it is busy or the entry is too large for it.
+    /// Sends one entry. Returns false when there is no journal, it is busy or the entry is too large.
     [[nodiscard]] bool send(const Fields& fields) const;
 
-    /// An entry as it goes over the socket: one line a field, a length before values of several lines.
+    /// Encodes an entry: a line per field; a value of several lines is preceded by its length.
     static QByteArray encode(const Fields& fields);
 
 private:

@@ -7,14 +7,16 @@
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
+
 Q_LOGGING_CATEGORY(appLog, "app", QtInfoMsg)
 
 namespace {
 
 constexpr auto subsystem = "com.brightfold.tunedeck.menu";
-constexpr qsizetype longestMessage = 48 * 1024; // an entry must fit into one datagram
+constexpr qsizetype maxMessageSize = 48 * 1024; // bytes; an entry must fit into one datagram
 
-// The levels of syslog.
+// syslog's levels
 int priority(QtMsgType type) {
     switch (type) {
     case QtDebugMsg:
@@ -32,17 +34,16 @@ int priority(QtMsgType type) {
 }
 
 void write(QtMsgType type, const QMessageLogContext& context, const QString& text) {
-    static const Journal journal(qEnvironmentVariableIntValue("QT_FORCE_STDERR_LOGGING") != 0
-                                     ? QString()
-                                     : QStringLiteral("/run/systemd/journal/socket"));
-    static const bool onTerminal = ::isatty(STDERR_FILENO) == 1;
-    const auto message = text.toUtf8().left(longestMessage);
+    static const Journal journal(
+        qEnvironmentVariableIntValue("QT_FORCE_STDERR_LOGGING") != 0 ? QString() : u"/run/systemd/journal/socket"_s);
+    static const bool isTerminal = ::isatty(STDERR_FILENO) == 1;
+    const auto message = text.toUtf8().left(maxMessageSize);
     const bool sent = journal.send({{"MESSAGE", message},
                                     {"PRIORITY", QByteArray::number(priority(type))},
                                     {"SYSLOG_IDENTIFIER", "Tunedeck"},
                                     {"SUBSYSTEM", subsystem},
                                     {"CATEGORY", context.category ? context.category : "default"}});
-    if (!sent || onTerminal) {
+    if (!sent || isTerminal) {
         const QByteArray line =
             QByteArray(subsystem) + ':' + (context.category ? context.category : "default") + ": " + message + '\n';
         std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stderr);

@@ -13,6 +13,9 @@
 #include "TunedeckMenu/Platform/Platform.h"
 
 namespace tunedeck {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 class LinuxPlatform final : public Platform {
@@ -21,9 +24,9 @@ public:
         : m_icon(BundlePaths(facts.bundle).icon())
         , m_appearance(m_bus)
         , m_statusItem(m_bus, m_appearance)
-        , m_notifications(m_bus, {QStringLiteral("Tunedeck"), facts.bundleIdentifier, m_icon})
+        , m_notifications(m_bus, {u"Tunedeck"_s, facts.bundleIdentifier, m_icon})
         , m_workspace(m_bus)
-        , m_loginItem(LinuxLoginItem::defaultEntry(facts.home), BundlePaths(facts.bundle).application(), m_icon)
+        , m_loginItem(LinuxLoginItem::defaultEntryPath(facts.home), BundlePaths(facts.bundle).application(), m_icon)
         , m_reopenListener(m_bus) {}
 
     StatusItem& statusItem() override { return m_statusItem; }

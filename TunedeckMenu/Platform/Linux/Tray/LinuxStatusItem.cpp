@@ -14,6 +14,8 @@
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
+
 LinuxStatusItem::LinuxStatusItem(SessionBus& bus, AppearanceSource& appearance, QObject* parent)
     : m_appearance(appearance), m_trays(bus) {
     setParent(parent);
@@ -23,12 +25,11 @@ LinuxStatusItem::LinuxStatusItem(SessionBus& bus, AppearanceSource& appearance, 
     connect(&m_trays, &TrayWatch::changed, this, &LinuxStatusItem::trayChanged);
     connect(&m_trays, &TrayWatch::xembedChanged, this, &LinuxStatusItem::checkSoon);
     connect(&bus, &SessionBus::reconnected, this, [this] {
-        if (m_kind == TrayWatch::Tray::statusNotifier) {
-            m_icon.reset(); // it spoke on a connection that is gone
-            // Qt keeps a tray icon's connection for good when it has died before the icon; it is named after the icon.
-            QDBusConnection::disconnectFromBus(QStringLiteral("org.kde.StatusNotifierItem-%1-%2")
-                                                   .arg(QCoreApplication::applicationPid())
-                                                   .arg(m_iconsMade));
+        if (m_kind == TrayWatch::Tray::StatusNotifier) {
+            m_icon.reset(); // its connection is lost
+            // Qt never closes the connection of a tray icon, named after the icon, when it was lost before the icon.
+            QDBusConnection::disconnectFromBus(
+                u"org.kde.StatusNotifierItem-%1-%2"_s.arg(QCoreApplication::applicationPid()).arg(m_iconsMade));
         }
     });
 }
@@ -46,8 +47,8 @@ void LinuxStatusItem::install() {
 
 void LinuxStatusItem::trayChanged() {
     const auto tray = m_trays.tray();
-    if (!m_icon && tray != TrayWatch::Tray::none) {
-        create(m_kind == TrayWatch::Tray::none ? tray : m_kind);
+    if (!m_icon && tray != TrayWatch::Tray::None) {
+        create(m_kind == TrayWatch::Tray::None ? tray : m_kind);
     }
     check();
 }
@@ -60,8 +61,8 @@ void LinuxStatusItem::create(TrayWatch::Tray kind) {
     m_drawnSymbol.clear();
     draw();
     m_icon->setToolTip(m_toolTip);
-    if (m_kind == TrayWatch::Tray::statusNotifier) {
-        m_icon->setContextMenu(menu()); // the host shows it, so it has to be there before it is asked for
+    if (m_kind == TrayWatch::Tray::StatusNotifier) {
+        m_icon->setContextMenu(menu()); // the host shows it, and may request it at once
     }
     m_icon->show();
 }
@@ -91,16 +92,16 @@ void LinuxStatusItem::draw() {
 
 GlyphTone LinuxStatusItem::tone() const {
     bool light = m_appearance.current().dark;
-    if (m_kind == TrayWatch::Tray::xembed) {
+    if (m_kind == TrayWatch::Tray::XEmbed) {
         light = wantsLightSymbols(TrayWatch::xembedWindow()).value_or(light);
-    } else if (qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':').contains(QStringLiteral("GNOME"))) {
-        light = true; // its bar is black in either appearance
+    } else if (qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':').contains(u"GNOME"_s)) {
+        light = true; // its top bar is always black
     }
-    return light ? GlyphTone::light : GlyphTone::dark;
+    return light ? GlyphTone::Light : GlyphTone::Dark;
 }
 
 void LinuxStatusItem::onActivated(QSystemTrayIcon::ActivationReason reason) {
-    // The second press of a double click is none: it would close what the first has opened.
+    // Ignore DoubleClick: its second press would close what the first has opened.
     if (reason == QSystemTrayIcon::Trigger) {
         Q_EMIT activated();
     } else if (reason == QSystemTrayIcon::Context && !m_icon->contextMenu()) {
@@ -111,10 +112,8 @@ void LinuxStatusItem::onActivated(QSystemTrayIcon::ActivationReason reason) {
 QMenu* LinuxStatusItem::menu() {
     if (!m_menu) {
         m_menu = std::make_unique<QMenu>();
-        connect(m_menu->addAction(QStringLiteral("Open Tunedeck")), &QAction::triggered, this,
-                &LinuxStatusItem::openRequested);
-        connect(m_menu->addAction(QStringLiteral("Quit Tunedeck")), &QAction::triggered, this,
-                &LinuxStatusItem::quitRequested);
+        connect(m_menu->addAction(u"Open Tunedeck"_s), &QAction::triggered, this, &LinuxStatusItem::openRequested);
+        connect(m_menu->addAction(u"Quit Tunedeck"_s), &QAction::triggered, this, &LinuxStatusItem::quitRequested);
     }
     return m_menu.get();
 }
@@ -141,12 +140,12 @@ void LinuxStatusItem::checkSoon() {
 }
 
 void LinuxStatusItem::check() {
-    if (m_kind == TrayWatch::Tray::xembed && !m_dock) {
+    if (m_kind == TrayWatch::Tray::XEmbed && !m_dock) {
         const auto widgets = QApplication::topLevelWidgets();
         const auto dock = std::ranges::find_if(widgets, [](QWidget* w) { return w->inherits("QSystemTrayIconSys"); });
         if (dock != widgets.end()) {
             m_dock = *dock;
-            m_dock->setAccessibleName(QStringLiteral("Tunedeck"));
+            m_dock->setAccessibleName(u"Tunedeck"_s);
             m_dock->installEventFilter(this);
             draw(); // another tray may have another colour
         }
@@ -159,7 +158,7 @@ void LinuxStatusItem::check() {
 }
 
 bool LinuxStatusItem::isAvailable() const {
-    return m_kind == TrayWatch::Tray::xembed ? isDocked() : m_icon && m_trays.tray() == TrayWatch::Tray::statusNotifier;
+    return m_kind == TrayWatch::Tray::XEmbed ? isDocked() : m_icon && m_trays.tray() == TrayWatch::Tray::StatusNotifier;
 }
 
 bool LinuxStatusItem::isDocked() const {

@@ -17,10 +17,8 @@ namespace tunedeck {
 class AppearanceSource;
 class SessionBus;
 
-/// The icon in the desktop's tray: StatusNotifierItem where a host of it is registered, else an X11 tray.
-///
-/// Which of the two is settled with the first tray that shows up, for the life of the process; a tray of that kind that
-/// goes and comes back gets the icon again.
+/// An icon in a StatusNotifierItem host, else in an X11 tray. The first tray that is found decides which, for the life
+/// of the process. When a tray of that kind restarts, it gets the icon again.
 class LinuxStatusItem final : public StatusItem {
     Q_OBJECT
 public:
@@ -49,17 +47,17 @@ private:
 
     AppearanceSource& m_appearance;
     TrayWatch m_trays;
-    TrayWatch::Tray m_kind = TrayWatch::Tray::none;
+    TrayWatch::Tray m_kind = TrayWatch::Tray::None;
     std::unique_ptr<QMenu> m_menu;
     std::unique_ptr<QSystemTrayIcon> m_icon;
-    QPointer<QWidget> m_dock; ///< the widget that Qt docks in an X11 tray
+    QPointer<QWidget> m_dock; ///< Qt's widget in an X11 tray
     QTimer m_check;
     int m_iconsMade = 0;
     QString m_symbol;
     QString m_toolTip;
     QString m_drawnSymbol;
-    GlyphTone m_drawnTone = GlyphTone::dark;
-    bool m_wasAvailable = false; ///< as it was last told
+    GlyphTone m_drawnTone = GlyphTone::Dark;
+    bool m_wasAvailable = false; ///< as last notified
 };
 
 } // namespace tunedeck

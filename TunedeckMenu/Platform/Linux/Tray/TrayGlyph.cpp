@@ -11,6 +11,9 @@
 #include <cstddef>
 
 namespace tunedeck {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr qreal edgeOpacity = 0.3;
@@ -26,7 +29,7 @@ QImage coloured(const QImage& mask, const QColor& colour) {
 QPixmap drawn(const QImage& mask, GlyphTone tone) {
     const QColor dark(0x1f, 0x1f, 0x24);
     const QColor light(0xf7, 0xf7, 0xf8);
-    const auto edge = coloured(mask, tone == GlyphTone::dark ? light : dark);
+    const auto edge = coloured(mask, tone == GlyphTone::Dark ? light : dark);
     QImage image(mask.size(), QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
@@ -36,13 +39,12 @@ QPixmap drawn(const QImage& mask, GlyphTone tone) {
         painter.drawImage(offset, edge);
     }
     painter.setOpacity(1);
-    painter.drawImage(0, 0, coloured(mask, tone == GlyphTone::dark ? dark : light));
+    painter.drawImage(0, 0, coloured(mask, tone == GlyphTone::Dark ? dark : light));
     painter.end();
     return QPixmap::fromImage(image);
 }
 
-/// The picture of a PNG file, or none. Not by QImageReader: that asks every image plug-in of the desktop first, and
-/// loading them takes longer than all else about the icon.
+/// Reads a PNG file. QImageReader would load all image plug-ins first, which takes longer than the rest of the icon.
 QImage readPng(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
@@ -63,10 +65,10 @@ QImage readPng(const QString& path) {
 
 } // namespace
 
-QIcon trayGlyph(const QString& symbol, GlyphTone tone, const QString& folder) {
+QIcon trayGlyph(const QString& symbol, GlyphTone tone) {
     QIcon icon;
-    const QDir glyphs(folder);
-    // No name filter, which would bring in the regular expressions.
+    const QDir glyphs(u":/tunedeck/tray"_s);
+    // A name filter would load Qt's regular expressions.
     for (const auto& file : glyphs.entryList(QDir::Files)) {
         const auto mask = file.startsWith(symbol + u'-') ? readPng(glyphs.filePath(file)) : QImage();
         if (!mask.isNull()) {

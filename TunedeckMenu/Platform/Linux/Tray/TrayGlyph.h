@@ -5,11 +5,11 @@
 
 namespace tunedeck {
 
-/// The glyph's colour: what stands out from the panel that it is drawn on.
-enum class GlyphTone { dark, light };
+/// The colour of a glyph, in contrast to its background.
+enum class GlyphTone { Dark, Light };
 
-/// The tray's icon of a symbol in every size there is a mask for: `folder`/NAME-SIZE.png, black with the shape as
-/// alpha. A thin edge of the other tone keeps it legible where the panel's colour is guessed wrong.
-QIcon trayGlyph(const QString& symbol, GlyphTone tone, const QString& folder = QStringLiteral(":/tunedeck/tray"));
+/// The tray icon of a symbol, in each size that has a mask (`:/tunedeck/tray/NAME-SIZE.png`, black with an alpha
+/// channel). A thin edge of the other tone keeps it legible when the background's colour was guessed wrong.
+QIcon trayGlyph(const QString& symbol, GlyphTone tone);
 
 } // namespace tunedeck

@@ -9,12 +9,13 @@
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
 
-const auto watcherService = QStringLiteral("org.kde.StatusNotifierWatcher");
-const auto watcherPath = QStringLiteral("/StatusNotifierWatcher");
+const auto watcherService = u"org.kde.StatusNotifierWatcher"_s;
+const auto watcherPath = u"/StatusNotifierWatcher"_s;
 constexpr auto hostGrace = 6s;
 
 QPlatformNativeInterface* xcbInterface() {
@@ -26,21 +27,21 @@ QPlatformNativeInterface* xcbInterface() {
 TrayWatch::TrayWatch(SessionBus& bus, QObject* parent) : QObject(parent), m_bus(bus) {
     m_grace.setSingleShot(true);
     m_grace.setInterval(hostGrace);
-    connect(&m_grace, &QTimer::timeout, this, &TrayWatch::settle);
+    connect(&m_grace, &QTimer::timeout, this, &TrayWatch::update);
 }
 
 void TrayWatch::start() {
     if (auto* xcb = xcbInterface()) {
-        // The signal is the platform plugin's own; no header declares it.
+        // A signal of the platform plugin, which no header declares.
         connect(xcb, SIGNAL(systemTrayWindowChanged(QScreen*)), this, SLOT(onTrayWindow()));
     }
-    connect(&m_bus, &SessionBus::reconnected, this, &TrayWatch::followBus);
+    connect(&m_bus, &SessionBus::reconnected, this, &TrayWatch::subscribe);
     connect(&m_bus, &SessionBus::lost, this, [this] {
-        ++m_question;
-        m_host = Host::absent;
-        settle();
+        ++m_queryNumber;
+        m_host = Host::NoWatcher;
+        update();
     });
-    followBus();
+    subscribe();
 }
 
 quint32 TrayWatch::xembedWindow() {
@@ -50,51 +51,50 @@ quint32 TrayWatch::xembedWindow() {
                : 0;
 }
 
-void TrayWatch::followBus() {
+void TrayWatch::subscribe() {
     auto bus = m_bus.connection();
     m_watcher = std::make_unique<QDBusServiceWatcher>(watcherService, bus, QDBusServiceWatcher::WatchForOwnerChange);
-    connect(m_watcher.get(), &QDBusServiceWatcher::serviceOwnerChanged, this, &TrayWatch::askHost);
-    for (const auto& signal :
-         {QStringLiteral("StatusNotifierHostRegistered"), QStringLiteral("StatusNotifierHostUnregistered")}) {
-        bus.connect(QString(), watcherPath, watcherService, signal, this, SLOT(askHost()));
+    connect(m_watcher.get(), &QDBusServiceWatcher::serviceOwnerChanged, this, &TrayWatch::queryHost);
+    for (const auto& signal : {u"StatusNotifierHostRegistered"_s, u"StatusNotifierHostUnregistered"_s}) {
+        bus.connect(QString(), watcherPath, watcherService, signal, this, SLOT(queryHost()));
     }
-    askHost();
+    queryHost();
 }
 
-void TrayWatch::askHost() {
-    auto question = QDBusMessage::createMethodCall(
-        watcherService, watcherPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
-    question.setArguments({watcherService, QStringLiteral("IsStatusNotifierHostRegistered")});
-    question.setAutoStartService(false);
-    m_bus.call(question, 60s, this, [this, number = ++m_question](const QDBusMessage& reply) {
-        if (number != m_question) {
+void TrayWatch::queryHost() {
+    auto call =
+        QDBusMessage::createMethodCall(watcherService, watcherPath, u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
+    call.setArguments({watcherService, u"IsStatusNotifierHostRegistered"_s});
+    call.setAutoStartService(false);
+    m_bus.call(call, 60s, this, [this, number = ++m_queryNumber](const QDBusMessage& reply) {
+        if (number != m_queryNumber) {
             return;
         }
         if (reply.type() == QDBusMessage::ErrorMessage) {
-            m_host = Host::absent;
+            m_host = Host::NoWatcher;
         } else if (reply.arguments().value(0).value<QDBusVariant>().variant().toBool()) {
-            m_host = Host::registered;
+            m_host = Host::Registered;
         } else {
-            if (m_host != Host::missing) {
+            if (m_host != Host::NoHost) {
                 m_grace.start();
             }
-            m_host = Host::missing;
+            m_host = Host::NoHost;
         }
-        settle();
+        update();
     });
 }
 
 void TrayWatch::onTrayWindow() {
     Q_EMIT xembedChanged();
-    settle();
+    update();
 }
 
-void TrayWatch::settle() {
-    auto tray = Tray::none;
-    if (m_host == Host::registered) {
-        tray = Tray::statusNotifier;
-    } else if (m_host == Host::absent || (m_host == Host::missing && !m_grace.isActive())) {
-        tray = xembedWindow() != 0 ? Tray::xembed : Tray::none;
+void TrayWatch::update() {
+    auto tray = Tray::None;
+    if (m_host == Host::Registered) {
+        tray = Tray::StatusNotifier;
+    } else if (m_host == Host::NoWatcher || (m_host == Host::NoHost && !m_grace.isActive())) {
+        tray = xembedWindow() != 0 ? Tray::XEmbed : Tray::None;
     }
     if (tray != m_tray) {
         m_tray = tray;

@@ -11,22 +11,20 @@ namespace tunedeck {
 
 class SessionBus;
 
-/// Knows what kind of tray the desktop has, without ever waiting for one, and notices one that comes late.
+/// Finds out what kind of tray the desktop has, and notices one that starts late. Doesn't block.
 ///
-/// The question has to be settled before the first QSystemTrayIcon is made: Qt asks it once per process, waits for the
-/// answer, and keeps it.
+/// Wait for a tray before creating the first QSystemTrayIcon: Qt looks for one only once per process, and blocks.
 class TrayWatch : public QObject {
     Q_OBJECT
 public:
     enum class Tray {
-        none,           ///< none so far, or not yet known
-        statusNotifier, ///< a StatusNotifierItem host is registered
-        xembed,         ///< an X11 tray has its window
+        None,           ///< none so far
+        StatusNotifier, ///< a StatusNotifierItem host is registered
+        XEmbed,         ///< there is an X11 tray
     };
 
     explicit TrayWatch(SessionBus& bus, QObject* parent = nullptr);
 
-    /// Begins to look; changed() tells when the answer is another one.
     void start();
     [[nodiscard]] Tray tray() const { return m_tray; }
 
@@ -35,25 +33,25 @@ public:
 
 Q_SIGNALS:
     void changed();
-    /// The X11 tray came, went or was replaced by another.
+    /// An X11 tray started, exited or was replaced.
     void xembedChanged();
 
 private Q_SLOTS:
-    void askHost();
+    void queryHost();
     void onTrayWindow();
 
 private:
-    enum class Host { asking, absent, missing, registered };
+    enum class Host { Unknown, NoWatcher, NoHost, Registered };
 
-    void followBus();
-    void settle();
+    void subscribe();
+    void update();
 
     SessionBus& m_bus;
     std::unique_ptr<QDBusServiceWatcher> m_watcher;
-    QTimer m_grace; ///< a watcher without a host often gets one soon after the login
-    Host m_host = Host::asking;
-    Tray m_tray = Tray::none;
-    quint64 m_question = 0;
+    QTimer m_grace; ///< soon after login, a watcher often has no host yet
+    Host m_host = Host::Unknown;
+    Tray m_tray = Tray::None;
+    quint64 m_queryNumber = 0;
 };
 
 } // namespace tunedeck

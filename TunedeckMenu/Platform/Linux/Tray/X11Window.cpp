@@ -34,8 +34,7 @@ bool isShownBy(quint32 window, quint32 tray) {
     if (!attributes || attributes->map_state != XCB_MAP_STATE_VIEWABLE) {
         return false;
     }
-    // The tray's window that is known need not be the one that holds the icons, but both are of one client: their ids
-    // differ only in the bits that a client numbers its own windows with.
+    // The icons may be in another window of the tray, whose id differs only in the bits below the client's id.
     const auto client = tray & ~xcb_get_setup(x)->resource_id_mask;
     for (auto at = window;;) {
         const Reply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(x, xcb_query_tree(x, at), nullptr));

@@ -6,11 +6,10 @@
 
 namespace tunedeck {
 
-/// True when the X11 window is shown inside a window of the program that owns the tray's window.
+/// True when the X11 window is visible inside a window of the tray's program.
 bool isShownBy(quint32 window, quint32 tray);
 
-/// Whether symbols on the tray's window are to be light, when the tray tells the colour of its own
-/// (_NET_SYSTEM_TRAY_COLORS).
+/// Whether symbols in the tray should be light, from its _NET_SYSTEM_TRAY_COLORS. Nothing when it isn't set.
 std::optional<bool> wantsLightSymbols(quint32 tray);
 
 } // namespace tunedeck
