@@ -89,10 +89,10 @@ int onProgress(void* context, curl_off_t total, curl_off_t, curl_off_t, curl_off
 void configure(CURL* handle, const Options& options, Download& download, curl_slist* headers, char* message) {
     curl_easy_setopt(handle, CURLOPT_URL, options.url.c_str());
     curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L);
-    curl_easy_setopt(handle, CURLOPT_PROTOCOLS_STR, "http,https");
-    curl_easy_setopt(handle, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
+    curl_easy_setopt(handle, CURLOPT_PROTOCOLS_STR, "http,https"); // also for redirects
     curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, 1L);
     curl_easy_setopt(handle, CURLOPT_MAXREDIRS, maxRedirects);
+    curl_easy_setopt(handle, CURLOPT_FORBID_REUSE, 1L); // libcurl counts a retry on a stale connection as a redirect
     curl_easy_setopt(handle, CURLOPT_HTTPHEADER, headers);
     curl_easy_setopt(handle, CURLOPT_USERAGENT, "Tunedeck");
     curl_easy_setopt(handle, CURLOPT_ERRORBUFFER, message);
