@@ -123,7 +123,7 @@ TEST_F(UpdateInstallerTest, TheBundleExistsAtEveryMomentOfTheSwap) {
             missing += access(path.constData(), R_OK) != 0;
         }
     });
-    for (int round = 0; round < 40; ++round) {
+    for (int round = 0; round < 10; ++round) {
         const QString fresh = home.path(u"fresh.app"_s);
         writeApp(fresh, "1.4.1", identifier, QByteArray::number(round));
         ASSERT_TRUE(UpdateInstaller::replace(installed, fresh));
