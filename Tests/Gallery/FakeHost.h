@@ -3,56 +3,43 @@
 #include "TunedeckMenu/Panel/FirstRun/OnboardingActions.h"
 #include "TunedeckMenu/Panel/PanelHost.h"
 
+#include <QMetaMethod>
+#include <QObject>
 #include <QStringList>
 
 namespace tunedeck {
 
 /// What a FakeHost was asked for.
-struct HostLog {
+class HostLog : public QObject {
+    Q_OBJECT
+public:
     QStringList pressed; ///< actions in order: "restartService", "copySecret a.url", …
     int appeared = 0;    ///< windows on the screen
 
-    void note(const char* action, const QString& argument = {}) {
-        pressed.append(argument.isEmpty() ? QString::fromLatin1(action)
-                                          : QString::fromLatin1(action) + u' ' + argument);
+    void note(const QString& action, const QString& argument = {}) {
+        pressed.append(argument.isEmpty() ? action : action + u' ' + argument);
     }
-};
 
-class FakePanelActions final : public PanelActions {
-public:
-    explicit FakePanelActions(HostLog& log) : m_log(log) {}
-
-    void panelAppeared() override { ++m_log.appeared; }
-    void panelDisappeared() override { --m_log.appeared; }
-    void restartService() override { m_log.note("restartService"); }
-    void repairTools() override { m_log.note("repairTools"); }
-    void openLog() override { m_log.note("openLog"); }
-    void quit() override { m_log.note("quit"); }
-    void setOpensAtLogin(bool on) override {
-        m_log.note("setOpensAtLogin", on ? QStringLiteral("on") : QStringLiteral("off"));
+    /// Records every signal of the actions but those of the windows, which are counted.
+    void record(PanelActions& actions) {
+        connect(&actions, &PanelActions::panelAppeared, this, [this] { ++appeared; });
+        connect(&actions, &PanelActions::panelDisappeared, this, [this] { --appeared; });
+        const auto& type = PanelActions::staticMetaObject;
+        for (int i = type.methodOffset(); i < type.methodCount(); ++i) {
+            const auto signal = type.method(i);
+            const auto parameter = signal.parameterTypes().value(0);
+            if (!signal.name().startsWith("panel")) {
+                const auto slot = metaObject()->indexOfSlot("noteSignal(" + parameter + ')');
+                connect(&actions, signal, this, metaObject()->method(slot));
+            }
+        }
     }
-    void chooseFolder() override { m_log.note("chooseFolder"); }
-    void useDefaultFolder() override { m_log.note("useDefaultFolder"); }
-    void revealDownloads() override { m_log.note("revealDownloads"); }
-    void revealXML() override { m_log.note("revealXML"); }
-    void applyLibraryNow() override { m_log.note("applyLibraryNow"); }
-    void retryFailedChanges() override { m_log.note("retryFailedChanges"); }
-    void dismissFailedChanges() override { m_log.note("dismissFailedChanges"); }
-    void restoreBackup(const QString& version) override { m_log.note("restoreBackup", version); }
-    void toggleRevealSecrets() override { m_log.note("toggleRevealSecrets"); }
-    void copySecret(const QString& key) override { m_log.note("copySecret", key); }
-    void connectAssistant(const QString& kind) override { m_log.note("connectAssistant", kind); }
-    void rotateLink(const QString& id) override { m_log.note("rotateLink", id); }
-    void newTelegramCode(const QString& id) override { m_log.note("newTelegramCode", id); }
-    void disconnectLink(const QString& id) override { m_log.note("disconnectLink", id); }
-    void openSetupGuide(const QString& id) override { m_log.note("openSetupGuide", id); }
-    void openTelegram(const QString& id) override { m_log.note("openTelegram", id); }
-    void checkForUpdates() override { m_log.note("checkForUpdates"); }
-    void installUpdate() override { m_log.note("installUpdate"); }
-    void copyDiagnostics() override { m_log.note("copyDiagnostics"); }
 
-private:
-    HostLog& m_log;
+private Q_SLOTS:
+    void noteSignal(const QString& argument = {}) {
+        note(QString::fromLatin1(sender()->metaObject()->method(senderSignalIndex()).name()), argument);
+    }
+    void noteSignal(bool on) { noteSignal(on ? QStringLiteral("on") : QStringLiteral("off")); }
 };
 
 class FakeOnboardingActions final : public OnboardingActions {
@@ -62,30 +49,31 @@ public:
     void windowAppeared() override { ++m_log.appeared; }
     void windowClosed() override {
         --m_log.appeared;
-        m_log.note("windowClosed");
+        m_log.note(QStringLiteral("windowClosed"));
     }
-    void advance() override { m_log.note("advance"); }
-    void repairTools() override { m_log.note("repairTools"); }
-    void back() override { m_log.note("back"); }
-    void takeBaseline() override { m_log.note("takeBaseline"); }
-    void choose(const QString& kind) override { m_log.note("choose", kind); }
-    void copyLink() override { m_log.note("copyLink"); }
-    void copyKey() override { m_log.note("copyKey"); }
-    void openTelegram() override { m_log.note("openTelegram"); }
-    void newTelegramCode() override { m_log.note("newTelegramCode"); }
-    void openSetupGuide() override { m_log.note("openSetupGuide"); }
+    void advance() override { m_log.note(QStringLiteral("advance")); }
+    void repairTools() override { m_log.note(QStringLiteral("repairTools")); }
+    void back() override { m_log.note(QStringLiteral("back")); }
+    void takeBaseline() override { m_log.note(QStringLiteral("takeBaseline")); }
+    void choose(const QString& kind) override { m_log.note(QStringLiteral("choose"), kind); }
+    void copyLink() override { m_log.note(QStringLiteral("copyLink")); }
+    void copyKey() override { m_log.note(QStringLiteral("copyKey")); }
+    void openTelegram() override { m_log.note(QStringLiteral("openTelegram")); }
+    void newTelegramCode() override { m_log.note(QStringLiteral("newTelegramCode")); }
+    void openSetupGuide() override { m_log.note(QStringLiteral("openSetupGuide")); }
 
 private:
     HostLog& m_log;
 };
 
 /// Stands in for the application behind the views and records what was pressed.
-class FakeHost final : public PanelHost, public HostLog {
+class FakeHost final : public HostLog, public PanelHost {
 public:
+    FakeHost() { record(panel); }
     PanelActions& actions() override { return panel; }
     QIcon fileIcon(const QString& path) override;
 
-    FakePanelActions panel{*this};
+    PanelActions panel;
     FakeOnboardingActions onboarding{*this};
 };
 

@@ -17,7 +17,7 @@ protected:
     /// Has the model see the service as it is served now.
     void look() {
         runToEnd(model.refresh(scope.token()));
-        runToEnd(model.refreshLinks(true, scope.token()));
+        runToEnd(model.refreshLinks(MenuModel::LinksFetch::Always, scope.token()));
     }
     void awaitLinks() const {
         ASSERT_TRUE(comes([&] { return !state().linksBusy; }));
@@ -236,7 +236,7 @@ TEST_F(ActionTest, GoingInTheMiddleOfAnythingTouchesNothing) {
             serveStatus(libraryMember("1"));
             auto owner = std::make_unique<MenuModel>(services);
             runToEnd(owner->refresh(scope.token()));
-            runToEnd(owner->refreshLinks(true, scope.token()));
+            runToEnd(owner->refreshLinks(MenuModel::LinksFetch::Always, scope.token()));
             auto controller = std::make_unique<PanelController>(*owner, services);
             server.on(isFirstRequest ? "*" : "GET /local/status", behave::hang());
             questions.clear();

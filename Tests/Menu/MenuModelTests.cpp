@@ -13,7 +13,7 @@ namespace {
 class MenuModelTest : public MenuTest {
 protected:
     void refresh() { runToEnd(model->refresh(scope.token())); }
-    void refreshLinks(bool force) { runToEnd(model->refreshLinks(force, scope.token())); }
+    void refreshLinks(MenuModel::LinksFetch fetch) { runToEnd(model->refreshLinks(fetch, scope.token())); }
     [[nodiscard]] const PanelState& state() const { return model->state(); }
 
     std::unique_ptr<MenuModel> model = std::make_unique<MenuModel>(services);
@@ -104,28 +104,28 @@ TEST_F(MenuModelTest, LinksAreAskedForAgainWhenTheyAreNoLongerFresh) {
     refresh();
     EXPECT_EQ(requests(), 1);
     clock.advance(14999ms);
-    refreshLinks(false);
+    refreshLinks(MenuModel::LinksFetch::IfStale);
     EXPECT_EQ(requests(), 1);
-    refreshLinks(true);
+    refreshLinks(MenuModel::LinksFetch::Always);
     EXPECT_EQ(requests(), 2);
 
     serveLinks(R"({"id":"t","kind":"telegram","expiresAt":"2026-03-01T12:05:00Z"})");
     clock.advance(15s);
-    refreshLinks(false);
+    refreshLinks(MenuModel::LinksFetch::IfStale);
     EXPECT_EQ(requests(), 3);
     EXPECT_TRUE(model->pairingTelegram());
     clock.advance(3s);
-    refreshLinks(false);
+    refreshLinks(MenuModel::LinksFetch::IfStale);
     EXPECT_EQ(requests(), 4) << "while a pairing waits";
     clock.advance(5min);
     EXPECT_FALSE(model->pairingTelegram()) << "its code has ended";
 
     serve("GET /local/links", "{}", 500);
-    refreshLinks(false);
-    refreshLinks(false);
+    refreshLinks(MenuModel::LinksFetch::IfStale);
+    refreshLinks(MenuModel::LinksFetch::IfStale);
     EXPECT_EQ(requests(), 5) << "a failed request counts as fresh";
     clock.advance(-1h);
-    refreshLinks(false);
+    refreshLinks(MenuModel::LinksFetch::IfStale);
     EXPECT_EQ(requests(), 6) << "nothing is fresh for a clock that was set back";
     EXPECT_EQ(state().links.size(), 1U);
     EXPECT_FALSE(state().actionError);
@@ -137,7 +137,7 @@ TEST_F(MenuModelTest, LinksThatComeAfterThePanelHasGoneAreKept) {
     model->panelAppeared();
     ASSERT_TRUE(comes([&] { return count("GET /local/links") == 1; }));
     clock.advance(15s);
-    const auto another = endingOf(model->refreshLinks(false, scope.token()));
+    const auto another = endingOf(model->refreshLinks(MenuModel::LinksFetch::IfStale, scope.token()));
     EXPECT_TRUE(another->isThere()) << "one list at a time";
     model->panelDisappeared();
     EXPECT_TRUE(comes([&] { return state().links.size() == 1; }));
@@ -148,7 +148,7 @@ TEST_F(MenuModelTest, LinksAreNotAskedForWithoutTheCloud) {
     const auto cloud = [](const QByteArray& enabled, const QByteArray& connected) {
         return R"("cloud":{"base_url":"x","enabled":)" + enabled + R"(,"connected":)" + connected + '}';
     };
-    refreshLinks(true);
+    refreshLinks(MenuModel::LinksFetch::Always);
     serveStatus(cloud("false", "true"));
     refresh();
     serveStatus(cloud("true", "false"));
@@ -164,13 +164,13 @@ TEST_F(MenuModelTest, AListAskedForBeforeALinkWasMadeOrRemovedDoesNotCount) {
     refresh();
     ASSERT_TRUE(comes([&] { return server.open() == 0 && count("GET /local/links") == 1; }));
     server.on("GET /local/links", behave::after(80ms, behave::answer(200, R"({"links":[]})")));
-    const auto list = endingOf(model->refreshLinks(true, scope.token()));
+    const auto list = endingOf(model->refreshLinks(MenuModel::LinksFetch::Always, scope.token()));
     model->storeLink({.id = u"n"_s, .kind = u"claude"_s});
     ASSERT_TRUE(comes([&] { return list->isThere(); }));
     EXPECT_NE(model->link(u"n"_s), nullptr);
     server.on("GET /local/links",
               behave::after(80ms, behave::answer(200, R"({"links":[{"id":"n","kind":"claude"}]})")));
-    const auto later = endingOf(model->refreshLinks(true, scope.token()));
+    const auto later = endingOf(model->refreshLinks(MenuModel::LinksFetch::Always, scope.token()));
     model->removeLink(u"n"_s);
     ASSERT_TRUE(comes([&] { return later->isThere(); }));
     EXPECT_EQ(model->link(u"n"_s), nullptr);
@@ -210,26 +210,26 @@ TEST_F(MenuModelTest, UpdateChecksAreRareUnlessAskedForAndFailInSilence) {
     };
     const auto update = [&] { return state().update.value; };
 
-    model->checkForUpdates(false);
+    model->checkForUpdates(MenuModel::CheckTrigger::Timer);
     EXPECT_TRUE(std::holds_alternative<UpdateState::Idle>(update()));
-    model->checkForUpdates(false);
+    model->checkForUpdates(MenuModel::CheckTrigger::Timer);
     EXPECT_EQ(checks, 1) << "a failed check is a check";
-    model->checkForUpdates(true);
+    model->checkForUpdates(MenuModel::CheckTrigger::User);
     EXPECT_EQ(std::get<UpdateState::Failed>(update()).message, u"no"_s);
     clock.advance(20h - 1s);
-    model->checkForUpdates(false);
+    model->checkForUpdates(MenuModel::CheckTrigger::Timer);
     EXPECT_EQ(checks, 2);
     clock.advance(1s);
     next = newer();
-    model->checkForUpdates(false);
+    model->checkForUpdates(MenuModel::CheckTrigger::Timer);
     EXPECT_EQ(std::get<UpdateState::Available>(update()).release.version, u"1.3.0"_s);
     next = {UpdateCheck::UpToDate{}};
-    model->checkForUpdates(true);
+    model->checkForUpdates(MenuModel::CheckTrigger::User);
     EXPECT_EQ(std::get<UpdateState::UpToDate>(update()).at, clock.now());
 
     for (const auto& busy : {UpdateState{UpdateState::Checking{}}, UpdateState{UpdateState::Installing{}}}) {
         model->setUpdate(busy);
-        model->checkForUpdates(true);
+        model->checkForUpdates(MenuModel::CheckTrigger::User);
     }
     EXPECT_EQ(checks, 4);
 }

@@ -1,5 +1,6 @@
 #include "Tests/Menu/MenuFixture.h"
-#include "TunedeckMenu/Model/OnboardingModel.h"
+#include "TunedeckMenu/Actions/PanelController.h"
+#include "TunedeckMenu/FirstRun/OnboardingModel.h"
 #include "TunedeckMenu/Panel/FirstRun/OnboardingContent.h"
 
 #include <memory>
@@ -26,7 +27,7 @@ protected:
 
     MenuModel menu{services};
     PanelController panel{menu, services};
-    std::unique_ptr<OnboardingModel> model = std::make_unique<OnboardingModel>(panel, services, std::nullopt);
+    std::unique_ptr<OnboardingModel> model = std::make_unique<OnboardingModel>(panel.links(), services, std::nullopt);
 };
 
 const QByteArray baselineRoute = "POST /local/rekordbox/baseline";
@@ -150,7 +151,7 @@ TEST_F(OnboardingTest, GoingInTheMiddleOfAnythingTouchesNothing) {
         const auto before = server.connections();
         action(*model);
         ASSERT_TRUE(comes([&] { return server.connections() > before; }));
-        model = std::make_unique<OnboardingModel>(panel, services, std::nullopt);
+        model = std::make_unique<OnboardingModel>(panel.links(), services, std::nullopt);
     }
     // What the panel's action began goes on without the window.
     EXPECT_TRUE(comes([&] { return server.open() == 1; }));

@@ -37,12 +37,12 @@ TEST(RemoveCommandTest, ItTellsWhatWentWhatStaysAndWhatCouldNotBeDone) {
     home.write(u"Library/Logs/tunedeck.log"_s, "log");
     loginItem.done << u"Removed the entry."_s;
     EXPECT_EQ(run(true).output.toStdString(), "Ended the Tunedeck that ran.\n"
-                                            "Removed the entry.\n"
-                                            "Removed ~/.tunedeck/bin/tunedeck.\n"
-                                            "These stay:\n"
-                                            "  your music, in /music\n"
-                                            "  settings, backups and the service's state, in ~/.tunedeck\n"
-                                            "  the service's log, ~/Library/Logs/tunedeck.log\n");
+                                              "Removed the entry.\n"
+                                              "Removed ~/.tunedeck/bin/tunedeck.\n"
+                                              "These stay:\n"
+                                              "  your music, in /music\n"
+                                              "  settings, backups and the service's state, in ~/.tunedeck\n"
+                                              "  the service's log, ~/Library/Logs/tunedeck.log\n");
 
     QFile::remove(settings);
     home.write(u".tunedeck/bin/tunedeck"_s, "program");

@@ -8,15 +8,16 @@ using namespace std::chrono_literals;
 
 void Clipboard::copy(const QString& text, const QString& key) {
     m_services.pasteboard.setText(text);
-    m_model.setCopied(key);
-    spawn(unmark(key));
+    m_feedback.setCopied(key);
+    m_scope.restart(); // an earlier copy must not clear this mark
+    spawn(clearMark());
 }
 
-QCoro::Task<> Clipboard::unmark(QString key) {
+QCoro::Task<> Clipboard::clearMark() {
     const auto stop = m_scope.token();
     co_await m_services.clock.sleep(1500ms, stop);
-    if (!stop.stop_requested() && m_model.state().copied == key) {
-        m_model.setCopied({});
+    if (!stop.stop_requested()) {
+        m_feedback.setCopied({});
     }
 }
 

@@ -1,26 +1,27 @@
 #pragma once
 
 #include "TunedeckCore/Support/Async/TaskScope.h"
-#include "TunedeckMenu/Model/MenuModel.h"
+#include "TunedeckMenu/Model/ActionFeedback.h"
+#include "TunedeckMenu/Model/MenuServices.h"
 
 #include <QCoroTask>
 #include <QString>
 
 namespace tunedeck {
 
-/// Copies values for the user and marks the copied one in the panel for a moment.
+/// Copies values to the clipboard and marks the copied one for 1.5 seconds.
 class Clipboard {
 public:
-    Clipboard(MenuModel& model, const MenuServices& services) : m_model(model), m_services(services) {}
+    Clipboard(const MenuServices& services, ActionFeedback& feedback) : m_services(services), m_feedback(feedback) {}
 
-    /// Puts the text on the clipboard; for 1.5 seconds the panel marks the value with that key as copied.
+    /// Copies the text and marks the value with that key.
     void copy(const QString& text, const QString& key);
 
 private:
-    QCoro::Task<> unmark(QString key);
+    QCoro::Task<> clearMark();
 
-    MenuModel& m_model;
     const MenuServices& m_services;
+    ActionFeedback& m_feedback;
     TaskScope m_scope;
 };
 

@@ -1,14 +1,25 @@
 #include "TunedeckMenu/Actions/FolderActions.h"
 
-#include <QUrl>
+#include "TunedeckMenu/Actions/OpenUrl.h"
+
+#include <utility>
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
+
+FolderActions::FolderActions(PanelActions& panel, MenuModel& model, const MenuServices& services)
+    : m_model(model), m_services(services) {
+    connect(&panel, &PanelActions::chooseFolder, this, &FolderActions::choose);
+    connect(&panel, &PanelActions::useDefaultFolder, this, [this] { save(std::nullopt); });
+    connect(&panel, &PanelActions::revealDownloads, this, &FolderActions::revealDownloads);
+    connect(&panel, &PanelActions::revealXML, this, &FolderActions::revealXML);
+}
+
 void FolderActions::choose() {
-    if (m_choosing) {
+    if (std::exchange(m_isChoosing, true)) {
         return;
     }
-    m_choosing = true;
     const auto* status = m_model.state().service.status();
     const auto start =
         m_services.settings.downloadDir().value_or(status != nullptr ? status->downloadDir : m_services.facts.home);
@@ -16,24 +27,20 @@ void FolderActions::choose() {
         if (stop.stop_requested()) {
             return;
         }
-        m_choosing = false;
+        m_isChoosing = false;
         if (folder) {
             save(folder);
         }
     };
-    m_services.folderPicker.choose(QStringLiteral("Choose where Tunedeck saves downloads"),
-                                   QStringLiteral("Use This Folder"), start, std::move(chosen));
-}
-
-void FolderActions::useDefault() {
-    save(std::nullopt);
+    m_services.folderPicker.choose(u"Choose where Tunedeck saves downloads"_s, u"Use This Folder"_s, start,
+                                   std::move(chosen));
 }
 
 void FolderActions::save(const std::optional<QString>& folder) {
     if (const auto saved = m_services.settings.setDownloadDir(folder); saved) {
         m_model.clearError();
     } else {
-        m_model.show(QStringLiteral("Couldn't save the folder: ") + saved.error());
+        m_model.show(u"Couldn't save the folder: "_s + saved.error());
     }
     spawn(m_model.refresh(m_scope.token()));
 }
@@ -41,8 +48,8 @@ void FolderActions::save(const std::optional<QString>& folder) {
 void FolderActions::revealDownloads() {
     const auto* status = m_model.state().service.status();
     const auto folder = m_services.settings.downloadDir().value_or(status != nullptr ? status->downloadDir : QString());
-    if (!folder.isEmpty() && !m_services.workspace.open(QUrl::fromLocalFile(folder))) {
-        m_model.show(QStringLiteral("Couldn't open %1.").arg(folder));
+    if (!folder.isEmpty()) {
+        openUrl(QUrl::fromLocalFile(folder), m_services.workspace, m_model);
     }
 }
 

@@ -2,33 +2,30 @@
 
 #include "TunedeckCore/Support/Async/TaskScope.h"
 #include "TunedeckMenu/Model/MenuModel.h"
+#include "TunedeckMenu/Panel/PanelActions.h"
 
+#include <QObject>
 #include <QString>
 
 #include <optional>
 
 namespace tunedeck {
 
-/// What the user can do about where songs are saved.
-class FolderActions {
+/// The downloads card's actions.
+class FolderActions : public QObject {
 public:
-    FolderActions(MenuModel& model, const MenuServices& services) : m_model(model), m_services(services) {}
-
-    /// Lets the user pick the download folder.
-    void choose();
-    /// Goes back to the service's own folder.
-    void useDefault();
-    /// Opens the download folder.
-    void revealDownloads();
-    /// Shows the Rekordbox import file in the file manager.
-    void revealXML();
+    FolderActions(PanelActions& panel, MenuModel& model, const MenuServices& services);
 
 private:
+    void choose();
+    /// `folder`: nothing for the service's default.
     void save(const std::optional<QString>& folder);
+    void revealDownloads();
+    void revealXML();
 
     MenuModel& m_model;
     const MenuServices& m_services;
-    bool m_choosing = false;
+    bool m_isChoosing = false;
     TaskScope m_scope;
 };
 

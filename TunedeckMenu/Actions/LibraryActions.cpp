@@ -6,6 +6,8 @@
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using Backup = ServiceStatus::Library::Backup;
@@ -25,33 +27,41 @@ const Backup* backupOf(const ServiceStatus::Library& library, const QString& ver
 Confirmation restoreQuestion(const Backup& backup) {
     const auto date = backup.date();
     return {
-        .message = QStringLiteral("Restore your Rekordbox library to v%1?").arg(backup.version),
-        .informativeText =
-            QStringLiteral("This puts back the backup") +
-            (date ? QStringLiteral(" from ") + dateAndTime(*date) : QString()) + QStringLiteral(": “") + backup.reason +
-            QStringLiteral("”.\n\nYour current library is backed up first, so you can undo this from the "
-                           "same list. Keep Rekordbox closed until it finishes."),
-        .confirmButton = QStringLiteral("Restore"),
-        .cancelButton = QStringLiteral("Cancel"),
+        .message = u"Restore your Rekordbox library to v%1?"_s.arg(backup.version),
+        .informativeText = u"This puts back the backup"_s + (date ? u" from "_s + dateAndTime(*date) : QString()) +
+                           u": “"_s + backup.reason +
+                           u"”.\n\nYour current library is backed up first, so you can undo this from the "
+                           "same list. Keep Rekordbox closed until it finishes."_s,
+        .confirmButton = u"Restore"_s,
+        .cancelButton = u"Cancel"_s,
         .warning = true,
     };
 }
 
-void LibraryActions::applyNow() {
-    spawn(runOnce(&LibraryClient::applyNow, &LibraryActions::m_applying));
+LibraryActions::LibraryActions(PanelActions& panel, MenuModel& model, const MenuServices& services)
+    : m_model(model), m_services(services) {
+    sendOn(panel, &PanelActions::applyLibraryNow, &LibraryClient::applyNow, m_applying);
+    sendOn(panel, &PanelActions::retryFailedChanges, &LibraryClient::retryFailed, m_retrying);
+    sendOn(panel, &PanelActions::dismissFailedChanges, &LibraryClient::dismissFailed, m_dismissing);
+    connect(&panel, &PanelActions::restoreBackup, this, &LibraryActions::restoreBackup);
 }
 
-void LibraryActions::retryFailed() {
-    spawn(runOnce(&LibraryClient::retryFailed, &LibraryActions::m_retrying));
+void LibraryActions::sendOn(PanelActions& panel, void (PanelActions::*signal)(), Request request, InFlight& inFlight) {
+    connect(&panel, signal, this, [this, request, &inFlight] {
+        if (!inFlight.isBusy()) {
+            spawn(sendOnce(request, inFlight));
+        }
+    });
 }
 
-void LibraryActions::dismissFailed() {
-    spawn(runOnce(&LibraryClient::dismissFailed, &LibraryActions::m_dismissing));
+QCoro::Task<> LibraryActions::sendOnce(Request request, InFlight& inFlight) {
+    const auto guard = inFlight.begin();
+    co_await finish((m_services.library.*request)(m_scope.token()));
 }
 
 void LibraryActions::restoreBackup(const QString& version) {
-    const auto* present = library(m_model);
-    const auto* backup = present == nullptr ? nullptr : backupOf(*present, version);
+    const auto* current = library(m_model);
+    const auto* backup = current == nullptr ? nullptr : backupOf(*current, version);
     if (backup == nullptr || !m_services.confirm) {
         return;
     }
@@ -63,48 +73,33 @@ void LibraryActions::restoreBackup(const QString& version) {
 }
 
 void LibraryActions::restoreConfirmed(const QString& version) {
-    // A service that isn't there says so itself; one that is may have moved on while the question stood.
+    // The state may have changed while the dialog was open. If the service is down, the request itself reports that.
     if (m_model.state().service.isRunning()) {
-        const auto* present = library(m_model);
-        if (present != nullptr && present->rekordboxRunning) {
-            m_model.show(QStringLiteral("Quit Rekordbox to restore a backup."));
+        const auto* current = library(m_model);
+        if (current != nullptr && current->rekordboxRunning) {
+            m_model.show(u"Quit Rekordbox to restore a backup."_s);
             return;
         }
-        if (present == nullptr || backupOf(*present, version) == nullptr) {
-            m_model.show(QStringLiteral("The backup v%1 isn't there any more.").arg(version));
+        if (current == nullptr || backupOf(*current, version) == nullptr) {
+            m_model.show(u"The backup v%1 isn't there any more."_s.arg(version));
             return;
         }
     }
-    spawn(run(m_services.library.restore(version, m_scope.token())));
+    spawn(finish(m_services.library.restore(version, m_scope.token())));
 }
 
-QCoro::Task<> LibraryActions::runOnce(Operation operation, bool LibraryActions::* underWay) {
-    if (this->*underWay) {
-        co_return;
-    }
+QCoro::Task<> LibraryActions::finish(QCoro::Task<LibraryClient::Reply> request) {
     const auto stop = m_scope.token();
-    this->*underWay = true;
-    co_await run((m_services.library.*operation)(stop));
-    if (!stop.stop_requested()) {
-        this->*underWay = false;
-    }
-}
-
-QCoro::Task<> LibraryActions::run(QCoro::Task<LibraryClient::Reply> request) {
-    const auto stop = m_scope.token();
-    m_model.libraryWork(+1);
+    const auto busy = m_model.beginLibraryWork();
     m_model.clearError();
     const auto reply = co_await request;
     if (stop.stop_requested()) {
         co_return;
     }
     if (!reply.ok) {
-        m_model.show(reply.error.value_or(QStringLiteral("That didn't work.")));
+        m_model.show(reply.error.value_or(u"That didn't work."_s));
     }
     co_await m_model.refresh(stop);
-    if (!stop.stop_requested()) {
-        m_model.libraryWork(-1);
-    }
 }
 
 } // namespace tunedeck

@@ -1,42 +1,39 @@
 #pragma once
 
 #include "TunedeckCore/Support/Async/TaskScope.h"
+#include "TunedeckMenu/Model/InFlight.h"
 #include "TunedeckMenu/Model/MenuModel.h"
+#include "TunedeckMenu/Panel/PanelActions.h"
 
 #include <QCoroTask>
+#include <QObject>
 #include <QString>
 
 namespace tunedeck {
 
-/// What the user can have done to the Rekordbox library. A refusal becomes the error line; success speaks for itself in
-/// what the panel shows.
-class LibraryActions {
+/// The actions on the Rekordbox library. A refusal is shown as an error; success shows in the panel's content.
+class LibraryActions : public QObject {
 public:
-    LibraryActions(MenuModel& model, const MenuServices& services) : m_model(model), m_services(services) {}
-
-    void applyNow();
-    void retryFailed();
-    void dismissFailed();
-    /// Asks first. Nothing is sent when the backup has gone, or Rekordbox was opened, by the time of the answer.
-    void restoreBackup(const QString& version);
+    LibraryActions(PanelActions& panel, MenuModel& model, const MenuServices& services);
 
 private:
-    /// What the buttons without a question ask for.
-    using Operation = QCoro::Task<LibraryClient::Reply> (LibraryClient::*)(std::stop_token) const;
+    using Request = QCoro::Task<LibraryClient::Reply> (LibraryClient::*)(std::stop_token) const;
+    /// Sends the request when the signal is emitted, unless the same request is in flight.
+    void sendOn(PanelActions& panel, void (PanelActions::*signal)(), Request request, InFlight& inFlight);
+    QCoro::Task<> sendOnce(Request request, InFlight& inFlight);
+    void restoreBackup(const QString& version);
     void restoreConfirmed(const QString& version);
-    QCoro::Task<> run(QCoro::Task<LibraryClient::Reply> request);
-    /// Does nothing while the same is under way, as after a double press.
-    QCoro::Task<> runOnce(Operation operation, bool LibraryActions::* underWay);
+    QCoro::Task<> finish(QCoro::Task<LibraryClient::Reply> request);
 
     MenuModel& m_model;
     const MenuServices& m_services;
-    bool m_applying = false;
-    bool m_retrying = false;
-    bool m_dismissing = false;
+    InFlight m_applying;
+    InFlight m_retrying;
+    InFlight m_dismissing;
     TaskScope m_scope;
 };
 
-/// The question before a restore.
+/// The question asked before a restore.
 Confirmation restoreQuestion(const ServiceStatus::Library::Backup& backup);
 
 } // namespace tunedeck

@@ -1,10 +1,13 @@
 #include "TunedeckMenu/Actions/LinkActions.h"
 
 #include "TunedeckCore/Locations/WebEndpoint.h"
+#include "TunedeckMenu/Actions/OpenUrl.h"
 
 #include <utility>
 
 namespace tunedeck {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -12,103 +15,116 @@ bool isShortcut(const AssistantLink& link) {
     return link.assistant() == Assistant::iphone;
 }
 
-/// The copy key of a link's secret.
+/// The copy key of a link's secret, as in SecretFieldView.
 QString copyKey(const AssistantLink& link) {
-    return link.id + (isShortcut(link) ? QStringLiteral(".key") : QStringLiteral(".url"));
+    return link.id + (isShortcut(link) ? u".key"_s : u".url"_s);
 }
 
 Confirmation rotateQuestion(const AssistantLink& link) {
-    const auto word = isShortcut(link) ? QStringLiteral("key") : QStringLiteral("URL");
-    const auto place = isShortcut(link) ? QStringLiteral("your Shortcut") : link.displayName();
+    const auto word = isShortcut(link) ? u"key"_s : u"URL"_s;
+    const auto place = isShortcut(link) ? u"your Shortcut"_s : link.displayName();
     return {
-        .message = QStringLiteral("Make a new %1 for %2?").arg(word, link.displayName()),
-        .informativeText = QStringLiteral("The current %1 stops working right away. Put the new one into %2 to keep "
-                                          "using Tunedeck there.")
-                               .arg(word, place),
-        .confirmButton = isShortcut(link) ? QStringLiteral("New Key") : QStringLiteral("New URL"),
-        .cancelButton = QStringLiteral("Cancel"),
+        .message = u"Make a new %1 for %2?"_s.arg(word, link.displayName()),
+        .informativeText = u"The current %1 stops working right away. Put the new one into %2 to keep "
+                           "using Tunedeck there."_s.arg(word, place),
+        .confirmButton = isShortcut(link) ? u"New Key"_s : u"New URL"_s,
+        .cancelButton = u"Cancel"_s,
     };
 }
 
 Confirmation newCodeQuestion(const AssistantLink& link) {
     return {
-        .message = QStringLiteral("Pair a different Telegram chat?"),
-        .informativeText = link.displayName() + QStringLiteral(" stops working with Tunedeck right away. Scan the new "
-                                                               "code to pair again."),
-        .confirmButton = QStringLiteral("New Code"),
-        .cancelButton = QStringLiteral("Cancel"),
+        .message = u"Pair a different Telegram chat?"_s,
+        .informativeText = link.displayName() + u" stops working with Tunedeck right away. Scan the new "
+                                                "code to pair again."_s,
+        .confirmButton = u"New Code"_s,
+        .cancelButton = u"Cancel"_s,
     };
 }
 
 Confirmation disconnectQuestion(const AssistantLink& link) {
     const bool telegram = link.assistant() == Assistant::telegram;
     return {
-        .message = QStringLiteral("Disconnect %1?").arg(link.displayName()),
-        .informativeText =
-            telegram ? QStringLiteral("The bot stops answering that chat right away. You can pair again later.")
-                     : QStringLiteral("It stops working with Tunedeck right away. You can connect it again later."),
-        .confirmButton = QStringLiteral("Disconnect"),
-        .cancelButton = QStringLiteral("Cancel"),
+        .message = u"Disconnect %1?"_s.arg(link.displayName()),
+        .informativeText = telegram ? u"The bot stops answering that chat right away. You can pair again later."_s
+                                    : u"It stops working with Tunedeck right away. You can connect it again later."_s,
+        .confirmButton = u"Disconnect"_s,
+        .cancelButton = u"Cancel"_s,
         .warning = true,
     };
 }
 
-/// Whether what the user was asked about is still what it was: not its last use, but what would be lost.
-bool isSame(const AssistantLink& asked, const AssistantLink& present) {
-    return asked.kind == present.kind && asked.url == present.url && asked.token == present.token &&
-           asked.paired == present.paired;
+/// Whether the action would still affect what the user was asked about. Ignores the time of the last use.
+bool isSame(const AssistantLink& asked, const AssistantLink& current) {
+    return asked.kind == current.kind && asked.url == current.url && asked.token == current.token &&
+           asked.paired == current.paired;
 }
 
 } // namespace
 
-template<class T>
-QCoro::Task<LinksClient::Result<T>> LinkActions::change(QCoro::Task<Result<T>> call,
-                                                        std::function<bool(const Result<T>&)> finish) {
-    const auto stop = m_scope.token();
-    m_model.linksWork(+1);
-    m_model.clearError();
-    auto result = co_await call;
-    if (stop.stop_requested()) {
-        co_return result;
-    }
-    if (finish(result)) {
-        co_await m_model.refreshLinks(true, stop);
-        if (stop.stop_requested()) {
-            co_return result;
+LinkActions::LinkActions(PanelActions& panel, MenuModel& model, const MenuServices& services, Clipboard& clipboard)
+    : m_model(model), m_services(services), m_clipboard(clipboard) {
+    connect(&panel, &PanelActions::connectAssistant, this, [this](const QString& kind) {
+        const auto assistant = assistantFromRawValue(kind);
+        if (assistant && !m_connecting[*assistant].isBusy()) {
+            connectAssistant(*assistant);
         }
-    }
-    m_model.linksWork(-1);
-    co_return result;
+    });
+    connect(&panel, &PanelActions::rotateLink, this,
+            [this](const QString& id) { confirm(id, rotateQuestion, &LinkActions::rotate); });
+    connect(&panel, &PanelActions::newTelegramCode, this,
+            [this](const QString& id) { confirm(id, newCodeQuestion, &LinkActions::renewPanelCode); });
+    connect(&panel, &PanelActions::disconnectLink, this,
+            [this](const QString& id) { confirm(id, disconnectQuestion, &LinkActions::remove); });
+    connect(&panel, &PanelActions::openSetupGuide, this, &LinkActions::openSetupGuide);
+    connect(&panel, &PanelActions::openTelegram, this, &LinkActions::openTelegram);
+    connect(&panel, &PanelActions::copySecret, this, &LinkActions::copySecret);
 }
 
 template<class T>
-QCoro::Task<> LinkActions::changeUnheeded(QCoro::Task<Result<T>> call, std::function<bool(const Result<T>&)> finish) {
-    co_await change<T>(std::move(call), std::move(finish));
+QCoro::Task<> LinkActions::change(QCoro::Task<Result<T>> request, ResultHandler<T> done) {
+    const auto stop = m_scope.token();
+    const auto busy = m_model.beginLinksWork();
+    m_model.clearError();
+    const auto result = co_await request;
+    if (stop.stop_requested()) {
+        co_return;
+    }
+    done(result);
+    if (result) {
+        co_await m_model.refreshLinks(MenuModel::LinksFetch::Always, stop);
+    }
 }
 
-QCoro::Task<LinksClient::Result<AssistantLink>> LinkActions::connect(Assistant assistant) {
-    return change<AssistantLink>(
-        m_services.links.create(assistant, m_scope.token()), [this, assistant](const Result<AssistantLink>& made) {
-            if (made) {
-                m_model.storeLink(*made);
-                announce(assistant, *made);
-            } else if (made.error().code == QStringLiteral("telegram_not_configured")) {
-                m_model.show(QStringLiteral(
-                    "Telegram isn't available yet. Try ChatGPT, Claude or the iPhone Shortcut for now."));
-            } else {
-                m_model.show(QStringLiteral("Couldn't connect %1: %2").arg(info(assistant).name, made.error().message));
-            }
-            return made.has_value();
-        });
+void LinkActions::connectAssistant(Assistant assistant, ResultHandler<AssistantLink> done) {
+    spawn(create(assistant, std::move(done)));
 }
 
-void LinkActions::announce(Assistant assistant, const AssistantLink& link) {
+QCoro::Task<> LinkActions::create(Assistant assistant, ResultHandler<AssistantLink> done) {
+    const auto inFlight = m_connecting[assistant].begin();
+    ResultHandler<AssistantLink> report = [this, assistant, done](const Result<AssistantLink>& made) {
+        if (made) {
+            m_model.storeLink(*made);
+            showNextStep(assistant, *made);
+        } else if (made.error().code == u"telegram_not_configured"_s) {
+            m_model.show(u"Telegram isn't available yet. Try ChatGPT, Claude or the iPhone Shortcut for now."_s);
+        } else {
+            m_model.show(u"Couldn't connect "_s + info(assistant).name + u": "_s + made.error().message);
+        }
+        if (done) {
+            done(made);
+        }
+    };
+    co_await change(m_services.links.create(assistant, m_scope.token()), std::move(report));
+}
+
+void LinkActions::showNextStep(Assistant assistant, const AssistantLink& link) {
     switch (assistant) {
     case Assistant::iphone:
-        m_model.showNote(QStringLiteral("Follow the setup guide on your iPhone, using the URL and key shown here."));
+        m_model.showNote(u"Follow the setup guide on your iPhone, using the URL and key shown here."_s);
         return;
     case Assistant::telegram:
-        m_model.showNote(QStringLiteral("Scan the code with your phone, then tap Start in Telegram."));
+        m_model.showNote(u"Scan the code with your phone, then tap Start in Telegram."_s);
         return;
     case Assistant::chatgpt:
     case Assistant::claude:
@@ -118,25 +134,10 @@ void LinkActions::announce(Assistant assistant, const AssistantLink& link) {
         return;
     }
     m_clipboard.copy(*link.url, copyKey(link));
-    m_model.showNote(QStringLiteral("Copied %1's URL. ").arg(info(assistant).name) +
-                     info(assistant).setupSteps.join(u' '));
+    m_model.showNote(u"Copied %1's URL. "_s.arg(info(assistant).name) + info(assistant).setupSteps.join(u' '));
 }
 
-void LinkActions::connectAssistant(Assistant assistant) {
-    if (m_connecting.insert(assistant).second) {
-        spawn(connectFromPanel(assistant));
-    }
-}
-
-QCoro::Task<> LinkActions::connectFromPanel(Assistant assistant) {
-    const auto stop = m_scope.token();
-    co_await connect(assistant);
-    if (!stop.stop_requested()) {
-        m_connecting.erase(assistant);
-    }
-}
-
-void LinkActions::ask(const QString& id, Confirmation question, Step step) {
+void LinkActions::confirm(const QString& id, Confirmation (*question)(const AssistantLink&), Step step) {
     const auto* asked = m_model.link(id);
     if (asked == nullptr || !m_services.confirm) {
         return;
@@ -145,78 +146,66 @@ void LinkActions::ask(const QString& id, Confirmation question, Step step) {
         if (!confirmed || stop.stop_requested()) {
             return;
         }
-        const auto* present = m_model.link(link.id);
-        if (present != nullptr && isSame(link, *present)) {
-            spawn((this->*step)(*present));
+        const auto* current = m_model.link(link.id);
+        if (current != nullptr && isSame(link, *current)) {
+            (this->*step)(link);
         } else {
-            m_model.show(link.displayName() + QStringLiteral(" has changed in the meantime, so nothing was done."));
+            m_model.show(link.displayName() + u" has changed in the meantime, so nothing was done."_s);
         }
     };
-    m_services.confirm(std::move(question), std::move(answered));
+    m_services.confirm(question(*asked), std::move(answered));
 }
 
-void LinkActions::rotate(const QString& id) {
-    if (const auto* link = m_model.link(id)) {
-        ask(id, rotateQuestion(*link), &LinkActions::rotateConfirmed);
+void LinkActions::rotate(const AssistantLink& link) {
+    ResultHandler<AssistantLink> done = [this, link](const Result<AssistantLink>& renewed) { rotated(link, renewed); };
+    spawn(change(m_services.links.rotate(link.id, m_scope.token()), std::move(done)));
+}
+
+void LinkActions::rotated(const AssistantLink& link, const Result<AssistantLink>& renewed) {
+    const bool isKey = isShortcut(link);
+    const auto secret = !renewed ? std::nullopt : isKey ? renewed->token : renewed->url;
+    if (!secret) {
+        m_model.show((isKey ? u"Couldn't make a new key: "_s : u"Couldn't make a new URL: "_s) +
+                     (renewed ? u"Unexpected reply from tunedeck."_s : renewed.error().message));
+        return;
     }
+    m_model.storeLink(*renewed);
+    m_clipboard.copy(*secret, copyKey(link));
+    m_model.showNote(isKey ? u"New key copied. Paste it into your Shortcut's Authorization header."_s
+                           : u"New URL copied. Paste it into "_s + link.displayName());
 }
 
-QCoro::Task<> LinkActions::rotateConfirmed(const AssistantLink& link) {
-    return changeUnheeded<AssistantLink>(
-        m_services.links.rotate(link.id, m_scope.token()), [this, link](const Result<AssistantLink>& renewed) {
-            const auto secret = !renewed ? std::nullopt : isShortcut(link) ? renewed->token : renewed->url;
-            if (!secret) {
-                const auto reason =
-                    renewed ? QStringLiteral("Unexpected reply from tunedeck.") : renewed.error().message;
-                m_model.show((isShortcut(link) ? QStringLiteral("Couldn't make a new key: ")
-                                               : QStringLiteral("Couldn't make a new URL: ")) +
-                             reason);
-                return false;
-            }
+void LinkActions::renewPanelCode(const AssistantLink& link) {
+    renewCode(link.id, [this](const Result<AssistantLink>& renewed) { reportNewCode(renewed, m_model); });
+}
+
+void LinkActions::renewCode(const QString& id, ResultHandler<AssistantLink> done) {
+    ResultHandler<AssistantLink> store = [this, done = std::move(done)](const Result<AssistantLink>& renewed) {
+        if (renewed) {
             m_model.storeLink(*renewed);
-            m_clipboard.copy(*secret, copyKey(link));
-            m_model.showNote(isShortcut(link)
-                                 ? QStringLiteral("New key copied. Paste it into your Shortcut's Authorization header.")
-                                 : QStringLiteral("New URL copied. Paste it into ") + link.displayName());
-            return true;
-        });
+        }
+        done(renewed);
+    };
+    spawn(change(m_services.links.rotate(id, m_scope.token()), std::move(store)));
 }
 
-void LinkActions::newTelegramCode(const QString& id) {
-    if (const auto* link = m_model.link(id)) {
-        ask(id, newCodeQuestion(*link), &LinkActions::newCodeConfirmed);
+void LinkActions::reportNewCode(const Result<AssistantLink>& renewed, ActionFeedback& feedback) {
+    if (renewed) {
+        feedback.showNote(u"New code ready. Scan it with your phone."_s);
+    } else {
+        feedback.show(u"Couldn't make a new code: "_s + renewed.error().message);
     }
 }
 
-QCoro::Task<> LinkActions::newCodeConfirmed(const AssistantLink& link) {
-    return changeUnheeded<AssistantLink>(
-        m_services.links.rotate(link.id, m_scope.token()), [this](const Result<AssistantLink>& renewed) {
-            if (renewed) {
-                m_model.storeLink(*renewed);
-                m_model.showNote(QStringLiteral("New code ready. Scan it with your phone."));
-            } else {
-                m_model.show(QStringLiteral("Couldn't make a new code: ") + renewed.error().message);
-            }
-            return renewed.has_value();
-        });
-}
-
-void LinkActions::disconnect(const QString& id) {
-    if (const auto* link = m_model.link(id)) {
-        ask(id, disconnectQuestion(*link), &LinkActions::disconnectConfirmed);
-    }
-}
-
-QCoro::Task<> LinkActions::disconnectConfirmed(const AssistantLink& link) {
-    return changeUnheeded<void>(m_services.links.remove(link.id, m_scope.token()),
-                                [this, id = link.id](const Result<void>& removed) {
-                                    if (removed) {
-                                        m_model.removeLink(id);
-                                    } else {
-                                        m_model.show(QStringLiteral("Couldn't disconnect: ") + removed.error().message);
-                                    }
-                                    return removed.has_value();
-                                });
+void LinkActions::remove(const AssistantLink& link) {
+    ResultHandler<void> done = [this, id = link.id](const Result<void>& removed) {
+        if (removed) {
+            m_model.removeLink(id);
+        } else {
+            m_model.show(u"Couldn't disconnect: "_s + removed.error().message);
+        }
+    };
+    spawn(change(m_services.links.remove(link.id, m_scope.token()), std::move(done)));
 }
 
 void LinkActions::openSetupGuide(const QString& id) {
@@ -225,19 +214,14 @@ void LinkActions::openSetupGuide(const QString& id) {
         return;
     }
     const auto assistant = link->assistant();
-    // A kind that this version doesn't know has its guide among the others.
-    open(assistant ? guideURL(*assistant) : WebEndpoint::url(QStringLiteral("/connect/")));
+    // An assistant that this version doesn't know has its guide on the overview page.
+    const auto url = assistant ? guideURL(*assistant) : WebEndpoint::url(u"/connect/"_s);
+    openUrl(url, m_services.workspace, m_model);
 }
 
 void LinkActions::openTelegram(const QString& id) {
     if (const auto* link = m_model.link(id); link != nullptr && link->url) {
-        open(QUrl(*link->url));
-    }
-}
-
-void LinkActions::open(const QUrl& url) {
-    if (!m_services.workspace.open(url)) {
-        m_model.show(QStringLiteral("Couldn't open %1.").arg(url.toDisplayString()));
+        openUrl(QUrl(*link->url), m_services.workspace, m_model);
     }
 }
 
@@ -248,9 +232,9 @@ void LinkActions::copySecret(const QString& key) {
         return;
     }
     std::optional<QString> value;
-    if (key.endsWith(QStringLiteral(".key"))) {
+    if (key.endsWith(u".key"_s)) {
         value = link->token;
-    } else if (key.endsWith(QStringLiteral(".url"))) {
+    } else if (key.endsWith(u".url"_s)) {
         value = isShortcut(*link) ? link->apiUrl : link->url;
     }
     if (value) {

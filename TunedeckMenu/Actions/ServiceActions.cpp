@@ -2,92 +2,65 @@
 
 #include "TunedeckCore/Installation/ServiceInstaller.h"
 #include "TunedeckCore/Locations/UserPaths.h"
+#include "TunedeckMenu/Actions/OpenUrl.h"
 
 #include <QStringList>
-#include <QUrl>
 
 #include <chrono>
-#include <utility>
 
 namespace tunedeck {
 
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-/// How long the service gets to come up (or launchd to forget it) before it is looked at again.
-constexpr auto settling = 1500ms;
+/// Time for the service to start, or for launchd to forget it, before the next step.
+constexpr auto settleTime = 1500ms;
 
 } // namespace
 
-void ServiceActions::restart() {
-    if (m_model.state().isRestarting) {
-        return;
-    }
-    m_model.setRestarting(true);
+ServiceActions::ServiceActions(PanelActions& panel, MenuModel& model, const MenuServices& services)
+    : m_model(model)
+    , m_services(services)
+    , m_repair(services, model, [this] { spawn(m_model.refreshToolbox(m_scope.token())); }) {
+    connect(&panel, &PanelActions::restartService, this, [this] {
+        if (!m_model.state().isRestarting) {
+            spawn(restart());
+        }
+    });
+    connect(&panel, &PanelActions::repairTools, this, [this] { m_repair.start(); });
+    connect(&panel, &PanelActions::openLog, this, [this] {
+        const auto log = UserPaths(m_services.facts.home).serviceLog();
+        openUrl(QUrl::fromLocalFile(log), m_services.workspace, m_model);
+    });
+}
+
+QCoro::Task<> ServiceActions::restart() {
+    const auto stop = m_scope.token();
+    const auto busy = m_model.beginRestart();
     m_model.clearError();
-    spawn(restartService());
-}
-
-QCoro::Task<> ServiceActions::restartService() {
-    const auto stop = m_scope.token();
-    const auto uid = m_services.facts.uid;
-    const QStringList kickstart{QStringLiteral("kickstart"), QStringLiteral("-k"),
-                                ServiceInstaller::serviceTarget(uid)};
+    const auto& facts = m_services.facts;
+    const QStringList kickstart{u"kickstart"_s, u"-k"_s, ServiceInstaller::serviceTarget(facts.uid)};
     auto status = co_await m_services.launchctl(kickstart, stop);
-    if (stop.stop_requested()) {
-        co_return;
-    }
-    if (status != 0) {
-        co_await m_services.clock.sleep(settling, stop);
+    if (status != 0 && !stop.stop_requested()) {
+        co_await m_services.clock.sleep(settleTime, stop);
         if (stop.stop_requested()) {
             co_return;
         }
-        const QStringList bootstrap{QStringLiteral("bootstrap"), ServiceInstaller::domainTarget(uid),
-                                    UserPaths(m_services.facts.home).agentPlist()};
+        const QStringList bootstrap{u"bootstrap"_s, ServiceInstaller::domainTarget(facts.uid),
+                                    UserPaths(facts.home).agentPlist()};
         status = co_await m_services.launchctl(bootstrap, stop);
-        if (stop.stop_requested()) {
-            co_return;
-        }
-        if (status != 0) {
-            m_model.show(QStringLiteral("Couldn't start tunedeck (launchctl exit %1). See the log.").arg(status));
+        if (status != 0 && !stop.stop_requested()) {
+            m_model.show(u"Couldn't start tunedeck (launchctl exit %1). See the log."_s.arg(status));
         }
     }
-    co_await m_services.clock.sleep(settling, stop);
     if (stop.stop_requested()) {
         co_return;
     }
-    co_await m_model.refresh(stop);
+    co_await m_services.clock.sleep(settleTime, stop);
     if (!stop.stop_requested()) {
-        m_model.setRestarting(false);
-    }
-}
-
-void ServiceActions::repairTools() {
-    if (!std::exchange(m_repairing, true)) {
-        m_model.clearError();
-        spawn(installTools());
-    }
-}
-
-QCoro::Task<> ServiceActions::installTools() {
-    const auto stop = m_scope.token();
-    const bool accepted = co_await m_services.toolbox.install(stop);
-    if (stop.stop_requested()) {
-        co_return;
-    }
-    m_repairing = false;
-    if (!accepted) {
-        m_model.show(QStringLiteral("Couldn't reach tunedeck to repair its tools."));
-        co_return;
-    }
-    co_await m_model.refreshToolbox(stop);
-}
-
-void ServiceActions::openLog() {
-    const auto log = UserPaths(m_services.facts.home).serviceLog();
-    if (!m_services.workspace.open(QUrl::fromLocalFile(log))) {
-        m_model.show(QStringLiteral("Couldn't open %1.").arg(log));
+        co_await m_model.refresh(stop);
     }
 }
 

@@ -1,31 +1,27 @@
 #pragma once
 
 #include "TunedeckCore/Support/Async/TaskScope.h"
+#include "TunedeckMenu/Actions/ToolRepair.h"
 #include "TunedeckMenu/Model/MenuModel.h"
+#include "TunedeckMenu/Panel/PanelActions.h"
 
 #include <QCoroTask>
+#include <QObject>
 
 namespace tunedeck {
 
-/// What the user can have done to the background service itself.
-class ServiceActions {
+/// The actions on the background service itself.
+class ServiceActions : public QObject {
 public:
-    ServiceActions(MenuModel& model, const MenuServices& services) : m_model(model), m_services(services) {}
-
-    /// Restarts a running service and starts a stopped one; while that is under way, does nothing.
-    void restart();
-    /// Has the service install its tools anew; while that is being asked for, does nothing.
-    void repairTools();
-    /// Opens the service's log with the user's viewer.
-    void openLog();
+    ServiceActions(PanelActions& panel, MenuModel& model, const MenuServices& services);
 
 private:
-    QCoro::Task<> restartService();
-    QCoro::Task<> installTools();
+    /// Restarts a running service and starts a stopped one.
+    QCoro::Task<> restart();
 
     MenuModel& m_model;
     const MenuServices& m_services;
-    bool m_repairing = false;
+    ToolRepair m_repair;
     TaskScope m_scope;
 };
 

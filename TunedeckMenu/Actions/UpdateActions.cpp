@@ -1,10 +1,19 @@
 #include "TunedeckMenu/Actions/UpdateActions.h"
 
-#include <QUrl>
+#include "TunedeckMenu/Actions/OpenUrl.h"
 
 #include <variant>
 
 namespace tunedeck {
+
+using namespace Qt::StringLiterals;
+
+UpdateActions::UpdateActions(PanelActions& panel, MenuModel& model, const MenuServices& services)
+    : m_model(model), m_services(services) {
+    connect(&panel, &PanelActions::checkForUpdates, this,
+            [this] { m_model.checkForUpdates(MenuModel::CheckTrigger::User); });
+    connect(&panel, &PanelActions::installUpdate, this, &UpdateActions::installUpdate);
+}
 
 void UpdateActions::installUpdate() {
     const auto* available = std::get_if<UpdateState::Available>(&m_model.state().update.value);
@@ -18,9 +27,9 @@ void UpdateActions::installUpdate() {
 
 QCoro::Task<> UpdateActions::install(Release release) {
     const auto stop = m_scope.token();
-    const ProgressHandler progress = [this, stop](std::optional<double> part) {
+    const ProgressHandler progress = [this, stop](std::optional<double> fraction) {
         if (!stop.stop_requested()) {
-            m_model.setUpdate({UpdateState::Installing{part}});
+            m_model.setUpdate({UpdateState::Installing{fraction}});
         }
     };
     const auto installed = co_await m_services.updates.install(release, progress, stop);
@@ -39,12 +48,10 @@ QCoro::Task<> UpdateActions::install(Release release) {
 }
 
 void UpdateActions::openDiskImage(const Release& release) {
-    const QUrl named(release.dmgUrl.value_or(QString()), QUrl::StrictMode);
-    const bool isWeb = named.scheme() == QStringLiteral("https") || named.scheme() == QStringLiteral("http");
-    const auto url = named.isValid() && isWeb ? named : m_services.updates.latestDiskImageUrl;
-    if (!m_services.workspace.open(url)) {
-        m_model.show(QStringLiteral("Couldn't open %1.").arg(url.toDisplayString()));
-    }
+    const QUrl releaseUrl(release.dmgUrl.value_or(QString()), QUrl::StrictMode);
+    const bool isWeb = releaseUrl.scheme() == u"https"_s || releaseUrl.scheme() == u"http"_s;
+    const auto url = releaseUrl.isValid() && isWeb ? releaseUrl : m_services.updates.latestDiskImageUrl;
+    openUrl(url, m_services.workspace, m_model);
 }
 
 } // namespace tunedeck

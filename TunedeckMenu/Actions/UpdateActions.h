@@ -2,21 +2,21 @@
 
 #include "TunedeckCore/Support/Async/TaskScope.h"
 #include "TunedeckMenu/Model/MenuModel.h"
+#include "TunedeckMenu/Panel/PanelActions.h"
 
 #include <QCoroTask>
+#include <QObject>
 
 namespace tunedeck {
 
-/// Installs what the update check has found.
-class UpdateActions {
+/// Checks for updates and installs them.
+class UpdateActions : public QObject {
 public:
-    UpdateActions(MenuModel& model, const MenuServices& services) : m_model(model), m_services(services) {}
-
-    /// Installs the available release and starts it in place of this process. Where the application's folder can't be
-    /// written, the disk image's address is opened instead.
-    void installUpdate();
+    UpdateActions(PanelActions& panel, MenuModel& model, const MenuServices& services);
 
 private:
+    void installUpdate();
+    /// Installs the release and relaunches. Where the application's folder isn't writable, opens the disk image's URL.
     QCoro::Task<> install(Release release);
     void openDiskImage(const Release& release);
 

@@ -12,13 +12,14 @@
 namespace tunedeck {
 
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-/// How long a tray may take to come up after the login before the window opens in its stead.
-constexpr auto trayPatience = 10s;
+/// How long to wait for a tray after the login before the window opens instead.
+constexpr auto trayTimeout = 10s;
 
-/// Where a new icon wants to stand, in points from the right edge.
+/// Position of a new icon in points from the right edge.
 constexpr int preferredPosition = 220;
 
 } // namespace
@@ -41,7 +42,7 @@ AppDelegate::AppDelegate(MenuServices services, Desktop desktop, QObject* parent
                  .showOnboarding = [this] { showOnboarding(); },
                  .showWindow =
                      [this] {
-                         // A user who has opened and perhaps closed it meanwhile isn't shown it again.
+                         // Not again if the user has opened it during start-up, even if it is closed now.
                          if (!m_windows.hasBeenShown()) {
                              showWindow();
                          }
@@ -65,7 +66,7 @@ void AppDelegate::launch() {
 }
 
 void AppDelegate::installStatusItem() {
-    const auto key = QStringLiteral("NSStatusItem Preferred Position TunedeckStatusItem");
+    const auto key = u"NSStatusItem Preferred Position TunedeckStatusItem"_s;
     if (!m_desktop.defaults.contains(key)) {
         m_desktop.defaults.setValue(key, preferredPosition);
     }
@@ -94,7 +95,7 @@ ServiceInstaller AppDelegate::installer() const {
 
 QCoro::Task<> AppDelegate::openWithoutIcon() {
     const auto stop = m_scope.token();
-    co_await m_services.clock.sleep(trayPatience, stop);
+    co_await m_services.clock.sleep(trayTimeout, stop);
     if (!stop.stop_requested() && !m_desktop.statusItem.isAvailable() && !m_windows.hasBeenShown()) {
         reopen();
     }

@@ -19,39 +19,38 @@
 
 namespace tunedeck {
 
-/// The application's one long-lived controller: puts its parts together, starts them in order and answers the desktop.
-/// Each part has a class of its own; here is only what leads from one to the other.
+/// The application's one long-lived controller: creates the other parts, starts them in order and handles the desktop's
+/// events.
 class AppDelegate : public QObject {
     Q_OBJECT
 public:
-    /// What of the desktop the delegate itself deals with; all must outlive it.
+    /// The parts of the platform that the delegate uses itself. They must outlive it.
     struct Desktop {
         StatusItem& statusItem;
         NotificationCenter& notifications;
         AppearanceSource& appearance;
         ViewsSource& views;
-        QSettings& defaults; ///< the user's defaults of this application
+        QSettings& defaults; ///< the application's user defaults
     };
 
-    /// `services.confirm` is filled in: questions are asked in the application's windows.
+    /// Sets `services.confirm`, so that questions are asked in the application's windows.
     AppDelegate(MenuServices services, Desktop desktop, QObject* parent = nullptr);
     ~AppDelegate() override;
 
-    /// Brings everything up: the icon at once, the rest in tasks of their own.
+    /// Shows the icon at once and starts everything else in the background.
     void launch();
-    /// The user started the application again, or asked for it in another way.
+    /// Opens the main window, or the first-run window until the first run is done.
     void reopen();
     void showWindow();
     void showOnboarding();
     void togglePopover();
-    /// The screens have changed.
     void screensChanged();
 
 private:
     void installStatusItem();
     void startNotifications();
     ServiceInstaller installer() const;
-    /// Opens the window when the desktop has no place for the icon.
+    /// Opens the window if the desktop has no tray.
     QCoro::Task<> openWithoutIcon();
 
     MenuServices m_services;

@@ -6,7 +6,6 @@
 
 #include <QGuiApplication>
 #include <QScreen>
-#include <QTimer>
 
 namespace tunedeck {
 
@@ -18,7 +17,7 @@ PanelLoader::Options panelLoaderOptions(const QString& bundle, Relauncher& relau
             .wasReplaced = [bundle, &relauncher] { return relauncher.isReplaced(bundle); },
             .restart =
                 [bundle, &relauncher] {
-                    relauncher.relaunch(bundle, {QStringLiteral("--show")});
+                    relauncher.relaunch(bundle, {u"--show"_s});
                     QCoreApplication::quit();
                 }};
 }
@@ -53,24 +52,21 @@ Application::Application(Clock& clock, const SystemFacts& facts)
 
 Application::~Application() = default;
 
-void Application::launch(bool show) {
+void Application::launch() {
     m_delegate.launch();
-    followScreens();
+    watchScreens();
     m_platform->reopenListener().start();
-    if (show) {
-        QTimer::singleShot(0, &m_delegate, &AppDelegate::reopen);
-    }
 }
 
-void Application::followScreens() {
-    const auto follow = [this](QScreen* screen) {
+void Application::watchScreens() {
+    const auto watch = [this](QScreen* screen) {
         QObject::connect(screen, &QScreen::geometryChanged, &m_delegate, &AppDelegate::screensChanged);
     };
     for (auto* screen : QGuiApplication::screens()) {
-        follow(screen);
+        watch(screen);
     }
-    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &m_delegate, [this, follow](QScreen* screen) {
-        follow(screen);
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &m_delegate, [this, watch](QScreen* screen) {
+        watch(screen);
         m_delegate.screensChanged();
     });
     QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, &m_delegate, &AppDelegate::screensChanged);

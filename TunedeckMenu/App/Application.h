@@ -12,7 +12,7 @@
 
 namespace tunedeck {
 
-/// The delegate put together with the real desktop, for a program that has its QApplication.
+/// Connects the delegate with the platform. Needs a QApplication.
 class Application {
 public:
     /// The clock must outlive this.
@@ -21,12 +21,11 @@ public:
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
 
-    /// Brings everything up, and with `show` a window too.
-    void launch(bool show);
+    void launch();
     [[nodiscard]] AppDelegate& delegate() { return m_delegate; }
 
 private:
-    void followScreens();
+    void watchScreens();
 
     std::unique_ptr<Platform> m_platform;
     QSettings m_defaults;

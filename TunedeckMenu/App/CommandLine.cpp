@@ -4,9 +4,11 @@
 #include "TunedeckCore/Service/ServiceEndpoint.h"
 #include "TunedeckCore/Service/ToolboxClient.h"
 #include "TunedeckCore/Support/Http/LocalHttp.h"
-#include "TunedeckMenu/Actions/DiagnosticsAction.h"
+#include "TunedeckMenu/Actions/DiagnosticsReport.h"
 #include "TunedeckMenu/Panel/HeaderView.h"
 #include "TunedeckMenu/Panel/PanelState.h"
+
+#include <QCommandLineParser>
 
 #include <chrono>
 #include <utility>
@@ -15,88 +17,93 @@
 namespace tunedeck {
 
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
 std::expected<CommandLine, QString> CommandLine::parse(const QStringList& arguments) {
-    CommandLine wish;
-    const auto choose = [&wish](Command command) {
-        const bool isFirst = wish.command == Command::run;
-        wish.command = command;
-        return isFirst;
-    };
-    for (qsizetype i = 0; i < arguments.size(); ++i) {
-        const auto& argument = arguments[i];
-        bool fits = true;
-        if (argument == QStringLiteral("--help") || argument == QStringLiteral("-h")) {
-            fits = choose(Command::help);
-        } else if (argument == QStringLiteral("--version")) {
-            fits = choose(Command::version);
-        } else if (argument == QStringLiteral("--status")) {
-            fits = choose(Command::status);
-        } else if (argument == QStringLiteral("--diagnostics")) {
-            fits = choose(Command::diagnostics);
-        } else if (argument == QStringLiteral("--quit")) {
-            fits = choose(Command::quit);
-        } else if (argument == QStringLiteral("--remove")) {
-            fits = choose(Command::remove);
-        } else if (argument == QStringLiteral("--json")) {
-            wish.json = true;
-        } else if (argument == QStringLiteral("--show")) {
-            wish.show = true;
-        } else if (argument == QStringLiteral("--after")) {
-            bool isNumber = false;
-            wish.afterProcess = arguments.value(++i).toLongLong(&isNumber);
-            if (!isNumber || *wish.afterProcess <= 0) {
-                return std::unexpected(QStringLiteral("--after needs the id of a process"));
-            }
-        } else {
-            return std::unexpected(QStringLiteral("there is no option “%1”").arg(argument));
-        }
-        if (!fits) {
-            return std::unexpected(QStringLiteral("“%1” can't be combined with another command").arg(argument));
+    static const QHash<QString, Command> commands{{u"h"_s, Command::Help},
+                                                  {u"help"_s, Command::Help},
+                                                  {u"version"_s, Command::Version},
+                                                  {u"status"_s, Command::Status},
+                                                  {u"diagnostics"_s, Command::Diagnostics},
+                                                  {u"quit"_s, Command::Quit},
+                                                  {u"remove"_s, Command::Remove}};
+    QCommandLineParser parser;
+    for (const auto& name : commands.keys()) {
+        parser.addOption(QCommandLineOption(name));
+    }
+    parser.addOptions({{u"json"_s, {}}, {u"show"_s, {}}, {u"after"_s, {}, u"PID"_s}});
+    const auto written = [](const QString& name) { return (name.size() == 1 ? u"-"_s : u"--"_s) + name; };
+
+    const bool isValid = parser.parse(QStringList(u"Tunedeck"_s) + arguments);
+    if (const auto unknown = parser.unknownOptionNames(); !unknown.isEmpty()) {
+        return std::unexpected(u"there is no option “%1”"_s.arg(written(unknown.first())));
+    }
+    if (const auto extra = parser.positionalArguments(); !extra.isEmpty()) {
+        return std::unexpected(u"there is no option “%1”"_s.arg(extra.first()));
+    }
+    CommandLine result{.json = parser.isSet(u"json"_s), .show = parser.isSet(u"show"_s)};
+    if (parser.isSet(u"after"_s)) {
+        bool isNumber = false;
+        result.afterProcess = parser.value(u"after"_s).toLongLong(&isNumber);
+        if (!isNumber || *result.afterProcess <= 0) {
+            return std::unexpected(u"--after needs the id of a process"_s);
         }
     }
-    if (wish.json && wish.command != Command::status) {
-        return std::unexpected(QStringLiteral("--json goes with --status"));
+    if (!isValid) { // a value for an option that takes none
+        return std::unexpected(parser.errorText().chopped(1));
     }
-    if ((wish.show || wish.afterProcess) && wish.command != Command::run) {
-        return std::unexpected(QStringLiteral("--show and --after go with no other command"));
+    for (const auto& name : parser.optionNames()) {
+        if (!commands.contains(name)) {
+            continue;
+        }
+        if (result.command != Command::Run) {
+            return std::unexpected(u"“%1” can't be combined with another command"_s.arg(written(name)));
+        }
+        result.command = commands[name];
     }
-    return wish;
+    if (result.json && result.command != Command::Status) {
+        return std::unexpected(u"--json goes with --status"_s);
+    }
+    if ((result.show || result.afterProcess) && result.command != Command::Run) {
+        return std::unexpected(u"--show and --after go with no other command"_s);
+    }
+    return result;
 }
 
 QString CommandLine::help() {
-    return QStringLiteral(R"(Usage: Tunedeck [OPTION]
+    return uR"(Usage: Tunedeck [OPTION]
 
-Starts Tunedeck, or brings the window of the one that runs to the front.
+Starts Tunedeck, or opens the window of the running instance.
 
   --show         open the window at once
-  --quit         end the Tunedeck that runs; the background service goes on
+  --quit         quit the running Tunedeck; the background service keeps running
   --status       print one line about the background service; the exit status is 0 when it runs
   --status --json
                  print the service's status document
   --diagnostics  print the report for support, with secrets masked
-  --remove       remove the background service and all that starts Tunedeck by
-                 itself from your account; music, settings and backups stay
-  --after PID    wait until that process is gone, then start
+  --remove       remove the background service and everything that starts Tunedeck
+                 automatically from your account; music, settings and backups stay
+  --after PID    wait until that process has exited, then start
   --version      print the version
-  --help         print this
-)");
+  --help         print this help
+)"_s;
 }
 
-QCoro::Task<CommandResult> statusCommand(StatusClient client, bool json) {
-    if (!json) {
-        auto status = co_await client.fetch();
-        const bool isRunning = status.has_value();
-        const auto service = isRunning ? ServiceState::running(std::move(*status)) : ServiceState::notRunning();
-        co_return CommandResult{statusLine(service) + u'\n', isRunning ? 0 : 1};
-    }
-    // The document as the service sent it, also the members that this version doesn't know.
-    const auto url = client.url.value_or(
-        appendingPath(ServiceEndpoint::base(ServiceEndpoint::runtimeFile()), QByteArrayLiteral("local/status")));
+QCoro::Task<CommandResult> statusCommand(StatusClient client) {
+    auto status = co_await client.fetch();
+    const bool isRunning = status.has_value();
+    const auto service = isRunning ? ServiceState::running(std::move(*status)) : ServiceState::notRunning();
+    co_return CommandResult{statusLine(service) + u'\n', isRunning ? 0 : 1};
+}
+
+QCoro::Task<CommandResult> statusDocumentCommand(StatusClient client) {
+    // The document as the service sent it, including members that this version doesn't know.
+    const auto url =
+        client.url.value_or(appendingPath(ServiceEndpoint::base(ServiceEndpoint::runtimeFile()), "local/status"));
     const HttpRequest request{.method = HttpMethod::Get, .url = url, .timeout = 2s};
     const auto reply = co_await sendLocal(request, {});
     if (!reply || reply->status != 200 || !ServiceStatus::decode(reply->body)) {
-        co_return CommandResult{QStringLiteral("null\n"), 1};
+        co_return CommandResult{u"null\n"_s, 1};
     }
     co_return CommandResult{QString::fromUtf8(reply->body.trimmed()) + u'\n', 0};
 }

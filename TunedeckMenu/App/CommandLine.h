@@ -14,25 +14,28 @@
 
 namespace tunedeck {
 
-/// What a start was asked to do.
+/// The options of a start.
 struct CommandLine {
-    enum class Command { run, help, version, status, diagnostics, quit, remove };
-    Command command = Command::run;
-    bool json = false;                       ///< of status: the document itself
-    bool show = false;                       ///< open the window also when the session has just begun
-    std::optional<qint64> afterProcess = {}; ///< wait for this process to be gone first
+    enum class Command { Run, Help, Version, Status, Diagnostics, Quit, Remove };
+    Command command = Command::Run;
+    bool json = false;                       ///< with Status: print the document
+    bool show = false;                       ///< with Run: open the window, even at login
+    std::optional<qint64> afterProcess = {}; ///< with Run: wait until this process has exited
 
-    /// Reads the arguments that follow the program's name. Fails with a sentence.
+    /// Parses the arguments after the program's name. The error is a sentence without a full stop.
     static std::expected<CommandLine, QString> parse(const QStringList& arguments);
-    /// What --help prints.
+    /// The text that --help prints.
     static QString help();
     bool operator==(const CommandLine&) const = default;
 };
 
-/// One line about the service, or its status document. Exits with 0 when the service runs, else with 1.
-QCoro::Task<CommandResult> statusCommand(StatusClient client, bool json);
+/// Prints one line about the service. The exit status is 0 when the service runs, else 1.
+QCoro::Task<CommandResult> statusCommand(StatusClient client);
 
-/// The report for support, by what the service says now.
+/// Prints the service's status document, or "null". Exit status as with statusCommand().
+QCoro::Task<CommandResult> statusDocumentCommand(StatusClient client);
+
+/// Prints the report for support, with the service's current state.
 QCoro::Task<CommandResult> diagnosticsCommand(SystemFacts facts, QDateTime now);
 
 } // namespace tunedeck

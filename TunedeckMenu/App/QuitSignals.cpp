@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::array handled{SIGTERM, SIGINT, SIGHUP};
 
-// A signal handler has no other way to its object than a variable of the process.
+// A signal handler can only reach global variables.
 std::atomic<int> pipeEnd{-1}; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 static_assert(std::atomic<int>::is_always_lock_free);
 
@@ -40,7 +40,7 @@ void handleWith(void (*handler)(int)) {
 QuitSignals::QuitSignals(QObject* parent) : QObject(parent) {
     std::array<int, 2> ends{-1, -1};
     if (::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
-        return; // the signals keep their usual effect
+        return; // the signals keep their default action
     }
     m_read = FileDescriptor(ends[0]);
     m_write = FileDescriptor(ends[1]);

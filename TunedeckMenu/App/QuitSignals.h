@@ -9,16 +9,15 @@
 
 namespace tunedeck {
 
-/// Turns SIGTERM, SIGINT and SIGHUP into a signal on the event loop, so that the application ends in order. One for a
-/// process.
+/// Reports SIGTERM, SIGINT and SIGHUP on the event loop, so that the application quits cleanly. One per process.
 class QuitSignals : public QObject {
     Q_OBJECT
 public:
-    /// From now on these signals don't end the process by themselves.
+    /// From now on these signals no longer end the process.
     explicit QuitSignals(QObject* parent = nullptr);
     ~QuitSignals() override;
 
-    /// Begins to report, also what came since the construction; needs the event loop.
+    /// Starts reporting, including signals received since the construction. Needs a QCoreApplication.
     void listen();
 
 Q_SIGNALS:

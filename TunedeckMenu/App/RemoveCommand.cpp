@@ -12,8 +12,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What stays because it is the user's, with its places; empty when Tunedeck was never here.
-QStringList kept(const RemoveRequest& request) {
+/// The user's files that stay, with their paths; empty if Tunedeck was never used.
+QStringList remainingItems(const RemoveRequest& request) {
     const UserPaths paths(request.home);
     QStringList lines;
     const auto keep = [&](const QString& what, const QString& path) {
@@ -42,7 +42,7 @@ QCoro::Task<CommandResult> removeCommand(RemoveRequest request, ServiceRemover r
     } else if (*request.ended) {
         removal.done << u"Ended the Tunedeck that ran."_s;
     }
-    // First what would start it again.
+    // First remove what would start it again.
     const auto loginItem = request.uninstall.removeLoginItem();
     const auto service = co_await remover.remove(stop);
     removal.done += loginItem.done + service.done;
@@ -55,7 +55,7 @@ QCoro::Task<CommandResult> removeCommand(RemoveRequest request, ServiceRemover r
     for (const auto& line : removal.done) {
         result.output += line + u'\n';
     }
-    if (const auto lines = kept(request); !lines.isEmpty()) {
+    if (const auto lines = remainingItems(request); !lines.isEmpty()) {
         result.output += u"These stay:\n  "_s + lines.join(u"\n  "_s) + u'\n';
     }
     for (const auto& line : removal.failures) {

@@ -13,17 +13,15 @@
 
 namespace tunedeck {
 
-/// What a removal needs to know.
 struct RemoveRequest {
     QString home;
     SettingsFile settings;
-    std::expected<bool, QString> ended; ///< whether a Tunedeck ran and was ended, or why it goes on
+    std::expected<bool, QString> ended; ///< whether a running Tunedeck has quit, or why it couldn't be ended
     Uninstall uninstall;
 };
 
-/// Takes Tunedeck away from the user's account: prints a line for each thing that was removed and for each of the
-/// user's that stays. Exits with 0 when nothing of it is left, also when nothing was there; else with 1, and the
-/// reasons go to the standard error.
+/// Removes Tunedeck from the user's account. Prints what was removed and which of the user's files stay; prints
+/// failures to the standard error. The exit status is 0 when nothing is left to remove, else 1.
 QCoro::Task<CommandResult> removeCommand(RemoveRequest request, ServiceRemover remover, std::stop_token stop = {});
 
 } // namespace tunedeck

@@ -10,18 +10,19 @@
 namespace tunedeck {
 
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int attempts = 20;
-constexpr auto spacing = 1s;
-/// A machine that has been up for longer wasn't just logged in to: the user started the application by hand.
-constexpr auto startedByHand = 300s;
+constexpr int maxAttempts = 20;
+constexpr auto retryDelay = 1s;
+/// On a machine that has been up for longer, the user has started the application by hand.
+constexpr auto maxUptimeAtLogin = 300s;
 
 } // namespace
 
-StartUp::StartUp(MenuModel& model, const MenuServices& services, ServiceInstaller installer, Outcome outcome)
-    : m_model(model), m_services(services), m_installer(std::move(installer)), m_outcome(std::move(outcome)) {}
+StartUp::StartUp(MenuModel& model, const MenuServices& services, ServiceInstaller installer, Callbacks callbacks)
+    : m_model(model), m_services(services), m_installer(std::move(installer)), m_callbacks(std::move(callbacks)) {}
 
 void StartUp::start() {
     spawn(run());
@@ -37,11 +38,11 @@ QCoro::Task<> StartUp::run() {
     if (stop.stop_requested()) {
         co_return;
     }
-    m_outcome.waitEnded();
-    // Links can only speak against a first run. Where there is none anyway, the window doesn't wait for them.
+    m_callbacks.waitEnded();
+    // Links can only prevent the first run. If there is none anyway, don't wait for them.
     const bool linksDecide = Onboarding::shouldShow(m_services.settings.onboarded(), status, {});
     if (!linksDecide) {
-        decideOnWindow(status, {});
+        openWindowIfDue(status, {});
     }
     const bool registered = status && status->cloud.registered.value_or(false);
     const auto links = co_await registeredLinks(registered, stop);
@@ -49,22 +50,22 @@ QCoro::Task<> StartUp::run() {
         co_return;
     }
     if (linksDecide) {
-        decideOnWindow(status, links);
+        openWindowIfDue(status, links);
     }
-    m_outcome.startUpdateChecks();
+    m_callbacks.startUpdateChecks();
 }
 
-void StartUp::decideOnWindow(const std::optional<ServiceStatus>& status, const std::vector<AssistantLink>& links) {
+void StartUp::openWindowIfDue(const std::optional<ServiceStatus>& status, const std::vector<AssistantLink>& links) {
     const bool onboarded = m_services.settings.onboarded();
     if (Onboarding::shouldShow(onboarded, status, links)) {
-        m_outcome.showOnboarding();
+        m_callbacks.showOnboarding();
         return;
     }
     if (!onboarded) {
         std::ignore = m_services.settings.setOnboarded(true);
     }
-    if (m_services.clock.uptime() > startedByHand) {
-        m_outcome.showWindow();
+    if (m_services.clock.uptime() > maxUptimeAtLogin) {
+        m_callbacks.showWindow();
     }
 }
 
@@ -83,17 +84,17 @@ QCoro::Task<> StartUp::install(std::stop_token stop) {
     }
     qCInfo(appLog).noquote() << "service install:" << outcome.description();
     if (outcome.kind == ServiceInstaller::Outcome::Kind::failed) {
-        m_model.show(QStringLiteral("Couldn't start Tunedeck's background service: ") + outcome.message);
+        m_model.show(u"Couldn't start Tunedeck's background service: "_s + outcome.message);
     }
 }
 
 QCoro::Task<std::optional<ServiceStatus>> StartUp::waitForService(std::stop_token stop) {
     for (int attempt = 1;; ++attempt) {
         auto status = co_await m_services.status.fetch(stop);
-        if (status || attempt == attempts || stop.stop_requested()) {
+        if (status || attempt == maxAttempts || stop.stop_requested()) {
             co_return status;
         }
-        co_await m_services.clock.sleep(spacing, stop);
+        co_await m_services.clock.sleep(retryDelay, stop);
     }
 }
 

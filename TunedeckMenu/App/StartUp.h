@@ -13,34 +13,31 @@
 
 namespace tunedeck {
 
-/// What happens once after the icon stands: the service is installed and waited for, then a window opens where one is
-/// due.
+/// Installs the service and waits for it, then opens the first-run window or the main window if necessary.
 class StartUp {
 public:
-    /// What it leads to.
-    struct Outcome {
-        std::function<void()> waitEnded;         ///< the service answered, or was given up
+    struct Callbacks {
+        std::function<void()> waitEnded;         ///< the service answered, or didn't in time
         std::function<void()> showOnboarding;    ///< this is the first run
         std::function<void()> showWindow;        ///< the user started the application by hand
-        std::function<void()> startUpdateChecks; ///< all else is done
+        std::function<void()> startUpdateChecks; ///< everything else is done
     };
-    StartUp(MenuModel& model, const MenuServices& services, ServiceInstaller installer, Outcome outcome);
+    StartUp(MenuModel& model, const MenuServices& services, ServiceInstaller installer, Callbacks callbacks);
 
-    /// Begins; to be called once.
+    /// Call it once.
     void start();
 
 private:
     QCoro::Task<> run();
     QCoro::Task<> install(std::stop_token stop);
     QCoro::Task<std::optional<ServiceStatus>> waitForService(std::stop_token stop);
-
     QCoro::Task<std::vector<AssistantLink>> registeredLinks(bool registered, std::stop_token stop);
-    void decideOnWindow(const std::optional<ServiceStatus>& status, const std::vector<AssistantLink>& links);
+    void openWindowIfDue(const std::optional<ServiceStatus>& status, const std::vector<AssistantLink>& links);
 
     MenuModel& m_model;
     const MenuServices& m_services;
     ServiceInstaller m_installer;
-    Outcome m_outcome;
+    Callbacks m_callbacks;
     TaskScope m_scope;
 };
 

@@ -27,6 +27,7 @@ namespace tunedeck {
 namespace {
 
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
 constexpr int usageError = 2;
 
@@ -35,8 +36,8 @@ void print(std::FILE* stream, const QString& text) {
     std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stream);
 }
 
-int complain(const QString& sentence, int exitStatus) {
-    print(stderr, QStringLiteral("Tunedeck: ") + sentence + QStringLiteral(".\n"));
+int printError(const QString& sentence, int exitStatus) {
+    print(stderr, u"Tunedeck: "_s + sentence + u".\n"_s);
     return exitStatus;
 }
 
@@ -55,7 +56,7 @@ int runWithoutDisplay(int& argc, char** argv, const std::function<QCoro::Task<Co
     return QCoreApplication::exec();
 }
 
-/// Takes Tunedeck away from the account. Nothing can be started meanwhile: this process is the one instance.
+/// Removes Tunedeck from the account. Holds the single instance, so that no other can start until it is done.
 int runRemoval(int& argc, char** argv) {
     installSystemLog();
     joinSession();
@@ -71,12 +72,12 @@ int runRemoval(int& argc, char** argv) {
     });
 }
 
-/// Qt's last word when it has no display to run on, in words for the user.
+/// Replaces Qt's fatal message about a missing display, which ends the process.
 void explainMissingDisplay(QtMsgType type, const QMessageLogContext&, const QString& message) {
     if (type == QtFatalMsg) {
-        complain(QStringLiteral("there is no display to run on. Start it in a graphical session (“--help” lists what "
-                                "works without one)"),
-                 EXIT_FAILURE);
+        printError(u"there is no display to run on. Start it in a graphical session (“--help” lists what "
+                   "works without one)"_s,
+                   EXIT_FAILURE);
         ::_exit(EXIT_FAILURE);
     }
     if (type == QtCriticalMsg) {
@@ -86,35 +87,38 @@ void explainMissingDisplay(QtMsgType type, const QMessageLogContext&, const QStr
 
 int runApplication(int& argc, char** argv, bool show) {
     QuitSignals quitSignals;
-    const auto usualHandler = qInstallMessageHandler(explainMissingDisplay);
+    const auto defaultHandler = qInstallMessageHandler(explainMissingDisplay);
     QApplication application(argc, argv);
-    qInstallMessageHandler(usualHandler);
+    qInstallMessageHandler(defaultHandler);
     QApplication::setQuitOnLastWindowClosed(false);
     QObject::connect(&quitSignals, &QuitSignals::received, &application, &QCoreApplication::quit);
     quitSignals.listen();
 
     SystemClock clock;
     Application menu(clock, systemFacts());
-    menu.launch(show);
+    menu.launch();
+    if (show) {
+        QTimer::singleShot(0, &menu.delegate(), &AppDelegate::reopen);
+    }
     return QApplication::exec();
 }
 
-int start(int& argc, char** argv, const CommandLine& wish) {
-    if (wish.afterProcess) {
-        waitForExit(*wish.afterProcess, 20s);
+int start(int& argc, char** argv, const CommandLine& commandLine) {
+    if (commandLine.afterProcess) {
+        waitForExit(*commandLine.afterProcess, 20s);
     }
     installSystemLog();
-    if (wish.command == CommandLine::Command::quit) {
+    if (commandLine.command == CommandLine::Command::Quit) {
         joinSession();
         const auto ended = SingleInstance().takeOver();
-        return ended ? EXIT_SUCCESS : complain(ended.error(), EXIT_FAILURE);
+        return ended ? EXIT_SUCCESS : printError(ended.error(), EXIT_FAILURE);
     }
     SingleInstance instance;
     const auto started = instance.start();
     if (!started) {
-        return complain(started.error(), EXIT_FAILURE);
+        return printError(started.error(), EXIT_FAILURE);
     }
-    return *started == SingleInstance::Start::First ? runApplication(argc, argv, wish.show) : EXIT_SUCCESS;
+    return *started == SingleInstance::Start::First ? runApplication(argc, argv, commandLine.show) : EXIT_SUCCESS;
 }
 
 } // namespace
@@ -123,35 +127,37 @@ int start(int& argc, char** argv, const CommandLine& wish) {
 
 int main(int argc, char** argv) {
     using namespace tunedeck;
-    QCoreApplication::setOrganizationName(QStringLiteral("Brightfold"));
-    QCoreApplication::setOrganizationDomain(QStringLiteral("brightfold.com"));
-    QCoreApplication::setApplicationName(QStringLiteral("Tunedeck"));
-    QGuiApplication::setDesktopFileName(QStringLiteral("com.brightfold.tunedeck.menu"));
+    using namespace Qt::StringLiterals;
+    QCoreApplication::setOrganizationName(u"Brightfold"_s);
+    QCoreApplication::setOrganizationDomain(u"brightfold.com"_s);
+    QCoreApplication::setApplicationName(u"Tunedeck"_s);
+    QGuiApplication::setDesktopFileName(u"com.brightfold.tunedeck.menu"_s);
 
     QStringList arguments;
     for (int i = 1; i < argc; ++i) {
         arguments << QString::fromLocal8Bit(argv[i]);
     }
-    const auto wish = CommandLine::parse(arguments);
-    if (!wish) {
-        return complain(wish.error() + QStringLiteral("; “--help” lists what there is"), usageError);
+    const auto commandLine = CommandLine::parse(arguments);
+    if (!commandLine) {
+        return printError(commandLine.error() + u"; “--help” lists what there is"_s, usageError);
     }
-    switch (wish->command) {
-    case CommandLine::Command::help:
+    switch (commandLine->command) {
+    case CommandLine::Command::Help:
         print(stdout, CommandLine::help());
         return EXIT_SUCCESS;
-    case CommandLine::Command::version:
-        print(stdout, QStringLiteral("Tunedeck ") + systemFacts().appVersion + u'\n');
+    case CommandLine::Command::Version:
+        print(stdout, u"Tunedeck "_s + systemFacts().appVersion + u'\n');
         return EXIT_SUCCESS;
-    case CommandLine::Command::status:
-        return runWithoutDisplay(argc, argv, [&] { return statusCommand({}, wish->json); });
-    case CommandLine::Command::diagnostics:
+    case CommandLine::Command::Status:
+        return runWithoutDisplay(argc, argv,
+                                 [&] { return commandLine->json ? statusDocumentCommand({}) : statusCommand({}); });
+    case CommandLine::Command::Diagnostics:
         return runWithoutDisplay(argc, argv, [] { return diagnosticsCommand(systemFacts(), SystemClock().now()); });
-    case CommandLine::Command::remove:
+    case CommandLine::Command::Remove:
         return runRemoval(argc, argv);
-    case CommandLine::Command::run:
-    case CommandLine::Command::quit:
+    case CommandLine::Command::Run:
+    case CommandLine::Command::Quit:
         break;
     }
-    return start(argc, argv, *wish);
+    return start(argc, argv, *commandLine);
 }

@@ -23,14 +23,14 @@ QCoro::Task<> FollowLoop::follow() {
             co_return;
         }
         if (status) {
-            announce(*status);
+            notifyChanges(*status);
         }
         m_onFetched(status);
         co_await m_clock.sleep(4s, stop);
     }
 }
 
-void FollowLoop::announce(const ServiceStatus& status) {
+void FollowLoop::notifyChanges(const ServiceStatus& status) {
     for (const auto& event : m_jobs.update(status.recentJobs)) {
         m_notifier.post(event);
     }

@@ -15,19 +15,19 @@
 
 namespace tunedeck {
 
-/// Follows the service for as long as the application runs: every 4 seconds what is new in its status is announced.
+/// Polls the service every 4 seconds for as long as the application runs, and notifies the user of changes.
 class FollowLoop {
 public:
-    /// `onFetched` is told the outcome of every fetch, nothing for a failed one.
+    /// `onFetched` gets the result of every fetch, nothing for a failed one.
     FollowLoop(Clock& clock, StatusClient client, Notifier& notifier,
                std::function<void(const std::optional<ServiceStatus>&)> onFetched);
 
-    /// Begins; to be called once.
+    /// Call it once.
     void start();
 
 private:
     QCoro::Task<> follow();
-    void announce(const ServiceStatus& status);
+    void notifyChanges(const ServiceStatus& status);
 
     Clock& m_clock;
     StatusClient m_client;

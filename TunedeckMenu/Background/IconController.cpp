@@ -2,10 +2,12 @@
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
+
 QString iconSymbol(const ServiceState& service) {
     const auto* status = service.status();
     const bool attention = service.isNotRunning() || (status != nullptr && !status->downloadDirWritable);
-    return attention ? QStringLiteral("exclamationmark.triangle") : QStringLiteral("music.note.list");
+    return attention ? u"exclamationmark.triangle"_s : u"music.note.list"_s;
 }
 
 IconController::IconController(MenuModel& model, StatusItem& item, QObject* parent) : QObject(parent), m_item(item) {
@@ -16,8 +18,6 @@ IconController::IconController(MenuModel& model, StatusItem& item, QObject* pare
 void IconController::statusFetched(const std::optional<ServiceStatus>& status) {
     if (status) {
         m_waiting = false;
-    }
-    if (status) {
         show(ServiceState::running(*status));
     } else if (!m_waiting) {
         show(ServiceState::notRunning());
@@ -25,7 +25,7 @@ void IconController::statusFetched(const std::optional<ServiceStatus>& status) {
 }
 
 void IconController::show(const ServiceState& service) {
-    m_item.setSymbol(iconSymbol(service), QStringLiteral("Tunedeck"));
+    m_item.setSymbol(iconSymbol(service), u"Tunedeck"_s);
 }
 
 } // namespace tunedeck

@@ -9,20 +9,20 @@
 
 namespace tunedeck {
 
-/// The symbol that stands for a service in that state: a warning when it doesn't run or can't save songs.
+/// The icon's symbol: a warning when the service isn't running or can't save songs.
 QString iconSymbol(const ServiceState& service);
 
-/// Keeps the icon in step with the service, as the model or, while no panel is open, the follow loop sees it: the
-/// latest of both counts.
+/// Shows the service's state in the icon. The latest status counts, whether it comes from the model or, while no panel
+/// is open, from the follow loop.
 class IconController : public QObject {
     Q_OBJECT
 public:
     IconController(MenuModel& model, StatusItem& item, QObject* parent = nullptr);
 
-    /// What the follow loop saw. As long as no status has come and the start-up still waits for one, a missing service
-    /// is only late.
+    /// `status`: a result of the follow loop. Failures are ignored until the first status arrives or
+    /// stopWaitingForService() is called.
     void statusFetched(const std::optional<ServiceStatus>& status);
-    /// From now on a missing service isn't running.
+    /// Start-up has given up waiting: from now on a failure means that the service isn't running.
     void stopWaitingForService() { m_waiting = false; }
 
 private:

@@ -19,11 +19,13 @@
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-constexpr int longestFailure = 160;
+constexpr int maxFailureLength = 160;
 
-/// "1 link", "12 tracks"; "Links" when the number isn't known.
+/// "1 link", "12 tracks"; "Links" when the number is unknown.
 QString countPhrase(const std::optional<std::int64_t>& count, const QString& noun) {
     return count ? counted(*count, noun) : noun.at(0).toUpper() + noun.mid(1) + u's';
 }
@@ -39,17 +41,15 @@ Words wordsFor(const JobEvent& event) {
     const auto quoted = u'“' + job.playlist + u'”';
     switch (event.kind) {
     case JobEvent::Kind::requested:
-        return {QStringLiteral("requested"), QStringLiteral("New download request"),
-                countPhrase(job.links, QStringLiteral("link")) + QStringLiteral(" → ") + quoted};
+        return {u"requested"_s, u"New download request"_s, countPhrase(job.links, u"link"_s) + u" → "_s + quoted};
     case JobEvent::Kind::finished:
-        return {QStringLiteral("finished"), QStringLiteral("Added to Rekordbox"),
-                countPhrase(job.tracks, QStringLiteral("track")) + QStringLiteral(" in ") + quoted +
-                    (job.xmlVersion ? QStringLiteral(" · XML v") + *job.xmlVersion : QString())};
+        return {u"finished"_s, u"Added to Rekordbox"_s,
+                countPhrase(job.tracks, u"track"_s) + u" in "_s + quoted +
+                    (job.xmlVersion ? u" · XML v"_s + *job.xmlVersion : QString())};
     case JobEvent::Kind::failed:
         break;
     }
-    return {QStringLiteral("failed"), QStringLiteral("Download failed"),
-            quoted + QStringLiteral(": ") + cut(job.message, longestFailure)};
+    return {u"failed"_s, u"Download failed"_s, quoted + u": "_s + cut(job.message, maxFailureLength)};
 }
 
 } // namespace
@@ -77,17 +77,16 @@ void Notifier::post(const JobEvent& event) {
 }
 
 void Notifier::postLibrary(const ServiceStatus::Library::Applied& applied) {
-    m_center.post(
-        {.identifier = QStringLiteral("library-") + applied.at,
-         .thread = {},
-         .title = QStringLiteral("Rekordbox library updated"),
-         .body = applied.summary + (applied.version ? QStringLiteral(" · v") + *applied.version : QString())});
-    audit(QStringLiteral("library"), applied.version.value_or(QStringLiteral("-")), applied.summary);
+    m_center.post({.identifier = u"library-"_s + applied.at,
+                   .thread = {},
+                   .title = u"Rekordbox library updated"_s,
+                   .body = applied.summary + (applied.version ? u" · v"_s + *applied.version : QString())});
+    audit(u"library"_s, applied.version.value_or(u"-"_s), applied.summary);
 }
 
 void Notifier::audit(const QString& kind, const QString& identifier, const QString& label) {
     auto line = QStringList{isoTimestamp(m_clock.now()), kind, identifier, label}.join(u' ');
-    // A playlist may be called anything; each notification still has one line.
+    // The name of a playlist may contain line breaks.
     line.replace(u'\n', u' ').replace(u'\r', u' ');
     appendLine(m_auditLog, line + u'\n');
 }
@@ -96,7 +95,7 @@ void appendLine(const QString& path, const QString& line) {
     if (!createFolder(QFileInfo(path).path())) {
         return;
     }
-    // Non-blocking, so that a FIFO of that name is refused rather than waited for.
+    // O_NONBLOCK: opening a FIFO fails instead of waiting for a reader.
     const FileDescriptor file(::open(QFile::encodeName(path).constData(),
                                      O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, 0666));
     struct stat before{};

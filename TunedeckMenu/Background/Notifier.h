@@ -12,21 +12,19 @@
 
 namespace tunedeck {
 
-/// Tells the user of downloads and library updates, and keeps a trail of what it posted.
+/// Posts notifications about downloads and library updates, and logs each to a file.
 class Notifier : public QObject {
     Q_OBJECT
 public:
-    /// `auditLog`: the file that gets a line for each notification.
+    /// `auditLog`: path of the log file.
     Notifier(NotificationCenter& center, Clock& clock, QString auditLog, QObject* parent = nullptr);
 
-    /// Run when the user opens a notification.
+    /// Called when the user opens a notification.
     std::function<void()> onOpen;
 
-    /// Gets the notification centre ready.
     void start();
-    /// One notification for a job event; a repeated event replaces the earlier one of its kind.
+    /// A repeated event replaces the earlier notification of its kind.
     void post(const JobEvent& event);
-    /// One notification for a library update.
     void postLibrary(const ServiceStatus::Library::Applied& applied);
 
 private:
@@ -37,8 +35,7 @@ private:
     QString m_auditLog;
 };
 
-/// Appends a line to a regular file, which is made when it doesn't exist. Nothing is left half written; failures are
-/// ignored.
+/// Appends a line to a regular file and creates the file if necessary. Never leaves a partial line; ignores failures.
 void appendLine(const QString& path, const QString& line);
 
 } // namespace tunedeck

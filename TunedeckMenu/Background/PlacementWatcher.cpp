@@ -9,22 +9,23 @@
 namespace tunedeck {
 
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
-PlacementWatcher::PlacementWatcher(MenuModel& model, StatusItem& item, Clock& clock, QString record)
-    : m_model(model), m_item(item), m_clock(clock), m_record(std::move(record)) {}
+PlacementWatcher::PlacementWatcher(MenuModel& model, StatusItem& item, Clock& clock, QString recordPath)
+    : m_model(model), m_item(item), m_clock(clock), m_recordPath(std::move(recordPath)) {}
 
 void PlacementWatcher::check() {
     const auto placement = m_item.placement();
     if (!placement) {
-        // A desktop that has the icon but doesn't tell its place says nothing about whether it can be seen.
-        m_model.setMenuBarIcon(m_item.isAvailable() ? MenuBarIconVisibility()
-                                                    : MenuBarIconVisibility::hidden(
-                                                          QStringLiteral("macOS didn't create the menu bar icon.")));
+        // Some desktops show the icon without reporting its position.
+        m_model.setMenuBarIcon(m_item.isAvailable()
+                                   ? MenuBarIconVisibility()
+                                   : MenuBarIconVisibility::hidden(u"macOS didn't create the menu bar icon."_s));
         return;
     }
     const auto visibility = placement->visibility();
     m_model.setMenuBarIcon(visibility);
-    std::ignore = placement->write(m_record, m_clock.now());
+    std::ignore = placement->write(m_recordPath, m_clock.now());
     qCInfo(appLog).noquote() << "menu bar icon:" << visibility.description();
 }
 

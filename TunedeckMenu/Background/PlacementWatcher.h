@@ -10,15 +10,13 @@
 
 namespace tunedeck {
 
-/// Looks where the icon ended up, tells the model and records it.
+/// Measures where the icon is shown, updates the model and writes the measurement to a file.
 class PlacementWatcher {
 public:
-    /// `record`: the file that gets the measurement.
-    PlacementWatcher(MenuModel& model, StatusItem& item, Clock& clock, QString record);
+    PlacementWatcher(MenuModel& model, StatusItem& item, Clock& clock, QString recordPath);
 
-    /// Looks now.
     void check();
-    /// Looks in a second, when the desktop has come to rest; called again meanwhile, a second from then.
+    /// Checks in one second, when the desktop has settled. Another call restarts the delay.
     void checkSoon();
 
 private:
@@ -27,7 +25,7 @@ private:
     MenuModel& m_model;
     StatusItem& m_item;
     Clock& m_clock;
-    QString m_record;
+    QString m_recordPath;
     TaskScope m_scope;
 };
 

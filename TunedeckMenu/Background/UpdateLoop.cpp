@@ -14,7 +14,7 @@ QCoro::Task<> UpdateLoop::run() {
     const auto stop = m_scope.token();
     co_await m_clock.sleep(60s, stop);
     while (!stop.stop_requested()) {
-        m_model.checkForUpdates(false);
+        m_model.checkForUpdates(MenuModel::CheckTrigger::Timer);
         co_await m_clock.sleepThroughSuspend(6h, stop);
     }
 }

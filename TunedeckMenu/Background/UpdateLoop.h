@@ -8,12 +8,12 @@
 
 namespace tunedeck {
 
-/// Looks for updates by itself: a minute after the start and then every 6 hours, the time asleep included.
+/// Checks for updates one minute after the start and then every 6 hours, including time that the machine is suspended.
 class UpdateLoop {
 public:
     UpdateLoop(MenuModel& model, Clock& clock) : m_model(model), m_clock(clock) {}
 
-    /// Begins; to be called once.
+    /// Call it once.
     void start();
 
 private:

@@ -9,18 +9,14 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto pollPause = 3s;
-constexpr qint64 linksFreshMs = 15'000;
-constexpr qint64 linksFreshWhilePairingMs = 3'000;
-constexpr qint64 updateCheckFreshSeconds = 72'000;
+constexpr auto pollInterval = 3s;
+constexpr auto linksInterval = 15s;
+constexpr auto linksIntervalWhilePairing = 3s;
+constexpr auto updateCheckInterval = 20h;
 
-/// Whether less than the interval has passed; a clock that was set back makes nothing fresh.
-bool isFresh(const std::optional<QDateTime>& since, const QDateTime& now, qint64 milliseconds) {
-    if (!since) {
-        return false;
-    }
-    const auto passed = since->msecsTo(now);
-    return passed >= 0 && passed < milliseconds;
+/// Whether less than the interval has passed. False when the clock was set back.
+bool isWithin(std::chrono::milliseconds interval, const std::optional<QDateTime>& since, const QDateTime& now) {
+    return since && since->msecsTo(now) >= 0 && since->msecsTo(now) < interval.count();
 }
 
 } // namespace
@@ -53,7 +49,7 @@ QCoro::Task<> MenuModel::poll() {
         if (stop.stop_requested()) {
             co_return;
         }
-        co_await m_services.clock.sleep(pollPause, stop);
+        co_await m_services.clock.sleep(pollInterval, stop);
     }
 }
 
@@ -74,8 +70,8 @@ QCoro::Task<> MenuModel::refresh(std::stop_token stop) {
             co_return;
         }
     }
-    // By itself: its asker may be gone, and the panel closed, before the list comes.
-    spawn(refreshLinks(false, m_scope.token()));
+    // Detached: the panel may close before the list arrives.
+    spawn(refreshLinks(LinksFetch::IfStale, m_scope.token()));
     Q_EMIT refreshed();
 }
 
@@ -87,21 +83,20 @@ QCoro::Task<> MenuModel::refreshToolbox(std::stop_token stop) {
     }
 }
 
-QCoro::Task<> MenuModel::refreshLinks(bool force, std::stop_token stop) {
+QCoro::Task<> MenuModel::refreshLinks(LinksFetch fetch, std::stop_token stop) {
     const auto* status = m_state.service.status();
     if (status == nullptr || !status->cloud.enabled || !status->cloud.connected.value_or(true)) {
         co_return;
     }
     const auto now = m_services.clock.now();
-    const auto interval = pairingTelegram() ? linksFreshWhilePairingMs : linksFreshMs;
-    if (!force && (!m_linksRequest.expired() || isFresh(m_linksFetchedAt, now, interval))) {
+    const auto interval = pairingTelegram() ? linksIntervalWhilePairing : linksInterval;
+    if (fetch == LinksFetch::IfStale && (m_linksInFlight.isBusy() || isWithin(interval, m_linksFetchedAt, now))) {
         co_return;
     }
     m_linksFetchedAt = now;
 
     const auto request = m_linksRequests.begin();
-    const auto underWay = std::make_shared<char>();
-    m_linksRequest = underWay;
+    const auto inFlight = m_linksInFlight.begin();
     auto result = co_await m_services.links.list(stop);
     if (stop.stop_requested()) {
         co_return;
@@ -111,23 +106,19 @@ QCoro::Task<> MenuModel::refreshLinks(bool force, std::stop_token stop) {
     }
 }
 
-void MenuModel::checkForUpdates(bool manual) {
+void MenuModel::checkForUpdates(CheckTrigger trigger) {
     const auto& update = m_state.update.value;
-    if (std::holds_alternative<UpdateState::Checking>(update) ||
-        std::holds_alternative<UpdateState::Installing>(update)) {
-        return;
+    const bool isBusy = std::holds_alternative<UpdateState::Checking>(update) ||
+                        std::holds_alternative<UpdateState::Installing>(update);
+    const bool isTooSoon =
+        trigger == CheckTrigger::Timer && isWithin(updateCheckInterval, m_lastUpdateCheck, m_services.clock.now());
+    if (m_services.updates.check && !isBusy && !isTooSoon) {
+        setUpdate({UpdateState::Checking{}});
+        spawn(runUpdateCheck(trigger));
     }
-    if (!m_services.updates.check) {
-        return;
-    }
-    if (!manual && isFresh(m_lastUpdateCheck, m_services.clock.now(), updateCheckFreshSeconds * 1000)) {
-        return;
-    }
-    setUpdate({UpdateState::Checking{}});
-    spawn(askForUpdate(manual));
 }
 
-QCoro::Task<> MenuModel::askForUpdate(bool manual) {
+QCoro::Task<> MenuModel::runUpdateCheck(CheckTrigger trigger) {
     const auto stop = m_scope.token();
     const auto check = co_await m_services.updates.check(stop);
     if (stop.stop_requested()) {
@@ -140,7 +131,7 @@ QCoro::Task<> MenuModel::askForUpdate(bool manual) {
         update.value = UpdateState::Available{available->release};
     } else if (const auto* failed = std::get_if<UpdateCheck::Failed>(&check.value); failed == nullptr) {
         update.value = UpdateState::UpToDate{now};
-    } else if (manual) {
+    } else if (trigger == CheckTrigger::User) {
         update.value = UpdateState::Failed{failed->message};
     }
     setUpdate(update);
@@ -181,27 +172,20 @@ void MenuModel::clearError() {
 }
 
 void MenuModel::setService(ServiceState service) {
-    // A report that was asked for before the service stopped must not come back.
-    const bool clearsToolbox = !service.isRunning();
     const bool differs = m_state.service != service;
-    const bool hadToolbox = m_state.toolbox.has_value();
+    bool losesToolbox = false;
+    if (!service.isRunning()) {
+        // A report requested before the service stopped may still arrive.
+        m_toolboxRequests.invalidate();
+        losesToolbox = std::exchange(m_state.toolbox, std::nullopt).has_value();
+    }
     if (differs) {
         m_state.service = std::move(service);
-    }
-    if (clearsToolbox) {
-        m_toolboxRequests.invalidate();
-        m_state.toolbox.reset();
-    }
-    if (differs) {
         Q_EMIT serviceChanged();
     }
-    if (differs || (clearsToolbox && hadToolbox)) {
+    if (differs || losesToolbox) {
         Q_EMIT changed();
     }
-}
-
-void MenuModel::setRestarting(bool restarting) {
-    set(m_state.isRestarting, restarting);
 }
 
 void MenuModel::setMenuBarIcon(MenuBarIconVisibility visibility) {
@@ -218,16 +202,6 @@ void MenuModel::setRevealSecrets(bool reveal) {
 
 void MenuModel::setUpdate(UpdateState update) {
     set(m_state.update, std::move(update));
-}
-
-void MenuModel::libraryWork(int change) {
-    m_libraryWork += change;
-    set(m_state.libraryBusy, m_libraryWork > 0);
-}
-
-void MenuModel::linksWork(int change) {
-    m_linksWork += change;
-    set(m_state.linksBusy, m_linksWork > 0);
 }
 
 void MenuModel::storeLink(AssistantLink link) {

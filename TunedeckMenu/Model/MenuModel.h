@@ -1,6 +1,8 @@
 #pragma once
 
 #include "TunedeckCore/Support/Async/TaskScope.h"
+#include "TunedeckMenu/Model/ActionFeedback.h"
+#include "TunedeckMenu/Model/InFlight.h"
 #include "TunedeckMenu/Model/MenuServices.h"
 #include "TunedeckMenu/Model/RequestSequence.h"
 #include "TunedeckMenu/Panel/PanelState.h"
@@ -10,82 +12,82 @@
 #include <QObject>
 #include <QString>
 
-#include <memory>
 #include <optional>
 #include <stop_token>
 #include <utility>
-#include <vector>
 
 namespace tunedeck {
 
-/// The one owner of what the panel shows. Setting something to an equal value notifies nobody. It changes by what it
-/// fetches here and by the actions beside it; whoever awaits one of its operations must be gone before it is.
-class MenuModel : public QObject {
+/// Owns what the panel shows. Updated by its own requests and by the actions; setting an equal value notifies nobody.
+/// Callers that await its coroutines must be destroyed first.
+class MenuModel : public QObject, public ActionFeedback {
     Q_OBJECT
 public:
+    /// When to send a request for the links.
+    enum class LinksFetch { IfStale, Always };
+    /// Who asked for an update check.
+    enum class CheckTrigger { Timer, User };
+
     /// The services must outlive the model.
     explicit MenuModel(const MenuServices& services, QObject* parent = nullptr);
     ~MenuModel() override;
 
     [[nodiscard]] const PanelState& state() const { return m_state; }
 
-    /// Counts the windows that show the panel. While there is one, the model is refreshed and then again 3 seconds
+    /// Counts the windows that show the panel. While there is one, the model refreshes at once and again 3 seconds
     /// after each refresh.
     void panelAppeared();
     void panelDisappeared();
 
-    /// Fetches the status, then the tool report of a running service, and sees to the links. Ends when the service's
-    /// state is current; the links, which may take half a minute, follow by themselves. Answers that were overtaken
-    /// by those to later questions are dropped.
+    /// Fetches the status, then the tool report of a running service. Ends without waiting for the links, which may
+    /// take 30 seconds. Stale replies are dropped.
     QCoro::Task<> refresh(std::stop_token stop);
-    /// Fetches the links of a service that reaches the cloud, unless they are fresh and this isn't forced. A failure
-    /// keeps the old ones.
-    QCoro::Task<> refreshLinks(bool force, std::stop_token stop);
-    /// Fetches the tool report; a failed fetch clears it.
+    /// Fetches the links if the service reaches the cloud. They are stale after 15 seconds, 3 while a pairing is
+    /// pending. A failure keeps the old links.
+    QCoro::Task<> refreshLinks(LinksFetch fetch, std::stop_token stop);
+    /// Fetches the tool report; a failure clears it.
     QCoro::Task<> refreshToolbox(std::stop_token stop);
 
-    /// Looks for a newer version, unless that or an installation is under way; one that the user didn't ask for also
-    /// only every 20 hours, and its failure is silent.
-    void checkForUpdates(bool manual);
+    /// Checks for a newer version, unless a check or an installation is under way. Checks by timer run at most every
+    /// 20 hours and fail silently.
+    void checkForUpdates(CheckTrigger trigger);
 
-    /// Whether a Telegram link waits to be paired with a code that still works.
+    /// Whether a Telegram link is waiting to be paired with a code that hasn't expired.
     [[nodiscard]] bool pairingTelegram() const;
     /// The link with that id, or null.
     [[nodiscard]] const AssistantLink* link(const QString& id) const;
 
-    /// The one line about the last action: setting an error clears the note and the other way round.
-    void show(QString error);
-    void showNote(QString note);
-    void clearError();
+    void show(QString error) override;
+    void showNote(QString note) override;
+    void clearError() override;
+    void setCopied(std::optional<QString> key) override;
 
     void setService(ServiceState service);
-    void setRestarting(bool restarting);
     void setMenuBarIcon(MenuBarIconVisibility visibility);
-    void setCopied(std::optional<QString> key);
     void setRevealSecrets(bool reveal);
     void setUpdate(UpdateState update);
-    /// Count what is under way: busy from the first begin to the last end.
-    void libraryWork(int change);
-    void linksWork(int change);
-    /// Takes over a link that the service has made or renewed; lists asked for earlier no longer count.
+    /// The panel shows the library, the links or the restart as busy while a guard lives.
+    [[nodiscard]] InFlight::Guard beginLibraryWork() { return m_libraryWork.begin(); }
+    [[nodiscard]] InFlight::Guard beginLinksWork() { return m_linksWork.begin(); }
+    [[nodiscard]] InFlight::Guard beginRestart() { return m_restarts.begin(); }
+    /// Adds or replaces a link that the service has just created or renewed. Lists requested earlier become stale.
     void storeLink(AssistantLink link);
-    /// Takes out a link that the service has removed.
+    /// Removes a link that the service has just deleted. Lists requested earlier become stale.
     void removeLink(const QString& id);
-    /// Reads the settings file and the login item afresh.
+    /// Reads the settings file and the login item again.
     void readSettings();
 
 Q_SIGNALS:
-    /// Something that the panel shows is different.
+    /// Something that the panel shows has changed.
     void changed();
-    /// The service's state is different; comes before changed().
+    /// The service's state has changed; emitted before changed().
     void serviceChanged();
-    /// A refresh came to its end, with or without changes: times in words may read differently now.
+    /// A refresh has ended, with or without changes; relative times may read differently now.
     void refreshed();
 
 private:
     QCoro::Task<> poll();
-    QCoro::Task<> askForUpdate(bool manual);
-    /// Sets a field of the state and tells, if that makes a difference.
+    QCoro::Task<> runUpdateCheck(CheckTrigger trigger);
     template<class T>
     void set(T& field, T value) {
         if (field == value) {
@@ -102,10 +104,11 @@ private:
     RequestSequence m_linksRequests;
     std::optional<QDateTime> m_linksFetchedAt;
     std::optional<QDateTime> m_lastUpdateCheck;
-    std::weak_ptr<void> m_linksRequest; ///< lives while a list is asked for
+    InFlight m_linksInFlight;
+    InFlight m_libraryWork{[this](bool busy) { set(m_state.libraryBusy, busy); }};
+    InFlight m_linksWork{[this](bool busy) { set(m_state.linksBusy, busy); }};
+    InFlight m_restarts{[this](bool busy) { set(m_state.isRestarting, busy); }};
     int m_panels = 0;
-    int m_libraryWork = 0;
-    int m_linksWork = 0;
     TaskScope m_polling;
     TaskScope m_scope;
 };

@@ -20,10 +20,10 @@
 
 namespace tunedeck {
 
-/// Asks the user a question without blocking the event loop; `answer` is called at most once.
+/// Asks the user a question without blocking the event loop. `answer` is called at most once.
 using Confirmer = std::function<void(Confirmation question, std::function<void(bool confirmed)> answer)>;
 
-/// What the model and its actions stand on, handed in once by the application (or a test).
+/// What the model and the actions depend on; the application or a test provides it.
 struct MenuServices {
     Clock& clock;
     Workspace& workspace;
@@ -40,7 +40,7 @@ struct MenuServices {
     LinksClient links = {};
     UpdateServices updates = {};
     Confirmer confirm = {};
-    std::function<void()> quit = {}; ///< ends the application
+    std::function<void()> quit = {}; ///< quits the application
 };
 
 } // namespace tunedeck

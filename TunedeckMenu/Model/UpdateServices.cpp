@@ -7,15 +7,14 @@
 
 namespace tunedeck {
 
-namespace {
+using namespace Qt::StringLiterals;
 
-/// The bundle's identifier when it reports none.
-constexpr const char* usualIdentifier = "com.brightfold.tunedeck.menu";
+namespace {
 
 QCoro::Task<std::expected<void, UpdateError>> install(Release release, SystemFacts facts, Downloader downloader,
                                                       ProgressHandler progress, std::stop_token stop) {
-    const QString identifier =
-        facts.bundleIdentifier.isEmpty() ? QString::fromLatin1(usualIdentifier) : facts.bundleIdentifier;
+    const auto identifier =
+        facts.bundleIdentifier.isEmpty() ? u"com.brightfold.tunedeck.menu"_s : facts.bundleIdentifier;
     DownloadProgress received = [progress](std::int64_t bytes, std::optional<std::int64_t> total) {
         progress(total ? std::optional(static_cast<double>(bytes) / static_cast<double>(*total)) : std::nullopt);
     };
@@ -34,7 +33,7 @@ UpdateServices makeUpdateServices(const SystemFacts& facts) {
     return {
         .check =
             [facts, feed = UpdateFeed::standard(downloader)](std::stop_token stop) {
-                ScratchFolder::removeStale(facts.bundle); // of a killed update
+                ScratchFolder::removeStale(facts.bundle); // left behind by a killed update
                 return feed.check(facts.appVersion, facts.systemVersion, std::move(stop));
             },
         .install =

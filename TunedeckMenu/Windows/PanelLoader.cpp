@@ -10,6 +10,8 @@
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
+
 PanelLoader::PanelLoader(NotificationCenter& notifications, Options options)
     : m_notifications(notifications), m_options(std::move(options)) {
     m_loader.setLoadHints(QLibrary::ResolveAllSymbolsHint | QLibrary::PreventUnloadHint);
@@ -17,17 +19,15 @@ PanelLoader::PanelLoader(NotificationCenter& notifications, Options options)
 
 std::unique_ptr<PanelViews> PanelLoader::createViews(PanelHost& host, const Appearance& appearance) {
     m_loader.setFileName(m_options.module);
-    const auto buildId =
-        m_loader.metaData().value(QStringLiteral("MetaData")).toObject().value(QStringLiteral("buildId")).toString();
+    const auto buildId = m_loader.metaData().value(u"MetaData"_s).toObject().value(u"buildId"_s).toString();
     if (buildId != m_options.buildId) {
-        // An upgrade may have put another build in the place of the one that runs: its windows would not fit.
+        // An upgrade may have replaced the running build; windows of another build are incompatible.
         if (m_options.wasReplaced()) {
-            qCInfo(appLog) << "the application was replaced while it ran: starting the new one";
+            qCInfo(appLog) << "the application was replaced while running; starting the new version";
             m_options.restart();
         } else {
-            reportFailure(QFileInfo(m_options.module).isFile()
-                              ? QStringLiteral("%1 is of another build").arg(m_options.module)
-                              : QStringLiteral("%1 is missing").arg(m_options.module));
+            reportFailure(QFileInfo(m_options.module).isFile() ? u"%1 is of another build"_s.arg(m_options.module)
+                                                               : u"%1 is missing"_s.arg(m_options.module));
         }
         return nullptr;
     }
@@ -41,10 +41,10 @@ std::unique_ptr<PanelViews> PanelLoader::createViews(PanelHost& host, const Appe
 
 void PanelLoader::reportFailure(const QString& reason) {
     qCWarning(appLog).noquote() << "the windows can't be opened:" << reason;
-    m_notifications.post({.identifier = QStringLiteral("windows-unavailable"),
+    m_notifications.post({.identifier = u"windows-unavailable"_s,
                           .thread = {},
-                          .title = QStringLiteral("Tunedeck's window can't be opened"),
-                          .body = QStringLiteral("Please install Tunedeck again: ") + reason + u'.'});
+                          .title = u"Tunedeck's window can't be opened"_s,
+                          .body = u"Please install Tunedeck again: "_s + reason + u'.'});
 }
 
 } // namespace tunedeck

@@ -11,15 +11,14 @@
 
 namespace tunedeck {
 
-/// Loads the module that holds the windows, which most of the time aren't needed.
+/// Loads the module with the windows when they are first needed.
 class PanelLoader final : public ViewsSource {
 public:
-    /// What it is told at the start.
     struct Options {
-        QString module;                    ///< path of the module
-        QString buildId;                   ///< of this program; a module of another build isn't loaded
-        std::function<bool()> wasReplaced; ///< whether the program on disk is another than the one that runs
-        std::function<void()> restart;     ///< starts the program on disk, with its window, in place of this one
+        QString module;                    ///< path
+        QString buildId;                   ///< a module of another build isn't loaded
+        std::function<bool()> wasReplaced; ///< whether the program on disk isn't the running one
+        std::function<void()> restart;     ///< starts the program on disk with its window, and quits
     };
     PanelLoader(NotificationCenter& notifications, Options options);
 

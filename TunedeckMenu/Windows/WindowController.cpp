@@ -7,6 +7,8 @@
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
+
 WindowController::WindowController(Parts parts, QObject* parent) : QObject(parent), m_parts(parts) {
     connect(&m_parts.model, &MenuModel::changed, this, &WindowController::updateContentSoon);
     connect(&m_parts.model, &MenuModel::refreshed, this, &WindowController::updateContentSoon);
@@ -40,10 +42,10 @@ void WindowController::showOnboarding() {
         return;
     }
     if (!m_onboarding) {
-        m_onboarding = std::make_unique<OnboardingModel>(m_parts.panel, m_parts.services,
-                                                         RekordboxInstall::detect(QStringLiteral("/Applications")));
+        m_onboarding = std::make_unique<OnboardingModel>(m_parts.panel.links(), m_parts.services,
+                                                         RekordboxInstall::detect(u"/Applications"_s));
         connect(m_onboarding.get(), &OnboardingModel::changed, this, &WindowController::updateOnboarding);
-        // The model is in the middle of its last step when it says so.
+        // Queued: the model calls this from a member function, and a double press calls it twice.
         m_onboarding->onFinish = [this] {
             QMetaObject::invokeMethod(this, &WindowController::finishOnboarding, Qt::QueuedConnection);
         };

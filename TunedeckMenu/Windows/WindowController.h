@@ -1,8 +1,8 @@
 #pragma once
 
 #include "TunedeckMenu/Actions/PanelController.h"
+#include "TunedeckMenu/FirstRun/OnboardingModel.h"
 #include "TunedeckMenu/Model/MenuModel.h"
-#include "TunedeckMenu/Model/OnboardingModel.h"
 #include "TunedeckMenu/Panel/PanelHost.h"
 #include "TunedeckMenu/Panel/PanelViews.h"
 #include "TunedeckMenu/Platform/AppearanceSource.h"
@@ -18,12 +18,12 @@
 
 namespace tunedeck {
 
-/// The application's windows, made at the first need, and what they show. Everything is a no-op when they can't be
-/// made.
+/// Owns the application's windows and their content. Creates them when first needed; every call is a no-op if they
+/// can't be created.
 class WindowController : public QObject, public PanelHost {
     Q_OBJECT
 public:
-    /// What the windows show and where their controls lead; all must outlive them.
+    /// All must outlive the windows.
     struct Parts {
         MenuModel& model;
         PanelController& panel;
@@ -34,22 +34,22 @@ public:
     explicit WindowController(Parts parts, QObject* parent = nullptr);
     ~WindowController() override;
 
-    /// Shows the main window in front of the others.
+    /// Shows the main window and brings it to the front.
     void showWindow();
-    /// Shows the first-run window in front of the others; it is kept until its last step is done.
+    /// Shows the first-run window and brings it to the front. It is kept until its last step is done.
     void showOnboarding();
-    /// Whether a window has been shown at all.
+    /// Whether any window has been shown since the start.
     [[nodiscard]] bool hasBeenShown() const { return m_hasBeenShown; }
-    /// Opens the panel at the icon, or closes it.
+    /// Opens or closes the panel at the icon. `anchor`: the icon's rectangle on the screen.
     void togglePopover(const QRect& anchor);
-    /// Asks a question; not confirmed when there are no windows to ask it in.
+    /// Asks a question. `answer` gets false if there are no windows.
     void confirm(const Confirmation& question, std::function<void(bool)> answer);
 
     PanelActions& actions() override { return m_parts.panel; }
     QIcon fileIcon(const QString& path) override;
 
 Q_SIGNALS:
-    /// The first run is done and its window closed.
+    /// The first run is done and its window is closed.
     void onboardingFinished();
 
 private:
@@ -61,7 +61,7 @@ private:
 
     Parts m_parts;
     QHash<QString, QIcon> m_icons;
-    std::unique_ptr<OnboardingModel> m_onboarding; ///< while there is the first-run window
+    std::unique_ptr<OnboardingModel> m_onboarding; ///< while the first-run window exists
     bool m_hasBeenShown = false;
     bool m_updatePending = false;
     std::unique_ptr<PanelViews> m_views;

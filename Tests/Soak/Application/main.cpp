@@ -92,7 +92,7 @@ int run(int& argc, char** argv) {
     Orders orders(menu, clock);
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, &application, [&orders] { orders.read(); });
-    rounds.begin([&menu] { menu.launch(false); });
+    rounds.begin([&menu] { menu.launch(); });
     return QApplication::exec();
 }
 

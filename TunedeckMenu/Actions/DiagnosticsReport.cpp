@@ -1,18 +1,19 @@
-#include "TunedeckMenu/Actions/DiagnosticsAction.h"
+#include "TunedeckMenu/Actions/DiagnosticsReport.h"
 
 #include "TunedeckCore/Diagnostics.h"
 #include "TunedeckCore/Locations/UserPaths.h"
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-constexpr int mostLogLines = 50;
-constexpr std::int64_t mostLogBytes = 512 * 1024;
+constexpr int maxLogLines = 50;
+constexpr std::int64_t maxLogBytes = 512 * 1024;
 
 QString chipName(const QString& architecture) {
-    return architecture == QStringLiteral("arm64") ? QStringLiteral("Apple silicon")
-                                                   : QStringLiteral("Intel (%1)").arg(architecture);
+    return architecture == u"arm64"_s ? u"Apple silicon"_s : u"Intel (%1)"_s.arg(architecture);
 }
 
 } // namespace
@@ -27,14 +28,9 @@ QString diagnosticsReport(const PanelState& state, const SystemFacts& facts, con
         .status = status != nullptr ? std::optional(*status) : std::nullopt,
         .toolbox = state.toolbox,
         .links = state.links,
-        .logLines = Diagnostics::warningLines(UserPaths(facts.home).serviceLog(), mostLogLines, mostLogBytes),
+        .logLines = Diagnostics::warningLines(UserPaths(facts.home).serviceLog(), maxLogLines, maxLogBytes),
     };
     return Diagnostics::report(input, now);
-}
-
-void copyDiagnostics(MenuModel& model, const MenuServices& services) {
-    services.pasteboard.setText(diagnosticsReport(model.state(), services.facts, services.clock.now()));
-    model.showNote(QStringLiteral("Diagnostics copied, with secrets masked. Paste them into your message to support."));
 }
 
 } // namespace tunedeck
