@@ -11,7 +11,7 @@ using namespace test;
 
 namespace {
 
-/// What the windows were asked to do, in order.
+/// The calls that the windows received, in order.
 struct Shown {
     QStringList calls;
     bool popover = false;
@@ -74,7 +74,7 @@ protected:
         delegate->launch();
     }
     void beOnboarded() { home.write(u".tunedeck/settings.json"_s, R"({"onboarded":true})"); }
-    /// Lets the start-up come to its end with a service that answers.
+    /// Waits until the start-up has ended with a running service.
     void finishStartUp() {
         ASSERT_TRUE(comes([&] { return count("GET /local/status") >= 2; }));
         settle();
@@ -95,19 +95,19 @@ const auto positionKey = u"NSStatusItem Preferred Position TunedeckStatusItem"_s
 
 } // namespace
 
-TEST_F(AppDelegateTest, TheIconStandsBeforeAnythingElseAndKeepsItsPlace) {
+TEST_F(AppDelegateTest, ShowsTheIconFirstAndKeepsItsPreferredPosition) {
     beOnboarded();
     launch();
     EXPECT_EQ(item.installs, 1);
     EXPECT_EQ(symbol(), normal);
     EXPECT_EQ(defaults.value(positionKey), 220);
     EXPECT_EQ(center.starts, 1);
-    EXPECT_EQ(views.asked, 0) << "the windows are loaded when they are needed";
+    EXPECT_EQ(views.asked, 0) << "the windows are loaded on demand";
     clock.advance(1s);
     const auto measured = [this] { return home.read(u".tunedeck/menu-bar.json"_s); };
     EXPECT_TRUE(measured().contains("\"visible\""));
     const auto before = measured();
-    item.place->screenWidth = 800; // a monitor was unplugged, which is told more than once
+    item.place->screenWidth = 800; // a monitor was unplugged, which is reported more than once
     delegate->screensChanged();
     clock.advance(900ms);
     delegate->screensChanged();
@@ -122,7 +122,7 @@ TEST_F(AppDelegateTest, TheIconStandsBeforeAnythingElseAndKeepsItsPlace) {
     EXPECT_EQ(defaults.value(positionKey), 7);
 }
 
-TEST_F(AppDelegateTest, AMissingServiceIsWaitedForTwentySecondsBeforeTheIconWarns) {
+TEST_F(AppDelegateTest, WaitsTwentySecondsForTheServiceBeforeTheIconWarns) {
     beOnboarded();
     clock.setUptime(1h);
     server.stop();
@@ -133,12 +133,12 @@ TEST_F(AppDelegateTest, AMissingServiceIsWaitedForTwentySecondsBeforeTheIconWarn
         EXPECT_TRUE(views.shown.calls.isEmpty()) << second;
         clock.advance(1s);
     }
-    ASSERT_TRUE(comes([&] { return !views.shown.calls.isEmpty(); })) << "given up after the 20th attempt";
+    ASSERT_TRUE(comes([&] { return !views.shown.calls.isEmpty(); })) << "after the 20th attempt";
     clock.advance(4s);
     EXPECT_TRUE(comes([&] { return symbol() == warning; }));
 }
 
-TEST_F(AppDelegateTest, TheIconFollowsTheServiceWhileNoPanelIsOpen) {
+TEST_F(AppDelegateTest, UpdatesTheIconWhileNoPanelIsOpen) {
     beOnboarded();
     launch();
     finishStartUp();
@@ -155,7 +155,7 @@ TEST_F(AppDelegateTest, TheIconFollowsTheServiceWhileNoPanelIsOpen) {
     EXPECT_EQ(count("GET /local/toolbox"), 0);
 }
 
-TEST_F(AppDelegateTest, WhatIsNewIsAnnouncedAndOpensTheWindowWhenClicked) {
+TEST_F(AppDelegateTest, NotifiesOfNewJobsAndOpensTheWindowOnAClick) {
     beOnboarded();
     serveStatus(R"("recent_jobs":[{"job_id":"a","state":"done","playlist":"Old","message":""}])");
     launch();
@@ -173,7 +173,7 @@ TEST_F(AppDelegateTest, WhatIsNewIsAnnouncedAndOpensTheWindowWhenClicked) {
     EXPECT_EQ(views.shown.calls, QStringList{u"window"_s});
 }
 
-TEST_F(AppDelegateTest, AStartByHandShowsTheWindowAndAStartAtLoginDoesNot) {
+TEST_F(AppDelegateTest, OpensTheWindowAfterAStartByHandButNotAtLogin) {
     beOnboarded();
     launch();
     finishStartUp();
@@ -187,7 +187,7 @@ TEST_F(AppDelegateTest, AStartByHandShowsTheWindowAndAStartAtLoginDoesNot) {
     EXPECT_TRUE(comes([&] { return views.shown.calls.contains(u"window"_s); }));
 }
 
-TEST_F(AppDelegateTest, AFailedInstallationIsOneLineAndTheStartGoesOn) {
+TEST_F(AppDelegateTest, ShowsAFailedInstallationAndContinues) {
     beOnboarded();
     QFile program(home.write(u"Tunedeck.app/Contents/Helpers/tunedeck"_s, "program"));
     program.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
@@ -199,7 +199,7 @@ TEST_F(AppDelegateTest, AFailedInstallationIsOneLineAndTheStartGoesOn) {
         << views.shown.content.banner.text.toStdString();
 }
 
-TEST_F(AppDelegateTest, WithoutATrayTheWindowOpensAndTheIconComesWhenTheTrayDoes) {
+TEST_F(AppDelegateTest, OpensTheWindowWithoutATrayAndMeasuresALateIcon) {
     beOnboarded();
     item.available = false;
     item.place.reset();
@@ -216,7 +216,7 @@ TEST_F(AppDelegateTest, WithoutATrayTheWindowOpensAndTheIconComesWhenTheTrayDoes
     EXPECT_FALSE(home.read(u".tunedeck/menu-bar.json"_s).isEmpty());
 }
 
-TEST_F(AppDelegateTest, TheIconTogglesThePanelWhereItStands) {
+TEST_F(AppDelegateTest, TogglesThePanelAtTheIcon) {
     launch();
     item.rectangle = QRect(1500, 0, 24, 24);
     Q_EMIT item.activated();
@@ -230,7 +230,7 @@ TEST_F(AppDelegateTest, TheIconTogglesThePanelWhereItStands) {
     EXPECT_EQ(quits, 1);
 }
 
-TEST_F(AppDelegateTest, UpdatesAreLookedForAMinuteAfterTheStartAndOnceADayAlsoWhileAsleep) {
+TEST_F(AppDelegateTest, ChecksForUpdatesAfterAMinuteAndDailyIncludingSuspendedTime) {
     struct Answer {
         static QCoro::Task<UpdateCheck> give() { co_return {UpdateCheck::UpToDate{}}; }
     };
@@ -252,7 +252,7 @@ TEST_F(AppDelegateTest, UpdatesAreLookedForAMinuteAfterTheStartAndOnceADayAlsoWh
     EXPECT_EQ(checks, 2);
 }
 
-TEST_F(AppDelegateTest, AUsersWindowDoesNotWaitForLinksThatCannotMatter) {
+TEST_F(AppDelegateTest, OpensTheWindowWithoutWaitingForIrrelevantLinks) {
     beOnboarded();
     clock.setUptime(1h);
     serveStatus(R"("cloud":{"enabled":true,"base_url":"x","registered":true})");
@@ -262,7 +262,7 @@ TEST_F(AppDelegateTest, AUsersWindowDoesNotWaitForLinksThatCannotMatter) {
     EXPECT_TRUE(comes([&] { return count("GET /local/links") == 1; }));
 }
 
-TEST_F(AppDelegateTest, AFirstStartWalksThroughTheFirstRunAndAnEarlyEndAsksAgain) {
+TEST_F(AppDelegateTest, RepeatsTheFirstRunUntilItIsDone) {
     launch();
     ASSERT_TRUE(comes([&] { return views.shown.calls.contains(u"onboarding"_s); }));
     EXPECT_FALSE(services.settings.onboarded());
@@ -272,7 +272,7 @@ TEST_F(AppDelegateTest, AFirstStartWalksThroughTheFirstRunAndAnEarlyEndAsksAgain
     delegate->reopen();
     EXPECT_EQ(views.shown.calls.count(u"onboarding"_s), 2) << "not the main window yet";
     for (int step = 0; step < 4; ++step) {
-        actions.advance(); // the last one twice, as a double press does
+        actions.advance(); // the last one twice: a double press
     }
     EXPECT_TRUE(services.settings.onboarded());
     ASSERT_TRUE(comes([&] { return views.shown.calls.contains(u"window"_s); }));
@@ -281,7 +281,7 @@ TEST_F(AppDelegateTest, AFirstStartWalksThroughTheFirstRunAndAnEarlyEndAsksAgain
     EXPECT_EQ(views.shown.calls.count(u"onboarding"_s), 2);
 }
 
-TEST_F(AppDelegateTest, WhoeverReachesTheServiceAlreadyIsNotWalkedThroughIt) {
+TEST_F(AppDelegateTest, SkipsTheFirstRunIfALinkIsAlreadyUsed) {
     const QByteArray registered = R"("cloud":{"enabled":true,"base_url":"x","registered":true})";
     serveStatus(registered);
     serveLinks(R"({"id":"a","kind":"claude","lastUsedAt":"2026-02-01T00:00:00Z"})");
@@ -289,7 +289,7 @@ TEST_F(AppDelegateTest, WhoeverReachesTheServiceAlreadyIsNotWalkedThroughIt) {
     EXPECT_TRUE(comes([&] { return services.settings.onboarded(); }));
     EXPECT_TRUE(views.shown.calls.isEmpty());
 
-    // The same links don't count while the service isn't registered with the cloud: they aren't asked for.
+    // Without a registration with the cloud, the links aren't fetched.
     delegate.reset();
     ASSERT_TRUE(services.settings.setOnboarded(false));
     serveStatus();
@@ -299,14 +299,14 @@ TEST_F(AppDelegateTest, WhoeverReachesTheServiceAlreadyIsNotWalkedThroughIt) {
     EXPECT_EQ(count("GET /local/links"), before);
 }
 
-TEST_F(AppDelegateTest, WithoutItsWindowsTheRestGoesOn) {
+TEST_F(AppDelegateTest, WorksWithoutTheWindows) {
     beOnboarded();
     views.works = false;
     launch();
     finishStartUp();
     Q_EMIT item.activated();
     delegate->reopen();
-    EXPECT_EQ(views.asked, 2) << "tried again: the module may be there by now";
+    EXPECT_EQ(views.asked, 2) << "retried: the module may exist now";
     serve("GET /local/status", "{}", 500);
     clock.advance(4s);
     EXPECT_TRUE(comes([&] { return symbol() == warning; }));

@@ -26,7 +26,7 @@ UpdateCheck newer() {
 
 } // namespace
 
-TEST_F(MenuModelTest, PollsWhileAPanelIsShownAndStopsAtOnceWhenTheLastOneGoes) {
+TEST_F(MenuModelTest, PollsWhileAPanelIsShownAndStopsAtOnceAfterTheLast) {
     model->panelAppeared();
     model->panelAppeared();
     ASSERT_TRUE(comes([&] { return clock.sleeping() == 1; }));
@@ -47,14 +47,14 @@ TEST_F(MenuModelTest, PollsWhileAPanelIsShownAndStopsAtOnceWhenTheLastOneGoes) {
     ASSERT_TRUE(comes([&] { return count("GET /local/status") == 3; }));
     model->panelDisappeared();
     EXPECT_TRUE(comes([&] { return server.open() == 0; })) << "in mid-request";
-    EXPECT_TRUE(state().service.isRunning()) << "a request that was called off says nothing about the service";
+    EXPECT_TRUE(state().service.isRunning()) << "a cancelled request says nothing about the service";
 
     serveStatus(R"("version":"5.1")");
     model->panelAppeared();
     EXPECT_TRUE(comes([&] { return state().service.status()->version == u"5.1"_s; }));
 }
 
-TEST_F(MenuModelTest, AnOlderAnswerNeverReplacesANewerOne) {
+TEST_F(MenuModelTest, DropsStaleReplies) {
     auto asked = std::make_shared<std::atomic<int>>(0);
     auto release = std::make_shared<std::atomic<bool>>(false);
     const auto old = behave::answer(200, statusDocument(R"("version":"old")"));
@@ -70,19 +70,19 @@ TEST_F(MenuModelTest, AnOlderAnswerNeverReplacesANewerOne) {
     const auto slow = endingOf(model->refresh(scope.token()));
     ASSERT_TRUE(comes([&] { return *asked == 1; }));
     refresh();
-    EXPECT_EQ(state().service.status()->version, u"new"_s) << "not held up by the one that hangs";
+    EXPECT_EQ(state().service.status()->version, u"new"_s) << "not delayed by the hanging request";
     *release = true;
     ASSERT_TRUE(comes([&] { return slow->isThere(); }));
     EXPECT_EQ(state().service.status()->version, u"new"_s);
 }
 
-TEST_F(MenuModelTest, AStoppedServiceTakesItsToolReportWithItAndLeavesTheLinks) {
+TEST_F(MenuModelTest, AStoppedServiceClearsTheToolReportAndKeepsTheLinks) {
     serveLinks(R"({"id":"a","kind":"claude"})");
     refresh();
     ASSERT_TRUE(comes([&] { return state().links.size() == 1; }));
     ASSERT_TRUE(state().toolbox);
 
-    // A report that was asked for while the service ran comes after it has stopped.
+    // A report requested before the service stopped arrives afterwards.
     server.on("GET /local/toolbox",
               behave::after(100ms, behave::answer(200, R"({"tools":[],"venvs":[],"installing":true})")));
     const auto late = endingOf(model->refreshToolbox(scope.token()));
@@ -96,7 +96,7 @@ TEST_F(MenuModelTest, AStoppedServiceTakesItsToolReportWithItAndLeavesTheLinks) 
     EXPECT_EQ(count("GET /local/toolbox"), 2) << "a stopped service isn't asked for its tools";
 }
 
-TEST_F(MenuModelTest, LinksAreAskedForAgainWhenTheyAreNoLongerFresh) {
+TEST_F(MenuModelTest, FetchesLinksAgainWhenTheyAreStale) {
     const auto requests = [&] {
         settle();
         return count("GET /local/links");
@@ -116,9 +116,9 @@ TEST_F(MenuModelTest, LinksAreAskedForAgainWhenTheyAreNoLongerFresh) {
     EXPECT_TRUE(model->pairingTelegram());
     clock.advance(3s);
     refreshLinks(MenuModel::LinksFetch::IfStale);
-    EXPECT_EQ(requests(), 4) << "while a pairing waits";
+    EXPECT_EQ(requests(), 4) << "while a pairing is pending";
     clock.advance(5min);
-    EXPECT_FALSE(model->pairingTelegram()) << "its code has ended";
+    EXPECT_FALSE(model->pairingTelegram()) << "its code has expired";
 
     serve("GET /local/links", "{}", 500);
     refreshLinks(MenuModel::LinksFetch::IfStale);
@@ -126,12 +126,12 @@ TEST_F(MenuModelTest, LinksAreAskedForAgainWhenTheyAreNoLongerFresh) {
     EXPECT_EQ(requests(), 5) << "a failed request counts as fresh";
     clock.advance(-1h);
     refreshLinks(MenuModel::LinksFetch::IfStale);
-    EXPECT_EQ(requests(), 6) << "nothing is fresh for a clock that was set back";
+    EXPECT_EQ(requests(), 6) << "the clock was set back";
     EXPECT_EQ(state().links.size(), 1U);
     EXPECT_FALSE(state().actionError);
 }
 
-TEST_F(MenuModelTest, LinksThatComeAfterThePanelHasGoneAreKept) {
+TEST_F(MenuModelTest, KeepsLinksThatArriveAfterThePanelClosed) {
     server.on("GET /local/links",
               behave::after(100ms, behave::answer(200, R"({"links":[{"id":"a","kind":"claude"}]})")));
     model->panelAppeared();
@@ -144,7 +144,7 @@ TEST_F(MenuModelTest, LinksThatComeAfterThePanelHasGoneAreKept) {
     EXPECT_EQ(count("GET /local/links"), 1);
 }
 
-TEST_F(MenuModelTest, LinksAreNotAskedForWithoutTheCloud) {
+TEST_F(MenuModelTest, FetchesNoLinksWithoutTheCloud) {
     const auto cloud = [](const QByteArray& enabled, const QByteArray& connected) {
         return R"("cloud":{"base_url":"x","enabled":)" + enabled + R"(,"connected":)" + connected + '}';
     };
@@ -157,10 +157,10 @@ TEST_F(MenuModelTest, LinksAreNotAskedForWithoutTheCloud) {
     EXPECT_EQ(count("GET /local/links"), 0);
     serveStatus(cloud("true", "null"));
     refresh();
-    EXPECT_TRUE(comes([&] { return count("GET /local/links") == 1; })) << "not known yet is not unreachable";
+    EXPECT_TRUE(comes([&] { return count("GET /local/links") == 1; })) << "unknown doesn't mean unreachable";
 }
 
-TEST_F(MenuModelTest, AListAskedForBeforeALinkWasMadeOrRemovedDoesNotCount) {
+TEST_F(MenuModelTest, DropsAListRequestedBeforeALinkWasCreatedOrRemoved) {
     refresh();
     ASSERT_TRUE(comes([&] { return server.open() == 0 && count("GET /local/links") == 1; }));
     server.on("GET /local/links", behave::after(80ms, behave::answer(200, R"({"links":[]})")));
@@ -176,7 +176,7 @@ TEST_F(MenuModelTest, AListAskedForBeforeALinkWasMadeOrRemovedDoesNotCount) {
     EXPECT_EQ(model->link(u"n"_s), nullptr);
 }
 
-TEST_F(MenuModelTest, OnlyDifferencesAreToldAndOneLineIsCurrent) {
+TEST_F(MenuModelTest, NotifiesOnlyOfChangesAndShowsOneLine) {
     loginItem.enabled = true;
     refresh();
     settle();
@@ -198,7 +198,7 @@ TEST_F(MenuModelTest, OnlyDifferencesAreToldAndOneLineIsCurrent) {
     EXPECT_EQ(changes, 3);
 }
 
-TEST_F(MenuModelTest, UpdateChecksAreRareUnlessAskedForAndFailInSilence) {
+TEST_F(MenuModelTest, TimedUpdateChecksAreRareAndFailSilently) {
     int checks = 0;
     UpdateCheck next{UpdateCheck::Failed{u"no"_s}};
     struct Answer {

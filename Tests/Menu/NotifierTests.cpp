@@ -24,7 +24,7 @@ protected:
 
 } // namespace
 
-TEST_F(NotifierTest, SaysWhatHappenedToAJobAndGroupsItsNotifications) {
+TEST_F(NotifierTest, DescribesJobEventsAndGroupsThemByJob) {
     post(JobEvent::Kind::requested, job);
     EXPECT_EQ(center.posted.back(),
               (UserNotification{u"j1-requested"_s, u"j1"_s, u"New download request"_s, u"Links → “Friday”"_s}));
@@ -46,7 +46,7 @@ TEST_F(NotifierTest, SaysWhatHappenedToAJobAndGroupsItsNotifications) {
     EXPECT_EQ(center.posted.back().identifier, u"j1-failed"_s);
 }
 
-TEST_F(NotifierTest, KeepsATrailWithOneLineForEachNotification) {
+TEST_F(NotifierTest, LogsOneLinePerNotification) {
     post(JobEvent::Kind::requested, job);
     clock.advance(61s);
     job.playlist = u"two\nlines"_s;
@@ -62,19 +62,19 @@ TEST_F(NotifierTest, KeepsATrailWithOneLineForEachNotification) {
                                                            "2026-03-01T12:01:01Z library 1.1 x\n");
 }
 
-TEST_F(NotifierTest, PostsEvenWhenTheTrailCannotBeKept) {
+TEST_F(NotifierTest, PostsEvenIfTheLogCannotBeWritten) {
     home.write(u".tunedeck/notifications.log/in-the-way"_s, "x");
     post(JobEvent::Kind::requested, job);
     EXPECT_EQ(center.posted.size(), 1U);
     EXPECT_EQ(home.read(u".tunedeck/notifications.log/in-the-way"_s), "x");
 
-    // Nobody reads from it: a writer that waits would wait for ever.
+    // A FIFO without a reader would block the writer.
     const auto fifo = home.path(u"fifo"_s);
     ASSERT_EQ(::mkfifo(fifo.toUtf8().constData(), 0600), 0);
     appendLine(fifo, u"line\n"_s);
 }
 
-TEST_F(NotifierTest, OpensWhenTheUserClicks) {
+TEST_F(NotifierTest, ReportsClicks) {
     int opened = 0;
     Q_EMIT center.opened(u"j1-requested"_s);
     notifier.onOpen = [&] { ++opened; };

@@ -15,12 +15,12 @@ class OnboardingTest : public MenuTest {
 protected:
     [[nodiscard]] const OnboardingState& state() const { return model->state(); }
     [[nodiscard]] OnboardingContent content() const { return onboardingContent(state(), clock.now()); }
-    /// Opens the window and lets one round of its watch pass.
+    /// Opens the window and waits for the first poll.
     void open() {
         model->windowAppeared();
         ASSERT_TRUE(comes([&] { return clock.sleeping() == 1; }));
     }
-    void nextRound() {
+    void poll() {
         clock.advance(2s);
         ASSERT_TRUE(comes([&] { return clock.sleeping() == 1; }));
     }
@@ -31,10 +31,11 @@ protected:
 };
 
 const QByteArray baselineRoute = "POST /local/rekordbox/baseline";
+const QByteArray repairRoute = "POST /local/toolbox/install";
 
 } // namespace
 
-TEST_F(OnboardingTest, WatchesTheServiceEveryTwoSecondsWhileItsWindowIsOpen) {
+TEST_F(OnboardingTest, PollsEveryTwoSecondsWhileTheWindowIsOpen) {
     server.on("GET /local/toolbox",
               behave::answer(200, R"({"venvs":[],"installing":true,"step":"Unpacking","progress":0.5,"tools":[
                   {"name":"yt-dlp","installed":"yt-dlp==2025.1","wanted":"1","ready":true},
@@ -45,11 +46,11 @@ TEST_F(OnboardingTest, WatchesTheServiceEveryTwoSecondsWhileItsWindowIsOpen) {
     EXPECT_EQ(content().installText, u"Unpacking"_s);
     EXPECT_EQ(content().tools.front().state, u"2025.1"_s);
     EXPECT_TRUE(content().repairButton.isEmpty()) << "nothing to repair while it installs";
-    EXPECT_EQ(clock.sleeps().back(), 2s) << "the clock stood still in the round";
+    EXPECT_EQ(clock.sleeps().back(), 2s) << "the fetches took no time";
 
     serve("GET /local/status", "{}", 500);
-    nextRound();
-    EXPECT_FALSE(state().status) << "it died in between";
+    poll();
+    EXPECT_FALSE(state().status) << "the service has stopped";
     model->windowClosed();
     EXPECT_EQ(clock.sleeping(), 0U);
     clock.advance(10s);
@@ -57,11 +58,11 @@ TEST_F(OnboardingTest, WatchesTheServiceEveryTwoSecondsWhileItsWindowIsOpen) {
     EXPECT_EQ(count("GET /local/status"), 2);
 }
 
-TEST_F(OnboardingTest, TheFirstBackupIsAskedForOnceByItselfAndAgainByHand) {
+TEST_F(OnboardingTest, RequestsTheFirstBackupOnceAutomaticallyAndThenByButton) {
     serve(baselineRoute, R"({"ok":false})");
     serveStatus(libraryMember("1", true));
     open();
-    EXPECT_EQ(count(baselineRoute), 0) << "not before its step";
+    EXPECT_EQ(count(baselineRoute), 0) << "before its step";
     model->advance();
     model->takeBaseline(); // already under way
     EXPECT_TRUE(content().baselineBusy);
@@ -70,7 +71,7 @@ TEST_F(OnboardingTest, TheFirstBackupIsAskedForOnceByItselfAndAgainByHand) {
     EXPECT_TRUE(content().baselineNote.startsWith(u"Rekordbox is open, so Tunedeck will back up"_s));
     model->back();
     model->advance();
-    nextRound();
+    poll();
     EXPECT_EQ(count(baselineRoute), 1);
 
     serve(baselineRoute, R"({"ok":false,"error":"The disk is full."})");
@@ -84,16 +85,16 @@ TEST_F(OnboardingTest, TheFirstBackupIsAskedForOnceByItselfAndAgainByHand) {
     EXPECT_TRUE(content().baselineButton.isEmpty());
 }
 
-TEST_F(OnboardingTest, WithoutALibraryNoBackupIsAskedFor) {
+TEST_F(OnboardingTest, RequestsNoBackupWithoutALibrary) {
     open();
     model->advance();
-    nextRound();
+    poll();
     EXPECT_EQ(count(baselineRoute), 0);
     EXPECT_TRUE(content().text.startsWith(u"Rekordbox isn't installed here."_s));
     EXPECT_TRUE(content().baselineText.isEmpty());
 }
 
-TEST_F(OnboardingTest, MakesOneLinkAtATimeAndSeesItBeingUsed) {
+TEST_F(OnboardingTest, CreatesOneLinkAtATimeAndNoticesItsFirstUse) {
     model->advance();
     model->advance();
     open();
@@ -117,12 +118,12 @@ TEST_F(OnboardingTest, MakesOneLinkAtATimeAndSeesItBeingUsed) {
     EXPECT_TRUE(content().liveText.startsWith(u"Connected. Try: “Add "_s));
     EXPECT_EQ(content().fields.at(0).button, u"Copy"_s);
     const auto lists = count("GET /local/links");
-    nextRound();
-    nextRound();
-    EXPECT_EQ(count("GET /local/links"), lists) << "a connected link isn't watched any more";
+    poll();
+    poll();
+    EXPECT_EQ(count("GET /local/links"), lists) << "the link is connected";
 }
 
-TEST_F(OnboardingTest, AFailureIsTheWindowsErrorUntilTheNextStep) {
+TEST_F(OnboardingTest, ShowsAnErrorUntilTheNextOrPreviousStep) {
     serve("POST /local/links", R"({"error":"The cloud is busy."})", 503);
     model->advance();
     model->advance();
@@ -136,9 +137,63 @@ TEST_F(OnboardingTest, AFailureIsTheWindowsErrorUntilTheNextStep) {
     model->advance();
     model->openSetupGuide();
     EXPECT_TRUE(content().error.startsWith(u"Couldn't open "_s));
+
+    model->back();
+    model->back();
+    server.on(repairRoute, behave::after(50ms, behave::answer(500, "{}")));
+    model->repairTools();
+    model->repairTools(); // a double press
+    ASSERT_TRUE(comes([&] { return content().error == u"Couldn't reach tunedeck to repair its tools."_s; }));
+    EXPECT_EQ(count(repairRoute), 1);
+    model->repairTools();
+    EXPECT_TRUE(content().error.isEmpty()) << "cleared at once";
+    ASSERT_TRUE(comes([&] { return !content().error.isEmpty(); }));
+    EXPECT_EQ(count(repairRoute), 2);
+    model->advance();
+    EXPECT_TRUE(content().error.isEmpty());
 }
 
-TEST_F(OnboardingTest, GoingInTheMiddleOfAnythingTouchesNothing) {
+TEST_F(OnboardingTest, KeepsANewCodeAndContinuesAfterAFailedList) {
+    const auto link = [](const QByteArray& code, const QByteArray& paired = "false") {
+        return R"({"id":"t","kind":"telegram","url":"https://t.me/b?start=)" + code + R"(","paired":)" + paired + '}';
+    };
+    const QByteArray rotateRoute = "POST /local/links/t/rotate";
+    const auto url = [&] { return state().link->url.value_or(QString()); };
+    model->advance();
+    model->advance();
+    serve("POST /local/links", link("1"), 201);
+    model->choose(u"telegram"_s);
+    ASSERT_TRUE(comes([&] { return !state().connecting && server.open() == 0; }));
+
+    server.on("GET /local/links", behave::after(100ms, behave::answer(200, R"({"links":[)" + link("1") + "]}")));
+    open();
+    ASSERT_TRUE(comes([&] { return count("GET /local/links") == 1; }));
+    server.on(rotateRoute, behave::after(20ms, behave::answer(200, link("2"))));
+    model->newTelegramCode();
+    model->newTelegramCode(); // a double press
+    EXPECT_TRUE(state().renewing);
+    ASSERT_TRUE(comes([&] { return !state().renewing; }));
+    EXPECT_EQ(count(rotateRoute), 1);
+    ASSERT_TRUE(comes([&] { return server.open() == 0; })) << "the list is late";
+    EXPECT_EQ(url(), u"https://t.me/b?start=2"_s);
+
+    serve(rotateRoute, R"({"error":"Too many codes."})", 429);
+    model->newTelegramCode();
+    ASSERT_TRUE(comes([&] { return content().error == u"Couldn't make a new code: Too many codes."_s; }));
+    serve(rotateRoute, link("3"));
+    model->newTelegramCode();
+    ASSERT_TRUE(comes([&] { return url().endsWith(u'3'); }));
+    EXPECT_TRUE(content().error.isEmpty());
+
+    serve("GET /local/links", "{}", 500);
+    poll();
+    ASSERT_TRUE(comes([&] { return count("GET /local/links") == 2 && server.open() == 0; }));
+    serveLinks(link("3", "true"));
+    poll();
+    EXPECT_TRUE(comes([&] { return content().connected; }));
+}
+
+TEST_F(OnboardingTest, CancelsItsRequestsWhenDestroyed) {
     const std::vector<std::function<void(OnboardingModel&)>> actions{
         [](auto& m) { m.windowAppeared(); },
         [](auto& m) { m.repairTools(); },
@@ -153,7 +208,7 @@ TEST_F(OnboardingTest, GoingInTheMiddleOfAnythingTouchesNothing) {
         ASSERT_TRUE(comes([&] { return server.connections() > before; }));
         model = std::make_unique<OnboardingModel>(panel.links(), services, std::nullopt);
     }
-    // What the panel's action began goes on without the window.
+    // The panel's action continues.
     EXPECT_TRUE(comes([&] { return server.open() == 1; }));
 }
 

@@ -16,7 +16,7 @@ QCoro::Task<Removal> noUnit(std::stop_token) {
     co_return Removal();
 }
 
-TEST(RemoveCommandTest, ItTellsWhatWentWhatStaysAndWhatCouldNotBeDone) {
+TEST(RemoveCommandTest, ListsRemovedItemsRemainingItemsAndFailures) {
     const test::TemporaryHome home;
     test::ManualClock clock;
     const ServiceRemover::Supervisor supervisor{
