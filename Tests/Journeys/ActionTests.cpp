@@ -1,4 +1,4 @@
-// Every action that asks something of the service, pressed in the window, with the service at its best and its worst.
+// Presses every action that sends a request, with a service that succeeds, fails or is gone.
 #include "Tests/Journeys/PanelJourney.h"
 
 using namespace Qt::StringLiterals;
@@ -7,16 +7,15 @@ namespace tunedeck::test {
 
 namespace {
 
-/// One action as the user has it.
 struct Action {
-    QStringList way;         ///< the controls that lead to it
-    QByteArray route;        ///< what it asks of the service
-    Behaviour good;          ///< a service that does it
-    QString confirm = {};    ///< the button of its question
-    QString done = {};       ///< the line after success; empty when what is shown says enough
-    QString failed = {};     ///< what stands before the reason of a failure
-    QString anyway = {};     ///< the line after any failure
-    bool readsAnswer = true; ///< nonsense in a good answer is a failure
+    QStringList way;         ///< the controls to press
+    QByteArray route;        ///< its request
+    Behaviour good;          ///< a successful reply
+    QString confirm = {};    ///< the confirming button of its question
+    QString done = {};       ///< the note after success; empty if there is none
+    QString failed = {};     ///< the error before the reason
+    QString anyway = {};     ///< the error, whatever the reason
+    bool readsAnswer = true; ///< a malformed body is a failure
 };
 
 const Behaviour fine = behave::answer(200, R"({"ok":true})");
@@ -84,8 +83,8 @@ protected:
         go({u"Backups (1)"_s});
     }
 
-    /// Takes the way to the action and answers its question, if it has one.
-    void take(const Action& action, const QString& answer = {}) {
+    /// Presses the controls and answers the question, if there is one.
+    void perform(const Action& action, const QString& answer = {}) {
         go(action.way);
         if (!action.confirm.isEmpty()) {
             ASSERT_TRUE(comes([this] { return isAsked() && front().isActive(); })) << qPrintable(action.way.last());
@@ -93,24 +92,23 @@ protected:
             ASSERT_TRUE(comes([this] { return !isAsked(); }));
         }
     }
-    /// Waits until the action has come to its end with that line, or without one. On the screen an old line stays
-    /// while it fades.
-    void ends(const Action& action, const QString& wanted) {
-        const auto said = [&] { return state().actionError.value_or(state().actionNote.value_or(QString())); };
-        EXPECT_TRUE(comes([&] { return !isBusy() && said() == wanted && line().value_or(QString()) == wanted; }))
+    /// Waits until the action has ended with that line, or without one if `wanted` is empty.
+    void expectLine(const Action& action, const QString& wanted) {
+        const auto shown = [&] { return state().actionError.value_or(state().actionNote.value_or(QString())); };
+        EXPECT_TRUE(comes([&] { return !isBusy() && shown() == wanted && line().value_or(QString()) == wanted; }))
             << qPrintable(action.way.join(u" > "_s)) << ": " << qPrintable(line().value_or(u"no line"_s));
     }
 };
 
 } // namespace
 
-TEST_F(ActionJourney, IsDoneOnceAndSaysSo) {
+TEST_F(ActionJourney, SendsOneRequestAndShowsItsNote) {
     for (const Action& action : actions()) {
         server.on(action.route, action.good);
-        take(action);
+        perform(action);
         EXPECT_TRUE(comes([&] { return count(action.route) == 1; })) << action.route.toStdString();
-        // An earlier note stays where success has no words of its own.
-        ends(action, action.done.isEmpty() ? line().value_or(QString()) : action.done);
+        // Without a note of its own, the earlier note stays.
+        expectLine(action, action.done.isEmpty() ? line().value_or(QString()) : action.done);
         EXPECT_FALSE(state().actionError) << qPrintable(*state().actionError);
         ASSERT_TRUE(comes([this] { return sees(u"Studio"_s) && sees(u"iPhone"_s); }));
         poll();
@@ -118,7 +116,7 @@ TEST_F(ActionJourney, IsDoneOnceAndSaysSo) {
     }
 }
 
-TEST_F(ActionJourney, SaysWhyItFailed) {
+TEST_F(ActionJourney, ShowsTheReasonOfAFailure) {
     const struct {
         Behaviour behaviour;
         QString reason;
@@ -136,20 +134,20 @@ TEST_F(ActionJourney, SaysWhyItFailed) {
                 continue;
             }
             server.on(action.route, bad.behaviour);
-            take(action);
-            ends(action, action.anyway.isEmpty() ? action.failed + bad.reason : action.anyway);
+            perform(action);
+            expectLine(action, action.anyway.isEmpty() ? action.failed + bad.reason : action.anyway);
             EXPECT_EQ(count(action.route), ++sent) << action.route.toStdString();
         }
         model().clearError();
     }
-    EXPECT_TRUE(pasteboard.text.isEmpty()) << "nothing of a failure is copied";
+    EXPECT_TRUE(pasteboard.text.isEmpty()) << "a failure copies nothing";
 }
 
-TEST_F(ActionJourney, CancelledSendsNothingAndSaysNothing) {
+TEST_F(ActionJourney, SendsNothingWhenCancelled) {
     const auto before = server.requests().size();
     for (const Action& action : actions()) {
         if (!action.confirm.isEmpty()) {
-            take(action, u"Cancel"_s);
+            perform(action, u"Cancel"_s);
         }
     }
     settle();
@@ -157,13 +155,13 @@ TEST_F(ActionJourney, CancelledSendsNothingAndSaysNothing) {
     EXPECT_FALSE(line() || state().actionError || state().actionNote);
 }
 
-TEST_F(ActionJourney, PressedTwiceAtOnceIsSentOnce) {
+TEST_F(ActionJourney, SendsOneRequestForADoublePress) {
     for (const Action& action : actions()) {
         server.on(action.route, behave::after(60ms, action.good));
         go(action.way.mid(0, action.way.size() - 1));
         const Seen last = ready(action.way.last());
         last.press();
-        last.press(); // before the panel had a moment to change
+        last.press(); // before the panel can change
         if (!action.confirm.isEmpty()) {
             ASSERT_TRUE(comes([this] { return isAsked() && front().isActive(); }));
             const Seen yes = ready(action.confirm);
@@ -178,15 +176,15 @@ TEST_F(ActionJourney, PressedTwiceAtOnceIsSentOnce) {
     }
 }
 
-TEST_F(ActionJourney, AnsweredAfterThePanelWasClosedIsThereWhenItOpensAgain) {
+TEST_F(ActionJourney, ShowsAReplyThatArrivedWhileThePanelWasClosed) {
     for (const Action& action : actions()) {
         server.on(action.route, behave::after(80ms, behave::answer(500, R"({"ok":false,"error":"Too late."})")));
-        take(action);
+        perform(action);
         ASSERT_TRUE(comes([&] { return count(action.route) == 1; })) << action.route.toStdString();
         front().close();
         EXPECT_TRUE(comes([this] { return state().actionError.has_value(); })) << action.route.toStdString();
         open();
-        ends(action, action.anyway.isEmpty() ? action.failed + u"Too late."_s : action.anyway);
+        expectLine(action, action.anyway.isEmpty() ? action.failed + u"Too late."_s : action.anyway);
         model().clearError();
         if (controls(u"Restore"_s).isEmpty()) {
             go({u"Backups (1)"_s});
@@ -194,16 +192,16 @@ TEST_F(ActionJourney, AnsweredAfterThePanelWasClosedIsThereWhenItOpensAgain) {
     }
 }
 
-TEST_F(ActionJourney, TheServiceGoesWhileTheQuestionStands) {
+TEST_F(ActionJourney, ReportsAServiceThatStoppedDuringTheQuestion) {
     QList<Action> asking = actions();
     asking.removeIf([](const Action& action) { return action.confirm.isEmpty(); });
-    asking.move(0, asking.size() - 1); // the one after which the panel looks and finds nothing to act on
+    asking.move(0, asking.size() - 1); // after this one the panel refreshes and loses its controls
     for (const Action& action : asking) {
         go(action.way);
         ASSERT_TRUE(comes([this] { return isAsked() && front().isActive(); }));
         server.stop();
         go({action.confirm});
-        ends(action, action.failed + u"tunedeck isn't running."_s);
+        expectLine(action, action.failed + u"tunedeck isn't running."_s);
     }
     EXPECT_TRUE(comes([this] { return sees(u"Start tunedeck"_s); }));
     for (const Action& action : asking) {

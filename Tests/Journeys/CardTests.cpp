@@ -1,4 +1,4 @@
-// Each card as its user has it, from what the service says to what the desktop is asked for.
+// Uses each card, from the service's replies to the calls of the platform.
 #include "Tests/Journeys/PanelJourney.h"
 
 #include <QFile>
@@ -11,11 +11,11 @@ namespace {
 
 class CardJourney : public PanelJourney {
 protected:
-    /// Waits until all of the one and none of the other is on the screen.
+    /// Waits until all wanted texts and none of the unwanted are visible.
     testing::AssertionResult shows(const QStringList& wanted, const QStringList& unwanted = {}) {
-        const auto isThere = [this](const QString& text) { return sees(text); };
+        const auto isVisible = [this](const QString& text) { return sees(text); };
         const bool holds =
-            comes([&] { return std::ranges::all_of(wanted, isThere) && std::ranges::none_of(unwanted, isThere); });
+            comes([&] { return std::ranges::all_of(wanted, isVisible) && std::ranges::none_of(unwanted, isVisible); });
         return holds ? testing::AssertionSuccess()
                      : testing::AssertionFailure() << texts().join(u" | "_s).toStdString();
     }
@@ -25,7 +25,7 @@ const QByteArray tool = R"({"name":"yt-dlp","wanted":"1","ready":)";
 
 } // namespace
 
-TEST_F(CardJourney, TheCardsFollowTheServiceFromPollToPoll) {
+TEST_F(CardJourney, UpdatesTheCardsAfterEachPoll) {
     serveStatus();
     open();
     const struct {
@@ -60,17 +60,17 @@ TEST_F(CardJourney, TheCardsFollowTheServiceFromPollToPoll) {
         serve("GET /local/toolbox",
               moment.toolbox.isEmpty() ? R"({"tools":[],"venvs":[],"installing":false})" : moment.toolbox);
         serveLinks(moment.links);
-        clock.advance(15s); // when the links are due again too
+        clock.advance(15s); // the links are stale as well
         EXPECT_TRUE(shows(moment.seen, moment.unseen));
     }
-    // A code runs out without a word of the service.
+    // A code expires without a change of the service.
     for (int i = 0; i < 10 * 60 / 3; ++i) {
         poll();
     }
     EXPECT_TRUE(shows({u"This code has expired."_s, u"Get a New Code"_s}, {u"Open Telegram"_s, u"Expires in"_s}));
 }
 
-TEST_F(CardJourney, AStoppedServiceIsStartedFromItsCard) {
+TEST_F(CardJourney, StartsAStoppedService) {
     serve("GET /local/status", {}, 500);
     open();
     EXPECT_TRUE(shows({u"Not running"_s, u"wait in the cloud queue"_s, u"Start tunedeck to see where"_s,
@@ -93,7 +93,7 @@ TEST_F(CardJourney, AStoppedServiceIsStartedFromItsCard) {
     EXPECT_EQ(launchctlCalls.size(), 3U);
 }
 
-TEST_F(CardJourney, TheDownloadFolderIsChosenKeptAndGivenUp) {
+TEST_F(CardJourney, ChoosesAndResetsTheDownloadFolder) {
     open();
     go({u"Show in Finder, /music"_s, u"Change Folder…"_s, u"Change Folder…"_s});
     EXPECT_EQ(workspace.opened.back(), QUrl::fromLocalFile(u"/music"_s));
@@ -117,7 +117,7 @@ TEST_F(CardJourney, TheDownloadFolderIsChosenKeptAndGivenUp) {
     EXPECT_EQ(workspace.revealed, QStringList{u"/music/import.xml"_s});
 }
 
-TEST_F(CardJourney, SecretsAreShownAndCopiedAndGuidesOpened) {
+TEST_F(CardJourney, ShowsAndCopiesSecretsAndOpensGuides) {
     serveLinks(R"({"id":"a","kind":"claude","url":"https://x.example/u/0123456789abcdef/mcp"},
         {"id":"i","kind":"shortcut","apiUrl":"https://x.example/api","token":"topsecret"},
         {"id":"t","kind":"telegram","url":"https://t.me/b?start=1"})");
@@ -131,7 +131,7 @@ TEST_F(CardJourney, SecretsAreShownAndCopiedAndGuidesOpened) {
         press(u"Copy"_s, which);
         EXPECT_EQ(pasteboard.text, value);
         EXPECT_TRUE(comes([this] { return controls(u"Copied"_s).size() == 1; }));
-        EXPECT_EQ(control(u"Copied"_s).description.contains(which), true) << "that one alone";
+        EXPECT_EQ(control(u"Copied"_s).description.contains(which), true) << "only that one";
         clock.advance(1500ms);
         EXPECT_TRUE(comes([this] { return controls(u"Copied"_s).isEmpty(); }));
     }
@@ -142,7 +142,7 @@ TEST_F(CardJourney, SecretsAreShownAndCopiedAndGuidesOpened) {
     EXPECT_EQ(workspace.opened[2].path(), u"/connect/telegram"_s);
 }
 
-TEST_F(CardJourney, AnUpdateIsLookedForInstalledAndFailsWithItsReason) {
+TEST_F(CardJourney, ChecksForAnUpdateInstallsItAndShowsFailures) {
     struct Feed {
         static QCoro::Task<UpdateCheck> check(UpdateCheck found) { co_return found; }
         static QCoro::Task<std::expected<void, UpdateError>> install(std::expected<void, UpdateError> result) {
@@ -175,7 +175,7 @@ TEST_F(CardJourney, AnUpdateIsLookedForInstalledAndFailsWithItsReason) {
     EXPECT_EQ(quits, 1);
 }
 
-TEST_F(CardJourney, TheBottomLineAndTheReportDoWhatTheySay) {
+TEST_F(CardJourney, TheFooterAndTheDiagnosticsWork) {
     open();
     go({u"Copy Diagnostics"_s});
     EXPECT_TRUE(comes([this] {

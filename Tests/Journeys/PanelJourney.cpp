@@ -28,7 +28,7 @@ void PanelJourney::open() {
 void PanelJourney::poll() {
     const auto before = clock.sleeps().size();
     clock.advance(std::chrono::seconds(3));
-    ASSERT_TRUE(comes([&] { return clock.sleeps().size() > before; })) << "the panel doesn't ask";
+    ASSERT_TRUE(comes([&] { return clock.sleeps().size() > before; })) << "the panel doesn't refresh";
     pass(20);
 }
 

@@ -11,23 +11,22 @@
 
 namespace tunedeck::test {
 
-/// The whole panel in its window: only the desktop and the service are the test's own.
+/// The panel in its window with the real views, model and actions; the desktop and the service are fakes.
 // NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): a fixture, as GoogleTest has them
 class PanelJourney : public Screen, protected MenuWorld, private ViewsSource {
 protected:
     PanelJourney();
     void TearDown() override;
 
-    /// Shows the window with the service as it is served now.
+    /// Shows the window and waits for the first refresh.
     void open();
-    /// Lets the panel ask the service once more.
+    /// Waits for one more refresh.
     void poll();
-    /// Waits for the control and until it can be pressed. "More of Studio": the one whose description has "Studio".
+    /// Waits until the control is enabled. "More of Studio": the "More" whose description contains "Studio".
     [[nodiscard]] Seen ready(const QString& step) const;
-    /// Presses one control after the other; a question's buttons stand in for the panel's while it is asked.
+    /// Presses the controls in order. While a question is open, these are its buttons.
     void go(const QStringList& way);
-    /// The line about the last action, as a screen reader finds it; nothing when there is none. More than one is a
-    /// failure.
+    /// The error or note, as a screen reader finds it. More than one is a failure.
     [[nodiscard]] std::optional<QString> line() const;
     [[nodiscard]] bool isAsked() const { return front().modality() == Qt::ApplicationModal; }
     [[nodiscard]] bool isBusy() const { return state().libraryBusy || state().linksBusy || state().isRestarting; }

@@ -9,6 +9,8 @@
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 PanelLoader::Options panelLoaderOptions(const QString& bundle, Relauncher& relauncher) {
