@@ -1,10 +1,10 @@
-# What is installed, and the packages made of it: a Debian package and a tarball. The target "bundle" builds it all;
-# ./tools/package makes and checks both packages.
+# The installed files, and the Debian package and the tarball of them. The target "bundle" builds the files;
+# ./tools/package builds and tests both packages.
 
-# The command isn't called "tunedeck": that is the service's own program.
+# Not "tunedeck", which is the service's program.
 set(TUNEDECK_COMMAND tunedeck-app)
 
-# tunedeck_install_bundle(COMPONENT FOLDER): the bundle without its debug symbols, below FOLDER.
+# tunedeck_install_bundle(COMPONENT FOLDER): installs the bundle below FOLDER, without debug symbols.
 function(tunedeck_install_bundle component folder)
   set(contents ${folder}/Tunedeck.app/Contents)
   install(TARGETS Tunedeck RUNTIME DESTINATION ${contents}/MacOS COMPONENT ${component})
@@ -27,7 +27,7 @@ set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
 tunedeck_install_bundle(portable .)
 tunedeck_install_bundle(system lib/tunedeck)
 
-# What a desktop finds the application by.
+# What makes the application known to the desktop.
 set(linux_files ${PROJECT_SOURCE_DIR}/packaging/linux)
 set(theme share/icons/hicolor)
 install(FILES ${linux_files}/${TUNEDECK_IDENTIFIER}.desktop DESTINATION share/applications COMPONENT system)
@@ -81,8 +81,8 @@ what it is doing and lets you act on it.
 The Rekordbox library is backed up before each change, and ChatGPT, Claude, a
 Telegram bot or an iPhone Shortcut each get a private link.")
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
-# Libraries are found by what the programs link, QML modules by what the panel imports (PackageOptions.cmake). The
-# service is a unit of the user's own service manager.
+# Dependencies: the libraries that the programs link, the QML modules that the panel imports (PackageOptions.cmake), and
+# the user's service manager, which runs the service.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS libpam-systemd)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "ca-certificates, default-dbus-session-bus | dbus-session-bus, xdg-utils")

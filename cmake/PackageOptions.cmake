@@ -1,9 +1,9 @@
-# Read by CPack for each kind of package: what goes into it, and what the Debian package depends on beside libraries.
+# Read by CPack for each package: its components, and the Debian package's dependencies other than libraries.
 if(CPACK_GENERATOR STREQUAL "DEB")
   set(CPACK_COMPONENTS_ALL system)
   set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 
-  # The packages of the QML modules that the panel imports, with what those import themselves.
+  # The packages of the QML modules that the panel imports directly or indirectly.
   execute_process(
     COMMAND ${CPACK_TUNEDECK_QT_INSTALL_LIBEXECS}/qmlimportscanner
       -rootPath ${CPACK_TUNEDECK_QML} -importPath ${CPACK_TUNEDECK_QT_INSTALL_QML}
@@ -17,7 +17,7 @@ if(CPACK_GENERATOR STREQUAL "DEB")
       if(NOT name MATCHES "^Tunedeck\\.")
         message(FATAL_ERROR "The panel imports ${name}, which isn't installed")
       endif()
-      continue() # the panel's own, compiled in
+      continue() # the panel's own module, compiled in
     endif()
     execute_process(COMMAND dpkg-query -S ${folder}/qmldir OUTPUT_VARIABLE owner COMMAND_ERROR_IS_FATAL ANY)
     string(REGEX REPLACE ":.*" "" owner "${owner}")
