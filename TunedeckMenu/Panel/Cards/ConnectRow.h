@@ -13,12 +13,14 @@ struct ConnectRowView {
     Q_PROPERTY(QString id MEMBER id)
     Q_PROPERTY(QString name MEMBER name)
     Q_PROPERTY(QString plan MEMBER plan)
+    Q_PROPERTY(QString accessibleName MEMBER accessibleName)
     Q_PROPERTY(QString help MEMBER help)
     Q_PROPERTY(QString symbol MEMBER symbol)
 public:
     QString id;
     QString name;
     QString plan; ///< empty when it is free
+    QString accessibleName;
     QString help;
     QString symbol;
     bool operator==(const ConnectRowView&) const = default;

@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// The connected assistants, those that can be connected, and the cloud between.
+/// The connected assistants, those that can be connected, and the state of the cloud.
 Card {
     id: card
 
@@ -43,32 +43,12 @@ Card {
         width: parent.width
     }
 
-    Item {
-        implicitHeight: cloud.implicitHeight
-        visible: cloud.text !== ""
+    DotLine {
+        dotSize: 6
+        label.caption: true
+        label.color: Theme.secondary
+        label.text: card.view.cloudText
+        tone: card.view.cloudTone
         width: parent.width
-
-        Dot {
-            size: 6
-            tone: card.view.cloudTone
-            y: Math.round((line.height - height) / 2)
-        }
-
-        FontMetrics {
-            id: line
-
-            font: cloud.font
-        }
-
-        Label {
-            id: cloud
-
-            anchors.left: parent.left
-            anchors.leftMargin: 14
-            anchors.right: parent.right
-            caption: true
-            color: Theme.secondary
-            text: card.view.cloudText
-        }
     }
 }

@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// The backups, newest first as the service lists them.
+/// The backups of the library, newest first.
 Column {
     spacing: 10
     topPadding: 4

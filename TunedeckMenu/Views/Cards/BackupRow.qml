@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// One backup and its way back.
+/// A backup and its Restore button.
 Item {
     id: row
 

@@ -1,8 +1,8 @@
 import QtQuick
 import Tunedeck.Views
 
-/// A titled card: its symbol and title, an accessory at the right of them, and the content below.
-Rectangle {
+/// A card: a heading with an optional accessory at its right, and the content.
+Plate {
     id: card
 
     property string title
@@ -10,11 +10,7 @@ Rectangle {
     property alias accessory: accessory.data
     default property alias content: body.data
 
-    border.color: Theme.cardEdge
-    border.width: 1
-    color: Theme.card
     implicitHeight: column.implicitHeight + 2 * Theme.cardPadding
-    radius: Theme.cardRadius
 
     Accessible.role: Accessible.Grouping
     Accessible.name: title

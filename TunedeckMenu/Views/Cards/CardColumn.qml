@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// The cards, top to bottom. Each optional one is made when it is first needed and gone when it isn't.
+/// The cards, top to bottom. Optional ones exist only while they are shown.
 Column {
     id: column
 
@@ -14,7 +14,7 @@ Column {
     spacing: Theme.cardGap
     topPadding: 2
 
-    Appearing {
+    FadeLoader {
         shown: column.detached && Panel.hiddenIcon.shown
         width: column.cardWidth
 
@@ -22,7 +22,7 @@ Column {
         }
     }
 
-    Appearing {
+    FadeLoader {
         shown: Panel.notRunning.shown
         width: column.cardWidth
 
@@ -30,7 +30,7 @@ Column {
         }
     }
 
-    Appearing {
+    FadeLoader {
         shown: Panel.recent.shown
         width: column.cardWidth
 
@@ -38,7 +38,7 @@ Column {
         }
     }
 
-    Appearing {
+    FadeLoader {
         shown: Panel.tools.shown
         width: column.cardWidth
 

@@ -1,20 +1,21 @@
 import QtQuick
 import Tunedeck.Views
 
-/// Connects one assistant; says when it takes a paid plan.
+/// Connects an assistant; shows which plan it requires.
 Control {
     id: button
 
     required property string rowId
     required property string name
     required property string plan
+    required property string accessibleName
     required property string help
     required property string symbol
     property bool chosen: false
 
     hint: help
     implicitHeight: Math.round(32 * Theme.scale)
-    label: plan === "" ? name : name + ", " + plan
+    label: accessibleName
 
     Rectangle {
         anchors.fill: parent
@@ -23,19 +24,11 @@ Control {
         color: Theme.control
         radius: 7
 
-        Rectangle {
-            anchors.fill: parent
+        HoverOverlay {
             anchors.margins: 1
-            color: Theme.text
-            opacity: button.hovered && button.usable ? 0.05 : 0
+            control: button
             radius: 6
-
-            Behavior on opacity  {
-                NumberAnimation {
-                    duration: Theme.hover
-                    easing.type: Easing.OutQuad
-                }
-            }
+            strength: 0.05
         }
     }
 
@@ -49,31 +42,26 @@ Control {
         x: 9
     }
 
-    Text {
+    PlainText {
         anchors.left: mark.right
         anchors.leftMargin: 7
         anchors.right: tag.left
         anchors.rightMargin: 4
         anchors.verticalCenter: parent.verticalCenter
-        color: Theme.text
         elide: Text.ElideRight
-        font.family: Theme.family
         font.pixelSize: Math.round(12.5 * Theme.scale)
         font.weight: Font.Medium
         text: button.name
-        textFormat: Text.PlainText
     }
 
-    Text {
+    PlainText {
         id: tag
 
         anchors.right: parent.right
         anchors.rightMargin: 9
         anchors.verticalCenter: parent.verticalCenter
         color: Theme.secondary
-        font.family: Theme.family
         font.pixelSize: Theme.caption2Size
         text: button.plan
-        textFormat: Text.PlainText
     }
 }

@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// The assistants that can still be connected, two in a row; a last one that is alone has the row for itself.
+/// The assistants that can be connected, two per row; a single last one fills its row.
 Flow {
     id: grid
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// The one current line of success or failure; a screen reader reads it out when it comes.
+/// The result of the last action; screen readers read it out when it appears.
 Alert {
     id: alert
 

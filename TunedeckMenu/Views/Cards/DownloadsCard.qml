@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// Where songs are saved, and another place for them.
+/// The download folder, and buttons that change it.
 Card {
     id: card
 
@@ -32,7 +32,7 @@ Card {
         width: parent.width
     }
 
-    Appearing {
+    FadeLoader {
         shown: card.view.warning.shown
         width: parent.width
 

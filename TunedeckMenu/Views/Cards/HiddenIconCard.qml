@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// Tells how to get the icon back into sight.
+/// Explains how to make the hidden tray icon visible.
 Card {
     id: card
 

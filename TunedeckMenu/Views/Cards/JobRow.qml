@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// One job: how it stands, its playlist, and when.
+/// A job: state, playlist and time.
 HintArea {
     id: row
 
@@ -19,12 +19,12 @@ HintArea {
     Symbol {
         id: mark
 
-        property int beat: 0
+        property int phase: 0
 
         anchors.verticalCenter: parent.verticalCenter
-        color: Theme.mark(row.tone)
+        color: Theme.symbolColor(row.tone)
         name: row.symbol
-        opacity: 0.7 + 0.3 * Math.cos(2 * Math.PI * beat / 24)
+        opacity: 0.7 + 0.3 * Math.cos(2 * Math.PI * phase / 24)
         size: Math.round(14 * Theme.scale)
 
         Accessible.role: Accessible.Graphic
@@ -32,13 +32,13 @@ HintArea {
         Accessible.description: row.message
 
         Timer {
-            // A beat of 1.6 s in steps: an animation would have the window drawn 60 times a second for it.
+            // A period of 1.6 s in 24 steps: an animation would redraw the window 60 times per second.
             interval: 66
             repeat: true
-            running: row.pulsing && row.visible && !Theme.still && mark.Window.visibility !== Window.Hidden && mark.Window.visibility !== Window.Minimized
+            running: row.pulsing && row.visible && !Theme.reduceMotion && mark.Window.visibility !== Window.Hidden && mark.Window.visibility !== Window.Minimized
 
-            onRunningChanged: mark.beat = 0
-            onTriggered: mark.beat = (mark.beat + 1) % 24
+            onRunningChanged: mark.phase = 0
+            onTriggered: mark.phase = (mark.phase + 1) % 24
         }
     }
 

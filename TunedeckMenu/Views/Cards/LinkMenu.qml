@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// What can be done with a link.
+/// The menu of a link.
 PopupMenu {
     id: menu
 

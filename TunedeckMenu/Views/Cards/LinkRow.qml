@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// One connected assistant: its state, what it is reached by, and a menu of its own.
+/// A connected assistant: its state, menu, values to copy and pairing code.
 Column {
     id: row
 
@@ -63,14 +63,14 @@ Column {
             anchors.rightMargin: -5
             anchors.verticalCenter: parent.verticalCenter
             expandable: true
-            expanded: opened.status === Loader.Ready
+            expanded: menuLoader.status === Loader.Ready
             label: row.menu.label
             role: Accessible.ButtonMenu
             symbol: "ellipsis.circle"
 
             Accessible.description: row.menu.description
 
-            onClicked: opened.setSource("LinkMenu.qml", {
+            onClicked: menuLoader.setSource("LinkMenu.qml", {
                     "byKeyboard": more.focusShown,
                     "kind": row.kind,
                     "linkId": row.rowId,
@@ -80,7 +80,7 @@ Column {
         }
 
         Loader {
-            id: opened
+            id: menuLoader
 
             function shut(): void {
                 source = "";
@@ -107,20 +107,13 @@ Column {
         }
     }
 
-    Loader {
-        active: row.pairing.shown
-        visible: active
+    TelegramPairing {
+        view: row.pairing
+        visible: view.shown
         width: parent.width
 
-        sourceComponent: TelegramPairing {
-        }
-
-        onLoaded: {
-            const block = item as TelegramPairing;
-            block.view = Qt.binding(() => row.pairing);
-            block.openPressed.connect(() => Panel.actions.openTelegram(row.rowId));
-            block.newCodePressed.connect(() => Panel.actions.newTelegramCode(row.rowId));
-        }
+        onNewCodePressed: Panel.actions.newTelegramCode(row.rowId)
+        onOpenPressed: Panel.actions.openTelegram(row.rowId)
     }
 
     PushButton {

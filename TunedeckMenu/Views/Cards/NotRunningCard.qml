@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// Says that the background service is stopped, and starts it.
+/// Shown while the background service is stopped; starts it.
 Card {
     id: card
 

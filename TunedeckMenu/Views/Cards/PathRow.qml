@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// A folder with its path; pressing shows it.
+/// A folder and its path; opens it in the file manager when pressed.
 Control {
     id: row
 
@@ -12,18 +12,9 @@ Control {
     implicitHeight: Math.max(icon.height, words.implicitHeight) + 12
     label: title + ", " + subtitle
 
-    Rectangle {
-        anchors.fill: parent
-        color: Theme.text
-        opacity: row.hovered ? 0.06 : 0
+    HoverOverlay {
+        control: row
         radius: 8
-
-        Behavior on opacity  {
-            NumberAnimation {
-                duration: Theme.hover
-                easing.type: Easing.OutQuad
-            }
-        }
     }
 
     FileIcon {
@@ -54,24 +45,18 @@ Control {
         anchors.verticalCenter: parent.verticalCenter
         spacing: 1
 
-        Text {
-            color: Theme.text
+        PlainText {
             elide: Text.ElideRight
-            font.family: Theme.family
             font.pixelSize: Theme.bodySize
             font.weight: Font.Medium
             text: row.title
-            textFormat: Text.PlainText
             width: parent.width
         }
 
-        Text {
+        PlainText {
             color: Theme.secondary
             elide: Text.ElideMiddle
-            font.family: Theme.family
-            font.pixelSize: Theme.captionSize
             text: row.subtitle
-            textFormat: Text.PlainText
             width: parent.width
         }
     }

@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// A QR code on a white plate; a symbol where the text has none.
+/// A QR code on white; a symbol if the text has no code.
 Item {
     id: view
 
@@ -25,7 +25,7 @@ Item {
         visible: code.drawable
 
         Behavior on opacity  {
-            enabled: !Theme.still
+            enabled: !Theme.reduceMotion
 
             NumberAnimation {
                 duration: 200

@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// The latest jobs.
+/// The most recent jobs.
 Card {
     id: card
 

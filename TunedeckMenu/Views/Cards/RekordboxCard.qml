@@ -22,32 +22,11 @@ Card {
         visible: card.view.hasLibrary
         width: parent.width
 
-        Item {
-            implicitHeight: headline.implicitHeight
+        DotLine {
+            label.font.weight: Font.Medium
+            label.text: card.view.headline
+            tone: card.view.tone
             width: parent.width
-
-            Dot {
-                id: dot
-
-                tone: card.view.tone
-                y: Math.round((line.height - height) / 2)
-            }
-
-            FontMetrics {
-                id: line
-
-                font: headline.font
-            }
-
-            Label {
-                id: headline
-
-                anchors.left: dot.right
-                anchors.leftMargin: 8
-                anchors.right: parent.right
-                font.weight: Font.Medium
-                text: card.view.headline
-            }
         }
 
         Label {
@@ -70,7 +49,11 @@ Card {
         Repeater {
             model: Panel.failedChanges
 
-            FailedChange {
+            Banner {
+                required detail
+                required text
+                required tone
+
                 width: parent.width
             }
         }

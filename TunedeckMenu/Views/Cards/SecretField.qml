@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// A value that is copied rather than read: an address, a key.
+/// A URL or key with its Copy button.
 Item {
     id: field
 

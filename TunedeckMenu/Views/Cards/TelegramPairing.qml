@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// How a Telegram link is paired: the code to scan, or the way to a new one.
+/// Pairs a Telegram link: the QR code to scan, or a button that creates a new code.
 Item {
     id: block
 

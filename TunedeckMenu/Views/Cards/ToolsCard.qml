@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// Tools that are missing, and the installation that brings them back.
+/// Missing tools, and the progress of their installation.
 Card {
     id: card
 

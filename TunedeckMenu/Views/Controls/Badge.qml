@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// A word or two on a tinted pill; what changes cross-fades.
+/// A word or two on a tinted pill; a new text fades in.
 HintArea {
     id: badge
 
@@ -13,7 +13,7 @@ HintArea {
     implicitWidth: label.implicitWidth + 12
     visible: text !== ""
 
-    onTextChanged: if (visible && !Theme.still)
+    onTextChanged: if (visible && !Theme.reduceMotion)
         fade.restart()
 
     Accessible.role: Accessible.StaticText
@@ -23,7 +23,7 @@ HintArea {
     NumberAnimation {
         id: fade
 
-        duration: Theme.appear
+        duration: Theme.fadeDuration
         from: 0
         property: "opacity"
         target: label
@@ -36,18 +36,17 @@ HintArea {
         radius: 5
     }
 
-    Text {
+    PlainText {
         id: label
 
         anchors.centerIn: parent
         elide: Text.ElideMiddle
-        color: Theme.ink(badge.tone)
+        color: Theme.textColor(badge.tone)
         font.family: badge.monospaced ? Theme.monoFamily : Theme.family
         font.pixelSize: Theme.caption2Size
         font.weight: Font.DemiBold
         horizontalAlignment: Text.AlignHCenter
         text: badge.text
-        textFormat: Text.PlainText
         width: Math.min(implicitWidth, badge.width - 12)
     }
 }

@@ -1,24 +1,24 @@
 import QtQuick
 import Tunedeck.Views
 
-/// A line that needs attention or tells of success, with its detail below it.
+/// A warning or success message with an optional detail.
 Rectangle {
     id: banner
 
     property string text
     property string detail
     property int tone: Look.Warning
-    /// Somebody else says the words to a screen reader.
+    /// Hides the text from screen readers, when an Alert contains it already.
     property bool silent: false
 
-    color: Theme.tint(Theme.mark(tone), 0.12)
-    implicitHeight: words.implicitHeight + 16
+    color: Theme.tint(Theme.symbolColor(tone), 0.12)
+    implicitHeight: texts.implicitHeight + 16
     radius: 7
 
     Symbol {
         id: mark
 
-        color: Theme.ink(banner.tone)
+        color: Theme.textColor(banner.tone)
         name: banner.tone === Look.Good ? "checkmark.circle.fill" : "exclamationmark.triangle.fill"
         size: Math.round(14 * Theme.scale)
         x: 8
@@ -33,7 +33,7 @@ Rectangle {
     }
 
     Column {
-        id: words
+        id: texts
 
         anchors.left: mark.right
         anchors.leftMargin: 8

@@ -1,11 +1,11 @@
 import QtQuick
 import Tunedeck.Views
 
-/// A busy mark with what is being done.
+/// A spinner with a text.
 Row {
     id: line
 
-    property alias text: words.text
+    property alias text: label.text
 
     spacing: 7
 
@@ -18,7 +18,7 @@ Row {
     }
 
     Label {
-        id: words
+        id: label
 
         caption: true
         color: Theme.secondary

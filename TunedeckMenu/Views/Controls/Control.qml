@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// The one button of the panel: press effect, focus ring and accessibility; its looks are the `content`.
+/// Base of all buttons: press effect, focus ring and accessibility. `content` draws it.
 Pressable {
     id: control
 
@@ -22,17 +22,17 @@ Pressable {
 
         anchors.fill: parent
         opacity: control.pressed ? 0.8 : 1
-        scale: control.pressed && !Theme.still ? control.pressedScale : 1
+        scale: control.pressed && !Theme.reduceMotion ? control.pressedScale : 1
 
         Behavior on opacity  {
             NumberAnimation {
-                duration: Theme.quick
+                duration: Theme.pressDuration
                 easing.type: Easing.OutQuad
             }
         }
         Behavior on scale  {
             NumberAnimation {
-                duration: Theme.quick
+                duration: Theme.pressDuration
                 easing.type: Easing.OutQuad
             }
         }

@@ -1,19 +1,19 @@
 import QtQuick
 import Tunedeck.Views
 
-/// Copies a value; says so for a moment by its title.
+/// A copy button; its new title fades in after the copy.
 PushButton {
     id: button
 
     implicitWidth: Math.round(74 * Theme.scale)
 
-    onLabelChanged: if (visible && !Theme.still)
-        turn.restart()
+    onLabelChanged: if (visible && !Theme.reduceMotion)
+        fade.restart()
 
     NumberAnimation {
-        id: turn
+        id: fade
 
-        duration: Theme.appear
+        duration: Theme.fadeDuration
         from: 0.3
         property: "opacity"
         target: button

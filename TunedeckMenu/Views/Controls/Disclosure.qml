@@ -1,15 +1,15 @@
 import QtQuick
 import Tunedeck.Views
 
-/// A titled group that opens and closes; its content exists only while it is open.
+/// A group that expands and collapses; its content exists only while it is expanded.
 Column {
     id: group
 
     property string title
     property bool open: false
     property alias content: body.sourceComponent
-    /// Between a press and the rest after it; what changes inside later takes its place at once.
-    property bool turning: false
+    /// While expanding or collapsing; later changes of the content's height aren't animated.
+    property bool animating: false
 
     Control {
         id: head
@@ -22,7 +22,7 @@ Column {
         width: parent.width
 
         onClicked: {
-            group.turning = !Theme.still;
+            group.animating = !Theme.reduceMotion;
             group.open = !group.open;
         }
 
@@ -34,25 +34,22 @@ Column {
             size: Math.round(11 * Theme.scale)
 
             Behavior on rotation  {
-                enabled: !Theme.still
+                enabled: !Theme.reduceMotion
 
                 NumberAnimation {
-                    duration: Theme.appear
+                    duration: Theme.fadeDuration
                     easing.type: Easing.OutQuad
                 }
             }
         }
 
-        Text {
+        PlainText {
             anchors.left: parent.left
             anchors.leftMargin: Math.round(11 * Theme.scale) + 7
             anchors.verticalCenter: parent.verticalCenter
             color: head.hovered ? Theme.text : Theme.secondary
-            font.family: Theme.family
-            font.pixelSize: Theme.captionSize
             font.weight: Font.Medium
             text: group.title
-            textFormat: Text.PlainText
         }
     }
 
@@ -63,14 +60,14 @@ Column {
         width: parent.width
 
         Behavior on height  {
-            enabled: !Theme.still && group.turning
+            enabled: !Theme.reduceMotion && group.animating
 
             NumberAnimation {
-                duration: Theme.appear
+                duration: Theme.fadeDuration
                 easing.type: Easing.OutQuad
 
                 onRunningChanged: if (!running)
-                    group.turning = false
+                    group.animating = false
             }
         }
 

@@ -1,11 +1,11 @@
 import QtQuick
 import Tunedeck.Views
 
-/// A small round mark whose colour says how things are.
+/// A small dot in the colour of a tone.
 Symbol {
     property int tone: Look.Secondary
 
-    color: Theme.mark(tone)
+    color: Theme.symbolColor(tone)
     name: "circle.fill"
     size: 8
 }

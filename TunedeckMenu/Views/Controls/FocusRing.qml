@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// Shows which control the keyboard is at.
+/// Marks the control that has the keyboard focus.
 Rectangle {
     anchors.fill: parent
     anchors.margins: -2

@@ -1,50 +1,47 @@
 import QtQuick
 import Tunedeck.Views
 
-/// The words that come up when the pointer rests on something.
+/// The tooltip of a window.
 HintLayer {
     id: layer
 
-    property bool ripe: false
+    property bool delayPassed: false
 
     z: 100
 
     onChanged: {
-        ripe = false;
+        delayPassed = false;
         if (text !== "")
-            wait.restart();
+            delay.restart();
         else
-            wait.stop();
+            delay.stop();
     }
 
     Timer {
-        id: wait
+        id: delay
 
         interval: 600
 
-        onTriggered: layer.ripe = true
+        onTriggered: layer.delayPassed = true
     }
 
     Rectangle {
-        readonly property real room: layer.width - 2 * Theme.margin
-        readonly property real lower: layer.target.y + layer.target.height + 6
+        readonly property real maximumWidth: layer.width - 2 * Theme.margin
+        readonly property real below: layer.target.y + layer.target.height + 6
 
         color: Theme.hint
-        height: words.implicitHeight + 10
+        height: label.implicitHeight + 10
         radius: 6
-        visible: layer.ripe && layer.text !== ""
-        width: Math.min(room, words.implicitWidth + 16)
+        visible: layer.delayPassed && layer.text !== ""
+        width: Math.min(maximumWidth, label.implicitWidth + 16)
         x: Math.max(Theme.margin, Math.min(layer.width - width - Theme.margin, layer.target.x + layer.target.width / 2 - width / 2))
-        y: lower + height <= layer.height - 4 ? lower : Math.max(4, layer.target.y - height - 6)
+        y: below + height <= layer.height - 4 ? below : Math.max(4, layer.target.y - height - 6)
 
-        Text {
-            id: words
+        PlainText {
+            id: label
 
             color: Theme.hintText
-            font.family: Theme.family
-            font.pixelSize: Theme.captionSize
             text: layer.text
-            textFormat: Text.PlainText
             width: Math.min(implicitWidth, parent.width - 16)
             wrapMode: Text.Wrap
             x: 8

@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// A square button of one symbol, called by its label; a busy mark stands in for the symbol meanwhile.
+/// A square button with a symbol, or a spinner while it is busy. Its label is its tooltip.
 Control {
     id: button
 
@@ -14,21 +14,13 @@ Control {
     pressedScale: 0.92
     usable: !busy
 
-    // What is announced as the name needs no second saying.
+    // The hint repeats the name.
     Accessible.description: ""
 
-    Rectangle {
-        anchors.fill: parent
-        color: Theme.text
-        opacity: button.hovered && button.usable ? 0.08 : 0
+    HoverOverlay {
+        control: button
         radius: Theme.controlRadius
-
-        Behavior on opacity  {
-            NumberAnimation {
-                duration: Theme.hover
-                easing.type: Easing.OutQuad
-            }
-        }
+        strength: 0.08
     }
 
     Symbol {

@@ -1,18 +1,16 @@
 import QtQuick
 import Tunedeck.Views
 
-/// A text that can be read by a screen reader too. Cut texts show themselves whole while the pointer rests on them.
-Text {
+/// A text for sighted users and screen readers. An elided one has its whole text as tooltip.
+PlainText {
     id: label
 
     property bool heading: false
     property bool caption: false
     property bool mono: false
 
-    color: Theme.text
     font.family: mono ? Theme.monoFamily : Theme.family
     font.pixelSize: caption ? Theme.captionSize : Theme.bodySize
-    textFormat: Text.PlainText
     visible: text !== ""
     wrapMode: elide === Text.ElideNone ? Text.Wrap : Text.NoWrap
 

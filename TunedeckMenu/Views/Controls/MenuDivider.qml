@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// Parts two groups of entries.
+/// A line between two groups of menu entries.
 Item {
     implicitHeight: 9
     width: parent ? parent.width : 0

@@ -1,11 +1,11 @@
 import QtQuick
 import Tunedeck.Views
 
-/// One entry of a menu.
+/// An entry of a PopupMenu.
 Control {
     id: entry
 
-    readonly property bool chosen: hovered || activeFocus
+    readonly property bool highlighted: hovered || activeFocus
 
     implicitHeight: Theme.controlHeight
     pressedScale: 1
@@ -17,18 +17,14 @@ Control {
         anchors.fill: parent
         color: Theme.accentFill
         radius: 5
-        visible: entry.chosen
+        visible: entry.highlighted
     }
 
-    Text {
-        id: words
-
+    PlainText {
         anchors.verticalCenter: parent.verticalCenter
-        color: entry.chosen ? Theme.accentText : Theme.text
-        font.family: Theme.family
+        color: entry.highlighted ? Theme.accentText : Theme.text
         font.pixelSize: Theme.bodySize
         text: entry.label
-        textFormat: Text.PlainText
         x: 12
     }
 }

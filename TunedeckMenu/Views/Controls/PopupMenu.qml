@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// A menu at the control that opened it, inside the window. It is there from its making until `closed`.
+/// A menu at the control that opened it, inside the window. Open from its creation; the creator destroys it on `closed`.
 Item {
     id: menu
 
@@ -17,7 +17,7 @@ Item {
         closed();
     }
 
-    /// Moves by `step` among the entries that can be pressed, from the last to the first and back.
+    /// Moves the focus by `step` entries, skipping unusable ones and wrapping around.
     function move(step: int): void {
         const count = column.children.length;
         let at = -1;

@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// How much is done, from 0 to 1.
+/// A progress bar; `value` is 0 to 1.
 Rectangle {
     id: bar
 
@@ -22,10 +22,10 @@ Rectangle {
         width: Math.max(height, parent.width * Math.max(0, Math.min(1, bar.value)))
 
         Behavior on width  {
-            enabled: !Theme.still
+            enabled: !Theme.reduceMotion
 
             NumberAnimation {
-                duration: Theme.appear
+                duration: Theme.fadeDuration
             }
         }
     }

@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// A titled button: prominent (filled), plain (outlined) or borderless; small unless `large`.
+/// A button with a title: outlined, `prominent` (filled) or `borderless`.
 Control {
     id: button
 
@@ -11,11 +11,10 @@ Control {
     property bool busy: false
     property string symbol
 
-    readonly property color ink: prominent ? Theme.accentText : borderless ? Theme.accent : Theme.text
+    readonly property color foreground: prominent ? Theme.accentText : borderless ? Theme.accent : Theme.text
 
     implicitHeight: large ? Theme.largeControlHeight : Theme.controlHeight
     implicitWidth: row.implicitWidth + (borderless ? 12 : large ? 28 : 20)
-    role: Accessible.Button
 
     Rectangle {
         anchors.fill: parent
@@ -24,19 +23,12 @@ Control {
         color: button.prominent ? Theme.accentFill : button.borderless ? "transparent" : Theme.control
         radius: Theme.controlRadius
 
-        Rectangle {
-            anchors.fill: parent
+        HoverOverlay {
             anchors.margins: button.borderless ? 0 : 1
             color: button.prominent ? "#ffffff" : Theme.text
-            opacity: button.hovered && button.usable ? (button.prominent ? 0.1 : 0.06) : 0
+            control: button
             radius: parent.radius - 1
-
-            Behavior on opacity  {
-                NumberAnimation {
-                    duration: Theme.hover
-                    easing.type: Easing.OutQuad
-                }
-            }
+            strength: button.prominent ? 0.1 : 0.06
         }
     }
 
@@ -48,7 +40,7 @@ Control {
 
         Spinner {
             anchors.verticalCenter: parent.verticalCenter
-            color: button.ink
+            color: button.foreground
             height: Math.round(13 * Theme.scale)
             visible: button.busy
             width: height
@@ -56,20 +48,18 @@ Control {
 
         Symbol {
             anchors.verticalCenter: parent.verticalCenter
-            color: button.ink
+            color: button.foreground
             name: button.symbol
             size: Math.round(12 * Theme.scale)
             visible: name !== "" && !button.busy
         }
 
-        Text {
+        PlainText {
             anchors.verticalCenter: parent.verticalCenter
-            color: button.ink
-            font.family: Theme.family
+            color: button.foreground
             font.pixelSize: button.large ? Theme.bodySize : Theme.captionSize
             font.weight: Font.Medium
             text: button.label
-            textFormat: Text.PlainText
         }
     }
 }

@@ -1,23 +1,22 @@
 import QtQuick
 import Tunedeck.Views
 
-/// Shows as much of its content as fits; wheel, touch and the keyboard move the rest into sight.
+/// A vertical scroll area. Scrolls by wheel and touch, and to the item that gets the focus.
 Item {
     id: area
 
     default property alias content: column.data
-    property alias contentSpacing: column.spacing
     readonly property real contentHeight: column.implicitHeight
-    readonly property real reach: Math.max(0, Math.floor(column.implicitHeight - height))
-    readonly property bool above: flick.contentY > 0.5
-    readonly property bool below: flick.contentY < reach - 0.5
+    readonly property real maximumOffset: Math.max(0, Math.floor(column.implicitHeight - height))
+    readonly property bool canScrollUp: flick.contentY > 0.5
+    readonly property bool canScrollDown: flick.contentY < maximumOffset - 0.5
 
-    /// Moves by so many points, as far as there is content.
+    /// Scrolls by `points`, within the limits.
     function scrollBy(points: real): void {
-        flick.contentY = Math.max(0, Math.min(reach, flick.contentY + points));
+        flick.contentY = Math.max(0, Math.min(maximumOffset, flick.contentY + points));
     }
 
-    /// Moves just so far that the item is in sight.
+    /// Scrolls as little as needed to show the whole item.
     function reveal(item: Item): void {
         for (let parent = item; parent !== column; parent = parent.parent)
             if (!parent)
@@ -34,7 +33,7 @@ Item {
 
     Accessible.role: Accessible.Pane
 
-    onReachChanged: scrollBy(0)
+    onMaximumOffsetChanged: scrollBy(0)
 
     Connections {
         function onActiveFocusItemChanged(): void {
@@ -86,10 +85,10 @@ Item {
         height: Math.max(24, area.height * area.height / Math.max(1, column.implicitHeight))
         opacity: 0.28
         radius: 2
-        visible: area.reach > 0
+        visible: area.maximumOffset > 0
         width: 4
         x: area.width - width - 3
-        y: area.reach > 0 ? flick.contentY / area.reach * (area.height - height) : 0
+        y: area.maximumOffset > 0 ? flick.contentY / area.maximumOffset * (area.height - height) : 0
 
         Accessible.role: Accessible.ScrollBar
         Accessible.name: area.Accessible.name

@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// A small switch with its title beside it.
+/// A switch with its title.
 Control {
     id: toggle
 
@@ -31,25 +31,21 @@ Control {
             x: toggle.checked ? parent.width - width - 2 : 2
 
             Behavior on x  {
-                enabled: !Theme.still
+                enabled: !Theme.reduceMotion
 
                 NumberAnimation {
-                    duration: Theme.quick
+                    duration: Theme.pressDuration
                     easing.type: Easing.OutQuad
                 }
             }
         }
     }
 
-    Text {
+    PlainText {
         id: title
 
         anchors.verticalCenter: parent.verticalCenter
-        color: Theme.text
-        font.family: Theme.family
-        font.pixelSize: Theme.captionSize
         text: toggle.label
-        textFormat: Text.PlainText
         x: track.width + 8
     }
 }

@@ -2,12 +2,12 @@ pragma Singleton
 import QtQuick
 import Tunedeck.Views
 
-/// Every colour, size and duration of the looks.
+/// All colours, sizes and durations.
 QtObject {
-    readonly property bool dark: Surroundings.dark
-    readonly property bool still: Surroundings.reduceMotion
-    readonly property real scale: Surroundings.textScale
-    readonly property string family: Surroundings.fontFamily
+    readonly property bool dark: SystemStyle.dark
+    readonly property bool reduceMotion: SystemStyle.reduceMotion
+    readonly property real scale: SystemStyle.textScale
+    readonly property string family: SystemStyle.fontFamily
 
     // Surfaces.
     readonly property color window: dark ? "#1d1c21" : "#f3f2f6"
@@ -44,7 +44,7 @@ QtObject {
     readonly property int caption2Size: Math.round(10.5 * scale)
     readonly property string monoFamily: "monospace"
 
-    // Measures.
+    // Points.
     readonly property int panelWidth: Math.round(360 + (scale - 1) * 200)
     readonly property int margin: 12
     readonly property int cardGap: 10
@@ -55,13 +55,13 @@ QtObject {
     readonly property int largeControlHeight: Math.round(30 * scale)
     readonly property int controlRadius: 6
 
-    // Motion.
-    readonly property int quick: 120
-    readonly property int hover: 150
-    readonly property int appear: 180
+    // Milliseconds.
+    readonly property int pressDuration: 120
+    readonly property int hoverDuration: 150
+    readonly property int fadeDuration: 180
 
-    /// The colour of words and symbols of a meaning.
-    function ink(tone: int): color {
+    /// Colour of texts of a tone.
+    function textColor(tone: int): color {
         switch (tone) {
         case Look.Accent:
             return accent;
@@ -76,8 +76,8 @@ QtObject {
         }
     }
 
-    /// The colour of dots and filled marks of a meaning, which may be livelier than text.
-    function mark(tone: int): color {
+    /// Colour of dots and filled symbols of a tone; needs less contrast than text.
+    function symbolColor(tone: int): color {
         switch (tone) {
         case Look.Accent:
             return accent;
@@ -92,7 +92,7 @@ QtObject {
         }
     }
 
-    /// A colour laid thinly over what is below it.
+    /// `base` with this opacity.
     function tint(base: color, opacity: real): color {
         return Qt.rgba(base.r, base.g, base.b, opacity);
     }

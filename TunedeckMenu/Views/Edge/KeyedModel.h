@@ -6,13 +6,13 @@
 #include <QMetaProperty>
 #include <QSet>
 
-#include <concepts>
+#include <utility>
 
 namespace tunedeck {
 
-/// A list of values whose rows outlive a refresh: what has the same identity keeps its row, so that hover, focus and
-/// open menus stay. Each property of the value is a role of that name; "id" is called "rowId", as QML keeps the word.
-/// `Row`: a gadget with ==. `identity`: the member that tells rows apart.
+/// A list model that keeps the rows of equal identity across updates, so that hover, focus and open menus survive.
+/// Each property of `Row`, a gadget with ==, is a role of that name; "id", reserved in QML, is called "rowId".
+/// `identity`: the member that identifies a row.
 template<typename Row>
 class KeyedModel : public QAbstractListModel {
 public:
@@ -39,9 +39,9 @@ public:
         return names;
     }
 
-    /// Becomes `rows` by the fewest steps that keep the rows of equal identity; equal rows notify nobody.
+    /// Replaces the rows by removing, inserting, moving and updating single ones; equal rows notify nobody.
     void assign(const QList<Row>& rows) {
-        const QStringList keys = identities(rows);
+        const QStringList keys = rowKeys(rows);
         const QSet<QString> wanted(keys.begin(), keys.end());
         for (qsizetype i = m_rows.size() - 1; i >= 0; --i) {
             if (!wanted.contains(m_keys[i])) {
@@ -92,8 +92,8 @@ private:
         }
     }
 
-    /// The identities, made unique: of equals, the second is another one than the first.
-    QStringList identities(const QList<Row>& rows) const {
+    /// Row keys: the identities, with a numeric suffix for duplicates.
+    QStringList rowKeys(const QList<Row>& rows) const {
         QStringList keys;
         QHash<QString, int> seen;
         for (const Row& row : rows) {

@@ -4,9 +4,6 @@ namespace tunedeck {
 
 OnboardingAdapter::OnboardingAdapter(QQmlEngine& engine) : QObject(&engine) {
     QJSEngine::setObjectOwnership(this, QJSEngine::CppOwnership);
-    QJSEngine::setObjectOwnership(&m_tools, QJSEngine::CppOwnership);
-    QJSEngine::setObjectOwnership(&m_assistants, QJSEngine::CppOwnership);
-    QJSEngine::setObjectOwnership(&m_fields, QJSEngine::CppOwnership);
 }
 
 OnboardingAdapter* OnboardingAdapter::create(QQmlEngine* engine, QJSEngine*) {

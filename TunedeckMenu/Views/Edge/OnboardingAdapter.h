@@ -19,13 +19,12 @@ class OnboardingAdapter : public QObject {
     Q_PROPERTY(QAbstractItemModel* assistants READ assistants CONSTANT)
     Q_PROPERTY(QAbstractItemModel* fields READ fields CONSTANT)
 public:
-    /// Belongs to `engine`, whose windows show it.
+    /// Becomes a child of `engine`, where create() finds it.
     explicit OnboardingAdapter(QQmlEngine& engine);
-    /// The one of that engine.
     static OnboardingAdapter* create(QQmlEngine* engine, QJSEngine*);
 
     void setContent(const OnboardingContent& content);
-    /// Null while there is no first-run window.
+    /// `actions`: null while there is no first-run window.
     void setActions(OnboardingActions* actions);
 
     [[nodiscard]] OnboardingActions* actions() const { return m_actions; }

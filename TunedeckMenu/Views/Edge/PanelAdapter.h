@@ -2,24 +2,13 @@
 
 #include "TunedeckMenu/Panel/PanelContent.h"
 #include "TunedeckMenu/Views/Edge/KeyedModel.h"
+#include "TunedeckMenu/Views/Edge/LinkModel.h"
 #include "TunedeckMenu/Views/Edge/Types.h"
 
 #include <QObject>
 #include <QQmlEngine>
 
 namespace tunedeck {
-
-/// The links, each with a list of its fields that is kept as long as the link is.
-class LinkModel : public KeyedModel<LinkRowView> {
-    Q_OBJECT
-public:
-    explicit LinkModel(QObject* parent = nullptr) : KeyedModel(&LinkRowView::id, parent) {}
-    void assignLinks(const QList<LinkRowView>& links);
-    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
-
-private:
-    QHash<QString, KeyedModel<SecretFieldView>*> m_fields;
-};
 
 /// The panel's content and actions for QML. Equal values notify nobody, and lists keep their rows.
 class PanelAdapter : public QObject {
@@ -44,12 +33,11 @@ class PanelAdapter : public QObject {
     Q_PROPERTY(QAbstractItemModel* failedChanges READ failedChanges CONSTANT)
     Q_PROPERTY(QAbstractItemModel* backups READ backups CONSTANT)
 public:
-    /// Belongs to `engine`, whose windows show it.
+    /// Becomes a child of `engine`, where create() finds it.
     PanelAdapter(PanelActions& actions, QQmlEngine& engine);
-    /// The one of that engine.
     static PanelAdapter* create(QQmlEngine* engine, QJSEngine*);
 
-    /// Keeps the old text of an item while it fades out.
+    /// A part that is no longer shown keeps its old text, because it is still visible while it fades out.
     void setContent(const PanelContent& next);
 
     [[nodiscard]] PanelActions* actions() const { return &m_actions; }

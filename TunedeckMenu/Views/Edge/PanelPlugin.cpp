@@ -2,8 +2,8 @@
 
 #include "TunedeckMenu/Views/Edge/QuickViews.h"
 
-// The registration of the QML types and their files live in a static library, whose linker would leave them out.
-void qml_register_types_Tunedeck_Views(); // NOLINT(readability-identifier-naming): so qmltyperegistrar calls it
+// Referenced explicitly: the linker would drop the QML types and resources of the static library as unused.
+void qml_register_types_Tunedeck_Views(); // NOLINT(readability-identifier-naming): generated name
 
 static void keepStaticParts() {
     [[maybe_unused]] static volatile auto keep = &qml_register_types_Tunedeck_Views;

@@ -6,7 +6,7 @@
 
 namespace tunedeck {
 
-/// What the application loads: the module's way in.
+/// Entry point of the plugin.
 class PanelPlugin : public QObject, public PanelModule {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID TunedeckPanelModule_iid FILE "PanelModule.json")

@@ -9,14 +9,14 @@ QRect popoverPlace(const QRect& anchor, const QSize& wanted, const QRect& screen
     const QRect room = available.adjusted(gap, gap, -gap, -gap);
     const int width = std::min(wanted.width(), room.width());
 
-    // A bar at the bottom carries the tray there; without any bar it is looked for at the top.
+    // A bar at the bottom usually contains the tray; without any bar, assume the top.
     const bool known = !anchor.isEmpty();
     const bool barBelow = available.bottom() < screen.bottom() && available.top() <= screen.top();
-    const bool hangs = known ? anchor.center().y() < screen.center().y() : !barBelow;
+    const bool opensDown = known ? anchor.center().y() < screen.center().y() : !barBelow;
 
     int top = room.top();
     int bottom = room.bottom();
-    if (known && hangs) {
+    if (known && opensDown) {
         top = std::clamp(anchor.bottom() + 1 + gap, room.top(), room.bottom());
     } else if (known) {
         bottom = std::clamp(anchor.top() - 1 - gap, room.top(), room.bottom());
@@ -24,7 +24,7 @@ QRect popoverPlace(const QRect& anchor, const QSize& wanted, const QRect& screen
     const int height = std::min(wanted.height(), bottom - top + 1);
     const int left = known ? anchor.center().x() - width / 2 : room.right() + 1 - width;
     const int x = std::clamp(left, room.left(), std::max(room.left(), room.right() + 1 - width));
-    return {x, hangs ? top : bottom + 1 - height, width, height};
+    return {x, opensDown ? top : bottom + 1 - height, width, height};
 }
 
 int steadyHeight(int wanted, double ratio) {

@@ -4,13 +4,13 @@
 
 namespace tunedeck {
 
-/// Where the panel goes: at its icon, or in the corner where trays usually are when `anchor` is empty, and never beyond
-/// `available`, the part of `screen` that is free of bars. When there is too little height it gets less than `wanted`.
+/// Position of the popover: at the tray icon, or in the corner where trays usually are when `anchor` is empty. Always
+/// inside `available`, the part of `screen` without bars; smaller than `wanted` if there is too little room.
 QRect popoverPlace(const QRect& anchor, const QSize& wanted, const QRect& screen, const QRect& available);
 
-/// The least height, in points and no lower than `wanted`, that a window has to ask for to be given it at this device
-/// pixel ratio. Qt tells X11 window managers to size windows in steps of the ratio as a whole number of pixels, and
-/// they round down: at one and a half, a window of 1647 pixels becomes one of 1646 and a point too low.
+/// The smallest height of at least `wanted` points that X11 window managers keep at this device pixel ratio. Qt sets
+/// the size increment to the rounded ratio in pixels, and window managers round down to it: at 1.5x, a window of 1647
+/// pixels becomes 1646 pixels, one point too low.
 int steadyHeight(int wanted, double ratio);
 
 } // namespace tunedeck

@@ -1,7 +1,7 @@
 #include "TunedeckMenu/Views/Edge/QuickViews.h"
 
 #include "TunedeckMenu/Views/Edge/PopoverPlace.h"
-#include "TunedeckMenu/Views/Items/Pressable.h"
+#include "TunedeckMenu/Views/Items/PressableAccess.h"
 
 #include <QCursor>
 #include <QFileInfo>
@@ -24,11 +24,11 @@ QSize wantedSize(const QQuickWindow& window) {
     return {points("wantedWidth"), steadyHeight(points("wantedHeight"), window.effectiveDevicePixelRatio())};
 }
 
-bool seen(const QQuickWindow* window) {
+bool isOnScreen(const QQuickWindow* window) {
     return window != nullptr && window->isVisible() && window->visibility() != QWindow::Minimized;
 }
 
-/// The application's mark, for the desktop's lists of windows.
+/// The application's icon, for task bars and window lists.
 QIcon appIcon() {
     QIcon icon;
     for (const int size : {16, 32, 48, 64, 128}) {
@@ -40,10 +40,18 @@ QIcon appIcon() {
     return icon;
 }
 
-void centre(QQuickWindow& window) {
+void setFixedSize(QQuickWindow& window) {
+    const QSize size = wantedSize(window);
+    window.setMinimumSize(size);
+    window.setMaximumSize(size);
+    window.resize(size);
+}
+
+/// Centres a window over another, or on its screen.
+void centre(QQuickWindow& window, const QWindow* over = nullptr) {
     if (const QScreen* screen = window.screen()) {
         QRect place(QPoint(), window.size());
-        place.moveCenter(screen->availableGeometry().center());
+        place.moveCenter((over != nullptr ? over->geometry() : screen->availableGeometry()).center());
         window.setPosition(place.topLeft());
     }
 }
@@ -62,7 +70,7 @@ void bringToFront(QQuickWindow& window) {
 
 QuickViews::QuickViews(PanelHost& host, const Appearance& appearance)
     : m_host(host)
-    , m_surroundings(*new Surroundings(m_engine))
+    , m_style(*new SystemStyle(m_engine))
     , m_panelAdapter(*new PanelAdapter(host.actions(), m_engine))
     , m_onboardingAdapter(*new OnboardingAdapter(m_engine))
     , m_icon(appIcon()) {
@@ -70,22 +78,22 @@ QuickViews::QuickViews(PanelHost& host, const Appearance& appearance)
     static const bool once = [] {
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
         QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
-        Pressable::installAccessibility();
+        installPressableAccess();
         return true;
     }();
     Q_UNUSED(once)
-    m_surroundings.setAppearance(appearance);
-    m_surroundings.setFileIcons([this](const QString& path) { return m_host.fileIcon(path); });
+    m_style.setAppearance(appearance);
+    m_style.setFileIcons([this](const QString& path) { return m_host.fileIcon(path); });
 
     m_grabIfUnfocused.setSingleShot(true);
     m_grabIfUnfocused.setInterval(400);
     connect(&m_grabIfUnfocused, &QTimer::timeout, this, [this] {
-        // The desktop gave us no keyboard, so it won't tell when the user turns elsewhere: watch the pointer instead.
+        // Without the focus there is no focus-out event to close it: grab the mouse to see clicks outside instead.
         if (isPopoverShown() && !m_popover->isActive()) {
             m_popover->setMouseGrabEnabled(true);
         }
     });
-    // A window manager may take the keyboard away and give it back while it puts a new window on the screen.
+    // Delayed: window managers may take the focus away for a moment while they map a new window.
     m_dismissIfUnfocused.setSingleShot(true);
     m_dismissIfUnfocused.setInterval(120);
     connect(&m_dismissIfUnfocused, &QTimer::timeout, this, [this] {
@@ -100,7 +108,7 @@ QuickViews::QuickViews(PanelHost& host, const Appearance& appearance)
 
 QuickViews::~QuickViews() = default;
 
-std::unique_ptr<QQuickWindow> QuickViews::make(const QString& file, const QVariantMap& properties) {
+std::unique_ptr<QQuickWindow> QuickViews::createWindow(const QString& file, const QVariantMap& properties) {
     QQmlComponent component(&m_engine, QUrl(u"qrc:/tunedeck/qml/Tunedeck/Views/"_s + file));
     if (component.isError()) {
         qFatal("%s", qPrintable(component.errorString()));
@@ -115,10 +123,10 @@ std::unique_ptr<QQuickWindow> QuickViews::make(const QString& file, const QVaria
     return std::unique_ptr<QQuickWindow>(window);
 }
 
-void QuickViews::followPresence(QQuickWindow& window) {
-    // Said once for each coming and each going, whatever the desktop reports in between.
+void QuickViews::reportPresence(QQuickWindow& window) {
+    // Once per change, whatever visibilities the window system reports in between.
     connect(&window, &QWindow::visibilityChanged, this, [this, &window, present = false]() mutable {
-        if (seen(&window) != present) {
+        if (isOnScreen(&window) != present) {
             present = !present;
             present ? m_host.actions().panelAppeared() : m_host.actions().panelDisappeared();
         }
@@ -126,21 +134,21 @@ void QuickViews::followPresence(QQuickWindow& window) {
 }
 
 void QuickViews::showPopover(const QRect& anchor) {
-    // The click on the icon that has just closed the panel doesn't open it again.
-    constexpr int oneClick = 300;
-    const bool sameClick = m_dismissed.isValid() && m_dismissed.elapsed() < oneClick &&
+    // A click on the icon of the open popover first dismisses it by taking the focus: don't reopen it.
+    constexpr int clickMilliseconds = 300;
+    const bool sameClick = m_dismissed.isValid() && m_dismissed.elapsed() < clickMilliseconds &&
                            (anchor.isEmpty() || anchor.adjusted(-2, -2, 2, 2).contains(QCursor::pos()));
     m_dismissed.invalidate();
     if (sameClick) {
         return;
     }
     if (m_popover == nullptr) {
-        m_popover = make(u"Frames/Popover.qml"_s, {});
-        followPresence(*m_popover);
+        m_popover = createWindow(u"Frames/Popover.qml"_s, {});
+        reportPresence(*m_popover);
         m_popover->installEventFilter(this);
         connect(m_popover.get(), SIGNAL(wantedHeightChanged()), this, SLOT(wantedSizeChanged()));
         connect(m_popover.get(), SIGNAL(wantedWidthChanged()), this, SLOT(wantedSizeChanged()));
-        connect(m_popover.get(), SIGNAL(dismissed()), this, SLOT(popoverDismissed()));
+        connect(m_popover.get(), SIGNAL(dismissed()), this, SLOT(closePopover()));
         connect(m_popover.get(), &QWindow::activeChanged, this,
                 [this] { m_popover->isActive() ? m_dismissIfUnfocused.stop() : m_dismissIfUnfocused.start(); });
     }
@@ -175,18 +183,14 @@ void QuickViews::dismissPopover() {
     closePopover();
 }
 
-void QuickViews::popoverDismissed() {
-    closePopover();
-}
-
 bool QuickViews::isPopoverShown() const {
     return m_popover != nullptr && m_popover->isVisible();
 }
 
 void QuickViews::showWindow() {
     if (m_window == nullptr) {
-        m_window = make(u"Frames/MainWindow.qml"_s, {});
-        followPresence(*m_window);
+        m_window = createWindow(u"Frames/MainWindow.qml"_s, {});
+        reportPresence(*m_window);
         connect(m_window.get(), SIGNAL(wantedHeightChanged()), this, SLOT(wantedSizeChanged()));
         connect(m_window.get(), SIGNAL(wantedWidthChanged()), this, SLOT(wantedSizeChanged()));
         sizeWindow();
@@ -197,23 +201,23 @@ void QuickViews::showWindow() {
 }
 
 void QuickViews::sizeWindow() {
-    if (m_window == nullptr || (m_followedHeight != 0 && m_window->height() != m_followedHeight)) {
+    if (m_window == nullptr || (m_autoHeight != 0 && m_window->height() != m_autoHeight)) {
         return;
     }
     const QSize wanted = wantedSize(*m_window);
     const QScreen* screen = m_window->screen();
     const double ratio = m_window->effectiveDevicePixelRatio();
-    constexpr int titleBarAndAir = 64;
-    constexpr int steps = 2; // within which steadyHeight finds one
+    constexpr int titleBarAndGap = 64;
+    constexpr int maxRounding = 2; // added by steadyHeight
     const int room = screen != nullptr
-                         ? steadyHeight(screen->availableGeometry().height() - titleBarAndAir - steps, ratio)
+                         ? steadyHeight(screen->availableGeometry().height() - titleBarAndGap - maxRounding, ratio)
                          : wanted.height();
-    m_followedHeight = std::max(m_window->minimumHeight(), std::min(wanted.height(), room));
-    m_window->resize(wanted.width(), m_followedHeight);
+    m_autoHeight = std::max(m_window->minimumHeight(), std::min(wanted.height(), room));
+    m_window->resize(wanted.width(), m_autoHeight);
     if (screen != nullptr && m_window->isVisible()) {
-        // What has grown beyond the lower edge goes up.
+        // Move a window up that has grown beyond the lower edge.
         const QRect free = screen->availableGeometry().marginsRemoved(m_window->frameMargins());
-        const int lowest = std::max(free.top(), free.bottom() + 1 - m_followedHeight);
+        const int lowest = std::max(free.top(), free.bottom() + 1 - m_autoHeight);
         if (m_window->y() > lowest) {
             m_window->setY(lowest);
         }
@@ -221,14 +225,14 @@ void QuickViews::sizeWindow() {
 }
 
 bool QuickViews::isWindowShown() const {
-    return seen(m_window.get());
+    return isOnScreen(m_window.get());
 }
 
 void QuickViews::wantedSizeChanged() {
     if (sender() == m_popover.get() && isPopoverShown()) {
         placePopover();
     } else if (sender() == m_window.get()) {
-        // Once a height comes to rest; an opening group passes through many.
+        // Delayed until the height is stable: an expanding group animates it.
         m_resize.start();
     }
 }
@@ -236,11 +240,8 @@ void QuickViews::wantedSizeChanged() {
 void QuickViews::showOnboarding(OnboardingActions& actions) {
     m_onboardingAdapter.setActions(&actions);
     if (m_onboarding == nullptr) {
-        m_onboarding = make(u"FirstRun/OnboardingWindow.qml"_s, {});
-        const QSize size = wantedSize(*m_onboarding);
-        m_onboarding->setMinimumSize(size);
-        m_onboarding->setMaximumSize(size);
-        m_onboarding->resize(size);
+        m_onboarding = createWindow(u"FirstRun/OnboardingWindow.qml"_s, {});
+        setFixedSize(*m_onboarding);
         centre(*m_onboarding);
         connect(m_onboarding.get(), &QWindow::visibleChanged, this, [this](bool visible) {
             auto& shown = *m_onboardingAdapter.actions();
@@ -252,7 +253,7 @@ void QuickViews::showOnboarding(OnboardingActions& actions) {
 
 void QuickViews::closeOnboarding() {
     if (QQuickWindow* const window = m_onboarding.release()) {
-        // Often asked for by a button of that very window.
+        // Delete later: a button of this window may be the caller.
         window->hide();
         window->deleteLater();
         m_onboardingAdapter.setActions(nullptr);
@@ -260,40 +261,34 @@ void QuickViews::closeOnboarding() {
 }
 
 void QuickViews::confirm(const Confirmation& question, std::function<void(bool confirmed)> answer) {
-    // A second press of the same control, by a screen reader that no window can hold back.
-    if (std::ranges::any_of(m_questions, [&](const Question& asked) { return asked.words == question; })) {
+    // A repeated press of the same control: assistive technology isn't blocked by the modal dialog.
+    if (std::ranges::any_of(m_questions, [&](const Question& asked) { return asked.confirmation == question; })) {
         answer(false);
         return;
     }
     m_questions.push_back({question, std::move(answer)});
     if (m_dialog == nullptr) {
-        askNext();
+        askNextQuestion();
     }
 }
 
-void QuickViews::askNext() {
+void QuickViews::askNextQuestion() {
     if (m_questions.empty()) {
         return;
     }
-    const Confirmation& words = m_questions.front().words;
-    m_dialog = make(u"Frames/ConfirmDialog.qml"_s, {{u"message"_s, words.message},
-                                                    {u"informativeText"_s, words.informativeText},
-                                                    {u"confirmLabel"_s, words.confirmButton},
-                                                    {u"cancelLabel"_s, words.cancelButton},
-                                                    {u"warning"_s, words.warning}});
+    const Confirmation& question = m_questions.front().confirmation;
+    m_dialog = createWindow(u"Frames/ConfirmDialog.qml"_s, {{u"message"_s, question.message},
+                                                            {u"informativeText"_s, question.informativeText},
+                                                            {u"confirmLabel"_s, question.confirmButton},
+                                                            {u"cancelLabel"_s, question.cancelButton},
+                                                            {u"warning"_s, question.warning}});
     connect(m_dialog.get(), SIGNAL(answered(bool)), this, SLOT(answered(bool)));
-    QQuickWindow* const over = isPopoverShown() ? m_popover.get() : seen(m_window.get()) ? m_window.get() : nullptr;
-    const QSize size = wantedSize(*m_dialog);
-    m_dialog->setMinimumSize(size);
-    m_dialog->setMaximumSize(size);
-    QRect place(QPoint(), size);
-    if (over != nullptr) {
-        m_dialog->setTransientParent(over);
-        place.moveCenter(over->geometry().center());
-    } else if (const QScreen* screen = m_dialog->screen()) {
-        place.moveCenter(screen->availableGeometry().center());
-    }
-    m_dialog->setGeometry(place);
+    QQuickWindow* const over = isPopoverShown()             ? m_popover.get()
+                               : isOnScreen(m_window.get()) ? m_window.get()
+                                                            : nullptr;
+    setFixedSize(*m_dialog);
+    m_dialog->setTransientParent(over);
+    centre(*m_dialog, over);
     bringToFront(*m_dialog);
 }
 
@@ -310,12 +305,12 @@ void QuickViews::answered(bool confirmed) {
     if (over != nullptr && over->isVisible()) {
         over->requestActivate();
     }
-    askNext();
+    askNextQuestion();
     answer(confirmed);
 }
 
 void QuickViews::setAppearance(const Appearance& appearance) {
-    m_surroundings.setAppearance(appearance);
+    m_style.setAppearance(appearance);
 }
 
 bool QuickViews::eventFilter(QObject* watched, QEvent* event) {

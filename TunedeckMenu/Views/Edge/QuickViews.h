@@ -4,7 +4,7 @@
 #include "TunedeckMenu/Panel/PanelViews.h"
 #include "TunedeckMenu/Views/Edge/OnboardingAdapter.h"
 #include "TunedeckMenu/Views/Edge/PanelAdapter.h"
-#include "TunedeckMenu/Views/Edge/Surroundings.h"
+#include "TunedeckMenu/Views/Edge/SystemStyle.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -17,7 +17,7 @@
 
 namespace tunedeck {
 
-/// The windows: the panel at the icon, the panel in a window of its own, the first-run window and the questions.
+/// The windows: popover, main window, first-run window and confirmation dialogs.
 class QuickViews final : public QObject, public PanelViews {
     Q_OBJECT
 public:
@@ -26,7 +26,7 @@ public:
 
     void setContent(const PanelContent& content) override { m_panelAdapter.setContent(content); }
     void showPopover(const QRect& anchor) override;
-    void closePopover() override;
+    Q_SLOT void closePopover() override;
     [[nodiscard]] bool isPopoverShown() const override;
     void showWindow() override;
     [[nodiscard]] bool isWindowShown() const override;
@@ -40,35 +40,34 @@ public:
 
 private:
     struct Question {
-        Confirmation words;
+        Confirmation confirmation;
         std::function<void(bool)> answer;
     };
 
-    std::unique_ptr<QQuickWindow> make(const QString& file, const QVariantMap& properties);
-    void followPresence(QQuickWindow& window);
+    std::unique_ptr<QQuickWindow> createWindow(const QString& file, const QVariantMap& properties);
+    void reportPresence(QQuickWindow& window);
     void placePopover();
     void dismissPopover();
     void sizeWindow();
-    void askNext();
+    void askNextQuestion();
     Q_SLOT void wantedSizeChanged();
-    Q_SLOT void popoverDismissed();
     Q_SLOT void answered(bool confirmed);
 
     PanelHost& m_host;
     QQmlEngine m_engine;
-    // The engine's own, by which QML sees them.
-    Surroundings& m_surroundings;
+    // Owned by the engine, whose QML sees them as singletons.
+    SystemStyle& m_style;
     PanelAdapter& m_panelAdapter;
     OnboardingAdapter& m_onboardingAdapter;
     QIcon m_icon;
     std::unique_ptr<QQuickWindow> m_popover;
     QRect m_anchor;
-    QElapsedTimer m_dismissed; ///< since the popover closed because the user turned elsewhere
+    QElapsedTimer m_dismissed; ///< since the popover lost the focus or a click outside closed it
     QTimer m_grabIfUnfocused;
     QTimer m_dismissIfUnfocused;
     std::unique_ptr<QQuickWindow> m_window;
     QTimer m_resize;
-    int m_followedHeight = 0; ///< what the window got from its content; another height is the user's own
+    int m_autoHeight = 0; ///< set from the content; a different height was chosen by the user
     std::unique_ptr<QQuickWindow> m_onboarding;
     std::unique_ptr<QQuickWindow> m_dialog;
     std::deque<Question> m_questions;

@@ -7,7 +7,7 @@
 
 #include <QtQml/qqml.h>
 
-/// Makes the panel's values known to QML, which the panel itself knows nothing of.
+/// Registers the panel's types for QML; the panel's own headers don't depend on QML.
 namespace tunedeck::qml {
 
 namespace LookForeign {
@@ -16,85 +16,30 @@ QML_FOREIGN_NAMESPACE(tunedeck::look)
 QML_NAMED_ELEMENT(Look)
 } // namespace LookForeign
 
-struct PanelActionsForeign {
-    Q_GADGET
-    QML_FOREIGN(tunedeck::PanelActions)
-    QML_ANONYMOUS
-};
-struct OnboardingActionsForeign {
-    Q_GADGET
-    QML_FOREIGN(tunedeck::OnboardingActions)
-    QML_ANONYMOUS
-};
-struct HeaderViewForeign {
-    Q_GADGET
-    QML_FOREIGN(tunedeck::HeaderView)
-    QML_VALUE_TYPE(headerView)
-};
-struct TextCardViewForeign {
-    Q_GADGET
-    QML_FOREIGN(tunedeck::TextCardView)
-    QML_VALUE_TYPE(textCardView)
-};
-struct NotRunningViewForeign {
-    Q_GADGET
-    QML_FOREIGN(tunedeck::NotRunningView)
-    QML_VALUE_TYPE(notRunningView)
-};
-struct RecentViewForeign {
-    Q_GADGET
-    QML_FOREIGN(tunedeck::RecentView)
-    QML_VALUE_TYPE(recentView)
-};
-struct ToolsNoticeViewForeign {
-    Q_GADGET
-    QML_FOREIGN(tunedeck::ToolsNoticeView)
-    QML_VALUE_TYPE(toolsNoticeView)
-};
-struct BannerViewForeign {
-    Q_GADGET
-    QML_FOREIGN(tunedeck::BannerView)
-    QML_VALUE_TYPE(bannerView)
-};
-struct LinkMenuViewForeign {
-    Q_GADGET
-    QML_FOREIGN(tunedeck::LinkMenuView)
-    QML_VALUE_TYPE(linkMenuView)
-};
-struct TelegramPairingViewForeign {
-    Q_GADGET
-    QML_FOREIGN(tunedeck::TelegramPairingView)
-    QML_VALUE_TYPE(telegramPairingView)
-};
-struct AssistantsViewForeign {
-    Q_GADGET
-    QML_FOREIGN(tunedeck::AssistantsView)
-    QML_VALUE_TYPE(assistantsView)
-};
-struct DownloadsViewForeign {
-    Q_GADGET
-    QML_FOREIGN(tunedeck::DownloadsView)
-    QML_VALUE_TYPE(downloadsView)
-};
-struct RekordboxViewForeign {
-    Q_GADGET
-    QML_FOREIGN(tunedeck::RekordboxView)
-    QML_VALUE_TYPE(rekordboxView)
-};
-struct AboutViewForeign {
-    Q_GADGET
-    QML_FOREIGN(tunedeck::AboutView)
-    QML_VALUE_TYPE(aboutView)
-};
-struct FooterViewForeign {
-    Q_GADGET
-    QML_FOREIGN(tunedeck::FooterView)
-    QML_VALUE_TYPE(footerView)
-};
-struct OnboardingContentForeign {
-    Q_GADGET
-    QML_FOREIGN(tunedeck::OnboardingContent)
-    QML_VALUE_TYPE(onboardingContent)
-};
+#define TUNEDECK_QML_TYPE(Type, REGISTRATION)                                                                          \
+    struct Type##Foreign {                                                                                             \
+        Q_GADGET                                                                                                       \
+        QML_FOREIGN(tunedeck::Type)                                                                                    \
+        REGISTRATION                                                                                                   \
+    };
+
+TUNEDECK_QML_TYPE(PanelActions, QML_ANONYMOUS)
+TUNEDECK_QML_TYPE(OnboardingActions, QML_ANONYMOUS)
+TUNEDECK_QML_TYPE(HeaderView, QML_VALUE_TYPE(headerView))
+TUNEDECK_QML_TYPE(TextCardView, QML_VALUE_TYPE(textCardView))
+TUNEDECK_QML_TYPE(NotRunningView, QML_VALUE_TYPE(notRunningView))
+TUNEDECK_QML_TYPE(RecentView, QML_VALUE_TYPE(recentView))
+TUNEDECK_QML_TYPE(ToolsNoticeView, QML_VALUE_TYPE(toolsNoticeView))
+TUNEDECK_QML_TYPE(BannerView, QML_VALUE_TYPE(bannerView))
+TUNEDECK_QML_TYPE(LinkMenuView, QML_VALUE_TYPE(linkMenuView))
+TUNEDECK_QML_TYPE(TelegramPairingView, QML_VALUE_TYPE(telegramPairingView))
+TUNEDECK_QML_TYPE(AssistantsView, QML_VALUE_TYPE(assistantsView))
+TUNEDECK_QML_TYPE(DownloadsView, QML_VALUE_TYPE(downloadsView))
+TUNEDECK_QML_TYPE(RekordboxView, QML_VALUE_TYPE(rekordboxView))
+TUNEDECK_QML_TYPE(AboutView, QML_VALUE_TYPE(aboutView))
+TUNEDECK_QML_TYPE(FooterView, QML_VALUE_TYPE(footerView))
+TUNEDECK_QML_TYPE(OnboardingContent, QML_VALUE_TYPE(onboardingContent))
+
+#undef TUNEDECK_QML_TYPE
 
 } // namespace tunedeck::qml

@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// Picks an assistant and shows how to reach this computer from it.
+/// Connects an assistant and shows how to set it up.
 Column {
     id: step
 
@@ -34,12 +34,8 @@ Column {
         visible: text !== ""
     }
 
-    Rectangle {
-        border.color: Theme.cardEdge
-        border.width: 1
-        color: Theme.card
+    Plate {
         height: link.implicitHeight + 24
-        radius: Theme.cardRadius
         visible: step.view.pasteText !== ""
         width: parent.width
 
@@ -93,12 +89,8 @@ Column {
         }
     }
 
-    Rectangle {
-        border.color: Theme.cardEdge
-        border.width: 1
-        color: Theme.card
+    Plate {
         height: pairing.implicitHeight + 28
-        radius: Theme.cardRadius
         visible: step.view.pairing.shown
         width: parent.width
 

@@ -1,21 +1,21 @@
 import QtQuick
 import Tunedeck.Views
 
-/// The page of the present step: its title, what it is about, and its own part.
+/// The page of the current step: title, text and the content of the step.
 Column {
     id: page
 
     readonly property onboardingContent view: Onboarding.content
     readonly property int step: view.step
-    readonly property real room: width - leftPadding - rightPadding
+    readonly property real contentWidth: width - leftPadding - rightPadding
 
     spacing: 14
 
-    onStepChanged: if (!Theme.still)
-        turn.restart()
+    onStepChanged: if (!Theme.reduceMotion)
+        fade.restart()
 
     NumberAnimation {
-        id: turn
+        id: fade
 
         duration: 220
         easing.type: Easing.OutQuad
@@ -31,7 +31,7 @@ Column {
         heading: true
         horizontalAlignment: Text.AlignHCenter
         text: page.view.title
-        width: page.room
+        width: page.contentWidth
     }
 
     Label {
@@ -39,11 +39,11 @@ Column {
         horizontalAlignment: Text.AlignHCenter
         lineHeight: 1.15
         text: page.view.text
-        width: page.room
+        width: page.contentWidth
     }
 
     Loader {
         source: ["ToolsStep.qml", "RekordboxStep.qml", "AssistantStep.qml"][page.step] ?? ""
-        width: page.room
+        width: page.contentWidth
     }
 }

@@ -1,19 +1,19 @@
 import QtQuick
 import Tunedeck.Views
 
-/// The first-run window: three steps, one page each.
+/// The first-run window.
 Window {
     id: window
 
     readonly property onboardingContent view: Onboarding.content
     readonly property string error: view.error
-    /// The last error, which is still there while it fades.
+    /// Still visible while it fades out.
     property string lastError
     readonly property real wantedHeight: Math.round(680 + (Theme.scale - 1) * 320)
     readonly property real wantedWidth: Math.round(500 + (Theme.scale - 1) * 240)
 
     color: Theme.window
-    // Closable, but nothing to be put away: the first run is either on the screen or over.
+    // Can be closed, but not minimized.
     flags: Qt.Window | Qt.CustomizeWindowHint | Qt.WindowTitleHint | Qt.WindowSystemMenuHint | Qt.WindowCloseButtonHint
     title: "Welcome to Tunedeck"
 
@@ -42,9 +42,6 @@ Window {
                 anchors.bottom: parent.bottom
                 anchors.bottomMargin: 8
                 anchors.horizontalCenter: parent.horizontalCenter
-                count: window.view.stepCount
-                current: window.view.step
-                label: window.view.stepLabel
             }
         }
 
@@ -58,9 +55,9 @@ Window {
 
             Accessible.name: window.view.title
 
-            // The good news is the last line: an error that takes its room doesn't hide it.
-            onReachChanged: if (window.view.connected)
-                scrollBy(reach)
+            // Keep the success message, the last line, visible when an error banner appears.
+            onMaximumOffsetChanged: if (window.view.connected)
+                scrollBy(maximumOffset)
 
             OnboardingPage {
                 id: sheet
@@ -80,7 +77,7 @@ Window {
             height: banner.active ? banner.implicitHeight + 12 : 0
             width: parent.width
 
-            Appearing {
+            FadeLoader {
                 id: banner
 
                 shown: window.error !== ""
@@ -97,7 +94,7 @@ Window {
             anchors.bottom: bar.top
             color: Theme.separator
             height: 1
-            visible: page.below || page.above
+            visible: page.canScrollDown || page.canScrollUp
             width: parent.width
         }
 

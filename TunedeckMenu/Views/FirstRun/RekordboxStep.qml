@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// What was found of Rekordbox, and the first backup of its library.
+/// The Rekordbox installation that was found, and the first backup of its library.
 Column {
     id: step
 
@@ -9,12 +9,8 @@ Column {
 
     spacing: 12
 
-    Rectangle {
-        border.color: Theme.cardEdge
-        border.width: 1
-        color: Theme.card
+    Plate {
         height: Math.round(48 * Theme.scale)
-        radius: Theme.cardRadius
         visible: found.text !== ""
         width: parent.width
 
@@ -66,7 +62,7 @@ Column {
         Symbol {
             id: shield
 
-            color: Theme.mark(step.view.baselineTone)
+            color: Theme.symbolColor(step.view.baselineTone)
             name: step.view.baselineSymbol
             size: Math.round(16 * Theme.scale)
             visible: name !== ""
@@ -83,7 +79,7 @@ Column {
             spacing: 4
 
             Label {
-                text: step.view.baselineBusy ? "" : step.view.baselineText
+                text: step.view.baselineText
                 width: parent.width
             }
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// One numbered step of setting up an assistant.
+/// A numbered instruction for setting up an assistant.
 Item {
     id: step
 

@@ -1,25 +1,24 @@
 import QtQuick
 import Tunedeck.Views
 
-/// One step: longer when it is the one on the screen.
+/// The dot of a step; the current one is longer.
 Rectangle {
     id: dot
 
     required property int index
-    property int current: 0
-    readonly property bool here: index === current
+    readonly property bool isCurrent: index === Onboarding.content.step
 
     antialiasing: true
-    color: here ? Theme.accentFill : Theme.tint(Theme.text, 0.2)
+    color: isCurrent ? Theme.accentFill : Theme.tint(Theme.text, 0.2)
     height: 8
     radius: 4
-    width: here ? 20 : 8
+    width: isCurrent ? 20 : 8
 
     Behavior on width  {
-        enabled: !Theme.still
+        enabled: !Theme.reduceMotion
 
         NumberAnimation {
-            duration: Theme.appear
+            duration: Theme.fadeDuration
             easing.type: Easing.OutQuad
         }
     }

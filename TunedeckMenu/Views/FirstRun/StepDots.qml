@@ -1,32 +1,17 @@
 import QtQuick
 import Tunedeck.Views
 
-/// Which of the steps this is.
-Item {
-    id: dots
-
-    required property int current
-    required property int count
-    required property string label
-
-    implicitHeight: 8
-    implicitWidth: row.implicitWidth
+/// Shows which of the steps is the current one.
+Row {
+    spacing: 7
 
     Accessible.role: Accessible.StaticText
-    Accessible.name: label
+    Accessible.name: Onboarding.content.stepLabel
 
-    StepRow {
-        id: row
+    Repeater {
+        model: Onboarding.content.stepCount
 
-        current: dots.current
-        spacing: 7
-
-        Repeater {
-            model: dots.count
-
-            StepDot {
-                current: (parent as StepRow).current
-            }
+        StepDot {
         }
     }
 }

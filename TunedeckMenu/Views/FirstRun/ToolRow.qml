@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// One tool and its state.
+/// A tool and its state.
 Item {
     id: row
 
@@ -16,7 +16,7 @@ Item {
         id: mark
 
         anchors.verticalCenter: parent.verticalCenter
-        color: Theme.mark(row.tone)
+        color: Theme.symbolColor(row.tone)
         name: row.symbol
         size: Math.round(16 * Theme.scale)
         x: 14
@@ -40,7 +40,7 @@ Item {
         anchors.rightMargin: 14
         anchors.verticalCenter: parent.verticalCenter
         caption: true
-        color: Theme.ink(row.tone)
+        color: Theme.textColor(row.tone)
         text: row.state
         wrapMode: Text.NoWrap
     }

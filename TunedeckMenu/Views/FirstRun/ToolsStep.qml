@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// The tools, each with its state, and a way to repair them.
+/// The tools with their states, and a button that repairs them.
 Column {
     id: step
 
@@ -15,12 +15,8 @@ Column {
         visible: text !== ""
     }
 
-    Rectangle {
-        border.color: Theme.cardEdge
-        border.width: 1
-        color: Theme.card
+    Plate {
         height: list.implicitHeight
-        radius: Theme.cardRadius
         visible: list.implicitHeight > 12
         width: parent.width
 

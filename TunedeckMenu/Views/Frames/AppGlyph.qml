@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// The application's own mark.
+/// The application's logo.
 Item {
     id: glyph
 

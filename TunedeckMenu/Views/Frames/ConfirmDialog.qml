@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// A question; Return takes the first button, Escape and closing the window take the second.
+/// A confirmation dialog. Return confirms, Escape and closing the window cancel.
 Window {
     id: window
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// The top of the panel: glyph, title and the service's state in one line; one element for a screen reader.
+/// The top of the panel: logo, title and the service's state; a single element for screen readers.
 Item {
     id: bar
 
@@ -29,14 +29,11 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         spacing: 1
 
-        Text {
-            color: Theme.text
+        PlainText {
             elide: Text.ElideRight
-            font.family: Theme.family
             font.pixelSize: Theme.titleSize
             font.weight: Font.DemiBold
             text: bar.view.title
-            textFormat: Text.PlainText
             width: parent.width
         }
 
@@ -49,24 +46,21 @@ Item {
                 tone: bar.view.tone
             }
 
-            Text {
+            PlainText {
                 id: status
 
                 color: Theme.secondary
                 elide: Text.ElideRight
-                font.family: Theme.family
-                font.pixelSize: Theme.captionSize
                 text: bar.view.status
-                textFormat: Text.PlainText
                 width: parent.width - 14
 
-                onTextChanged: if (!Theme.still)
+                onTextChanged: if (!Theme.reduceMotion)
                     fade.restart()
 
                 NumberAnimation on opacity  {
                     id: fade
 
-                    duration: Theme.appear
+                    duration: Theme.fadeDuration
                     from: 0.2
                     running: false
                     to: 1

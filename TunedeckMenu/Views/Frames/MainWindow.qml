@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// The panel in a window of its own; closing hides it.
+/// The panel in a separate window; closing hides it.
 Window {
     id: window
 

@@ -1,11 +1,11 @@
 import QtQuick
 import Tunedeck.Views
 
-/// The whole panel: header and footer stay in sight, the cards between them scroll when there is no room.
+/// The panel: a fixed header and footer, and between them the cards, which scroll if necessary.
 Rectangle {
     id: view
 
-    /// Above 0 in the window of its own, away from the icon.
+    /// Space above the header; 0 in the popover.
     property real topInset: 0
 
     color: Theme.window
@@ -56,7 +56,7 @@ Rectangle {
         anchors.top: cards.top
         color: Theme.separator
         height: 1
-        visible: cards.above
+        visible: cards.canScrollUp
         width: parent.width
     }
 
@@ -67,7 +67,7 @@ Rectangle {
         height: line.active ? line.implicitHeight + Theme.margin : 0
         width: parent.width
 
-        Appearing {
+        FadeLoader {
             id: line
 
             shown: Panel.banner.shown

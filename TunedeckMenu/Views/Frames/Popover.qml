@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// The panel at the icon. The application places it and closes it.
+/// The panel at the tray icon; positioned and closed from C++.
 Window {
     id: window
 

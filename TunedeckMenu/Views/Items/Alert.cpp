@@ -20,8 +20,8 @@ void Alert::componentComplete() {
 }
 
 void Alert::announce() {
-    // Once it is in its window and its name follows the text. Qt 6.4 tells the desktop nothing of an alert as such:
-    // a screen reader hears of one by its coming into sight.
+    // Queued: first the item must be in its window and its name updated. Qt 6.4 doesn't forward Alert events to AT-SPI,
+    // but screen readers also react to an alert that is shown.
     QMetaObject::invokeMethod(
         this,
         [this] {

@@ -6,7 +6,7 @@
 
 namespace tunedeck {
 
-/// Words that are read out to the user of a screen reader as soon as they are there, wherever the keyboard is.
+/// Makes screen readers read out its text as soon as it appears or changes, wherever the focus is.
 class Alert : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT

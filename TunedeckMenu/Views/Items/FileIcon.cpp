@@ -1,6 +1,6 @@
 #include "TunedeckMenu/Views/Items/FileIcon.h"
 
-#include "TunedeckMenu/Views/Edge/Surroundings.h"
+#include "TunedeckMenu/Views/Edge/SystemStyle.h"
 
 #include <QPainter>
 #include <QQmlEngine>
@@ -10,21 +10,21 @@ namespace tunedeck {
 
 void FileIcon::componentComplete() {
     QQuickPaintedItem::componentComplete();
-    find();
+    load();
 }
 
 void FileIcon::setPath(const QString& path) {
     if (m_path != path) {
         m_path = path;
-        find();
+        load();
     }
 }
 
-void FileIcon::find() {
+void FileIcon::load() {
     QQmlEngine* const engine = qmlEngine(this);
     if (isComponentComplete() && engine != nullptr) {
-        m_icon = m_path.isEmpty() ? QIcon() : Surroundings::create(engine, nullptr)->fileIcon(m_path);
-        // A desktop without an icon theme hands out icons of nothing.
+        m_icon = m_path.isEmpty() ? QIcon() : SystemStyle::create(engine, nullptr)->fileIcon(m_path);
+        // Without an icon theme the desktop returns icons that are not null but empty.
         if (m_icon.availableSizes().isEmpty() && m_icon.pixmap(32).isNull()) {
             m_icon = {};
         }

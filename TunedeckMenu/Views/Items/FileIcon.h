@@ -17,7 +17,7 @@ public:
     void componentComplete() override;
     [[nodiscard]] QString path() const { return m_path; }
     void setPath(const QString& path);
-    /// Whether the desktop has an icon for it.
+    /// Whether the desktop provides an icon for the path.
     [[nodiscard]] bool isKnown() const { return !m_icon.isNull(); }
     void paint(QPainter* painter) override;
 
@@ -25,7 +25,7 @@ Q_SIGNALS:
     void pathChanged();
 
 private:
-    void find();
+    void load();
 
     QString m_path;
     QIcon m_icon;

@@ -7,7 +7,7 @@ namespace tunedeck {
 
 void GlyphPlate::paint(QPainter* painter) {
     painter->setRenderHint(QPainter::Antialiasing);
-    // The last point below is the shadow's.
+    // The lowest point is for the shadow.
     const QRectF plate = boundingRect().adjusted(0, 0, 0, -1);
     const double radius = plate.width() * 8 / 34;
     painter->setPen(Qt::NoPen);

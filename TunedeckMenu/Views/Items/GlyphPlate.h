@@ -5,8 +5,8 @@
 
 namespace tunedeck {
 
-/// The coloured plate of the application's mark, one point higher than wide for its shadow. Painted, because the
-/// software renderer gives the corners of a gradient no smooth edge.
+/// The gradient background of the application's logo, one point higher than wide for the shadow. Painted here because
+/// the software renderer doesn't antialias the rounded corners of a gradient.
 class GlyphPlate : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT

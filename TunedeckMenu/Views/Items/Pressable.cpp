@@ -1,60 +1,12 @@
 #include "TunedeckMenu/Views/Items/Pressable.h"
 
+#include "TunedeckMenu/Views/Items/HintLayer.h"
+
 #include <QAccessible>
-#include <QGuiApplication>
-#include <QQuickWindow>
+
+#include <utility>
 
 namespace tunedeck {
-
-namespace {
-
-HintLayer* layerOf(const QQuickItem& item) {
-    return item.window() != nullptr ? item.window()->contentItem()->findChild<HintLayer*>() : nullptr;
-}
-
-} // namespace
-
-HintArea::HintArea(QQuickItem* parent) : QQuickItem(parent) {
-    setAcceptHoverEvents(true);
-}
-
-void HintArea::setHint(const QString& hint) {
-    if (m_hint != hint) {
-        m_hint = hint;
-        Q_EMIT hintChanged();
-        if (HintLayer* layer = m_hovered ? layerOf(*this) : nullptr) {
-            layer->show(this);
-        }
-    }
-}
-
-void HintArea::hoverEnterEvent(QHoverEvent* event) {
-    QQuickItem::hoverEnterEvent(event);
-    setHovered(true);
-}
-
-void HintArea::hoverLeaveEvent(QHoverEvent* event) {
-    QQuickItem::hoverLeaveEvent(event);
-    setHovered(false);
-}
-
-void HintArea::itemChange(ItemChange change, const ItemChangeData& data) {
-    if (change == ItemSceneChange || (change == ItemVisibleHasChanged && !data.boolValue)) {
-        setHovered(false);
-    }
-    QQuickItem::itemChange(change, data);
-}
-
-void HintArea::setHovered(bool hovered) {
-    if (m_hovered == hovered) {
-        return;
-    }
-    m_hovered = hovered;
-    Q_EMIT hoveredChanged();
-    if (HintLayer* layer = layerOf(*this)) {
-        hovered ? layer->show(this) : layer->leave(this);
-    }
-}
 
 Pressable::Pressable(QQuickItem* parent) : HintArea(parent) {
     setAcceptedMouseButtons(Qt::LeftButton);
@@ -64,7 +16,7 @@ Pressable::Pressable(QQuickItem* parent) : HintArea(parent) {
 void Pressable::setUsable(bool usable) {
     if (m_usable != usable) {
         m_usable = usable;
-        m_byKey = false;
+        m_spaceHeld = false;
         setPressed(false);
         setActiveFocusOnTab(usable);
         Q_EMIT usableChanged();
@@ -123,8 +75,8 @@ void Pressable::mousePressEvent(QMouseEvent* event) {
         return;
     }
     setPressed(true);
-    if (HintLayer* layer = layerOf(*this)) {
-        layer->leave(this);
+    if (HintLayer* layer = HintLayer::of(*this)) {
+        layer->hide(this);
     }
 }
 
@@ -147,8 +99,8 @@ void Pressable::mouseUngrabEvent() {
 void Pressable::keyPressEvent(QKeyEvent* event) {
     const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
     if (plain && event->key() == Qt::Key_Space) {
-        m_byKey = isUsable();
-        setPressed(m_byKey);
+        m_spaceHeld = isUsable();
+        setPressed(m_spaceHeld);
     } else if (plain && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
         if (!event->isAutoRepeat()) {
             activate();
@@ -163,7 +115,7 @@ void Pressable::keyReleaseEvent(QKeyEvent* event) {
         event->ignore();
         return;
     }
-    if (!event->isAutoRepeat() && std::exchange(m_byKey, false)) {
+    if (!event->isAutoRepeat() && std::exchange(m_spaceHeld, false)) {
         setPressed(false);
         activate();
     }
@@ -180,25 +132,10 @@ void Pressable::focusInEvent(QFocusEvent* event) {
 
 void Pressable::focusOutEvent(QFocusEvent* event) {
     QQuickItem::focusOutEvent(event);
-    m_byKey = false;
+    m_spaceHeld = false;
     setPressed(false);
     m_focusWasShown = m_focusShown;
     setFocusShown(false);
-}
-
-void HintLayer::show(HintArea* area) {
-    m_area = area;
-    m_text = area->hint();
-    m_target = mapRectFromItem(area, area->boundingRect());
-    Q_EMIT changed();
-}
-
-void HintLayer::leave(const HintArea* area) {
-    if (m_area == area) {
-        m_area = nullptr;
-        m_text.clear();
-        Q_EMIT changed();
-    }
 }
 
 } // namespace tunedeck

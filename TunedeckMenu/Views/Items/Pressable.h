@@ -1,41 +1,13 @@
 #pragma once
 
-#include <QQuickItem>
+#include "TunedeckMenu/Views/Items/HintArea.h"
+
 #include <QtQml/qqmlregistration.h>
 
 namespace tunedeck {
 
-/// An area that has something to say while the pointer rests on it: a control's help, a text that was cut.
-class HintArea : public QQuickItem {
-    Q_OBJECT
-    QML_ELEMENT
-    Q_PROPERTY(QString hint READ hint WRITE setHint NOTIFY hintChanged)
-    Q_PROPERTY(bool hovered READ isHovered NOTIFY hoveredChanged)
-public:
-    explicit HintArea(QQuickItem* parent = nullptr);
-
-    [[nodiscard]] QString hint() const { return m_hint; }
-    void setHint(const QString& hint);
-    [[nodiscard]] bool isHovered() const { return m_hovered; }
-
-Q_SIGNALS:
-    void hintChanged();
-    void hoveredChanged();
-
-protected:
-    void hoverEnterEvent(QHoverEvent* event) override;
-    void hoverLeaveEvent(QHoverEvent* event) override;
-    void itemChange(ItemChange change, const ItemChangeData& data) override;
-
-private:
-    void setHovered(bool hovered);
-
-    QString m_hint;
-    bool m_hovered = false;
-};
-
-/// Everything that can be pressed, by mouse, keyboard or a screen reader; what it looks like is its children's affair.
-/// While it isn't usable none of the three does anything, but it says its hint, and keeps the keyboard if it has it.
+/// Base of all controls: can be pressed by mouse, keyboard and assistive technology; its children draw it. An unusable
+/// one ignores presses but still shows its hint and keeps the focus.
 class Pressable : public tunedeck::HintArea {
     Q_OBJECT
     QML_ELEMENT
@@ -49,11 +21,11 @@ class Pressable : public tunedeck::HintArea {
 public:
     explicit Pressable(QQuickItem* parent = nullptr);
 
-    /// Whether it can be pressed. Not the item's own `enabled`, which would take its tooltip along.
+    /// Whether it can be pressed. Separate from QQuickItem's `enabled`, which would also disable the tooltip.
     [[nodiscard]] bool isUsable() const { return m_usable && isEnabled(); }
     void setUsable(bool usable);
     [[nodiscard]] bool isPressed() const { return m_pressed; }
-    /// It has the focus and came by it through the keyboard.
+    /// Whether it has the focus and got it by keyboard.
     [[nodiscard]] bool isFocusShown() const { return m_focusShown; }
     [[nodiscard]] bool isCheckable() const { return m_checkable; }
     [[nodiscard]] bool isChecked() const { return m_checked; }
@@ -62,12 +34,8 @@ public:
     [[nodiscard]] bool isExpanded() const { return m_expanded; }
     void setExpanded(bool expanded);
 
-    /// Presses it, as a screen reader does.
+    /// Emits clicked() if it is usable and visible.
     void activate();
-
-    /// Tells the desktop's accessibility more of such items than the attached properties can: that one is disabled, and
-    /// that one opens. Once per process, before the first window.
-    static void installAccessibility();
 
 Q_SIGNALS:
     void clicked();
@@ -92,36 +60,13 @@ private:
 
     bool m_usable = true;
     bool m_pressed = false;
-    bool m_byKey = false;
+    bool m_spaceHeld = false;
     bool m_focusShown = false;
-    bool m_focusWasShown = false; ///< when the window lost the keyboard
+    bool m_focusWasShown = false; ///< when the window was deactivated
     bool m_checkable = false;
     bool m_checked = false;
     bool m_expandable = false;
     bool m_expanded = false;
-};
-
-/// Shows the hint of the area under the pointer; one in each window, above everything else. The QML side draws it.
-class HintLayer : public QQuickItem {
-    Q_OBJECT
-    QML_ELEMENT
-    Q_PROPERTY(QString text READ text NOTIFY changed)
-    Q_PROPERTY(QRectF target READ target NOTIFY changed)
-public:
-    using QQuickItem::QQuickItem;
-    [[nodiscard]] QString text() const { return m_text; }
-    /// Where the area is, in this layer's coordinates.
-    [[nodiscard]] QRectF target() const { return m_target; }
-    void show(HintArea* area);
-    void leave(const HintArea* area);
-
-Q_SIGNALS:
-    void changed();
-
-private:
-    const HintArea* m_area = nullptr;
-    QString m_text;
-    QRectF m_target;
 };
 
 } // namespace tunedeck

@@ -1,4 +1,5 @@
-// Qt 6.4 tells accessibility nothing of a disabled or expanded item, and lets a disabled one be pressed.
+#include "TunedeckMenu/Views/Items/PressableAccess.h"
+
 #include "TunedeckMenu/Views/Items/Pressable.h"
 
 #include <QAccessible>
@@ -50,7 +51,7 @@ QAccessibleInterface* make(const QString&, QObject* object) {
 
 } // namespace
 
-void Pressable::installAccessibility() {
+void installPressableAccess() {
     QAccessible::installFactory(make);
 }
 

@@ -7,7 +7,7 @@
 
 namespace tunedeck {
 
-/// Draws the QR code of a text, each module a whole number of the screen's own pixels.
+/// Draws the QR code of a text; each module is a whole number of device pixels.
 class QRCodeItem : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
@@ -17,7 +17,7 @@ public:
     using QQuickPaintedItem::QQuickPaintedItem;
     [[nodiscard]] QString text() const { return m_text; }
     void setText(const QString& text);
-    /// Whether the text has a code; a text that is too long has none.
+    /// False if there is no text or it is too long for a QR code.
     [[nodiscard]] bool isDrawable() const { return m_code.has_value(); }
     void paint(QPainter* painter) override;
 

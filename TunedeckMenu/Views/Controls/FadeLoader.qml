@@ -1,9 +1,9 @@
 import QtQuick
 import Tunedeck.Views
 
-/// Comes and goes with a fade, and grows a little where motion is welcome. There is nothing of it while it isn't shown.
+/// Fades its content in and out, with a slight zoom unless motion is reduced. Loaded only while it is visible.
 Loader {
-    id: appearing
+    id: loader
 
     property bool shown: false
 
@@ -14,21 +14,21 @@ Loader {
 
     states: State {
         name: "shown"
-        when: appearing.shown
+        when: loader.shown
 
         PropertyChanges {
-            appearing.opacity: 1
+            loader.opacity: 1
         }
     }
     transitions: Transition {
-        enabled: appearing.Window.window !== null && appearing.Window.window.visible
+        enabled: loader.Window.window !== null && loader.Window.window.visible
 
         NumberAnimation {
-            duration: Theme.appear
+            duration: Theme.fadeDuration
             easing.type: Easing.OutQuad
             property: "opacity"
         }
     }
 
-    scale: Theme.still ? 1 : 0.98 + 0.02 * opacity
+    scale: Theme.reduceMotion ? 1 : 0.98 + 0.02 * opacity
 }

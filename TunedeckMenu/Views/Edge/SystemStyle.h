@@ -11,8 +11,8 @@
 
 namespace tunedeck {
 
-/// What the looks follow from outside: the desktop's appearance, its font and its file icons.
-class Surroundings : public QObject {
+/// The desktop's settings that the views follow: appearance, font, text size and file icons.
+class SystemStyle : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
@@ -21,16 +21,15 @@ class Surroundings : public QObject {
     Q_PROPERTY(QString fontFamily READ fontFamily NOTIFY fontChanged)
     Q_PROPERTY(double textScale READ textScale NOTIFY fontChanged)
 public:
-    /// Belongs to `engine`, whose windows follow it.
-    explicit Surroundings(QQmlEngine& engine);
-    /// The one of that engine.
-    static Surroundings* create(QQmlEngine* engine, QJSEngine*);
+    /// Becomes a child of `engine`, where create() finds it.
+    explicit SystemStyle(QQmlEngine& engine);
+    static SystemStyle* create(QQmlEngine* engine, QJSEngine*);
 
     [[nodiscard]] bool dark() const { return m_appearance.dark; }
     [[nodiscard]] bool reduceMotion() const { return m_appearance.reduceMotion; }
-    /// The desktop's interface font; Inter when the desktop names none of its own and Inter is there.
+    /// Family of the desktop's interface font; Inter, if installed, when none is configured.
     [[nodiscard]] QString fontFamily() const { return m_family; }
-    /// 1 to 1.5: how much larger than usual the desktop's text is.
+    /// 1 to 1.5: size of the desktop's text relative to the usual one.
     [[nodiscard]] double textScale() const { return m_scale; }
 
     void setAppearance(const Appearance& appearance);

@@ -1,0 +1,57 @@
+#include "TunedeckMenu/Views/Edge/SystemStyle.h"
+
+#include <QEvent>
+#include <QFontDatabase>
+#include <QFontInfo>
+#include <QGuiApplication>
+
+#include <algorithm>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace tunedeck {
+
+SystemStyle::SystemStyle(QQmlEngine& engine) : QObject(&engine) {
+    QJSEngine::setObjectOwnership(this, QJSEngine::CppOwnership);
+    readFont();
+    qGuiApp->installEventFilter(this);
+}
+
+SystemStyle* SystemStyle::create(QQmlEngine* engine, QJSEngine*) {
+    return engine->findChild<SystemStyle*>(QString(), Qt::FindDirectChildrenOnly);
+}
+
+void SystemStyle::setAppearance(const Appearance& appearance) {
+    if (m_appearance != appearance) {
+        m_appearance = appearance;
+        Q_EMIT appearanceChanged();
+    }
+}
+
+bool SystemStyle::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == qGuiApp && event->type() == QEvent::ApplicationFontChange) {
+        readFont();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void SystemStyle::readFont() {
+    const QFont font = QGuiApplication::font();
+    QString family = QFontInfo(font).family();
+    // fontconfig returns these when no font is configured.
+    const bool configured = family != u"DejaVu Sans"_s && family != u"Bitstream Vera Sans"_s && !family.isEmpty();
+    if (!configured && QFontDatabase::hasFamily(u"Inter"_s)) {
+        family = u"Inter"_s;
+    }
+    // Desktops default to 9 to 11 points; more than that is the user's choice.
+    constexpr double usualPixels = 11.0 * 96 / 72;
+    const double scale = std::clamp(std::round(QFontInfo(font).pixelSize() / usualPixels * 20) / 20, 1.0, 1.5);
+    if (family != m_family || scale != m_scale) {
+        m_family = family;
+        m_scale = scale;
+        Q_EMIT fontChanged();
+    }
+}
+
+} // namespace tunedeck

@@ -1,6 +1,0 @@
-import QtQuick
-
-/// The row that the steps' dots stand in.
-Row {
-    property int current: 0
-}
