@@ -13,34 +13,34 @@ namespace tunedeck::fuzz {
 
 namespace {
 
-/// Every document must be refused with a reason or be an object; gives whether it was accepted.
+/// Requires that a document is an object or is rejected with a reason.
 template<class Record>
-bool accepts(const std::expected<Record, json::Error>& record, bool isObject) {
-    require(record || !record.error().reason.isEmpty(), "a refusal gives a reason");
+void check(const std::expected<Record, json::Error>& record, bool isObject) {
+    require(record || !record.error().reason.isEmpty(), "a rejection has a reason");
     require(!record || isObject, "only an object is a document");
-    return record.has_value();
 }
 
 } // namespace
 
 void documents(const QByteArray& input) {
     const bool isObject = json::parseObject(input).has_value();
-    accepts(ServiceStatus::decode(input), isObject);
-    accepts(ToolboxReport::decode(input), isObject);
-    accepts(Appcast::decode(input), isObject);
-    accepts(CloudHealth::decode(input), isObject);
-    accepts(json::decode<AssistantLink>(input, json::Keys::AsWritten), isObject);
+    check(ServiceStatus::decode(input), isObject);
+    check(ToolboxReport::decode(input), isObject);
+    check(Appcast::decode(input), isObject);
+    check(CloudHealth::decode(input), isObject);
+    check(json::decode<AssistantLink>(input, json::Keys::AsWritten), isObject);
 }
 
 void jsonValues(const QByteArray& input) {
     const auto object = json::parseObject(input);
     if (!object) {
-        require(!object.error().reason.isEmpty(), "a refusal gives a reason");
+        require(!object.error().reason.isEmpty(), "a rejection has a reason");
         return;
     }
     for (const QByteArray& text : {json::compactText(*object), json::prettyText(*object)}) {
         const auto again = json::parseObject(text);
-        require(again && json::compactText(*again) == json::compactText(*object), "a written document reads as the same");
+        require(again && json::compactText(*again) == json::compactText(*object),
+                "a written document reads as the same");
     }
 }
 

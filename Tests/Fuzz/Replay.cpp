@@ -33,16 +33,15 @@ TEST_P(Corpus, BreaksNoPromise) {
         const QByteArray input = file.readAll();
         GetParam().run(input);
         for (qsizetype length = 0; length < input.size(); length += 1 + length / 16) {
-            GetParam().run(input.first(length)); // cut off, as a writer that dies leaves it
+            GetParam().run(input.first(length)); // truncated, as after a crash of the writer
         }
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, Corpus,
-                         testing::Values(Target{"base64", fuzz::base64}, Target{"documents", fuzz::documents},
-                                         Target{"jsonValues", fuzz::jsonValues}, Target{"mask", fuzz::mask},
-                                         Target{"propertyList", fuzz::propertyList}, Target{"semVer", fuzz::semVer},
-                                         Target{"timestamp", fuzz::timestamp},
+                         testing::Values(Target{"documents", fuzz::documents}, Target{"jsonValues", fuzz::jsonValues},
+                                         Target{"mask", fuzz::mask}, Target{"propertyList", fuzz::propertyList},
+                                         Target{"semVer", fuzz::semVer}, Target{"timestamp", fuzz::timestamp},
                                          Target{"tunnelConfig", fuzz::tunnelConfig},
                                          Target{"updateFeed", fuzz::updateFeed},
                                          Target{"zipArchive", fuzz::zipArchive}),

@@ -43,7 +43,7 @@ void semVer(const QByteArray& input) {
         const QString description = a->description();
         require(SemVer::parse(description) == a || description.back().isSpace(), "a version survives its text");
         const auto same = SemVer::parse(text.section(u'\n', 0, 0));
-        require(same && !(*same < *a) && !(*a < *same), "no version comes before itself");
+        require(same && !(*same < *a) && !(*a < *same), "no version precedes itself");
     }
     if (a && b) {
         require(!(*a < *b && *b < *a), "two versions have one order");

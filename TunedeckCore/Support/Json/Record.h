@@ -14,7 +14,6 @@
 #include <expected>
 #include <optional>
 #include <tuple>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -90,19 +89,11 @@ template<IsRecord Type>
 std::optional<Error> read(const Value& from, Type& to);
 
 template<class Type>
-std::optional<Error> readMember(const Object& from, QLatin1StringView name, Type& to) {
-    const auto* value = from.find(name);
-    return within(name, value != nullptr ? read(*value, to) : Error{.reason = QStringLiteral("is missing")});
+std::optional<Error> read(const Value& from, std::optional<Type>& to) {
+    return from.as<std::nullptr_t>() != nullptr ? std::nullopt : read(from, to.emplace(Type{}));
 }
 
-template<class Type>
-std::optional<Error> readMember(const Object& from, QLatin1StringView name, std::optional<Type>& to) {
-    const auto* value = from.find(name);
-    const bool isEmpty = value == nullptr || value->template as<std::nullptr_t>() != nullptr;
-    return isEmpty ? std::nullopt : within(name, read(*value, to.emplace(Type{})));
-}
-
-/// The declared members; with `internal` those for Audience::Internal.
+/// The members in `list` and `internal`.
 template<IsRecord Type>
 constexpr auto allMembers() {
     if constexpr (requires { Members<Type>::internal; }) {
@@ -120,7 +111,13 @@ std::optional<Error> read(const Value& from, Type& to) {
     }
     std::optional<Error> error;
     const auto succeeds = [&](const auto& member) {
-        error = readMember(*object, member.name, to.*member.pointer);
+        auto& target = to.*member.pointer;
+        const Value* value = object->find(member.name);
+        if (value != nullptr) {
+            error = within(member.name, read(*value, target));
+        } else if constexpr (!requires { target.has_value(); }) {
+            error = Error{member.name, QStringLiteral("is missing")};
+        }
         return !error;
     };
     std::apply([&](const auto&... members) { static_cast<void>((succeeds(members) && ...)); }, allMembers<Type>());
@@ -142,19 +139,24 @@ void write(Value& to, const std::vector<Type>& from, Audience audience) {
     to = std::move(array);
 }
 
+template<class Type>
+void write(Value& to, const std::optional<Type>& from, Audience audience) {
+    if (from) {
+        write(to, *from, audience);
+    }
+}
+
 template<IsRecord Type>
 void write(Value& to, const Type& from, Audience audience) {
     std::vector<Object::Member> members;
-    const auto writeMember = [&](QLatin1StringView name, const auto& value) {
-        if constexpr (requires { value.has_value(); }) {
-            if (value) {
-                write(members.emplace_back(name, nullptr).second, *value, audience);
-            }
-        } else {
-            write(members.emplace_back(name, nullptr).second, value, audience);
+    const auto writeMember = [&](const auto& member) {
+        Value value = nullptr;
+        write(value, from.*member.pointer, audience);
+        if (value.template as<std::nullptr_t>() == nullptr) {
+            members.emplace_back(member.name, std::move(value));
         }
     };
-    const auto writeAll = [&](const auto&... declared) { (writeMember(declared.name, from.*declared.pointer), ...); };
+    const auto writeAll = [&](const auto&... declared) { (writeMember(declared), ...); };
     audience == Audience::Internal ? std::apply(writeAll, allMembers<Type>())
                                    : std::apply(writeAll, Members<Type>::list);
     to = Object(std::move(members));
