@@ -1,266 +1,153 @@
 #include "TunedeckCore/Support/Files/PropertyList.h"
 
-#include "TunedeckCore/Support/Text/Time.h"
+#include <plist/plist.h>
 
-#include <QXmlStreamReader>
-
-#include <charconv>
-#include <cmath>
-#include <limits>
+#include <cstdlib>
+#include <memory>
 
 namespace tunedeck {
 
 namespace {
 
-constexpr int deepest = 64;
-constexpr qsizetype longest = 1024 * 1024;
+constexpr int maxDepth = 64;
+constexpr qsizetype maxSize = 1024 * 1024;
+constexpr qint64 dateEpoch = 978'307'200; // 2001-01-01, in seconds since 1970
 
-/// Reads values off the stream; an error is an empty result, and nothing is read after it.
-class Reader {
-public:
-    explicit Reader(const QByteArray& xml) : m_xml(xml) { m_xml.setNamespaceProcessing(false); }
+struct Free {
+    void operator()(void* memory) const { std::free(memory); }
+};
+struct FreeList {
+    void operator()(plist_t list) const { plist_free(list); }
+};
+using List = std::unique_ptr<void, FreeList>;
 
-    std::optional<PropertyDictionary> root() {
-        if (!nextElement() || m_xml.name() != u"plist" || !nextElement()) {
+std::optional<PropertyValue> fromNode(plist_t node, int depth);
+
+std::optional<PropertyValue> fromArray(plist_t node, int depth) {
+    PropertyArray array;
+    for (std::uint32_t i = 0; i < plist_array_get_size(node); ++i) {
+        auto value = fromNode(plist_array_get_item(node, i), depth + 1);
+        if (!value) {
             return std::nullopt;
         }
-        const auto value = this->value(0);
-        // Behind the root's end there must be the list's, and behind that nothing.
-        if (!value || nextElement() || !m_xml.isEndElement() || nextElement() || !m_xml.atEnd() || m_xml.hasError()) {
+        array.push_back(std::move(*value));
+    }
+    return PropertyValue(std::move(array));
+}
+
+std::optional<PropertyValue> fromDictionary(plist_t node, int depth) {
+    PropertyDictionary dictionary;
+    plist_dict_iter position = nullptr;
+    plist_dict_new_iter(node, &position);
+    const std::unique_ptr<void, Free> owner(position);
+    for (;;) {
+        char* key = nullptr;
+        plist_t item = nullptr;
+        plist_dict_next_item(node, position, &key, &item);
+        const std::unique_ptr<char, Free> keyOwner(key);
+        if (item == nullptr) {
+            return PropertyValue(std::move(dictionary));
+        }
+        auto value = fromNode(item, depth + 1);
+        if (!value) {
             return std::nullopt;
         }
-        const auto* dictionary = value->as<PropertyDictionary>();
-        return dictionary ? std::optional(*dictionary) : std::nullopt;
+        dictionary.insert_or_assign(QString::fromUtf8(key), std::move(*value));
     }
+}
 
-private:
-    /// Goes to the next start of an element. False at the end of the enclosing one, and at what has no place here.
-    bool nextElement() {
-        for (;;) {
-            switch (m_xml.readNext()) {
-            case QXmlStreamReader::StartElement:
-                return true;
-            case QXmlStreamReader::DTD:
-                // The usual line names a definition on the web. One that brings entities along wants them expanded.
-                if (!m_xml.entityDeclarations().isEmpty() || !m_xml.notationDeclarations().isEmpty()) {
-                    m_xml.raiseError();
-                }
-                break;
-            case QXmlStreamReader::StartDocument:
-            case QXmlStreamReader::Comment:
-            case QXmlStreamReader::ProcessingInstruction:
-                break;
-            case QXmlStreamReader::Characters:
-                if (!m_xml.isWhitespace()) {
-                    m_xml.raiseError();
-                }
-                break;
-            default:
-                return false;
-            }
-        }
-    }
-
-    /// The text of the present element, which may hold nothing else: a reference to an unknown entity is no text.
-    std::optional<QString> text() {
-        QString text;
-        for (;;) {
-            switch (m_xml.readNext()) {
-            case QXmlStreamReader::Characters:
-                text += m_xml.text();
-                break;
-            case QXmlStreamReader::Comment:
-            case QXmlStreamReader::ProcessingInstruction:
-                break;
-            case QXmlStreamReader::EndElement:
-                return text;
-            default:
-                return std::nullopt;
-            }
-        }
-    }
-
-    /// The value that the present element is, up to its end.
-    std::optional<PropertyValue> value(int depth) {
-        const auto type = m_xml.name().toString();
-        if (depth >= deepest) {
-            return std::nullopt;
-        }
-        if (type == u"dict") {
-            return dictionary(depth);
-        }
-        if (type == u"array") {
-            return array(depth);
-        }
-        const auto content = text();
-        return content ? scalar(type, *content) : std::nullopt;
-    }
-
-    std::optional<PropertyValue> dictionary(int depth) {
-        PropertyDictionary dictionary;
-        while (nextElement()) {
-            if (m_xml.name() != u"key") {
-                return std::nullopt;
-            }
-            const auto key = text();
-            if (!key || !nextElement()) {
-                return std::nullopt;
-            }
-            auto member = value(depth + 1);
-            if (!member) {
-                return std::nullopt;
-            }
-            dictionary.insert_or_assign(*key, std::move(*member));
-        }
-        return m_xml.hasError() ? std::nullopt : std::optional<PropertyValue>(std::move(dictionary));
-    }
-
-    std::optional<PropertyValue> array(int depth) {
-        PropertyArray array;
-        while (nextElement()) {
-            auto element = value(depth + 1);
-            if (!element) {
-                return std::nullopt;
-            }
-            array.push_back(std::move(*element));
-        }
-        return m_xml.hasError() ? std::nullopt : std::optional<PropertyValue>(std::move(array));
-    }
-
-    static std::optional<PropertyValue> scalar(const QString& type, const QString& content) {
-        bool valid = true;
-        if (type == u"string") {
-            return PropertyValue(content);
-        }
-        if ((type == u"true" || type == u"false") && content.isEmpty()) {
-            return PropertyValue(type == u"true");
-        }
-        if (type == u"integer") {
-            const std::int64_t number = content.trimmed().toLongLong(&valid, 10);
-            return valid ? std::optional<PropertyValue>(number) : std::nullopt;
-        }
-        if (type == u"real") {
-            const double number = content.trimmed().toDouble(&valid);
-            return valid ? std::optional<PropertyValue>(number) : std::nullopt;
-        }
-        if (type == u"date") {
-            const auto date = parseTimestamp(content.trimmed());
-            return date ? std::optional<PropertyValue>(*date) : std::nullopt;
-        }
-        if (type == u"data") {
-            auto base64 = content.toLatin1();
-            base64.removeIf(
-                [](char character) { return character == ' ' || (character >= '\t' && character <= '\r'); });
-            auto decoded = QByteArray::fromBase64Encoding(base64, QByteArray::AbortOnBase64DecodingErrors);
-            return decoded ? std::optional<PropertyValue>(std::move(decoded.decoded)) : std::nullopt;
-        }
+std::optional<PropertyValue> fromNode(plist_t node, int depth) {
+    if (depth >= maxDepth) {
         return std::nullopt;
     }
-
-    QXmlStreamReader m_xml;
-};
-
-QByteArray escaped(const QString& text) {
-    QString result;
-    for (const auto character : text) {
-        switch (character.unicode()) {
-        case u'&':
-            result += QStringLiteral("&amp;");
-            break;
-        case u'<':
-            result += QStringLiteral("&lt;");
-            break;
-        case u'>':
-            result += QStringLiteral("&gt;");
-            break;
-        case u'\r':
-            result += QStringLiteral("&#13;");
-            break; // a bare one would be read as a line feed
-        case u'\t':
-        case u'\n':
-            result += character;
-            break;
-        default:
-            // The other control characters have no form in XML.
-            result += character < u' ' || character == QChar(0xfffe) || character == QChar(0xffff)
-                          ? QChar(QChar::ReplacementCharacter)
-                          : character;
-        }
+    std::uint64_t size = 0;
+    switch (plist_get_node_type(node)) {
+    case PLIST_STRING: {
+        const char* text = plist_get_string_ptr(node, &size);
+        return PropertyValue(QString::fromUtf8(text, static_cast<qsizetype>(size)));
     }
-    return result.toUtf8();
+    case PLIST_BOOLEAN: {
+        std::uint8_t value = 0;
+        plist_get_bool_val(node, &value);
+        return PropertyValue(value != 0);
+    }
+    case PLIST_UINT: { // libplist keeps negative numbers in it, too
+        std::uint64_t value = 0;
+        plist_get_uint_val(node, &value);
+        return PropertyValue(static_cast<std::int64_t>(value));
+    }
+    case PLIST_REAL: {
+        double value = 0;
+        plist_get_real_val(node, &value);
+        return PropertyValue(value);
+    }
+    case PLIST_DATE: {
+        std::int32_t seconds = 0;
+        std::int32_t microseconds = 0;
+        plist_get_date_val(node, &seconds, &microseconds);
+        return PropertyValue(QDateTime::fromSecsSinceEpoch(dateEpoch + seconds, Qt::UTC));
+    }
+    case PLIST_DATA: {
+        const char* bytes = plist_get_data_ptr(node, &size);
+        return PropertyValue(QByteArray(bytes, static_cast<qsizetype>(size)));
+    }
+    case PLIST_ARRAY:
+        return fromArray(node, depth);
+    case PLIST_DICT:
+        return fromDictionary(node, depth);
+    default:
+        return std::nullopt;
+    }
 }
 
-/// The shortest form that reads back as the same number.
-QByteArray realText(double number) {
-    if (std::isinf(number)) {
-        return number < 0 ? "-inf" : "inf";
+struct ToNode {
+    plist_t operator()(const QString& text) const { return plist_new_string(text.toUtf8().constData()); }
+    plist_t operator()(bool value) const { return plist_new_bool(value ? 1 : 0); }
+    plist_t operator()(std::int64_t value) const { return plist_new_uint(static_cast<std::uint64_t>(value)); }
+    plist_t operator()(double value) const { return plist_new_real(value); }
+    plist_t operator()(const QDateTime& date) const {
+        return plist_new_date(static_cast<std::int32_t>(date.toSecsSinceEpoch() - dateEpoch), 0);
     }
-    return std::isnan(number) ? QByteArrayLiteral("nan")
-                              : QByteArray::number(number, 'g', QLocale::FloatingPointShortest);
-}
-
-/// Appends values in their XML form, one element a line.
-class Writer {
-public:
-    explicit Writer(QByteArray& xml) : m_xml(xml) {}
-
-    void write(const PropertyValue& value, int depth) const {
-        value.visit([this, depth](const auto& content) { append(content, depth); });
+    plist_t operator()(const QByteArray& bytes) const {
+        return plist_new_data(bytes.constData(), static_cast<std::uint64_t>(bytes.size()));
     }
-
-    void append(const PropertyDictionary& dictionary, int depth) const {
-        line(depth, dictionary.empty() ? "<dict/>" : "<dict>");
-        for (const auto& [key, value] : dictionary) {
-            line(depth + 1, "<key>" + escaped(key) + "</key>");
-            write(value, depth + 1);
-        }
-        if (!dictionary.empty()) {
-            line(depth, "</dict>");
-        }
-    }
-
-private:
-    void append(const PropertyArray& array, int depth) const {
-        line(depth, array.empty() ? "<array/>" : "<array>");
+    plist_t operator()(const PropertyArray& array) const {
+        plist_t node = plist_new_array();
         for (const auto& value : array) {
-            write(value, depth + 1);
+            plist_array_append_item(node, std::visit(*this, value.storage()));
         }
-        if (!array.empty()) {
-            line(depth, "</array>");
+        return node;
+    }
+    plist_t operator()(const PropertyDictionary& dictionary) const {
+        plist_t node = plist_new_dict();
+        for (const auto& [key, value] : dictionary) {
+            plist_dict_set_item(node, key.toUtf8().constData(), std::visit(*this, value.storage()));
         }
+        return node;
     }
-    void append(const QString& text, int depth) const { line(depth, "<string>" + escaped(text) + "</string>"); }
-    void append(bool value, int depth) const { line(depth, value ? "<true/>" : "<false/>"); }
-    void append(std::int64_t value, int depth) const {
-        line(depth, "<integer>" + QByteArray::number(qint64(value)) + "</integer>");
-    }
-    void append(double value, int depth) const { line(depth, "<real>" + realText(value) + "</real>"); }
-    void append(const QDateTime& value, int depth) const {
-        line(depth, "<date>" + isoTimestamp(value).toLatin1() + "</date>");
-    }
-    void append(const QByteArray& value, int depth) const { line(depth, "<data>" + value.toBase64() + "</data>"); }
-
-    void line(int depth, const QByteArray& text) const { m_xml += QByteArray(depth, '\t') + text + '\n'; }
-
-    QByteArray& m_xml;
 };
 
 } // namespace
 
 std::optional<PropertyDictionary> parsePropertyList(const QByteArray& xml) {
-    if (xml.size() > longest) {
+    if (xml.size() > maxSize) {
         return std::nullopt;
     }
-    return Reader(xml).root();
+    plist_t list = nullptr;
+    plist_from_xml(xml.constData(), static_cast<std::uint32_t>(xml.size()), &list);
+    const List owner(list);
+    const auto root = list == nullptr ? std::nullopt : fromNode(list, 0);
+    const auto* dictionary = root ? root->as<PropertyDictionary>() : nullptr;
+    return dictionary == nullptr ? std::nullopt : std::optional(*dictionary);
 }
 
 QByteArray xmlPropertyList(const PropertyDictionary& dictionary) {
-    QByteArray xml = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                     "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
-                     "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
-                     "<plist version=\"1.0\">\n";
-    Writer(xml).append(dictionary, 0);
-    return xml + "</plist>\n";
+    const List list(ToNode()(dictionary));
+    char* xml = nullptr;
+    std::uint32_t size = 0;
+    plist_to_xml(list.get(), &xml, &size);
+    const std::unique_ptr<char, Free> owner(xml);
+    return QByteArray(xml, size);
 }
 
 std::optional<QString> textValue(const PropertyDictionary& dictionary, const QString& key) {

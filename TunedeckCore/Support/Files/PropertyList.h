@@ -14,7 +14,6 @@
 namespace tunedeck {
 
 class PropertyValue;
-/// A property list's dictionary; equality ignores the order in the file.
 using PropertyDictionary = std::map<QString, PropertyValue>;
 using PropertyArray = std::vector<PropertyValue>;
 
@@ -26,16 +25,12 @@ public:
 
     explicit(false) PropertyValue(Storage value) : m_value(std::move(value)) {}
 
-    /// The value when it is of that type, else null.
+    [[nodiscard]] const Storage& storage() const { return m_value; }
+
+    /// The value if it is of that type, else null.
     template<class T>
     [[nodiscard]] const T* as() const {
         return std::get_if<T>(&m_value);
-    }
-
-    /// Hands the value to a function that takes every type.
-    template<class Visitor>
-    void visit(Visitor&& visitor) const {
-        std::visit(std::forward<Visitor>(visitor), m_value);
     }
 
     bool operator==(const PropertyValue&) const = default;
@@ -44,14 +39,15 @@ private:
     Storage m_value;
 };
 
-/// Reads an XML property list whose root is a dictionary; nothing for anything else (binary lists included), for lists
-/// with entities of their own, for nesting deeper than 64 and for more than 1 MiB.
+/// Parses an XML property list. Returns nothing for invalid XML, undefined entities, a root that isn't a dictionary,
+/// nesting deeper than 64 and more than 1 MiB. Binary lists are refused: a few hundred bytes of them can refer to each
+/// other so that libplist expands them to gigabytes.
 std::optional<PropertyDictionary> parsePropertyList(const QByteArray& xml);
 
-/// The XML form, keys sorted, tab-indented.
+/// The XML form with sorted keys.
 QByteArray xmlPropertyList(const PropertyDictionary& dictionary);
 
-/// The text under a key, or nothing when it is missing or no text.
+/// The text under a key, or nothing if it is missing or isn't text.
 std::optional<QString> textValue(const PropertyDictionary& dictionary, const QString& key);
 
 } // namespace tunedeck
