@@ -8,10 +8,9 @@
 
 namespace tunedeck {
 
-/// When the first-run window is shown.
+/// Decides whether the first-run window is shown.
 struct Onboarding {
-    /// `onboarded`: the setting; `status`: what is known of the service; `links`: the assistant links that the caller
-    /// has. Not for whoever has been through it or reaches the service from an assistant already.
+    /// False if the user has completed the first run (`onboarded`) or already reaches the service from an assistant.
     static bool shouldShow(bool onboarded, const std::optional<ServiceStatus>& status,
                            const std::vector<AssistantLink>& links);
 };

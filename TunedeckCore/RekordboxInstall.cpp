@@ -24,7 +24,7 @@ bool isNamedRekordbox(const QString& name) {
     return name.toLower().startsWith(u"rekordbox");
 }
 
-/// The bundles that may be it, in the order of the listings.
+/// The bundles with a matching name, in listing order.
 QStringList candidates(const QString& folder) {
     QStringList bundles;
     for (const auto& name : contents(folder)) {
@@ -58,7 +58,7 @@ bool isDigit(QChar character) {
     return character >= u'0' && character <= u'9';
 }
 
-/// Takes the run of digits off the front, without its leading zeros.
+/// Removes a run of digits from the front and returns it without leading zeros.
 QStringView takeNumber(QStringView& text) {
     const auto* const end = std::find_if_not(text.begin(), text.end(), isDigit);
     const auto* const start = std::find_if(text.begin(), end, [](QChar digit) { return digit != u'0'; });

@@ -15,7 +15,7 @@ AssistantLink link(const QString& kind) {
     return link;
 }
 
-TEST(AssistantLink, IsReadWithItsMembersNamedAsWritten) {
+TEST(AssistantLink, DecodesMembersNamedAsWritten) {
     const auto full = json::decode<AssistantLink>(
         R"({"id":"1","kind":"novel","label":"l","createdAt":"c","lastUsedAt":"u","url":"v","apiUrl":"a","token":"t",
             "paired":true,"telegramUsername":"n","expiresAt":"e"})",
@@ -68,7 +68,7 @@ TEST(AssistantLink, IsNamedByUserNameLabelOrKind) {
     EXPECT_EQ(link({}).displayName(), QString());
 }
 
-TEST(AssistantLink, HasAnExpiredCodeOnlyWhileItWaitsForTelegram) {
+TEST(AssistantLink, ExpiresOnlyWhilePairing) {
     AssistantLink telegram = link(u"telegram"_s);
     const QDateTime end(QDate(2025, 3, 1), QTime(18, 4, 5, 500), Qt::UTC);
     EXPECT_FALSE(telegram.pairingExpired(end));
@@ -85,7 +85,7 @@ TEST(AssistantLink, HasAnExpiredCodeOnlyWhileItWaitsForTelegram) {
     EXPECT_FALSE(telegram.pairingExpired(end));
 }
 
-TEST(AssistantLink, ShowsAPrivateUrlWithoutItsSecretSegment) {
+TEST(AssistantLink, MasksTheSecretSegmentOfAPrivateUrl) {
     EXPECT_EQ(maskingSecretPath(u"https://r.example/c/0123456789abcdef/mcp"_s), u"https://r.example/c/0123…/mcp"_s);
     EXPECT_EQ(maskingSecretPath(u"0123456789abcdef/mcp"_s), u"0123…/mcp"_s);
     EXPECT_EQ(maskingSecretPath(u"/é123456789abcde🇩🇪/mcp"_s), u"/é123…/mcp"_s);

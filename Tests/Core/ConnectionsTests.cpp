@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-TEST(TunnelConfig, TakesTheFirstHostAndServiceOfAnyDepth) {
+TEST(TunnelConfig, ReadsTheFirstHostAndServiceAtAnyDepth) {
     const QString text = uR"(# tunnel: commented
 tunnel:	 6ff42ae2-765d-4adf-8112-31c55c1551ef 
 credentials-file: /home/me/.cloudflared/x.json
@@ -33,7 +33,7 @@ just a line
     EXPECT_EQ(TunnelConfig::load(home.path()), std::nullopt);
 }
 
-TEST(TunnelConfig, NeedsATunnelsId) {
+TEST(TunnelConfig, RequiresATunnelId) {
     for (const auto& text : {u""_s, u"#tunnel: a"_s, u"  # tunnel: a"_s, u"tunnel:"_s, u"tunnel: \t"_s, u"tunnel a"_s,
                              u"Tunnel: a"_s, u"hostname: a\nservice: b"_s, u"tunnel: a\ntunnel:"_s, u"-tunnel: a"_s}) {
         EXPECT_EQ(TunnelConfig::parse(text), std::nullopt) << text.toStdString();
@@ -43,7 +43,7 @@ TEST(TunnelConfig, NeedsATunnelsId) {
     EXPECT_EQ(TunnelConfig::parse(u"- tunnel: a"_s), (TunnelConfig{u"a"_s, {}, {}}));
 }
 
-TEST(CloudHealth, MayLackTheAgentAndTheQueueOnly) {
+TEST(CloudHealth, RequiresAllButAgentAndQueue) {
     const auto full = CloudHealth::decode(
         R"({"status":"ok","version":"1","protocol":"3","agent":{"online":true,"last_seen":"t","version":"2"},"queued":4})");
     ASSERT_TRUE(full);
@@ -54,7 +54,7 @@ TEST(CloudHealth, MayLackTheAgentAndTheQueueOnly) {
     EXPECT_FALSE(CloudHealth::decode(R"({"status":"ok","version":"1","protocol":"3","agent":{}})"));
 }
 
-TEST(Appcast, IsReadInEitherSpellingOfItsMembers) {
+TEST(Appcast, AcceptsSnakeAndCamelCase) {
     const auto feed =
         Appcast::decode(R"({"extra":1,"latest":{"version":"2.0.0","min_macos":"14","url":"https://a/b.zip",
         "sha256":"ab","size":5000000000,"published_at":"p","notes":"n","dmg_url":"d"}})");

@@ -27,7 +27,7 @@ QString events(JobWatcher& watcher, const Jobs& jobs) {
     return texts.join(u' ');
 }
 
-TEST(JobWatcher, IsSilentAboutTheFirstListAndAboutUnchangedOnes) {
+TEST(JobWatcher, ReportsNothingForTheFirstAndUnchangedLists) {
     JobWatcher watcher;
     const Jobs jobs{job("a", "done"), job("b", "failed"), job("c", "queued"), job("d", "running")};
     EXPECT_EQ(events(watcher, jobs), u""_s);
@@ -37,25 +37,25 @@ TEST(JobWatcher, IsSilentAboutTheFirstListAndAboutUnchangedOnes) {
     EXPECT_EQ(events(emptyFirst, jobs), u"f:a x:b r:c r:d"_s);
 }
 
-TEST(JobWatcher, TellsEachStepOfAJobOnceInTheOrderOfTheList) {
+TEST(JobWatcher, ReportsEachStepOnceInListOrder) {
     JobWatcher watcher;
     events(watcher, {job("a", "queued"), job("b", "running")});
     EXPECT_EQ(events(watcher, {job("new", "queued"), job("a", "running"), job("b", "done")}), u"r:new f:b"_s);
     EXPECT_EQ(events(watcher, {job("quick", "done"), job("new", "failed"), job("a", "paused"), job("b", "done")}),
               u"f:quick x:new"_s);
-    // Back in the queue it is not new; it is when it has been gone, and a retried job may end once more.
+    // A requeued job isn't new, one that returns to the list is; a retried job may finish again.
     EXPECT_EQ(events(watcher, {job("new", "queued"), job("b", "failed")}), u"x:b"_s);
     EXPECT_EQ(events(watcher, {job("new", "done"), job("a", "queued")}), u"f:new r:a"_s);
 }
 
-TEST(JobWatcher, ForgetsEverythingWithAnEmptyList) {
+TEST(JobWatcher, ForgetsJobsThatLeftTheList) {
     JobWatcher watcher;
     events(watcher, {job("a", "done")});
     EXPECT_EQ(events(watcher, {}), u""_s);
     EXPECT_EQ(events(watcher, {job("a", "done")}), u"f:a"_s);
 }
 
-TEST(LibraryWatcher, TellsOfEachUpdateOnceAndOfNoneBeforeItsFirstLook) {
+TEST(LibraryWatcher, ReportsEachUpdateOnceAfterTheFirst) {
     const auto update = [](const char* at) { return Applied({QString::fromLatin1(at), {}, u"2 tracks"_s}); };
     LibraryWatcher watcher;
     EXPECT_EQ(watcher.update(update("1")), std::nullopt);

@@ -16,7 +16,7 @@ AssistantLink link(const QString& kind) {
     return made;
 }
 
-TEST(OnboardingTest, IsForThoseWhoHaveNoWorkingAssistantYet) {
+TEST(OnboardingTest, ShowsUntilAnAssistantWorks) {
     EXPECT_TRUE(Onboarding::shouldShow(false, std::nullopt, {}));
     EXPECT_FALSE(Onboarding::shouldShow(true, std::nullopt, {}));
     ServiceStatus status;
@@ -27,7 +27,7 @@ TEST(OnboardingTest, IsForThoseWhoHaveNoWorkingAssistantYet) {
     EXPECT_FALSE(Onboarding::shouldShow(false, status, {}));
 }
 
-TEST(OnboardingTest, ALinkCountsOnceItIsUsedOrPaired) {
+TEST(OnboardingTest, CountsUsedAndPairedLinks) {
     auto telegram = link(u"telegram"_s);
     telegram.lastUsedAt = u"2026-11-21T09:00:00Z"_s;
     EXPECT_TRUE(Onboarding::shouldShow(false, std::nullopt, {telegram, link(u"other"_s)}));
@@ -42,7 +42,7 @@ protected:
     }
     void add(const QString& bundle, const QString& version) { add(bundle, PropertyValue(version)); }
 
-    /// Name and version of what is found, "none" for nothing.
+    /// Name and version, or "none".
     [[nodiscard]] std::string found() const {
         const auto install = RekordboxInstall::detect(m_home.path());
         return install ? (install->name + u", "_s + install->version.value_or(u"unknown"_s)).toStdString() : "none";
@@ -51,7 +51,7 @@ protected:
     test::TemporaryHome m_home;
 };
 
-TEST_F(RekordboxTest, TheHighestVersionIsFoundInEveryPlace) {
+TEST_F(RekordboxTest, FindsTheHighestVersion) {
     EXPECT_EQ(found(), "none");
     add(u"rekordbox 6/rekordbox.app"_s, u"6.8.5"_s);
     EXPECT_EQ(found(), "Rekordbox 6, 6.8.5");
@@ -63,7 +63,7 @@ TEST_F(RekordboxTest, TheHighestVersionIsFoundInEveryPlace) {
     EXPECT_EQ(found(), "Rekordbox 10, 10.0");
 }
 
-TEST_F(RekordboxTest, WhatHasAnotherNameOrLiesDeeperIsSkipped) {
+TEST_F(RekordboxTest, SkipsOtherNamesAndDeeperFolders) {
     add(u"My rekordbox.app"_s, u"9"_s);
     add(u"Pioneer/rekordbox.app"_s, u"9"_s);
     add(u"rekordbox 7/Manager.app"_s, u"9"_s);
@@ -75,7 +75,7 @@ TEST_F(RekordboxTest, WhatHasAnotherNameOrLiesDeeperIsSkipped) {
     EXPECT_EQ(RekordboxInstall::detect(m_home.path(u"rekordbox"_s)), std::nullopt);
 }
 
-TEST_F(RekordboxTest, AnUnknownVersionLosesToEveryOther) {
+TEST_F(RekordboxTest, PrefersAnyKnownVersion) {
     QDir(m_home.path()).mkpath(u"rekordbox.app"_s);
     EXPECT_EQ(found(), "Rekordbox, unknown");
     add(u"rekordbox 2.app"_s, PropertyValue(std::int64_t{7}));

@@ -19,16 +19,14 @@ namespace {
 using namespace test::behave;
 using namespace test;
 using Url = std::optional<QUrl>;
-using Told = QCoro::Task<QString>;
+using Outcome = QCoro::Task<QString>;
 
 const QString notRunning = u"tunedeck isn't running."_s;
 const QString unexpected = u"Unexpected reply from tunedeck."_s;
 const QString none = u"none"_s;
 const QString no = u"no"_s;
 
-// What each call of a client gives, as text.
-
-Told tellStatus(Url base, std::stop_token stop) {
+Outcome outcomeOfStatus(Url base, std::stop_token stop) {
     StatusClient client;
     if (base) {
         client.url = base->resolved(QUrl(u"/local/status"_s));
@@ -37,20 +35,20 @@ Told tellStatus(Url base, std::stop_token stop) {
     co_return status ? status->version : none;
 }
 
-Told tellReport(Url base, std::stop_token stop) {
+Outcome outcomeOfReport(Url base, std::stop_token stop) {
     const ToolboxClient client{base};
     const auto report = co_await client.fetch(stop);
     co_return report ? QString::number(report->all().size()) : none;
 }
 
-Told tellInstall(Url base, std::stop_token stop) {
+Outcome outcomeOfInstall(Url base, std::stop_token stop) {
     const ToolboxClient client{base};
     const bool accepted = co_await client.install(stop);
     co_return accepted ? u"accepted"_s : no;
 }
 
 template<auto Operation, class... Arguments>
-Told tellAction(Url base, std::stop_token stop, Arguments... arguments) {
+Outcome outcomeOfAction(Url base, std::stop_token stop, Arguments... arguments) {
     const LibraryClient client{base};
     const auto reply = co_await (client.*Operation)(arguments..., stop);
     EXPECT_TRUE(reply.ok || !reply.message || *reply.message == u"m"_s);
@@ -58,46 +56,46 @@ Told tellAction(Url base, std::stop_token stop, Arguments... arguments) {
 }
 
 template<class T>
-QString told(const LinksClient::Result<T>& result, const QString& success) {
+QString describe(const LinksClient::Result<T>& result, const QString& success) {
     return result ? success : result.error().message;
 }
 
-Told tellList(Url base, std::stop_token stop) {
+Outcome outcomeOfList(Url base, std::stop_token stop) {
     const LinksClient client{base};
     const auto links = co_await client.list(stop);
-    co_return told(links, links ? QString::number(links->size()) : QString());
+    co_return describe(links, links ? QString::number(links->size()) : QString());
 }
 
-Told tellCreate(Url base, std::stop_token stop) {
+Outcome outcomeOfCreate(Url base, std::stop_token stop) {
     const LinksClient client{base};
     const auto link = co_await client.create(Assistant::iphone, stop);
-    co_return told(link, link ? link->id : QString());
+    co_return describe(link, link ? link->id : QString());
 }
 
-Told tellRotate(Url base, std::stop_token stop, QString id) {
+Outcome outcomeOfRotate(Url base, std::stop_token stop, QString id) {
     const LinksClient client{base};
     const auto link = co_await client.rotate(id, stop);
-    co_return told(link, link ? link->id : QString());
+    co_return describe(link, link ? link->id : QString());
 }
 
-Told tellRemove(Url base, std::stop_token stop, QString id) {
+Outcome outcomeOfRemove(Url base, std::stop_token stop, QString id) {
     const LinksClient client{base};
     const auto gone = co_await client.remove(id, stop);
-    co_return told(gone, u"gone"_s);
+    co_return describe(gone, u"gone"_s);
 }
 
-/// One call of a client, what it sends, and what becomes of it.
+/// A client call: its request and its results, as text, by kind of response.
 struct Call {
     const char* name;
-    std::function<Told(Url, std::stop_token)> tell;
+    std::function<Outcome(Url, std::stop_token)> run;
     QByteArray route;
-    QByteArray body;     ///< as sent
-    int status;          ///< of a good answer
-    QByteArray answer;   ///< a good one
-    QString good;        ///< what it gives
-    QString unreachable; ///< without an answer
-    QString undecodable; ///< from an answer of nonsense with the good status
-    QString failed;      ///< from a 500 with the good answer
+    QByteArray body;     ///< of the request
+    int status;          ///< of a valid response
+    QByteArray answer;   ///< body of a valid response
+    QString good;        ///< result of a valid response
+    QString unreachable; ///< without a response
+    QString undecodable; ///< for an invalid body
+    QString failed;      ///< for status 500
     std::chrono::seconds timeout;
 };
 
@@ -114,37 +112,38 @@ std::vector<Call> calls() {
     const auto sorry = u"tunedeck answered 500."_s;
     const auto id = u"l/1"_s;
     std::vector<Call> all{
-        {"Status", tellStatus, "GET /local/status", "", 200, statusDocument(), u"5.0"_s, none, none, none, 2s},
-        {"Report", tellReport, "GET /local/toolbox", "", 200,
+        {"Status", outcomeOfStatus, "GET /local/status", "", 200, statusDocument(), u"5.0"_s, none, none, none, 2s},
+        {"Report", outcomeOfReport, "GET /local/toolbox", "", 200,
          R"({"tools": [{"name": "n", "wanted": "1", "ready": true}], "venvs": [], "installing": false})", u"1"_s, none,
          none, none, 3s},
-        {"Install", tellInstall, "POST /local/toolbox/install", "", 202, "", u"accepted"_s, no, u"accepted"_s, no, 10s},
-        {"Restore", std::bind(tellAction<&Library::restore, QString>, _1, _2, u"v\"7 é\n"_s),
+        {"Install", outcomeOfInstall, "POST /local/toolbox/install", "", 202, "", u"accepted"_s, no, u"accepted"_s, no,
+         10s},
+        {"Restore", std::bind(outcomeOfAction<&Library::restore, QString>, _1, _2, u"v\"7 é\n"_s),
          "POST /local/rekordbox/restore", "{\"version\":\"v\\\"7 é\\n\"}", 200, done, good, notRunning, unexpected,
          good, 120s},
-        {"List", tellList, "GET /local/links", "", 200, R"({"links": [)" + link + "]}", u"1"_s, notRunning, unexpected,
-         sorry, 30s},
-        {"Create", tellCreate, "POST /local/links", R"({"kind":"shortcut","label":"iPhone"})", 201, link, id,
-         notRunning, unexpected, sorry, 30s},
-        {"Rotate", std::bind(tellRotate, _1, _2, id), "POST /local/links/l%2F1/rotate", "", 200, link, id, notRunning,
+        {"List", outcomeOfList, "GET /local/links", "", 200, R"({"links": [)" + link + "]}", u"1"_s, notRunning,
          unexpected, sorry, 30s},
-        {"Remove", std::bind(tellRemove, _1, _2, id), "DELETE /local/links/l%2F1", "", 200, "", u"gone"_s, notRunning,
-         u"gone"_s, sorry, 30s},
+        {"Create", outcomeOfCreate, "POST /local/links", R"({"kind":"shortcut","label":"iPhone"})", 201, link, id,
+         notRunning, unexpected, sorry, 30s},
+        {"Rotate", std::bind(outcomeOfRotate, _1, _2, id), "POST /local/links/l%2F1/rotate", "", 200, link, id,
+         notRunning, unexpected, sorry, 30s},
+        {"Remove", std::bind(outcomeOfRemove, _1, _2, id), "DELETE /local/links/l%2F1", "", 200, "", u"gone"_s,
+         notRunning, u"gone"_s, sorry, 30s},
     };
-    const auto action = [&](const char* name, auto tell, const QByteArray& path) {
+    const auto action = [&](const char* name, auto run, const QByteArray& path) {
         all.push_back(
-            {name, tell, "POST /local/rekordbox/" + path, "{}", 200, done, good, notRunning, unexpected, good, 120s});
+            {name, run, "POST /local/rekordbox/" + path, "{}", 200, done, good, notRunning, unexpected, good, 120s});
     };
-    action("Apply", tellAction<&Library::applyNow>, "apply");
-    action("Baseline", tellAction<&Library::takeBaseline>, "baseline");
-    action("Retry", tellAction<&Library::retryFailed>, "retry");
-    action("Dismiss", tellAction<&Library::dismissFailed>, "dismiss");
+    action("Apply", outcomeOfAction<&Library::applyNow>, "apply");
+    action("Baseline", outcomeOfAction<&Library::takeBaseline>, "baseline");
+    action("Retry", outcomeOfAction<&Library::retryFailed>, "retry");
+    action("Dismiss", outcomeOfAction<&Library::dismissFailed>, "dismiss");
     return all;
 }
 
 class ServiceCall : public testing::TestWithParam<Call> {};
 
-TEST_P(ServiceCall, SendsOneRequestToWhereTheServiceListensNow) {
+TEST_P(ServiceCall, SendsOneRequestToTheCurrentPort) {
     const auto& call = GetParam();
     const test::TemporaryHome home;
     const auto runtime = [&](const TestServer& server) {
@@ -155,9 +154,9 @@ TEST_P(ServiceCall, SendsOneRequestToWhereTheServiceListensNow) {
     for (auto* server : {&first, &second}) {
         server->on(call.route, answer(call.status, call.answer));
         runtime(*server);
-        EXPECT_EQ(runToEnd(call.tell({}, {})), call.good);
+        EXPECT_EQ(runToEnd(call.run({}, {})), call.good);
     }
-    EXPECT_EQ(runToEnd(call.tell(first.url(), {})), call.good); // the file names the second
+    EXPECT_EQ(runToEnd(call.run(first.url(), {})), call.good); // the file names the second
     EXPECT_EQ(first.connections(), 2);
     EXPECT_EQ(second.connections(), 1);
     for (const auto& request : first.requests()) {
@@ -167,9 +166,9 @@ TEST_P(ServiceCall, SendsOneRequestToWhereTheServiceListensNow) {
     }
 }
 
-TEST_P(ServiceCall, GivesTheRightWordsWhateverHappensOnTheWire) {
+TEST_P(ServiceCall, ReportsEachKindOfFailure) {
     const auto& call = GetParam();
-    const std::vector<std::pair<Behaviour, QString>> happenings{
+    const std::vector<std::pair<Behaviour, QString>> responses{
         {raw(""), call.unreachable},
         {raw("HTTP/1.1 " + QByteArray::number(call.status) + " Said\r\nContent-Length: 900\r\n\r\n" + call.answer),
          call.unreachable},
@@ -181,19 +180,19 @@ TEST_P(ServiceCall, GivesTheRightWordsWhateverHappensOnTheWire) {
     };
     TestServer server;
     int made = 0;
-    for (const auto& [behaviour, words] : happenings) {
+    for (const auto& [behaviour, words] : responses) {
         server.on(call.route, behaviour);
-        EXPECT_EQ(runToEnd(call.tell(server.url(), {})), words) << "happening " << made;
+        EXPECT_EQ(runToEnd(call.run(server.url(), {})), words) << "response " << made;
         EXPECT_EQ(server.connections(), ++made);
     }
     server.stop();
-    EXPECT_EQ(runToEnd(call.tell(server.url(), {})), call.unreachable);
+    EXPECT_EQ(runToEnd(call.run(server.url(), {})), call.unreachable);
 }
 
 INSTANTIATE_TEST_SUITE_P(Every, ServiceCall, testing::ValuesIn(calls()),
                          [](const auto& parameter) { return std::string(parameter.param.name); });
 
-TEST(ServiceClients, GiveUpInTheirTimeAndAtOnceWhenStopped) {
+TEST(ServiceClients, TimeOutAndStopAtOnce) {
     TestServer server;
     server.on("*", hang());
     std::stop_source stop;
@@ -202,7 +201,7 @@ TEST(ServiceClients, GiveUpInTheirTimeAndAtOnceWhenStopped) {
     const SystemClock clock;
     const auto start = clock.elapsed();
     for (const auto& call : all) {
-        endings.push_back(endingOf(call.tell(server.url(), stop.get_token())));
+        endings.push_back(endingOf(call.run(server.url(), stop.get_token())));
     }
     for (std::size_t i = 0; i < all.size(); ++i) {
         if (all[i].timeout <= 3s) {
@@ -223,7 +222,7 @@ TEST(ServiceClients, GiveUpInTheirTimeAndAtOnceWhenStopped) {
     EXPECT_EQ(server.connections(), static_cast<int>(all.size()));
 }
 
-TEST(ServiceClients, EachAcceptsItsOwnStatusCodes) {
+TEST(ServiceClients, AcceptOnlyTheirStatusCodes) {
     TestServer server;
     const auto report = QByteArray(R"({"tools": [], "venvs": [], "installing": false})");
     for (const int status : {200, 202, 206, 300, 404}) {
@@ -231,14 +230,15 @@ TEST(ServiceClients, EachAcceptsItsOwnStatusCodes) {
             server.on(route, answer(status, QByteArray(route).endsWith("status") ? statusDocument() : report));
         }
         server.on("GET /local/links", answer(status, R"({"links": []})"));
-        EXPECT_EQ(runToEnd(tellList(server.url(), {})), status < 300 ? u"0"_s : u"tunedeck answered %1."_s.arg(status));
-        EXPECT_EQ(runToEnd(tellStatus(server.url(), {})) != none, status == 200) << status;
-        EXPECT_EQ(runToEnd(tellReport(server.url(), {})) != none, status == 200) << status;
-        EXPECT_EQ(runToEnd(tellInstall(server.url(), {})) != no, status == 202) << status;
+        EXPECT_EQ(runToEnd(outcomeOfList(server.url(), {})),
+                  status < 300 ? u"0"_s : u"tunedeck answered %1."_s.arg(status));
+        EXPECT_EQ(runToEnd(outcomeOfStatus(server.url(), {})) != none, status == 200) << status;
+        EXPECT_EQ(runToEnd(outcomeOfReport(server.url(), {})) != none, status == 200) << status;
+        EXPECT_EQ(runToEnd(outcomeOfInstall(server.url(), {})) != no, status == 202) << status;
     }
 }
 
-TEST(LibraryClient, TakesAReplyAtItsWord) {
+TEST(LibraryClient, AcceptsRepliesOfAnyStatus) {
     TestServer server;
     const auto reply = [&](int status, const QByteArray& body) {
         server.on("POST /local/rekordbox/apply", answer(status, body));
@@ -253,7 +253,7 @@ TEST(LibraryClient, TakesAReplyAtItsWord) {
     }
 }
 
-TEST(LinksClient, NoIdReachesAnotherPath) {
+TEST(LinksClient, NeverRequestsAnotherPath) {
     TestServer server;
     server.on("*", answer(200, R"({"id": "i", "kind": "k"})"));
     const auto nonsense = LinksClient::Failure{.message = unexpected};
@@ -281,7 +281,7 @@ TEST(LinksClient, NoIdReachesAnotherPath) {
     EXPECT_EQ(runToEnd(client.rotate(u"a"_s)).error(), nonsense);
 }
 
-TEST(LinksClient, ReadsWhatAnErrorAnswerSays) {
+TEST(LinksClient, ReadsErrorResponses) {
     const auto from = [](const QByteArray& body) { return LinksClient::Failure::from(503, body); };
     using Failure = LinksClient::Failure;
     const auto telegram = u"telegram_not_configured"_s;

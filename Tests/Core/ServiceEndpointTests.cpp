@@ -16,7 +16,7 @@ QByteArray baseOf(const test::TemporaryHome& home, const QByteArray& bytes) {
     return ServiceEndpoint::base(home.write(u".tunedeck/runtime.json"_s, bytes)).toEncoded();
 }
 
-TEST(ServiceEndpoint, TakesThePortOfTheRuntimeFile) {
+TEST(ServiceEndpoint, ReadsThePortFromTheRuntimeFile) {
     const test::TemporaryHome home;
     EXPECT_EQ(ServiceEndpoint::runtimeFile(), home.path(u".tunedeck/runtime.json"_s));
     EXPECT_EQ(baseOf(home, R"({"port": 8123})"), "http://127.0.0.1:8123");
@@ -25,7 +25,7 @@ TEST(ServiceEndpoint, TakesThePortOfTheRuntimeFile) {
     EXPECT_EQ(baseOf(home, R"({"port": 1, "port": 2})"), "http://127.0.0.1:2");
 }
 
-TEST(ServiceEndpoint, EveryProblemYieldsTheDefault) {
+TEST(ServiceEndpoint, FallsBackForInvalidFiles) {
     const test::TemporaryHome home;
     for (const auto* value : {"true", "1.5", "8123.0", "8123e0", "\"8001\"", "0", "65536", "-1", "null", "[8001]",
                               "18446744073709551615", "4294975296", "1e400", "0x1F40", "08001"}) {
@@ -40,7 +40,7 @@ TEST(ServiceEndpoint, EveryProblemYieldsTheDefault) {
     }
 }
 
-TEST(ServiceEndpoint, WhatIsNoSmallFileYieldsTheDefaultAtOnce) {
+TEST(ServiceEndpoint, FallsBackForMissingSpecialAndLargeFiles) {
     const test::TemporaryHome home;
     EXPECT_EQ(ServiceEndpoint::base(home.path(u"none"_s)), standard);
     EXPECT_EQ(ServiceEndpoint::base(home.path()), standard);

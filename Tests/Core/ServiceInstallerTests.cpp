@@ -19,7 +19,7 @@ using namespace test;
 using Outcome = ServiceInstaller::Outcome;
 using Kind = Outcome::Kind;
 
-/// A service manager that notes what it is asked and answers as it was told; an operation that hangs ends by its stop.
+/// A fake launchctl that records its arguments and returns the given statuses; `hanging` waits for the stop.
 struct Manager {
     QStringList asked;
     std::map<QString, int> answers;
@@ -42,7 +42,6 @@ protected:
         m_manager->answers[u"print"_s] = 113;
     }
 
-    /// The program of the bundle.
     void writeProgram(const QByteArray& bytes) {
         m_home.write(u"bundle/tunedeck"_s, bytes);
         ::chmod(QFile::encodeName(m_bundled).constData(), 0755);
@@ -56,7 +55,7 @@ protected:
                 m_clock};
     }
 
-    /// What one run does: its outcome as text, and the operations asked for.
+    /// Runs the installer; returns the outcome as text.
     std::string run(const QString& home) {
         m_manager->asked.clear();
         const auto ending = test::endingOf(installer(home).ensureInstalled({}));
@@ -67,7 +66,7 @@ protected:
     }
     std::string run() { return run(m_home.path(u"u"_s)); }
 
-    /// Installs, and lets the manager say that it runs.
+    /// Installs; from then on the agent is loaded.
     void installAndLoad() {
         ASSERT_EQ(run(), "installed(serviceChanged: true, plistChanged: true)");
         m_manager->answers[u"print"_s] = 0;
@@ -86,7 +85,7 @@ protected:
     std::shared_ptr<Manager> m_manager = std::make_shared<Manager>();
 };
 
-TEST_F(ServiceInstallerTest, AFreshAccountGetsProgramPropertyListAndService) {
+TEST_F(ServiceInstallerTest, InstallsForANewUser) {
     EXPECT_EQ(run(), "installed(serviceChanged: true, plistChanged: true)");
     EXPECT_EQ(m_manager->asked, QStringList({print, bootstrap()}));
     EXPECT_EQ(m_home.read(u"u/.tunedeck/bin/tunedeck"_s), "program 1");
@@ -97,12 +96,12 @@ TEST_F(ServiceInstallerTest, AFreshAccountGetsProgramPropertyListAndService) {
     EXPECT_EQ(parsePropertyList(m_home.read(plist)), installer(m_home.path(u"u"_s)).plist());
 }
 
-TEST_F(ServiceInstallerTest, WhatIsCurrentAndLoadedIsLeftAlone) {
+TEST_F(ServiceInstallerTest, DoesNothingIfUpToDate) {
     installAndLoad();
     const auto before = QFileInfo(plistPath()).lastModified();
     EXPECT_EQ(run(), "upToDate");
     EXPECT_EQ(m_manager->asked, QStringList(print));
-    // Another order of the keys and other blanks are no change.
+    // The order of keys and white space don't matter.
     auto xml = m_home.read(plist);
     xml.replace("\t<key>KeepAlive</key>\n\t<true/>\n", "")
         .replace("</dict>\n</plist>", "<key>KeepAlive</key> <true/></dict></plist>");
@@ -112,7 +111,7 @@ TEST_F(ServiceInstallerTest, WhatIsCurrentAndLoadedIsLeftAlone) {
     EXPECT_LE(before, QFileInfo(plistPath()).lastModified());
 }
 
-TEST_F(ServiceInstallerTest, EachChangeDoesAsLittleAsItNeeds) {
+TEST_F(ServiceInstallerTest, RestartsOrReloadsOnlyAsNeeded) {
     installAndLoad();
     m_manager->answers[u"kickstart"_s] = 3;
     m_manager->answers[u"bootout"_s] = 3;
@@ -143,7 +142,7 @@ TEST_F(ServiceInstallerTest, EachChangeDoesAsLittleAsItNeeds) {
     EXPECT_EQ(m_manager->asked, QStringList({print, bootstrap()}));
 }
 
-TEST_F(ServiceInstallerTest, LoadingIsTriedTenTimesHalfASecondApart) {
+TEST_F(ServiceInstallerTest, RetriesLoadingTenTimes) {
     m_manager->answers[u"bootstrap"_s] = 5;
     EXPECT_EQ(run(), "failed(\"launchctl bootstrap exited 5\")");
     EXPECT_EQ(m_manager->asked.count(bootstrap()), 10);
@@ -158,7 +157,7 @@ TEST_F(ServiceInstallerTest, LoadingIsTriedTenTimesHalfASecondApart) {
     EXPECT_EQ(*ending->value, Outcome());
 }
 
-TEST_F(ServiceInstallerTest, WithoutAUsableProgramInTheBundleNothingIsTouched) {
+TEST_F(ServiceInstallerTest, DoesNothingWithoutABundledProgram) {
     ::chmod(QFile::encodeName(m_bundled).constData(), 0644);
     EXPECT_EQ(run(), "notBundled");
     QFile::remove(m_bundled);
@@ -171,7 +170,7 @@ TEST_F(ServiceInstallerTest, WithoutAUsableProgramInTheBundleNothingIsTouched) {
     EXPECT_FALSE(QFileInfo::exists(m_home.path(u"u"_s)));
 }
 
-TEST_F(ServiceInstallerTest, ProgramsAreComparedByteForByte) {
+TEST_F(ServiceInstallerTest, ComparesProgramsByteForByte) {
     QByteArray big(1'000'000, 'a');
     writeProgram(big);
     installAndLoad();
@@ -187,13 +186,13 @@ TEST_F(ServiceInstallerTest, ProgramsAreComparedByteForByte) {
     EXPECT_EQ(run(), "upToDate");
 }
 
-TEST_F(ServiceInstallerTest, WhatIsInTheWayIsNamedAndNothingOfTheUsersIsLost) {
+TEST_F(ServiceInstallerTest, ReportsObstaclesAndKeepsTheUsersFiles) {
     const auto other = m_home.write(u"u/.tunedeck/bin/tunedeck/keep"_s, "mine");
     EXPECT_EQ(run(), "failed(\"" + m_home.path(u"u/.tunedeck/bin/tunedeck"_s).toStdString() + ": Is a directory\")");
     EXPECT_EQ(readFile(other), QByteArray("mine"));
     EXPECT_EQ(QDir(m_home.path(u"u/.tunedeck/bin"_s)).entryList(QDir::NoDotAndDotDot | QDir::AllEntries),
               QStringList(u"tunedeck"_s));
-    QFile::remove(other); // an empty folder gives way, and so does what an interrupted run left
+    QFile::remove(other); // empty folders and leftovers are replaced
     m_home.write(u"u/.tunedeck/bin/tunedeck.new"_s, "half a prog");
     EXPECT_EQ(run(), "installed(serviceChanged: true, plistChanged: true)");
     EXPECT_EQ(QDir(m_home.path(u"u/.tunedeck/bin"_s)).entryList(QDir::Files), QStringList(u"tunedeck"_s));
@@ -207,7 +206,7 @@ TEST_F(ServiceInstallerTest, WhatIsInTheWayIsNamedAndNothingOfTheUsersIsLost) {
     EXPECT_TRUE(m_manager->asked.isEmpty());
 }
 
-TEST_F(ServiceInstallerTest, AFullOrReadOnlyDiskKeepsTheInstalledProgram) {
+TEST_F(ServiceInstallerTest, KeepsTheProgramOnAFullOrReadOnlyDisk) {
     const test::SmallDisk disk(512);
     if (!disk.isThere()) {
         GTEST_SKIP() << disk.reason();
@@ -228,7 +227,7 @@ TEST_F(ServiceInstallerTest, AFullOrReadOnlyDiskKeepsTheInstalledProgram) {
     EXPECT_EQ(run(home), "installed(serviceChanged: true, plistChanged: false)");
 }
 
-TEST_F(ServiceInstallerTest, AStopEndsItAtEveryStep) {
+TEST_F(ServiceInstallerTest, StopsAtEveryStep) {
     for (const auto& step : {u"print"_s, u"bootout"_s, u"bootstrap"_s, u"sleep"_s}) {
         m_manager->asked.clear();
         m_manager->answers = {{u"bootstrap"_s, 5}};

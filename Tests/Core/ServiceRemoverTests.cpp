@@ -16,7 +16,7 @@ using namespace test;
 const QString programPath = u".tunedeck/bin/tunedeck"_s;
 const QString plistPath = u"Library/LaunchAgents/com.brightfold.tunedeck.plist"_s;
 
-/// With a supervisor that answers as it was told; its own traces are one file.
+/// With a fake supervisor, whose own state is one file.
 class ServiceRemoverTest : public testing::Test {
 protected:
     void SetUp() override {
@@ -60,7 +60,7 @@ protected:
     std::function<std::vector<pid_t>()> m_processes = [] { return std::vector<pid_t>(); };
 };
 
-TEST_F(ServiceRemoverTest, TheServiceGoesAndTheUsersThingsStay) {
+TEST_F(ServiceRemoverTest, RemovesTheServiceAndKeepsTheUsersFiles) {
     m_home.write(u".tunedeck/bin/tunedeck.new"_s, "half a program");
     EXPECT_EQ(remove().done, QStringList({u"Stopped and disabled the service."_s, u"Removed the unit."_s,
                                           u"Removed ~/"_s + plistPath + u'.', u"Removed ~/"_s + programPath + u'.',
@@ -71,7 +71,7 @@ TEST_F(ServiceRemoverTest, TheServiceGoesAndTheUsersThingsStay) {
     EXPECT_TRUE(isThere(u".tunedeck/settings.json"_s));
 
     m_answers = {{u"print"_s, 4}, {u"bootout"_s, 1}};
-    EXPECT_EQ(remove(), Removal()); // nothing is left, and that is no failure
+    EXPECT_EQ(remove(), Removal());
 
     m_home.write(programPath, "program");
     m_home.write(u".tunedeck/bin/ffmpeg"_s, "a tool");
@@ -79,18 +79,17 @@ TEST_F(ServiceRemoverTest, TheServiceGoesAndTheUsersThingsStay) {
     EXPECT_TRUE(isThere(u".tunedeck/bin/ffmpeg"_s));
 }
 
-TEST_F(ServiceRemoverTest, WhatCannotBeRemovedIsNamedAndTheRestIsDone) {
+TEST_F(ServiceRemoverTest, ReportsFailuresAndContinues) {
     m_answers[u"bootout"_s] = 5;
     QFile::remove(m_home.path(plistPath));
     m_home.write(plistPath + u"/mine"_s, "keep");
     auto removal = remove();
-    EXPECT_EQ(removal.failures,
-              QStringList({u"The service's supervisor didn't let go of it: launchctl bootout exited 5."_s,
-                           m_home.path(plistPath) + u": Is a directory."_s}));
+    EXPECT_EQ(removal.failures, QStringList({u"Couldn't stop the service: launchctl bootout exited 5."_s,
+                                             m_home.path(plistPath) + u": Is a directory."_s}));
     EXPECT_EQ(removal.done, QStringList({u"Removed the unit."_s, u"Removed ~/"_s + programPath + u'.'}));
     EXPECT_TRUE(isThere(plistPath + u"/mine"_s));
 
-    // A supervisor that isn't there at all can't hold anything.
+    // A missing supervisor isn't a failure.
     m_answers = {{u"print"_s, -1}, {u"bootout"_s, -1}};
     QDir(m_home.path(plistPath)).removeRecursively();
     m_home.write(programPath, "program");
@@ -99,7 +98,7 @@ TEST_F(ServiceRemoverTest, WhatCannotBeRemovedIsNamedAndTheRestIsDone) {
     EXPECT_EQ(removal.done, QStringList(u"Removed ~/"_s + programPath + u'.'));
 }
 
-TEST_F(ServiceRemoverTest, AServiceThatNobodyEndsIsAskedToGoAndThenSentAway) {
+TEST_F(ServiceRemoverTest, TerminatesAndThenKillsARunningService) {
     m_answers = {{u"print"_s, -1}, {u"bootout"_s, -1}};
     for (const bool isStubborn : {false, true}) {
         QProcess service;
@@ -115,7 +114,7 @@ TEST_F(ServiceRemoverTest, AServiceThatNobodyEndsIsAskedToGoAndThenSentAway) {
         auto waited = 0ms;
         while (!ending->isThere() && waited < 10s) {
             if (!isStubborn || waited >= 5s) {
-                ASSERT_TRUE(service.waitForFinished()); // the signal needs its moment
+                ASSERT_TRUE(service.waitForFinished()); // signals are delivered asynchronously
             }
             m_clock.advance(100ms);
             waited += 100ms;
@@ -125,17 +124,17 @@ TEST_F(ServiceRemoverTest, AServiceThatNobodyEndsIsAskedToGoAndThenSentAway) {
         EXPECT_TRUE(ending->value->done.contains(u"Ended the service."_s));
         EXPECT_EQ(waited >= 5s, isStubborn);
     }
-    // One that outlives even that is no reason to leave the files.
+    // The files are removed even if the service survives SIGKILL.
     m_home.write(programPath, "program");
     m_processes = [] { return std::vector<pid_t>{std::numeric_limits<pid_t>::max()}; };
     const auto ending = test::endingOf(remover().remove({}));
     m_clock.advance(6s);
     ASSERT_TRUE(ending->value);
-    EXPECT_EQ(ending->value->failures, QStringList(u"The service still runs and can't be ended."_s));
+    EXPECT_EQ(ending->value->failures, QStringList(u"The service is still running and couldn't be stopped."_s));
     EXPECT_FALSE(isThere(programPath));
 }
 
-TEST_F(ServiceRemoverTest, AStopLeavesTheFiles) {
+TEST_F(ServiceRemoverTest, KeepsTheFilesWhenStopped) {
     m_processes = [] { return std::vector<pid_t>{std::numeric_limits<pid_t>::max()}; };
     std::stop_source source;
     const auto ending = test::endingOf(remover().remove(source.get_token()));

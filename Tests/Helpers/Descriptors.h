@@ -4,7 +4,7 @@
 
 namespace tunedeck::test {
 
-/// The number that the next descriptor to be opened will have: unequal before and after, it tells of one left open.
+/// The number of the next file descriptor; compare before and after to detect a leak.
 inline int nextDescriptor() {
     const int next = dup(STDIN_FILENO);
     close(next);

@@ -21,12 +21,12 @@ struct Sleeper {
 
 } // namespace
 
-/// Shared with the sleepers, so that clock and sleepers may go in any order.
+/// Shared with the sleepers, so that clock and sleepers may be destroyed in any order.
 struct ManualClock::State {
     QDateTime now;
     nanoseconds elapsed = std::chrono::hours(1);
     nanoseconds uptime = std::chrono::hours(2);
-    std::vector<Sleeper*> sleepers; // in the order in which they asked
+    std::vector<Sleeper*> sleepers; // in the order of their calls
     std::vector<milliseconds> asked;
 
     [[nodiscard]] nanoseconds left(const Sleeper& sleeper) const {

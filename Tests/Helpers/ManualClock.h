@@ -7,8 +7,8 @@
 
 namespace tunedeck::test {
 
-/// A clock that stands still until a test lets time pass. Sleepers are resumed by the moment that they wait for, the
-/// earlier to have asked first where two wait for the same; what they ask for next counts within the same passing.
+/// A clock that a test advances. Sleepers are resumed in order of their deadlines, then of their calls; sleeps that
+/// they start while being resumed belong to the same advance.
 class ManualClock final : public Clock {
 public:
     explicit ManualClock(QDateTime now = QDateTime(QDate(2026, 3, 1), QTime(12, 0), Qt::UTC));
@@ -16,23 +16,22 @@ public:
     [[nodiscard]] QDateTime now() const override;
     [[nodiscard]] std::chrono::nanoseconds elapsed() const override;
     [[nodiscard]] std::chrono::nanoseconds uptime() const override;
-    /// A sleep of no time is over at once.
+    /// A sleep of 0 ms doesn't suspend.
     QCoro::Task<bool> sleep(std::chrono::milliseconds duration, std::stop_token stop) override;
     QCoro::Task<bool> sleepThroughSuspend(std::chrono::milliseconds duration, std::stop_token stop) override;
 
-    /// Lets time pass.
     void advance(std::chrono::milliseconds duration);
 
-    /// Lets time pass while the machine sleeps: elapsed() stands still.
+    /// Advances the clock with the machine suspended: elapsed() stands still.
     void suspend(std::chrono::milliseconds duration);
 
-    /// Sets how long the machine has been up, as if it had been started at another time; nobody wakes up for it.
+    /// Sets uptime() without resuming sleepers.
     void setUptime(std::chrono::nanoseconds uptime);
 
-    /// Every sleep asked for so far, in order.
+    /// The durations of all sleeps so far.
     [[nodiscard]] const std::vector<std::chrono::milliseconds>& sleeps() const;
 
-    /// How many sleep at present.
+    /// The number of current sleepers.
     [[nodiscard]] std::size_t sleeping() const;
 
 private:

@@ -7,9 +7,9 @@ namespace tunedeck::test {
 
 bool runUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit) {
     const QDeadlineTimer deadline(limit);
-    // Comes round by itself, for what other threads and processes change.
-    QTimer look;
-    look.start(2ms);
+    // Poll, because other threads and processes may change the condition.
+    QTimer poll;
+    poll.start(2ms);
     while (!condition()) {
         if (deadline.hasExpired()) {
             return false;

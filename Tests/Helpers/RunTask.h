@@ -17,13 +17,13 @@ namespace tunedeck::test {
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-/// Runs the event loop until the condition holds, which may depend on other threads; false when it took too long.
+/// Runs the event loop until the condition holds; false on timeout. Other threads may change the condition.
 bool runUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit = 10s);
 
-/// Runs the event loop until nothing is due at once.
+/// Processes all pending events.
 void runDueEvents();
 
-/// How a task ended.
+/// The result of a task, once it has ended.
 template<class T>
 struct Ending {
     using Value = std::conditional_t<std::is_void_v<T>, std::monostate, T>;
@@ -43,7 +43,7 @@ QCoro::Task<> collect(QCoro::Task<T> task, std::shared_ptr<Ending<T>> ending) {
 }
 } // namespace detail
 
-/// Lets a task run by itself; the ending is filled in when it comes.
+/// Starts a task; the ending is filled in when the task ends.
 template<class T>
 std::shared_ptr<Ending<T>> endingOf(QCoro::Task<T> task) {
     auto ending = std::make_shared<Ending<T>>();
@@ -51,8 +51,7 @@ std::shared_ptr<Ending<T>> endingOf(QCoro::Task<T> task) {
     return ending;
 }
 
-/// Runs the event loop until the task has ended and returns its result; throws std::runtime_error when it
-/// takes longer than the limit.
+/// Runs the event loop until the task has ended and returns its result; throws std::runtime_error on timeout.
 template<class T>
 T runToEnd(QCoro::Task<T> task, std::chrono::milliseconds limit = 10s) {
     const auto ending = endingOf(std::move(task));
@@ -64,7 +63,7 @@ T runToEnd(QCoro::Task<T> task, std::chrono::milliseconds limit = 10s) {
     }
 }
 
-/// Counts how often the event loop came round while this lives: ticks of a 1 ms timer.
+/// Counts the ticks of a 1 ms timer, to show that the event loop isn't blocked.
 class Heartbeat {
 public:
     Heartbeat();

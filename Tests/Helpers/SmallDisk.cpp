@@ -26,7 +26,7 @@ bool write(const char* path, const QByteArray& text) {
     return written;
 }
 
-/// Gives this thread mounts of its own: for root at once, for others as the root of a user namespace.
+/// Enters a private mount namespace, for other users than root in a user namespace.
 bool separateMounts() {
     if (::geteuid() != 0) {
         const auto user = QByteArray::number(::geteuid());
@@ -44,7 +44,7 @@ bool separateMounts() {
 SmallDisk::SmallDisk(int kilobytes) : m_kilobytes(kilobytes) {
     const auto size = "size=" + std::to_string(kilobytes) + "k";
     if (!separateMounts() || ::mount("tmpfs", folder().c_str(), "tmpfs", 0, size.c_str()) != 0) {
-        m_reason = std::string("no disk of its own can be mounted here: ") + std::strerror(errno);
+        m_reason = std::string("can't mount a tmpfs: ") + std::strerror(errno);
     }
 }
 

@@ -22,7 +22,7 @@ void empty() {
     for (const auto& entry :
          home.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot)) {
         if (entry.isDir() && !entry.isSymLink()) {
-            // A test may have taken the right to look into it.
+            // A test may have removed its permissions.
             QFile::setPermissions(entry.filePath(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
             QDir(entry.filePath()).removeRecursively();
         } else {

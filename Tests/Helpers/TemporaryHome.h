@@ -5,8 +5,8 @@
 
 namespace tunedeck::test {
 
-/// An empty home folder of its own for a test, also for HOME and the XDG folders in the environment. Paths that a
-/// process computes once stay right: all tests of a process get the same folder, emptied each time.
+/// Sets HOME to an empty temporary folder and clears the XDG folders. All tests of a process share one path, emptied
+/// each time, because some paths are computed once per process.
 class TemporaryHome {
 public:
     TemporaryHome();
@@ -17,10 +17,10 @@ public:
     /// The folder, or a path in it.
     [[nodiscard]] QString path(const QString& relative = {}) const;
 
-    /// Writes a file below it, with the folders above the file; returns its path.
+    /// Writes a file, creating its folders; returns its path.
     QString write(const QString& relative, const QByteArray& bytes) const; // NOLINT(modernize-use-nodiscard)
 
-    /// The bytes of a file below it; empty when there is none.
+    /// The contents of a file; empty if it doesn't exist.
     [[nodiscard]] QByteArray read(const QString& relative) const;
 };
 

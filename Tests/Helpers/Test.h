@@ -1,6 +1,6 @@
 #pragma once
 
-// What most tests are made of.
+// Included by most tests.
 
 #include "Tests/Helpers/ManualClock.h"
 #include "Tests/Helpers/RunTask.h"

@@ -129,7 +129,7 @@ TEST_F(AtomicFileTest, AFullOrReadOnlyDiskKeepsTheOldFile) {
     EXPECT_TRUE(writeFileAtomically(path, "new"));
 }
 
-TEST_F(AtomicFileTest, FoldersAreMadeUnlessAFileIsInTheWay) {
+TEST_F(AtomicFileTest, CreatesFoldersUnlessAFileIsInTheWay) {
     const auto deep = m_home.path(u"a/ü b/c"_s);
     EXPECT_TRUE(createFolder(deep));
     EXPECT_TRUE(createFolder(deep + u'/'));

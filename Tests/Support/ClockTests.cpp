@@ -8,7 +8,7 @@ namespace {
 using std::chrono::milliseconds;
 using namespace test;
 
-TEST(SystemClock, SleepsNeverEndEarlyAndTheLoopStaysAlive) {
+TEST(SystemClock, NeverWakesEarlyNorBlocksTheLoop) {
     SystemClock clock;
     test::Heartbeat heart;
     const int descriptor = nextDescriptor();
@@ -21,12 +21,12 @@ TEST(SystemClock, SleepsNeverEndEarlyAndTheLoopStaysAlive) {
         EXPECT_GE(clock.uptime() - boot, duration);
     }
     EXPECT_GE(heart.ticks(), 5);
-    EXPECT_EQ(nextDescriptor(), descriptor) << "a sleep leaves none open";
+    EXPECT_EQ(nextDescriptor(), descriptor) << "leaked a descriptor";
     EXPECT_TRUE(runToEnd(clock.sleep(-5ms, {})));
     EXPECT_TRUE(runToEnd(clock.sleepThroughSuspend(0ms, {})));
 }
 
-TEST(SystemClock, AStopEndsASleepAtOnceAndAStoppedTokenNeverSleeps) {
+TEST(SystemClock, StopsSleepingAtOnce) {
     SystemClock clock;
     for (const auto duration : {milliseconds(1h), milliseconds::max()}) {
         std::stop_source stop;

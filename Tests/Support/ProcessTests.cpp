@@ -16,7 +16,7 @@ ProcessRequest shell(const QString& script) {
     return {.program = u"/bin/sh"_s, .arguments = {u"-c"_s, script}, .keepOutput = true};
 }
 
-TEST(ProcessTest, GivesStatusAndOutputWithoutBlocking) {
+TEST(ProcessTest, ReturnsStatusAndOutputWithoutBlocking) {
     const test::Heartbeat heartbeat;
     const auto result = runToEnd(runProcess(shell(u"echo out; echo err >&2; read x || sleep 0.1; exit 7"_s), {}));
     ASSERT_TRUE(result);
@@ -26,7 +26,7 @@ TEST(ProcessTest, GivesStatusAndOutputWithoutBlocking) {
     EXPECT_EQ(runToEnd(runProcess(shell(u"kill -TERM $$"_s), {}))->exitStatus, 128 + SIGTERM);
 }
 
-TEST(ProcessTest, KeepsOutputUpToItsLimitAndReadsTheRest) {
+TEST(ProcessTest, LimitsTheOutputKept) {
     auto request = shell(u"head -c 3000000 /dev/zero; echo end"_s);
     EXPECT_EQ(runToEnd(runProcess(request, {}))->output, QByteArray(1024 * 1024, '\0'));
     request.outputLimit = 10'000'000;
@@ -35,7 +35,7 @@ TEST(ProcessTest, KeepsOutputUpToItsLimitAndReadsTheRest) {
     EXPECT_EQ(runToEnd(runProcess(request, {}))->output, QByteArray());
 }
 
-TEST(ProcessTest, AProgramThatCannotBeStartedIsASentence) {
+TEST(ProcessTest, ReportsAProgramThatCannotBeStarted) {
     const test::TemporaryHome home;
     const auto notExecutable = home.write(u"file"_s, "text");
     for (const auto& program : {u"/nonexistent/program"_s, home.path(), notExecutable}) {
@@ -46,7 +46,7 @@ TEST(ProcessTest, AProgramThatCannotBeStartedIsASentence) {
     EXPECT_FALSE(startDetached(u"/nonexistent/program"_s, {}));
 }
 
-/// An owner whose coroutine ends the owner as soon as it resumes.
+/// Destroyed by its own coroutine when that resumes.
 struct Owner {
     std::unique_ptr<Owner>* self;
     std::shared_ptr<bool> ended;
@@ -63,7 +63,7 @@ struct Owner {
     }
 };
 
-TEST(ProcessTest, StoppingEndsTheProgramAtOnceAndTheOwnerMayGo) {
+TEST(ProcessTest, KillsTheProgramWhenTheOwnerIsDestroyed) {
     const test::TemporaryHome home;
     const auto ended = std::make_shared<bool>(false);
     std::unique_ptr<Owner> owner;
@@ -77,7 +77,7 @@ TEST(ProcessTest, StoppingEndsTheProgramAtOnceAndTheOwnerMayGo) {
     EXPECT_TRUE(test::runUntil([&] { return ::kill(pid, 0) != 0; }));
 }
 
-TEST(ProcessTest, TheOwnerMayGoInTheMomentItHears) {
+TEST(ProcessTest, AllowsDestroyingTheOwnerOnCompletion) {
     const auto ended = std::make_shared<bool>(false);
     std::unique_ptr<Owner> owner;
     owner.reset(new Owner{&owner, ended});
@@ -89,7 +89,7 @@ TEST(ProcessTest, TheOwnerMayGoInTheMomentItHears) {
     EXPECT_FALSE(runToEnd(runProcess(shell(u"exit 0"_s), stopped.get_token())));
 }
 
-TEST(ProcessTest, ADetachedProgramHasASessionOfItsOwn) {
+TEST(ProcessTest, StartsDetachedProgramsInTheirOwnSession) {
     const test::TemporaryHome home;
     const auto file = home.path(u"session"_s);
     ASSERT_TRUE(startDetached(u"/bin/sh"_s,

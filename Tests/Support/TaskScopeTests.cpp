@@ -11,7 +11,7 @@ namespace {
 
 using namespace test;
 
-/// An owner as the application has them: steps in nested coroutines, on timers, descriptors and handed-in clocks.
+/// Runs nested coroutines on timers, descriptors and an injected clock.
 class Owner {
 public:
     Owner(Clock& clock, int& steps) : m_clock(clock), m_steps(steps) {}
@@ -54,7 +54,7 @@ private:
     TaskScope m_scope;
 };
 
-TEST(TaskScope, TheOwnerMayGoAtEachSuspensionPoint) {
+TEST(TaskScope, AllowsDestroyingTheOwnerAtEachSuspensionPoint) {
     for (int goal = 0; goal <= 8; ++goal) {
         int steps = 0;
         ManualClock clock;
@@ -76,12 +76,12 @@ TEST(TaskScope, TheOwnerMayGoAtEachSuspensionPoint) {
     }
 }
 
-QCoro::Task<> ownsItsOwner(std::unique_ptr<Owner> owner, Clock& clock, std::stop_token stop) {
+QCoro::Task<> holdsOwner(std::unique_ptr<Owner> owner, Clock& clock, std::stop_token stop) {
     owner->start();
     co_await clock.sleep(1h, stop);
 }
 
-TEST(TaskScope, StoppingMayDestroyTheScopeThatIsStopped) {
+TEST(TaskScope, AllowsDestroyingTheScopeWhileStopping) {
     struct Holder {
         ManualClock clock;
         int steps = 0;
@@ -93,7 +93,7 @@ TEST(TaskScope, StoppingMayDestroyTheScopeThatIsStopped) {
     } holder;
     spawn(holder.hold(holder.scope->token()));
     const auto owner = test::endingOf(
-        ownsItsOwner(std::make_unique<Owner>(holder.clock, holder.steps), holder.clock, holder.scope->token()));
+        holdsOwner(std::make_unique<Owner>(holder.clock, holder.steps), holder.clock, holder.scope->token()));
     holder.scope->stop();
     EXPECT_FALSE(holder.scope);
     EXPECT_TRUE(owner->isThere());
@@ -105,17 +105,17 @@ QCoro::Task<> failing(Clock& clock, std::stop_token stop) {
     throw std::runtime_error("no such thing");
 }
 
-TEST(TaskScope, AnExceptionThatLeavesASpawnedTaskIsLogged) {
-    static QStringList said;
-    said.clear();
-    const auto previous =
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& message) { said << message; });
+TEST(TaskScope, LogsAnEscapedException) {
+    static QStringList messages;
+    messages.clear();
+    const auto previous = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString& message) { messages << message; });
     ManualClock clock;
     TaskScope scope;
     spawn(failing(clock, scope.token()));
     clock.advance(1ms);
     qInstallMessageHandler(previous);
-    EXPECT_EQ(said, QStringList{u"a task ended with an exception: no such thing"_s});
+    EXPECT_EQ(messages, QStringList{u"a task ended with an exception: no such thing"_s});
 }
 
 } // namespace

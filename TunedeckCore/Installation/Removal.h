@@ -7,17 +7,17 @@
 
 namespace tunedeck {
 
-/// What a removal did and what it couldn't do, one sentence for each thing; nothing at all when nothing was there.
+/// The result of a removal, one sentence per item; empty if nothing was found.
 struct Removal {
     QStringList done;
     QStringList failures; ///< each with its reason
 
-    /// Notes how one thing went: "Removed WHAT.", or why not. False (it wasn't there) is worth no word.
+    /// Adds "Removed WHAT." or the error; nothing if it didn't exist (false).
     void note(const QString& what, const std::expected<bool, QString>& removed);
     bool operator==(const Removal&) const = default;
 };
 
-/// Removes a file or a link; false when there was none. A folder is never removed: it is somebody else's.
+/// Removes a file or a link; false if it doesn't exist. Fails for a folder, which can't be ours.
 std::expected<bool, QString> removeFile(const QString& path);
 
 } // namespace tunedeck

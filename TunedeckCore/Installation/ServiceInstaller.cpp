@@ -18,9 +18,9 @@ using Outcome = ServiceInstaller::Outcome;
 
 namespace {
 
-constexpr int loadTries = 10;
+constexpr int loadAttempts = 10;
 constexpr std::chrono::milliseconds loadPause{500};
-constexpr std::int64_t restartPause = 30; // seconds
+constexpr std::int64_t throttleInterval = 30; // seconds
 
 Outcome failed(QString message) {
     return {.kind = Outcome::Kind::failed, .message = std::move(message)};
@@ -88,13 +88,13 @@ PropertyDictionary ServiceInstaller::plist() const {
         {u"EnvironmentVariables"_s, PropertyValue(environment)},
         {u"RunAtLoad"_s, PropertyValue(true)},
         {u"KeepAlive"_s, PropertyValue(true)},
-        {u"ThrottleInterval"_s, PropertyValue(restartPause)},
+        {u"ThrottleInterval"_s, PropertyValue(throttleInterval)},
         {u"StandardErrorPath"_s, PropertyValue(m_paths.serviceLog())},
         {u"StandardOutPath"_s, PropertyValue(m_paths.serviceOutput())},
     };
 }
 
-/// Whether it had to be copied.
+/// Returns whether it was copied.
 std::expected<bool, QString> ServiceInstaller::updateProgram(const QString& bundled) const {
     const auto program = installed();
     if (auto made = createFolder(QFileInfo(program).path()); !made) {
@@ -107,7 +107,7 @@ std::expected<bool, QString> ServiceInstaller::updateProgram(const QString& bund
     return copied ? std::expected<bool, QString>(true) : std::unexpected(copied.error());
 }
 
-/// Whether it had to be written.
+/// Returns whether it was written.
 std::expected<bool, QString> ServiceInstaller::updatePlist() const {
     const auto path = plistURL();
     if (auto made = createFolder(QFileInfo(path).path()); !made) {
@@ -166,7 +166,7 @@ QCoro::Task<Outcome> ServiceInstaller::run(ServiceInstaller installer, std::stop
     co_return co_await load(installer, done, stop);
 }
 
-/// Loads the agent. Tries again for a while, because one that was unloaded a moment ago may still be on its way out.
+/// Loads the agent. Retries, because bootstrap fails while a previous bootout is still in progress.
 QCoro::Task<Outcome> ServiceInstaller::load(ServiceInstaller installer, Outcome done, std::stop_token stop) {
     const QStringList bootstrap{u"bootstrap"_s, domainTarget(installer.m_uid), installer.plistURL()};
     for (int attempt = 1;; ++attempt) {
@@ -177,7 +177,7 @@ QCoro::Task<Outcome> ServiceInstaller::load(ServiceInstaller installer, Outcome 
         if (status == 0) {
             co_return done;
         }
-        if (attempt == loadTries) {
+        if (attempt == loadAttempts) {
             co_return failed(u"launchctl bootstrap exited "_s + QString::number(status));
         }
         const bool slept = co_await installer.m_clock->sleep(loadPause, stop);

@@ -15,43 +15,42 @@
 
 namespace tunedeck {
 
-/// Sees to it that the service is installed for the user and running.
+/// Installs the service for the user and starts it.
 class ServiceInstaller {
 public:
-    /// What came of it.
     struct Outcome {
         enum class Kind { installed, failed, notBundled, upToDate };
         Kind kind = Kind::upToDate;
         bool serviceChanged = false;
         bool plistChanged = false;
-        QString message = {}; ///< of a failure, for the user
+        QString message = {}; ///< of a failure
 
-        /// The case's name with its payload, for the log.
+        /// Kind and members, for the log.
         [[nodiscard]] QString description() const;
         bool operator==(const Outcome&) const = default;
     };
 
     static constexpr const char* label = "com.brightfold.tunedeck";
 
-    /// `home`: the user's home folder; `bundledService`: the program in the bundle; `uid`: names the launchd domain;
-    /// `clock`: of the waits between tries, lives longer than what runs.
+    /// `bundledService`: the program in the bundle; `uid`: for the launchd domain; `clock`: must outlive the
+    /// coroutines.
     ServiceInstaller(QString home, std::optional<QString> bundledService, std::uint32_t uid, Launchctl launchctl,
                      Clock& clock);
 
-    /// Copies the program, writes the property list and loads, reloads or restarts the agent, doing as little as the
-    /// present state allows. Every error becomes a failed outcome; so does a stop, whose outcome nobody should show.
+    /// Copies the program, writes the property list and loads, reloads or restarts the agent, each only if necessary.
+    /// Errors and stops are failed outcomes; the caller ignores those of a stop.
     [[nodiscard]] QCoro::Task<Outcome> ensureInstalled(std::stop_token stop) const;
 
-    /// The agent's property list.
+    /// The contents of the agent's property list.
     [[nodiscard]] PropertyDictionary plist() const;
-    /// Where the program is installed.
+    /// Path of the installed program.
     [[nodiscard]] QString installed() const { return m_paths.service(); }
-    /// Where the property list is.
+    /// Path of the agent's property list.
     [[nodiscard]] QString plistURL() const { return m_paths.agentPlist(); }
 
-    /// "gui/" and the user's id.
+    /// "gui/UID"
     static QString domainTarget(std::uint32_t uid);
-    /// "gui/", the user's id, "/" and the label.
+    /// "gui/UID/LABEL"
     static QString serviceTarget(std::uint32_t uid);
 
 private:

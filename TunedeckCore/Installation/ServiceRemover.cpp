@@ -20,12 +20,12 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto look = 100ms;
-struct Means {
+constexpr auto pollInterval = 100ms;
+struct Escalation {
     int signal;
-    int looks; ///< how often it is looked whether that was enough
+    int polls; ///< until the next escalation
 };
-constexpr std::array<Means, 2> means{{{SIGTERM, 50}, {SIGKILL, 10}}};
+constexpr std::array<Escalation, 2> escalations{{{SIGTERM, 50}, {SIGKILL, 10}}};
 
 } // namespace
 
@@ -49,7 +49,7 @@ QCoro::Task<Removal> ServiceRemover::run(ServiceRemover remover, std::stop_token
     if (stop.stop_requested()) {
         co_return removal;
     }
-    // Also what isn't loaded: it may have been stopped and still be started with the next session.
+    // Even if it isn't loaded: a stopped service may still be enabled for the next session.
     const QStringList unload{u"bootout"_s, remover.m_target};
     const auto unloaded = co_await remover.m_supervisor.launchctl(unload, stop);
     if (stop.stop_requested()) {
@@ -58,18 +58,17 @@ QCoro::Task<Removal> ServiceRemover::run(ServiceRemover remover, std::stop_token
     if (loaded == 0 && unloaded == 0) {
         removal.done << u"Stopped and disabled the service."_s;
     } else if (loaded == 0) {
-        removal.failures << u"The service's supervisor didn't let go of it: launchctl bootout exited %1."_s.arg(
-            unloaded);
+        removal.failures << u"Couldn't stop the service: launchctl bootout exited %1."_s.arg(unloaded);
     }
 
-    const bool survived = !remover.m_supervisor.processes(remover.m_program).empty();
+    const bool wasRunning = !remover.m_supervisor.processes(remover.m_program).empty();
     const bool ended = co_await endProcesses(remover, stop);
     if (stop.stop_requested()) {
         co_return removal;
     }
     if (!ended) {
-        removal.failures << u"The service still runs and can't be ended."_s;
-    } else if (survived) {
+        removal.failures << u"The service is still running and couldn't be stopped."_s;
+    } else if (wasRunning) {
         removal.done << u"Ended the service."_s;
     }
 
@@ -83,30 +82,30 @@ QCoro::Task<Removal> ServiceRemover::run(ServiceRemover remover, std::stop_token
     co_return removal;
 }
 
-/// Asks the processes of the program to end, in the end without asking; false when one is still there.
+/// Terminates the program's processes, then kills them; false if one is left.
 QCoro::Task<bool> ServiceRemover::endProcesses(ServiceRemover remover, std::stop_token stop) {
-    const auto runs = [&remover] { return remover.m_supervisor.processes(remover.m_program); };
-    for (const auto& mean : means) {
-        for (const auto process : runs()) {
-            ::kill(process, mean.signal);
+    const auto processes = [&remover] { return remover.m_supervisor.processes(remover.m_program); };
+    for (const auto& escalation : escalations) {
+        for (const auto process : processes()) {
+            ::kill(process, escalation.signal);
         }
-        for (int i = 0; i < mean.looks && !runs().empty(); ++i) {
-            const bool slept = co_await remover.m_clock->sleep(look, stop);
+        for (int i = 0; i < escalation.polls && !processes().empty(); ++i) {
+            const bool slept = co_await remover.m_clock->sleep(pollInterval, stop);
             if (!slept) {
                 co_return false;
             }
         }
     }
-    co_return runs().empty();
+    co_return processes().empty();
 }
 
 void ServiceRemover::removeFiles(Removal& removal) const {
     removal.note(abbreviatingHome(m_plist, m_home), removeFile(m_plist));
     removal.note(abbreviatingHome(m_program, m_home), removeFile(m_program));
-    // What an interrupted installation left.
+    // Left by an interrupted installation.
     const auto unfinished = m_program + u".new"_s;
     removal.note(abbreviatingHome(unfinished, m_home), removeFile(unfinished));
-    ::rmdir(QFile::encodeName(QFileInfo(m_program).path()).constData()); // only when nothing else is in it
+    ::rmdir(QFile::encodeName(QFileInfo(m_program).path()).constData()); // only if it is empty
 }
 
 } // namespace tunedeck

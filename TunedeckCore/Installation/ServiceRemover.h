@@ -17,26 +17,24 @@
 
 namespace tunedeck {
 
-/// Takes away what ServiceInstaller put into the user's home, and ends the service. What the service itself wrote
-/// stays.
+/// Stops the service and removes the files that ServiceInstaller installed. Keeps the service's own data.
 class ServiceRemover {
 public:
-    /// What supervises the service here.
+    /// Access to the service's supervisor.
     struct Supervisor {
         Launchctl launchctl;
-        /// Takes away what the supervisor made of the property list, also when it can't be reached itself.
+        /// Removes what the supervisor derived from the property list, even if it isn't running.
         std::function<QCoro::Task<Removal>(std::stop_token stop)> forget;
-        /// The user's processes that run the program of this path.
+        /// The user's processes that run this program.
         std::function<std::vector<pid_t>(const QString& program)> processes;
     };
 
-    /// `home`: the user's home folder, for the words; `uid`: names the launchd domain; `clock`: of the wait for the
-    /// service's end, lives longer than what runs.
+    /// `home`: abbreviated in messages; `uid`: for the launchd domain; `clock`: must outlive the coroutines.
     ServiceRemover(QString home, const ServiceInstaller& installer, std::uint32_t uid, Supervisor supervisor,
                    Clock& clock);
 
-    /// Stops and disables the service, then removes its files. A step that fails keeps none of the others from being
-    /// taken, and nothing depends on the supervisor being there: a service that it doesn't end is sent away.
+    /// Stops and disables the service, then removes its files. Continues after a failed step, and kills a service that
+    /// the supervisor doesn't end.
     [[nodiscard]] QCoro::Task<Removal> remove(std::stop_token stop) const;
 
 private:

@@ -2,10 +2,12 @@
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 const QUrl& base() {
-    static const QUrl url(QStringLiteral(TUNEDECK_WEB_ENDPOINT));
+    static const QUrl url(QString::fromLatin1(TUNEDECK_WEB_ENDPOINT));
     return url;
 }
 
@@ -22,7 +24,7 @@ QString WebEndpoint::host() {
 }
 
 QString WebEndpoint::feedKey() {
-    return QStringLiteral(TUNEDECK_FEED_KEY);
+    return QString::fromLatin1(TUNEDECK_FEED_KEY);
 }
 
 } // namespace tunedeck

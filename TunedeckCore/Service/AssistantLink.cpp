@@ -11,8 +11,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Each word with a capital first and small letters after it.
-QString capitalised(const QString& text) {
+/// Title case.
+QString titleCase(const QString& text) {
     icu::UnicodeString words(reinterpret_cast<const char16_t*>(text.utf16()), static_cast<int32_t>(text.size()));
     words.toTitle(nullptr, icu::Locale::getEnglish());
     return QString(reinterpret_cast<const QChar*>(words.getBuffer()), words.length());
@@ -44,7 +44,7 @@ QString AssistantLink::displayName() const {
     if (label) {
         return *label;
     }
-    return known ? info(*known).name : capitalised(kind);
+    return known ? info(*known).name : titleCase(kind);
 }
 
 bool AssistantLink::pairingExpired(const QDateTime& now) const {

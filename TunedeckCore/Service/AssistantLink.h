@@ -11,15 +11,14 @@
 
 namespace tunedeck {
 
-/// One connection between the user's library and an assistant, as the service reports it. Its members are named in
-/// JSON as they are here (json::Keys::AsWritten).
+/// A connection between the user's library and an assistant. JSON uses the same member names (json::Keys::AsWritten).
 struct AssistantLink {
     QString id;
     QString kind; ///< an assistant's raw value; unknown ones are kept
     std::optional<QString> label;
     std::optional<QString> createdAt;
     std::optional<QString> lastUsedAt;
-    std::optional<QString> url; ///< private; absent when the link was made on another computer
+    std::optional<QString> url; ///< private; absent if the link was created on another computer
     std::optional<QString> apiUrl;
     std::optional<QString> token;
     std::optional<bool> paired;
@@ -27,12 +26,12 @@ struct AssistantLink {
     std::optional<QString> expiresAt;
 
     [[nodiscard]] std::optional<Assistant> assistant() const;
-    /// Telegram: paired; every other kind: used at least once.
+    /// Telegram: paired; other kinds: used at least once.
     [[nodiscard]] bool isConnected() const;
     [[nodiscard]] std::optional<QDateTime> lastUsed() const;
     [[nodiscard]] std::optional<QDateTime> expires() const;
     [[nodiscard]] QString displayName() const;
-    /// Whether an unpaired Telegram link's code no longer works at that moment.
+    /// Whether the code of an unpaired Telegram link has expired.
     [[nodiscard]] bool pairingExpired(const QDateTime& now) const;
     bool operator==(const AssistantLink&) const = default;
 };

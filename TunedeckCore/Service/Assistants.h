@@ -9,31 +9,27 @@
 
 namespace tunedeck {
 
-/// A kind of assistant connection, in the order in which they are listed.
+/// The kinds of assistants, in display order.
 enum class Assistant { chatgpt, claude, telegram, iphone };
 
-/// All kinds in order.
 inline constexpr std::array allAssistants{Assistant::chatgpt, Assistant::claude, Assistant::telegram,
                                           Assistant::iphone};
 
-/// What is known of a kind of assistant.
 struct AssistantInfo {
-    QString rawValue;       ///< "chatgpt", "claude", "telegram", "shortcut": its identity
+    QString rawValue;       ///< "chatgpt", "claude", "telegram" or "shortcut", as the service spells it
     QString name;           ///< display name
-    QString cost;           ///< plan, "Free" or "Paid plan"
+    QString cost;           ///< "Free" or "Paid plan"
     QString systemImage;    ///< symbol name
-    QString guide;          ///< last component of its guide's path
+    QString guide;          ///< last component of the guide's path
     QString example;        ///< a request to try
     QStringList setupSteps; ///< sentences
 };
 
-/// What is known of an assistant.
 const AssistantInfo& info(Assistant assistant);
 
-/// The kind with exactly that raw value.
 std::optional<Assistant> assistantFromRawValue(const QString& rawValue);
 
-/// Its setup guide on the product's web endpoint.
+/// The setup guide on the product's website.
 QUrl guideURL(Assistant assistant);
 
 } // namespace tunedeck

@@ -33,8 +33,8 @@ std::expected<CloudHealth, json::Error> CloudHealth::decode(const QByteArray& by
 
 QCoro::Task<std::optional<CloudHealth>> CloudHealth::fetch(QString baseURL, Downloader downloader,
                                                            std::stop_token stop) {
-    constexpr std::int64_t largest = 1024 * 1024;
-    constexpr std::chrono::seconds patience{4};
+    constexpr std::int64_t maxSize = 1024 * 1024;
+    constexpr std::chrono::seconds timeout{4};
     QStringView trimmed(baseURL);
     while (trimmed.startsWith(u'/')) {
         trimmed = trimmed.sliced(1);
@@ -46,11 +46,11 @@ QCoro::Task<std::optional<CloudHealth>> CloudHealth::fetch(QString baseURL, Down
     if (!url.isValid()) {
         co_return std::nullopt;
     }
-    const auto answer = co_await downloader.fetch(url, largest, patience, stop);
-    if (!answer || answer->status != 200) {
+    const auto response = co_await downloader.fetch(url, maxSize, timeout, stop);
+    if (!response || response->status != 200) {
         co_return std::nullopt;
     }
-    auto health = decode(answer->body);
+    auto health = decode(response->body);
     co_return health ? std::optional(std::move(*health)) : std::nullopt;
 }
 

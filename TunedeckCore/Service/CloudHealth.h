@@ -14,9 +14,9 @@
 
 namespace tunedeck {
 
-/// How the cloud relay says it is.
+/// The health report of the cloud relay.
 struct CloudHealth {
-    /// What the relay knows of this computer's end.
+    /// This computer's connection to the relay.
     struct Agent {
         bool online = false;
         std::optional<QString> lastSeen;
@@ -32,7 +32,7 @@ struct CloudHealth {
 
     static std::expected<CloudHealth, json::Error> decode(const QByteArray& bytes);
 
-    /// Asks the relay at a base URL, with or without "/" around it, within 4 seconds; every failure yields nothing.
+    /// Fetches the report from a base URL within 4 seconds; nothing on any failure.
     static QCoro::Task<std::optional<CloudHealth>> fetch(QString baseURL, Downloader downloader, std::stop_token stop);
     bool operator==(const CloudHealth&) const = default;
 };

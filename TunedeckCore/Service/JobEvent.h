@@ -4,7 +4,7 @@
 
 namespace tunedeck {
 
-/// Something that happened to a download job.
+/// A change in the state of a download job.
 struct JobEvent {
     enum class Kind { requested, finished, failed };
     Kind kind = Kind::requested;

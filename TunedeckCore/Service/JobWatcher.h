@@ -11,10 +11,10 @@
 
 namespace tunedeck {
 
-/// Turns successive lists of jobs into events; silent about the first.
+/// Compares successive lists of jobs. The first list is the baseline and gives no events.
 class JobWatcher {
 public:
-    /// The events since the last call, in the order of the jobs.
+    /// The events since the last call, in the order of the list.
     std::vector<JobEvent> update(const std::vector<ServiceStatus::Job>& jobs);
 
 private:

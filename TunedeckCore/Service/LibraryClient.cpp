@@ -6,6 +6,8 @@
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
+
 using Reply = LibraryClient::Reply;
 
 template<>
@@ -16,13 +18,13 @@ struct json::Members<Reply> {
 
 namespace {
 
-/// The one way of all actions. A reply is taken at its word, whatever the status that it came with.
+/// Accepts a reply regardless of its HTTP status.
 QCoro::Task<Reply> send(HttpRequest request, std::stop_token stop) {
-    const auto answer = co_await sendLocal(request, stop);
-    if (!answer) {
-        co_return Reply{.error = service::sentence(answer.error())};
+    const auto response = co_await sendLocal(request, stop);
+    if (!response) {
+        co_return Reply{.error = service::sentence(response.error())};
     }
-    auto reply = json::decode<Reply>(answer->body, json::Keys::AsWritten);
+    auto reply = json::decode<Reply>(response->body, json::Keys::AsWritten);
     if (!reply) {
         co_return Reply{.error = service::unexpectedReply()};
     }
@@ -41,7 +43,7 @@ QCoro::Task<Reply> post(const std::optional<QUrl>& base, const QByteArray& actio
 } // namespace
 
 QCoro::Task<Reply> LibraryClient::restore(QString version, std::stop_token stop) const {
-    return post(baseURL, "restore", {{QStringLiteral("version"), version}}, std::move(stop));
+    return post(baseURL, "restore", {{u"version"_s, version}}, std::move(stop));
 }
 
 QCoro::Task<Reply> LibraryClient::applyNow(std::stop_token stop) const {

@@ -9,10 +9,8 @@
 
 namespace tunedeck {
 
-/// Asks the service for actions on the Rekordbox library. One attempt each, 120 seconds in all; never fails but by a
-/// reply whose ok is false.
+/// Requests actions on the Rekordbox library; one attempt and 120 seconds each. Failures are replies with `ok` false.
 struct LibraryClient {
-    /// What the service answered.
     struct Reply {
         bool ok = false;
         std::optional<QString> message = {};
@@ -21,7 +19,7 @@ struct LibraryClient {
         bool operator==(const Reply&) const = default;
     };
 
-    std::optional<QUrl> baseURL = {}; ///< found through ServiceEndpoint for each call when absent
+    std::optional<QUrl> baseURL = {}; ///< default: resolved by ServiceEndpoint for each call
 
     QCoro::Task<Reply> restore(QString version, std::stop_token stop = {}) const;
     QCoro::Task<Reply> applyNow(std::stop_token stop = {}) const;

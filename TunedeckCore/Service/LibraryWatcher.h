@@ -8,15 +8,15 @@
 
 namespace tunedeck {
 
-/// Turns successive library sections into updates; silent about the first.
+/// Detects newly applied changes. The first call is the baseline and returns nothing.
 class LibraryWatcher {
 public:
-    /// The applied record when it is new.
+    /// Returns the record if it is new.
     std::optional<ServiceStatus::Library::Applied> update(
         const std::optional<ServiceStatus::Library::Applied>& applied);
 
 private:
-    std::optional<std::optional<QString>> m_lastSeen; ///< the time stamp of the last one seen
+    std::optional<std::optional<QString>> m_lastSeen; ///< its time stamp
 };
 
 } // namespace tunedeck

@@ -27,7 +27,7 @@ struct json::Members<LinkList> {
 };
 namespace {
 
-/// An answer with a status from 200 to 299.
+/// Fails for any status but 200 to 299.
 QCoro::Task<LinksClient::Result<HttpReply>> send(HttpRequest request, std::stop_token stop) {
     const auto reply = co_await sendLocal(request, stop);
     if (!reply) {
@@ -77,10 +77,10 @@ HttpRequest request(const LinksClient& client, HttpMethod method, const QByteArr
     return {.method = method, .url = service::resource(client.baseURL, path), .timeout = std::chrono::seconds(30)};
 }
 
-/// The path of one link. None for ids that a path can't carry: an empty component or one of dots names another
-/// resource, however it is encoded. No link has such an id; whoever sent it sent nonsense.
+/// The path of one link. Nothing for "", "." and "..": as a path component they name another resource, even
+/// percent-encoded.
 std::optional<QByteArray> pathOf(const QString& id) {
-    if (id.isEmpty() || id == QStringLiteral(".") || id == QStringLiteral("..")) {
+    if (id.isEmpty() || id == u"."_s || id == u".."_s) {
         return std::nullopt;
     }
     return "local/links/" + QUrl::toPercentEncoding(id);
@@ -91,11 +91,10 @@ std::optional<QByteArray> pathOf(const QString& id) {
 Failure Failure::from(int status, const QByteArray& body) {
     const auto object = json::parseObject(body).value_or(json::Object());
     const auto code = object.text("code"_L1);
-    if (code == QStringLiteral("telegram_not_configured")) {
-        return {.message = QStringLiteral("Telegram isn't available yet."), .code = code};
+    if (code == u"telegram_not_configured"_s) {
+        return {.message = u"Telegram isn't available yet."_s, .code = code};
     }
-    return {.message = object.text("error"_L1).value_or(QStringLiteral("tunedeck answered %1.").arg(status)),
-            .code = code};
+    return {.message = object.text("error"_L1).value_or(u"tunedeck answered %1."_s.arg(status)), .code = code};
 }
 
 QCoro::Task<LinksClient::Result<std::vector<AssistantLink>>> LinksClient::list(std::stop_token stop) const {
@@ -104,8 +103,8 @@ QCoro::Task<LinksClient::Result<std::vector<AssistantLink>>> LinksClient::list(s
 
 QCoro::Task<LinksClient::Result<AssistantLink>> LinksClient::create(Assistant assistant, std::stop_token stop) const {
     auto creation = request(*this, HttpMethod::Post, "local/links");
-    creation.json = json::compactText(json::Object{{QStringLiteral("kind"), info(assistant).rawValue},
-                                                   {QStringLiteral("label"), info(assistant).name}});
+    creation.json =
+        json::compactText(json::Object{{u"kind"_s, info(assistant).rawValue}, {u"label"_s, info(assistant).name}});
     return receive<AssistantLink>(std::move(creation), std::move(stop));
 }
 

@@ -11,21 +11,19 @@
 #include <stop_token>
 #include <utility>
 
-/// What the clients of the service have in common.
+/// Shared by the clients of the service.
 namespace tunedeck::service {
 
-/// The URL of a path of the service, below a client's own base URL or else where the service listens at present. The
-/// path is percent-encoded already.
+/// The URL of a percent-encoded path, relative to `base` or, without one, to where the service listens now.
 QUrl resource(const std::optional<QUrl>& base, const QByteArray& encodedPath);
 
-/// "tunedeck isn't running." when there was no answer, "Unexpected reply from tunedeck." when there was one that is
-/// too large to be taken.
+/// The message for a failed request: "tunedeck isn't running.", or unexpectedReply() if the response was too large.
 QString sentence(HttpFailure failure);
 
 /// "Unexpected reply from tunedeck."
 QString unexpectedReply();
 
-/// The document that the service answers with and status 200; nothing for any other answer.
+/// Fetches and decodes a document; nothing unless the status is 200 and the document is valid.
 template<class Document>
 QCoro::Task<std::optional<Document>> fetchDocument(HttpRequest request, std::stop_token stop) {
     const auto reply = co_await sendLocal(request, stop);

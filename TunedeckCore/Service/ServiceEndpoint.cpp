@@ -8,6 +8,8 @@
 
 namespace tunedeck::ServiceEndpoint {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// The port in a runtime file, 1 to 65535. Other than elsewhere, 8000.0 is no integer.
@@ -30,7 +32,7 @@ const QString& runtimeFile() {
 }
 
 const QUrl& defaultBase() {
-    static const QUrl url(QStringLiteral("http://127.0.0.1:8000"));
+    static const QUrl url(u"http://127.0.0.1:8000"_s);
     return url;
 }
 

@@ -3,16 +3,16 @@
 #include <QString>
 #include <QUrl>
 
-/// Where the service listens; see base().
+/// Where the service listens.
 namespace tunedeck::ServiceEndpoint {
 
-/// `~/.tunedeck/runtime.json`, which the service writes.
+/// `~/.tunedeck/runtime.json`, written by the service.
 const QString& runtimeFile();
 
-/// "http://127.0.0.1:8000", where the service is looked for when its file says nothing.
+/// "http://127.0.0.1:8000", used if the runtime file has no valid port.
 const QUrl& defaultBase();
 
-/// The service's base URL by its runtime file; every problem yields defaultBase(). Read afresh at every call.
+/// Reads the runtime file and returns the service's base URL; on any error defaultBase().
 QUrl base(const QString& runtimeFile);
 
 } // namespace tunedeck::ServiceEndpoint

@@ -13,7 +13,7 @@
 
 namespace tunedeck {
 
-/// The service's whole state as it describes it in one document.
+/// The service's status document.
 struct ServiceStatus {
     /// The link to the cloud relay.
     struct Cloud {
@@ -25,17 +25,17 @@ struct ServiceStatus {
         bool operator==(const Cloud&) const = default;
     };
 
-    /// The endpoint that assistants talk to.
+    /// The endpoint for assistants.
     struct Mcp {
         std::optional<QString> publicUrl;
         QString localUrl;
         bool operator==(const Mcp&) const = default;
     };
 
-    /// One download job; its identity is the job id.
+    /// A download job.
     struct Job {
         QString jobId;
-        QString state; ///< "queued", "running", "done", "failed" and what the service may add
+        QString state; ///< "queued", "running", "done", "failed" or unknown
         QString playlist;
         QString message;
         std::optional<QString> createdAt;
@@ -45,14 +45,14 @@ struct ServiceStatus {
         std::optional<std::int64_t> errors;
         std::optional<QString> xmlVersion;
 
-        /// When it finished, or when it was created while there is no time of finishing.
+        /// When it finished or, without finishedAt, when it was created.
         [[nodiscard]] std::optional<QDateTime> date() const;
         bool operator==(const Job&) const = default;
     };
 
-    /// The Rekordbox library as the service sees it.
+    /// The Rekordbox library.
     struct Library {
-        /// A change that waits to be applied.
+        /// A change to be applied.
         struct Pending {
             QString id;
             QString createdAt;
@@ -66,14 +66,14 @@ struct ServiceStatus {
             QString error;
             bool operator==(const Failed&) const = default;
         };
-        /// The change that was applied last.
+        /// An applied change.
         struct Applied {
             QString at;
             std::optional<QString> version;
             QString summary;
             bool operator==(const Applied&) const = default;
         };
-        /// A backup that can be restored; its identity is the version.
+        /// A backup that can be restored.
         struct Backup {
             QString version;
             QString createdAt;
@@ -108,7 +108,7 @@ struct ServiceStatus {
     Cloud cloud;
     std::vector<Job> recentJobs;
 
-    /// Reads a document; refuses one that lacks a required member or has one of the wrong type.
+    /// Fails if a required member is missing or a member has the wrong type.
     static std::expected<ServiceStatus, json::Error> decode(const QByteArray& bytes);
     bool operator==(const ServiceStatus&) const = default;
 };

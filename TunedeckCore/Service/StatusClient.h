@@ -10,12 +10,12 @@
 
 namespace tunedeck {
 
-/// Asks the service for its status.
+/// Fetches the service's status.
 struct StatusClient {
-    /// The full URL of the status resource; found through ServiceEndpoint for each call when absent.
+    /// Full URL of the status resource; default: resolved by ServiceEndpoint for each call.
     std::optional<QUrl> url = {};
 
-    /// The document, or nothing when there is no good answer with status 200 within 2 seconds.
+    /// Nothing unless a valid document arrives with status 200 within 2 seconds.
     QCoro::Task<std::optional<ServiceStatus>> fetch(std::stop_token stop = {}) const;
 };
 

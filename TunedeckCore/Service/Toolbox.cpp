@@ -6,6 +6,8 @@
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
+
 using Tool = ToolboxReport::Tool;
 
 template<>
@@ -27,7 +29,7 @@ std::optional<QString> ToolboxReport::Tool::displayVersion() const {
     if (!installed) {
         return {};
     }
-    return installed->split(QStringLiteral("==")).last();
+    return installed->split(u"=="_s).last();
 }
 
 std::vector<Tool> ToolboxReport::all() const {

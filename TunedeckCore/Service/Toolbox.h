@@ -11,16 +11,16 @@
 
 namespace tunedeck {
 
-/// The service's report about its download tools.
+/// The service's report on its download tools.
 struct ToolboxReport {
-    /// One tool or tool environment; its identity is the name.
+    /// A tool or tool environment.
     struct Tool {
         QString name;
         std::optional<QString> installed; ///< a version, or a requirement such as "spotdl==4.2"
         QString wanted;
         bool ready = false;
 
-        /// The installed version without the name of a requirement.
+        /// The installed version, without the "name==" of a requirement.
         [[nodiscard]] std::optional<QString> displayVersion() const;
         bool operator==(const Tool&) const = default;
     };
@@ -36,7 +36,6 @@ struct ToolboxReport {
 
     /// The tools, then the environments.
     [[nodiscard]] std::vector<Tool> all() const;
-    /// Whether every entry of all() is ready.
     [[nodiscard]] bool allReady() const;
 
     static std::expected<ToolboxReport, json::Error> decode(const QByteArray& bytes);

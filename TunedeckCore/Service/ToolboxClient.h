@@ -10,14 +10,14 @@
 
 namespace tunedeck {
 
-/// Asks the service about its tools and to install them.
+/// Fetches the report on the tools and requests their installation.
 struct ToolboxClient {
-    std::optional<QUrl> baseURL = {}; ///< found through ServiceEndpoint for each call when absent
+    std::optional<QUrl> baseURL = {}; ///< default: resolved by ServiceEndpoint for each call
 
-    /// The report, or nothing when there is no good answer with status 200 within 3 seconds.
+    /// Nothing unless a valid report arrives with status 200 within 3 seconds.
     QCoro::Task<std::optional<ToolboxReport>> fetch(std::stop_token stop = {}) const;
 
-    /// Asks for an installation; true exactly when the service accepts it with status 202 within 10 seconds.
+    /// Requests an installation; true if the service accepts it with status 202 within 10 seconds.
     QCoro::Task<bool> install(std::stop_token stop = {}) const;
 };
 

@@ -42,8 +42,8 @@ std::optional<TunnelConfig> TunnelConfig::parse(const QString& text) {
 }
 
 std::optional<TunnelConfig> TunnelConfig::load(const QString& path) {
-    constexpr std::int64_t largest = 4 * 1024 * 1024;
-    const auto bytes = readFile(path, largest);
+    constexpr std::int64_t maxSize = 4 * 1024 * 1024;
+    const auto bytes = readFile(path, maxSize);
     return bytes && bytes->isValidUtf8() ? parse(QString::fromUtf8(*bytes)) : std::nullopt;
 }
 

@@ -14,9 +14,8 @@
 
 namespace tunedeck {
 
-/// Runs blocking work on a thread of its own while the event loop goes on. The work gets a copy of the token and is
-/// expected to look at it between its steps. Nothing when it was stopped before it was done; the work may then still
-/// be ending.
+/// Runs blocking work on a separate thread. The work gets the token and should check it between its steps. Returns
+/// nothing when stopped early; the thread may then still be running.
 template<class T>
 QCoro::Task<std::optional<T>> inBackground(std::function<T(std::stop_token)> work, std::stop_token stop) {
     struct Shared {
@@ -27,7 +26,7 @@ QCoro::Task<std::optional<T>> inBackground(std::function<T(std::stop_token)> wor
     const auto shared = std::make_shared<Shared>(Shared{.wait = &wait});
     std::thread([work = std::move(work), shared, stop]() mutable {
         shared->result.emplace(work(stop));
-        work = nullptr; // what it holds is let go before anybody hears of the end
+        work = nullptr; // destroy its captures before the caller resumes
         QMetaObject::invokeMethod(
             QCoreApplication::instance(),
             [shared] {

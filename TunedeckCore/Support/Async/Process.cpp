@@ -9,11 +9,13 @@
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-/// Ends a program that nobody waits for any more. The object lives on until the program is gone, because its
-/// destructor would block meanwhile.
-struct Retire {
+/// Kills a program that is no longer awaited. The object is deleted when the program has exited, because the destructor
+/// of a running QProcess blocks.
+struct KillAndDeleteLater {
     void operator()(QProcess* process) const {
         process->disconnect();
         if (process->state() == QProcess::NotRunning) {
@@ -31,7 +33,7 @@ struct Retire {
     }
 };
 
-void sendStreamsNowhere(QProcess& process, bool keepOutput) {
+void discardStreams(QProcess& process, bool keepOutput) {
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
     if (!keepOutput) {
@@ -42,16 +44,16 @@ void sendStreamsNowhere(QProcess& process, bool keepOutput) {
 } // namespace
 
 QCoro::Task<std::expected<ProcessResult, QString>> runProcess(ProcessRequest request, std::stop_token stop) {
-    const auto stopped = [] { return std::unexpected(QStringLiteral("The program was stopped.")); };
+    const auto stopped = [] { return std::unexpected(u"The program was stopped."_s); };
     if (stop.stop_requested()) {
         co_return stopped();
     }
     ProcessResult result;
     Wait wait(stop);
-    const std::unique_ptr<QProcess, Retire> process(new QProcess);
-    sendStreamsNowhere(*process, request.keepOutput || request.onOutput);
+    const std::unique_ptr<QProcess, KillAndDeleteLater> process(new QProcess);
+    discardStreams(*process, request.keepOutput || request.onOutput);
     QObject::connect(process.get(), &QProcess::readyReadStandardOutput, [&] {
-        // What is over the limit is read as well, or the program would wait for somebody to take it.
+        // Read beyond the limit, too: a full pipe would block the program.
         const auto bytes = process->readAllStandardOutput();
         if (request.onOutput) {
             request.onOutput(bytes);
@@ -70,7 +72,7 @@ QCoro::Task<std::expected<ProcessResult, QString>> runProcess(ProcessRequest req
         co_return stopped();
     }
     if (process->error() == QProcess::FailedToStart) {
-        co_return std::unexpected(request.program + QStringLiteral(": ") + process->errorString());
+        co_return std::unexpected(request.program + u": "_s + process->errorString());
     }
     result.exitStatus = process->exitStatus() == QProcess::CrashExit ? 128 + process->exitCode() : process->exitCode();
     co_return result;
@@ -80,7 +82,7 @@ bool startDetached(const QString& program, const QStringList& arguments) {
     QProcess process;
     process.setProgram(program);
     process.setArguments(arguments);
-    sendStreamsNowhere(process, false);
+    discardStreams(process, false);
     return process.startDetached();
 }
 

@@ -12,28 +12,26 @@
 
 namespace tunedeck {
 
-/// How a program ended.
 struct ProcessResult {
-    int exitStatus = 0; ///< 128 + the signal's number when a signal ended it
-    QByteArray output;  ///< its standard output, when it was asked for
+    int exitStatus = 0; ///< 128 + signal number if killed by a signal
+    QByteArray output;  ///< standard output, if requested
 };
 
-/// What to run.
 struct ProcessRequest {
     QString program;
     QStringList arguments;
-    bool keepOutput = false;          ///< else both streams go to the null device
+    bool keepOutput = false;          ///< else standard output is discarded
     qint64 outputLimit = 1024 * 1024; ///< bytes of output kept
-    /// Called with each part of the standard output as it comes, which then isn't kept.
+    /// Called with each chunk of standard output, which then isn't kept.
     std::function<void(const QByteArray& part)> onOutput = {};
 };
 
-/// Runs a program and waits for its end without blocking the event loop. Fails with a sentence when it can't be
-/// started; stopping the token ends the program.
+/// Runs a program until it exits. Fails with a message if it can't be started; stopping the token kills it. Standard
+/// input and error are the null device.
 QCoro::Task<std::expected<ProcessResult, QString>> runProcess(ProcessRequest request, std::stop_token stop);
 
-/// Starts a program that outlives this one, in a session of its own, with its streams on the null device. False when
-/// it can't be started.
+/// Starts a program in its own session that outlives this one, with its streams on the null device. False if it can't
+/// be started.
 bool startDetached(const QString& program, const QStringList& arguments);
 
 } // namespace tunedeck

@@ -6,14 +6,13 @@
 
 namespace tunedeck {
 
-/// Runs a task to its end without anybody waiting for it. An exception that leaves the task is logged, never lost.
+/// Runs a detached task. An exception that escapes it is logged.
 void spawn(QCoro::Task<> task);
 
-/// The tasks of one owner, as its last member: when the owner goes, they are told to stop.
+/// Cancels the coroutines of an object when the object is destroyed; declare it as the last member.
 ///
-/// The token is both the cancellation and the proof of life. A member coroutine takes it first and, after every
-/// co_await, returns without touching the owner when it has been stopped. Stopping resumes what waits at once, from
-/// inside stop().
+/// A member coroutine copies the token first and, after every co_await, returns without touching the object if a stop
+/// was requested: the object may be gone. stop() resumes suspended coroutines before it returns.
 class TaskScope {
 public:
     TaskScope() = default;
@@ -21,17 +20,17 @@ public:
     TaskScope(const TaskScope&) = delete;
     TaskScope& operator=(const TaskScope&) = delete;
 
-    /// The token that every awaited operation of the owner gets.
+    /// The token to pass to every awaited operation.
     [[nodiscard]] std::stop_token token() const { return m_source.get_token(); }
 
-    /// Cancels what runs; the scope can't be used again.
+    /// Cancels all tasks; afterwards the token stays stopped.
     void stop() {
-        // What is resumed by this may destroy the owner: the source outlives the call.
+        // A coroutine resumed here may destroy this object, so the call needs its own copy.
         auto source = m_source;
         source.request_stop();
     }
 
-    /// Cancels what runs and makes the scope usable again for new tasks.
+    /// Cancels all tasks and hands out a new token.
     void restart();
 
 private:

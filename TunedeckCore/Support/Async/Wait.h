@@ -7,12 +7,11 @@
 
 namespace tunedeck {
 
-/// What the awaitable operations are made of: `co_await wait.next()` suspends one coroutine until wake() is called,
-/// which gives true, or a stop is requested, which gives false; it may be awaited again and again.
+/// The building block of awaitable operations: `co_await wait.next()` suspends the coroutine until wake() is called
+/// (returns true) or a stop is requested (returns false). It can be awaited repeatedly.
 ///
-/// Everything happens on one thread. A stop resumes the coroutine from inside request_stop(), so that nothing is left
-/// suspended when an owner goes, with or without an event loop. Nothing here is touched after a resumption: the
-/// coroutine may have ended and taken this object with it.
+/// For one thread only. request_stop() resumes the coroutine synchronously, so that none is left suspended when its
+/// owner is destroyed, even without an event loop. The coroutine may destroy this object when it is resumed.
 class Wait {
 public:
     explicit Wait(std::stop_token stop) : m_stop(std::move(stop)) {}
@@ -20,13 +19,12 @@ public:
     Wait(const Wait&) = delete;
     Wait& operator=(const Wait&) = delete;
 
-    /// Resumes the waiting coroutine; when there is none, the next co_await doesn't suspend.
+    /// Resumes the suspended coroutine; if there is none, the next co_await doesn't suspend.
     void wake() {
         m_woken = true;
         resume();
     }
 
-    /// What next() gives to co_await.
     class Awaiter {
     public:
         explicit Awaiter(Wait* wait) : m_wait(wait) {}

@@ -17,11 +17,13 @@
 
 namespace tunedeck {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int attempts = 100;
 
-/// The path that a chain of symbolic links ends at, which need not exist; the last link when the chain is a circle.
+/// Follows symbolic links to their target, which need not exist; gives up after 40 links.
 QByteArray followLinks(QByteArray path) {
     for (int link = 0; link < 40; ++link) {
         QByteArray target(4096, Qt::Uninitialized);
@@ -37,10 +39,10 @@ QByteArray followLinks(QByteArray path) {
 
 QByteArray folderOf(const QByteArray& path) {
     const auto slash = path.lastIndexOf('/');
-    return slash < 0 ? QByteArrayLiteral(".") : path.left(std::max(slash, qsizetype{1}));
+    return slash < 0 ? "."_ba : path.left(std::max(slash, qsizetype{1}));
 }
 
-/// Creates a file of a name that nobody uses yet beside the target, so that it can be renamed onto it.
+/// Creates a file with an unused name in the target's folder, so that it can be renamed over the target.
 std::pair<FileDescriptor, QByteArray> createSibling(const QByteArray& target) {
     const auto prefix = target.left(target.lastIndexOf('/') + 1) + ".tunedeck-";
     for (int attempt = 0; attempt < attempts; ++attempt) {
@@ -56,7 +58,7 @@ std::pair<FileDescriptor, QByteArray> createSibling(const QByteArray& target) {
 } // namespace
 
 QString fileError(const QString& path, int code) {
-    return path + QStringLiteral(": ") + QString::fromStdString(std::generic_category().message(code));
+    return path + u": "_s + QString::fromStdString(std::generic_category().message(code));
 }
 
 std::optional<QByteArray> readFile(const QString& path, std::int64_t limit) {
@@ -65,7 +67,7 @@ std::optional<QByteArray> readFile(const QString& path, std::int64_t limit) {
     if (!file || ::fstat(file.get(), &facts) != 0 || !S_ISREG(facts.st_mode) || facts.st_size > limit) {
         return std::nullopt;
     }
-    // The size is only a hint: the file may grow or shrink meanwhile, and those of /proc tell none.
+    // The size is only a hint: the file may change while it is read, and files in /proc have size 0.
     QByteArray bytes(static_cast<qsizetype>(std::min(std::max<std::int64_t>(facts.st_size, 4095), limit)) + 1,
                      Qt::Uninitialized);
     qsizetype length = 0;
@@ -100,10 +102,10 @@ std::expected<void, QString> writeFileAtomically(const QString& path, const QByt
         return std::unexpected(fileError(path, errno));
     }
     if (exists) {
-        // Of the owner's things root may write too, and leaves them the owner's. Others can't change an owner anyway.
+        // When running as root, keep the file's owner. For other users fchown() fails, which is fine.
         [[maybe_unused]] const int kept = ::fchown(file.get(), old.st_uid, old.st_gid);
     }
-    // A full disk shows at the write, at the flush or at the closing, depending on the file system.
+    // A full disk is reported by write(), fsync() or close(), depending on the file system.
     const bool written = (!exists || ::fchmod(file.get(), old.st_mode & 07777) == 0) &&
                          writeAll(file.get(), bytes.constData(), static_cast<size_t>(bytes.size())) &&
                          ::fsync(file.get()) == 0 && file.close() &&

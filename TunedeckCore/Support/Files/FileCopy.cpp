@@ -20,7 +20,7 @@ namespace {
 
 constexpr std::size_t pieceSize = 256 * 1024;
 
-/// Opens a regular file to read it; anything else sets errno.
+/// Opens a regular file for reading; otherwise invalid with errno set.
 FileDescriptor openRegular(const QString& path) {
     auto file = openForReading(path);
     struct stat facts{};
@@ -31,7 +31,7 @@ FileDescriptor openRegular(const QString& path) {
     return file;
 }
 
-/// Fills the buffer as far as the file goes; the count, negative on an error.
+/// Reads until the buffer is full or the file ends. Returns the count, negative on errors.
 ssize_t readPiece(int descriptor, std::vector<char>& buffer) {
     std::size_t filled = 0;
     while (filled < buffer.size()) {
@@ -47,7 +47,6 @@ ssize_t readPiece(int descriptor, std::vector<char>& buffer) {
     return static_cast<ssize_t>(filled);
 }
 
-/// Copies the rest of one file into another.
 std::expected<void, QString> copyBytes(const FileDescriptor& from, const QString& source, const FileDescriptor& to,
                                        const QString& target) {
     std::vector<char> piece(pieceSize);
@@ -65,14 +64,14 @@ std::expected<void, QString> copyBytes(const FileDescriptor& from, const QString
     }
 }
 
-/// Makes the copy under its passing name, wholly on the disk.
+/// Copies to the temporary path and flushes to disk.
 std::expected<void, QString> makeCopy(const QString& source, const QString& copy, mode_t mode) {
     const auto from = openRegular(source);
     if (!from) {
         return std::unexpected(fileError(source, errno));
     }
     const auto name = QFile::encodeName(copy);
-    ::unlink(name.constData()); // one that was left behind by an interrupted run
+    ::unlink(name.constData()); // left by an interrupted run
     FileDescriptor to(::open(name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
     if (!to) {
         return std::unexpected(fileError(copy, errno));
@@ -117,7 +116,7 @@ std::expected<void, QString> installCopy(const QString& source, const QString& s
     const auto place = QFile::encodeName(target);
     auto made = makeCopy(source, scratch, mode);
     if (made) {
-        ::rmdir(place.constData()); // only succeeds for an empty folder; a file is replaced by the renaming itself
+        ::rmdir(place.constData()); // only removes an empty folder; rename() replaces a file
         if (::rename(copy.constData(), place.constData()) != 0) {
             made = std::unexpected(fileError(target, errno));
         }

@@ -9,7 +9,7 @@
 
 namespace tunedeck {
 
-/// An open file of the system, closed with its owner.
+/// Owns a file descriptor.
 class FileDescriptor {
 public:
     FileDescriptor() = default;
@@ -26,23 +26,23 @@ public:
     [[nodiscard]] int get() const { return m_descriptor; }
     explicit operator bool() const { return m_descriptor >= 0; }
 
-    /// Closes it now. False, with errno set, when what was written turns out not to be stored.
+    /// Closes it. False, with errno set, if writing the data failed.
     bool close();
 
 private:
     int m_descriptor = -1;
 };
 
-/// Opens a file to read it. Never waits for the other end of a FIFO; what it opened may be no regular file.
+/// Opens a file for reading without blocking on a FIFO; the caller checks the type of the file.
 FileDescriptor openForReading(const QString& path);
 
-/// read(2), repeated when a signal interrupts it.
+/// read(2), retried on EINTR.
 ssize_t readSome(int descriptor, void* buffer, std::size_t size);
 
-/// Writes all the bytes; false, with errno set, when that is impossible.
+/// Writes all bytes; false, with errno set, on failure.
 bool writeAll(int descriptor, const void* bytes, std::size_t size);
 
-/// Makes the names in a folder last through a power failure, as far as the file system can.
+/// Flushes a folder's entries to disk if the file system supports it.
 void syncFolder(const QString& path);
 
 } // namespace tunedeck

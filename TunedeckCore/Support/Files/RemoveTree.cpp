@@ -11,13 +11,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A folder that can't be read or written would keep what is in it.
-void openUp(const fs::path& folder) {
+/// Makes a folder and its subfolders readable and writable, so that their contents can be removed.
+void makeAccessible(const fs::path& folder) {
     std::error_code ignored;
     if (fs::is_directory(fs::symlink_status(folder, ignored))) {
         fs::permissions(folder, fs::perms::owner_all, fs::perm_options::add, ignored);
         for (fs::directory_iterator entry(folder, ignored), end; !ignored && entry != end; entry.increment(ignored)) {
-            openUp(entry->path());
+            makeAccessible(entry->path());
         }
     }
 }
@@ -29,7 +29,7 @@ bool removeTree(const QString& path) {
     std::error_code error;
     fs::remove_all(tree, error);
     if (error) {
-        openUp(tree);
+        makeAccessible(tree);
         fs::remove_all(tree, error);
     }
     return !error;

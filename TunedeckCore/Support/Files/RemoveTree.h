@@ -4,8 +4,8 @@
 
 namespace tunedeck {
 
-/// Removes a file, or a folder with all that is in it, whatever its names and permissions; links are removed, never
-/// followed. False when something is left.
+/// Removes a file or a folder with its contents, regardless of permissions. Symbolic links aren't followed. False if
+/// something is left.
 bool removeTree(const QString& path);
 
 } // namespace tunedeck

@@ -1,0 +1,40 @@
+#include "Tests/Helpers/Test.h"
+#include "TunedeckCore/Locations/BundlePaths.h"
+#include "TunedeckCore/Locations/UserPaths.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+namespace tunedeck {
+namespace {
+
+using namespace test;
+
+TEST(UserPaths, UsesHomeOnlyIfItIsAbsolute) {
+    const TemporaryHome home;
+    EXPECT_EQ(UserPaths::current().home(), home.path());
+    const auto account = QString::fromLocal8Bit(::getpwuid(::getuid())->pw_dir);
+    for (const auto* value : {"", "relative/home"}) {
+        qputenv("HOME", value);
+        EXPECT_EQ(UserPaths::current().home(), account) << value;
+    }
+    qunsetenv("HOME");
+    EXPECT_EQ(UserPaths::current().home(), account);
+    qputenv("HOME", "/home//dj/");
+    EXPECT_EQ(UserPaths::current().settings(), u"/home/dj/.tunedeck/settings.json"_s);
+}
+
+TEST(UserPaths, AcceptsATrailingSlash) {
+    EXPECT_EQ(UserPaths(u"/home/dj/"_s).service(), u"/home/dj/.tunedeck/bin/tunedeck"_s);
+    EXPECT_EQ(UserPaths(u"/"_s).serviceLog(), u"/Library/Logs/tunedeck.log"_s);
+}
+
+TEST(BundlePaths, FindsTheBundleOfAProgram) {
+    const auto bundle = BundlePaths::containing(u"/opt/Tunedeck.app/Contents/MacOS/Tunedeck"_s);
+    EXPECT_EQ(bundle.bundle(), u"/opt/Tunedeck.app"_s);
+    EXPECT_EQ(bundle.service(), u"/opt/Tunedeck.app/Contents/Helpers/tunedeck"_s);
+    EXPECT_EQ(BundlePaths::containing(u"/usr/bin/tunedeck"_s).bundle(), u"/usr/bin"_s);
+}
+
+} // namespace
+} // namespace tunedeck
