@@ -8,7 +8,7 @@
 
 namespace tunedeck {
 
-/// Whether the user can see the icon.
+/// Whether the user can see the menu-bar icon.
 struct MenuBarIconVisibility {
     enum class Kind { hidden, unknown, visible };
 
@@ -23,7 +23,7 @@ struct MenuBarIconVisibility {
     bool operator==(const MenuBarIconVisibility&) const = default;
 };
 
-/// Where the icon ended up, in points of its screen.
+/// The measured position of the icon, in points of its screen.
 struct MenuBarPlacement {
     double itemMinX = 0;
     double itemWidth = 0;
@@ -36,7 +36,7 @@ struct MenuBarPlacement {
     [[nodiscard]] bool underNotch() const;
     [[nodiscard]] bool offScreen() const;
     [[nodiscard]] MenuBarIconVisibility visibility() const;
-    /// Records the measurement as JSON, atomically. Failures are the platform's description.
+    /// Writes the measurement as JSON, atomically. Errors are described by the platform.
     [[nodiscard]] std::expected<void, QString> write(const QString& path, const QDateTime& now) const;
     bool operator==(const MenuBarPlacement&) const = default;
 };

@@ -8,12 +8,12 @@
 
 namespace tunedeck {
 
-/// QR codes as bitmaps, one pixel for each module; enlarging is the view's affair.
+/// QR codes as bitmaps with one pixel per module; the view scales them.
 namespace QRCode {
 
-/// A square of modules, the quiet zone of four on each side included.
+/// A square of modules, including a quiet zone of four on each side.
 struct Image {
-    int size = 0;                     ///< modules on a side
+    int size = 0;                     ///< modules per side
     std::vector<std::uint8_t> pixels; ///< row by row, 1 for dark
 
     /// Whether the module in that column and row is dark.
@@ -21,7 +21,7 @@ struct Image {
     bool operator==(const Image&) const = default;
 };
 
-/// The code of a text as UTF-8 bytes with error-correction level M; nothing when it is empty or too long for a code.
+/// Encodes a text as UTF-8 with error-correction level M. Fails if it is empty or too long.
 std::optional<Image> image(const QString& text);
 
 } // namespace QRCode

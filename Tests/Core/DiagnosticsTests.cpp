@@ -120,7 +120,7 @@ ServiceStatus status() {
 
 const QDateTime moment(QDate(2025, 3, 1), QTime(18, 4, 5), Qt::UTC);
 
-TEST(Diagnostics, LeavesOutWhatIsUnknown) {
+TEST(Diagnostics, OmitsUnknownParts) {
     Diagnostics::Input input{u"1.2.3"_s, {}, u"14.5"_s, u"Apple silicon"_s, {}, {}, {}, {}};
     EXPECT_EQ(Diagnostics::report(input, moment), uR"(Tunedeck diagnostics · 2025-03-01T18:04:05Z
 App 1.2.3 · service not running
@@ -141,7 +141,7 @@ Assistants: none
 )"_s));
 }
 
-TEST(Diagnostics, TellsEverythingThatIsThereAndMasksTheWholeReport) {
+TEST(Diagnostics, ReportsAllPartsAndMasksThem) {
     Diagnostics::Input input{u"1.2.3"_s, u"2.0"_s, u"14.5"_s, u"Intel (x86_64)"_s, status(), ToolboxReport{}, {}, {}};
     input.status->cloud.protocol = 3;
     input.status->cloud.connected = false;

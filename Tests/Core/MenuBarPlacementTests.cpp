@@ -21,7 +21,7 @@ MenuBarPlacement at(double x, bool notch = true) {
     return placement;
 }
 
-TEST(MenuBarPlacementTest, TheNotchHidesWhatOverlapsItAndNotWhatTouchesIt) {
+TEST(MenuBarPlacementTest, AnItemThatOverlapsTheNotchIsHidden) {
     EXPECT_EQ(at(616).visibility(), MenuBarIconVisibility::visible());
     EXPECT_EQ(at(616.5).visibility(), behindNotch);
     EXPECT_EQ(at(871.5).visibility(), behindNotch);
@@ -32,7 +32,7 @@ TEST(MenuBarPlacementTest, TheNotchHidesWhatOverlapsItAndNotWhatTouchesIt) {
     EXPECT_EQ(half.visibility(), MenuBarIconVisibility::visible());
 }
 
-TEST(MenuBarPlacementTest, OffTheScreenIsHiddenAndRemovalWinsOverAll) {
+TEST(MenuBarPlacementTest, AnItemOffTheScreenOrRemovedIsHidden) {
     EXPECT_EQ(at(-0.5).visibility(), offScreen);
     EXPECT_EQ(at(1512).visibility(), offScreen);
     auto placement = at(1511.5);
@@ -46,7 +46,7 @@ TEST(MenuBarPlacementTest, OffTheScreenIsHiddenAndRemovalWinsOverAll) {
     EXPECT_EQ(MenuBarIconVisibility().description(), u"unknown"_s);
 }
 
-TEST(MenuBarPlacementTest, IsRecordedAsSortedJson) {
+TEST(MenuBarPlacementTest, IsWrittenAsSortedJson) {
     const test::TemporaryHome home;
     const auto path = home.path(u"menu-bar.json"_s);
     const QDateTime now(QDate(2025, 3, 1), QTime(19, 4, 5, 700), Qt::OffsetFromUTC, 3600);

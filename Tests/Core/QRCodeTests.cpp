@@ -59,7 +59,7 @@ TEST(QRCode, KeepsBytesBeyondAsciiAndTheQuietZone) {
     EXPECT_TRUE(code->isDark(4, 4)) << "the finder's corner begins right behind the quiet zone";
 }
 
-TEST(QRCode, GivesNothingForWhatNoCodeHolds) {
+TEST(QRCode, RejectsEmptyAndTooLongTexts) {
     EXPECT_FALSE(QRCode::image(QString()));
     EXPECT_TRUE(QRCode::image(QString(2331, u'x'))) << "the most that version 40 holds at level M";
     EXPECT_FALSE(QRCode::image(QString(2332, u'x')));

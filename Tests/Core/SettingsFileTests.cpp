@@ -13,7 +13,7 @@ namespace {
 
 class Settings : public testing::Test {
 protected:
-    /// The file after a write to one with this content.
+    /// The content after a write to a file with `content`.
     QByteArray rewritten(const QByteArray& content) {
         home.write(relative, content);
         EXPECT_TRUE(file.setOnboarded(true));
@@ -25,7 +25,7 @@ protected:
     SettingsFile file = SettingsFile::standard();
 };
 
-TEST_F(Settings, ReadAsAbsentWhatIsMissingMalformedOrOfAnotherType) {
+TEST_F(Settings, IgnoreMissingMalformedAndMistypedValues) {
     EXPECT_EQ(file.url, home.path(relative));
     EXPECT_EQ(file.downloadDir(), std::nullopt);
     EXPECT_FALSE(file.onboarded());
@@ -40,7 +40,7 @@ TEST_F(Settings, ReadAsAbsentWhatIsMissingMalformedOrOfAnotherType) {
     EXPECT_TRUE(file.onboarded());
 }
 
-TEST_F(Settings, AreCreatedWithTheirFolderAndReplacedWhenTheyAreNoObject) {
+TEST_F(Settings, CreateTheFolderAndReplaceAFileThatIsNotAnObject) {
     ASSERT_TRUE(file.setDownloadDir(u"/a/b \"c\""_s));
     EXPECT_EQ(home.read(relative), "{\n  \"download_dir\": \"/a/b \\\"c\\\"\"\n}\n");
     ASSERT_TRUE(file.setOnboarded(false));
@@ -55,7 +55,7 @@ TEST_F(Settings, AreCreatedWithTheirFolderAndReplacedWhenTheyAreNoObject) {
     EXPECT_EQ(home.read(relative), "{\n  \"a\": 2,\n  \"z\": 1\n}\n");
 }
 
-TEST_F(Settings, KeepEveryOtherKeyToTheLetterOfItsValue) {
+TEST_F(Settings, KeepOtherKeysUnchanged) {
     EXPECT_EQ(rewritten(R"({"z":18446744073709551615,"y":-9223372036854775808,"x":[1,"1",1.0,1e400,-5E+400,0.10,-0,
         123456789012345678901234567890],"onboarded":0,"w":{"b":null,"a":{},"c":[],"\u0041":true},
         "v":"\ud83c\udfb5 \u00e9 \/ \\ \" \n\u0000\u001f\u007f\u2028","u":1,"u":2,"":"\ufeff"})")
@@ -69,7 +69,7 @@ TEST_F(Settings, KeepEveryOtherKeyToTheLetterOfItsValue) {
               "\n}\n");
 }
 
-TEST_F(Settings, AreLeftAloneWhenTheyPassTheReadersBounds) {
+TEST_F(Settings, KeepAFileBeyondTheLimits) {
     const QByteArray deep = "{\"a\":" + QByteArray(511, '[') + QByteArray(511, ']') + "}";
     const QByteArray nested = rewritten(deep).replace('\n', "").replace(' ', "");
     EXPECT_EQ(nested, QByteArray(deep).replace("}", ",\"onboarded\":true}"));
@@ -85,7 +85,7 @@ TEST_F(Settings, AreLeftAloneWhenTheyPassTheReadersBounds) {
     }
 }
 
-TEST_F(Settings, NeverHangAndFailWithASentenceWhereNoFileCanBe) {
+TEST_F(Settings, NeverBlockAndReportAnUnwritablePath) {
     home.write(u".tunedeck/settings.json/file"_s, {});
     EXPECT_FALSE(file.onboarded());
     EXPECT_FALSE(file.setOnboarded(true));

@@ -1,6 +1,7 @@
 #include "Tests/Helpers/TestServer.h"
 
 #include <arpa/inet.h>
+#include <fcntl.h>
 #include <netinet/in.h>
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -18,7 +19,7 @@ namespace tunedeck::test {
 
 namespace {
 
-/// Waits for a socket; false when the server ends or the time is over.
+/// Polls a socket; false if the server stops or on a timeout.
 bool waitFor(int socket, short events, int wakeUp, int milliseconds = -1) {
     std::array<pollfd, 2> watched{pollfd{.fd = socket, .events = events, .revents = 0},
                                   pollfd{.fd = wakeUp, .events = POLLIN, .revents = 0}};
@@ -76,12 +77,12 @@ void Connection::reset() {
 
 class TestServer::Loop {
 public:
-    Loop(const QByteArray& host, std::uint16_t wishedPort)
+    Loop(const QByteArray& host, std::uint16_t requestedPort)
         : m_socket(socket(host.contains(':') ? AF_INET6 : AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)), m_host(host) {
-        sockaddr_in6 address{}; // a sockaddr_in begins alike and is shorter
+        sockaddr_in6 address{}; // large enough for a sockaddr_in, which starts alike
         auto* const four = reinterpret_cast<sockaddr_in*>(&address);
         address.sin6_family = host.contains(':') ? AF_INET6 : AF_INET;
-        address.sin6_port = htons(wishedPort);
+        address.sin6_port = htons(requestedPort);
         socklen_t size = host.contains(':') ? sizeof address : sizeof *four;
         void* const place = host.contains(':') ? static_cast<void*>(&address.sin6_addr) : &four->sin_addr;
         auto* const generic = reinterpret_cast<sockaddr*>(&address);
@@ -121,16 +122,17 @@ public:
     std::atomic<int> open = 0;
 
     [[nodiscard]] std::uint16_t port() const { return m_port; }
-    /// As it stands in an address.
+    /// As written in a URL.
     [[nodiscard]] QByteArray host() const { return m_host.contains(':') ? '[' + m_host + ']' : m_host; }
 
 private:
     void accept() {
         while (waitFor(m_socket, POLLIN, m_wakeUp)) {
-            const int peer = ::accept4(m_socket, nullptr, nullptr, SOCK_CLOEXEC);
+            const int peer = ::accept(m_socket, nullptr, nullptr);
             if (peer < 0) {
                 continue;
             }
+            ::fcntl(peer, F_SETFD, FD_CLOEXEC);
             ++made;
             ++open;
             m_connections.emplace_back([this, peer] {
@@ -152,8 +154,8 @@ private:
         const auto end = bytes.indexOf("\r\n\r\n");
         auto request = headOf(bytes.left(end));
         request.body = bytes.mid(end + 4);
-        const auto named = request.headers.find("content-length");
-        const auto length = named == request.headers.end() ? 0 : named->second.toLongLong();
+        const auto header = request.headers.find("content-length");
+        const auto length = header == request.headers.end() ? 0 : header->second.toLongLong();
         const auto [behaviour, when] = planFor(request.method + ' ' + request.target);
         while (when == When::RequestCame && request.body.size() < length) {
             if (!connection.receive(request.body)) {
@@ -221,7 +223,7 @@ int TestServer::open() const {
 namespace behave {
 
 Behaviour answer(int status, const QByteArray& body, const QByteArray& headers) {
-    return raw("HTTP/1.1 " + QByteArray::number(status) + " Said\r\n" + headers +
+    return raw("HTTP/1.1 " + QByteArray::number(status) + " Status\r\n" + headers +
                "Content-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body);
 }
 

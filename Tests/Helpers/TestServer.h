@@ -13,19 +13,18 @@
 
 namespace tunedeck::test {
 
-/// One connection to a TestServer, as a behaviour sees it. Everything gives up when the peer has gone or the server
-/// ends, and nothing else limits it.
+/// One connection to a TestServer. Calls block until they succeed, the peer disconnects or the server stops.
 class Connection {
 public:
     explicit Connection(int socket, int wakeUp) : m_socket(socket), m_wakeUp(wakeUp) {}
 
-    /// Sends all the bytes; false when the peer no longer takes them.
+    /// Sends all the bytes; false if the peer has disconnected.
     bool send(const QByteArray& bytes);
-    /// Appends what comes to `bytes`; false when no more comes.
+    /// Appends received bytes; false at the end of the stream.
     bool receive(QByteArray& bytes);
-    /// Waits; false when the server ends meanwhile or the peer has gone.
+    /// Sleeps; false if the peer disconnects or the server stops.
     bool pause(std::chrono::milliseconds duration);
-    /// Ends the connection with a reset instead of a proper end.
+    /// Closes the connection with a reset.
     void reset();
 
 private:
@@ -33,7 +32,7 @@ private:
     int m_wakeUp;
 };
 
-/// A request as it came.
+/// A received request.
 struct ServedRequest {
     QByteArray method;
     QByteArray target;                        ///< as written, with the query
@@ -41,40 +40,40 @@ struct ServedRequest {
     QByteArray body;
 };
 
-/// What a server does with a request; the connection is closed afterwards.
+/// Handles a request; the connection is closed afterwards.
 using Behaviour = std::function<void(Connection&, const ServedRequest&)>;
 
-/// A real HTTP server on an ephemeral loopback port, on threads of its own, that behaves as told by route: "GET /path".
-/// A request without a route gets a 404. May be changed while it runs.
+/// An HTTP server on a loopback port, with its own threads, that can misbehave by route ("GET /path"). Routes can
+/// change while it runs; a request without a route gets a 404.
 class TestServer {
 public:
     TestServer() : TestServer("127.0.0.1", 0) {}
-    /// At this address of the loopback network ("::1" is one) and this port, for programs that can't be told another.
+    /// Listens on this loopback address, such as "::1", and this port.
     TestServer(const QByteArray& address, std::uint16_t port);
     ~TestServer();
     TestServer(const TestServer&) = delete;
     TestServer& operator=(const TestServer&) = delete;
 
-    /// When a behaviour begins.
+    /// When a behaviour starts.
     enum class When {
-        RequestCame, ///< the whole request has been read
-        HeadCame     ///< the body, which may be coming still, is left unread
+        RequestCame, ///< after the whole request
+        HeadCame     ///< after the header; the body is left unread
     };
 
-    /// Sets what a route does; "*" stands for every route that has none of its own.
+    /// Sets the behaviour of a route; "*" is the default.
     void on(const QByteArray& route, Behaviour behaviour, When when = When::RequestCame);
-    /// Stops listening: nothing answers on the port any more.
+    /// Stops listening.
     void stop();
 
     [[nodiscard]] std::uint16_t port() const;
     /// "http://ADDRESS:PORT" with the path.
     [[nodiscard]] QUrl url(const QByteArray& path = {}) const;
 
-    /// The requests that came so far, in order.
+    /// The requests received so far.
     [[nodiscard]] QList<ServedRequest> requests() const;
-    /// How many connections were made so far.
+    /// Number of connections accepted so far.
     [[nodiscard]] int connections() const;
-    /// How many of them are still open.
+    /// Number of open connections.
     [[nodiscard]] int open() const;
 
 private:
@@ -82,22 +81,21 @@ private:
     std::unique_ptr<Loop> m_loop;
 };
 
-/// The behaviours that tests need.
 namespace behave {
 
-/// A proper answer with a length.
+/// A valid reply with a length.
 Behaviour answer(int status, const QByteArray& body, const QByteArray& headers = {});
-/// These bytes, then the end.
+/// Sends the bytes and closes.
 Behaviour raw(const QByteArray& bytes);
-/// These bytes, then a reset.
+/// Sends the bytes and resets.
 Behaviour resetAfter(const QByteArray& bytes);
-/// These bytes one by one with pauses, for ever again.
+/// Sends the bytes one by one with pauses, repeatedly.
 Behaviour drip(const QByteArray& bytes, std::chrono::milliseconds pause);
-/// These bytes, then silence until the peer goes.
+/// Sends the bytes and keeps the connection open.
 Behaviour hang(const QByteArray& bytes = {});
-/// The head, then so many bytes "x".
+/// Sends the header, then `size` bytes "x".
 Behaviour flood(const QByteArray& head, std::int64_t size);
-/// Waits before another behaviour.
+/// Runs another behaviour after a pause.
 Behaviour after(std::chrono::milliseconds pause, Behaviour then);
 
 } // namespace behave

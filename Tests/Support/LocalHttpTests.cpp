@@ -17,16 +17,16 @@ using namespace test;
 using enum HttpFailure;
 using Outcome = std::expected<HttpReply, HttpFailure>;
 
-/// An outcome as text, to compare and to print: "200 body" or the failure's number.
-std::string told(const Outcome& outcome) {
+/// "200 body", or the failure's number.
+std::string textOf(const Outcome& outcome) {
     if (!outcome) {
         return "failure " + std::to_string(static_cast<int>(outcome.error()));
     }
     return std::to_string(outcome->status) + ' ' + outcome->body.toStdString();
 }
 
-std::string told(HttpFailure failure) {
-    return told(Outcome(std::unexpected(failure)));
+std::string textOf(HttpFailure failure) {
+    return textOf(Outcome(std::unexpected(failure)));
 }
 
 HttpRequest get(const QUrl& url, std::chrono::milliseconds timeout = 5s) {
@@ -52,51 +52,52 @@ constexpr std::int64_t hundredMegabytes = 100LL * 1024 * 1024;
 std::vector<Misbehaviour> misbehaviours() {
     const QByteArray five = ok + "Content-Length: 5\r\n\r\n";
     return {
-        {"ClosesAfterTheRequest", raw(""), told(BrokenOff)},
-        {"ClosesInTheBody", raw(five + "1234"), told(BrokenOff)},
-        {"ClosesBeforeTheLastChunk", raw(chunked + "3\r\nabc\r\n"), told(BrokenOff)},
-        {"ResetsAtOnce", resetAfter(""), told(BrokenOff)},
-        {"ResetsABodyWithoutLength", resetAfter(ok + "\r\n1234"), told(BrokenOff)},
+        {"ClosesAfterTheRequest", raw(""), textOf(BrokenOff)},
+        {"ClosesInTheBody", raw(five + "1234"), textOf(BrokenOff)},
+        {"ClosesBeforeTheLastChunk", raw(chunked + "3\r\nabc\r\n"), textOf(BrokenOff)},
+        {"ResetsAtOnce", resetAfter(""), textOf(BrokenOff)},
+        {"ResetsABodyWithoutLength", resetAfter(ok + "\r\n1234"), textOf(BrokenOff)},
         {"ResetsAfterAWholeAnswer", resetAfter(five + "12345"), "200 12345"},
-        {"NeverAnswers", hang(), told(TimedOut), true},
-        {"StopsInTheBody", hang(five + "1234"), told(TimedOut), true},
+        {"NeverAnswers", hang(), textOf(TimedOut), true},
+        {"StopsInTheBody", hang(five + "1234"), textOf(TimedOut), true},
         {"DripsABody",
          after(0ms,
                [drops = drip("x", 5ms)](auto& connection, const auto& request) {
                    connection.send(ok + "\r\n");
                    drops(connection, request);
                }),
-         told(TimedOut), true},
-        {"DripsInterimAnswers", drip("HTTP/1.1 100 Continue\r\n\r\n", 1ms), told(TimedOut), true},
-        {"SendsGarbage", raw(QByteArray("\x16\x03\x01\0\xff what?\r\n\r\n", 15)), told(Malformed)},
-        {"SendsAStatusOfZero", raw("HTTP/1.1 000 No\r\nContent-Length: 0\r\n\r\n"), told(Malformed)},
+         textOf(TimedOut), true},
+        {"DripsInterimAnswers", drip("HTTP/1.1 100 Continue\r\n\r\n", 1ms), textOf(TimedOut), true},
+        {"SendsGarbage", raw(QByteArray("\x16\x03\x01\0\xff what?\r\n\r\n", 15)), textOf(Malformed)},
+        {"SendsAStatusOfZero", raw("HTTP/1.1 000 No\r\nContent-Length: 0\r\n\r\n"), textOf(Malformed)},
         {"SendsMoreThanTheLength", raw(five + "1234567890"), "200 12345"},
         {"SendsNoLength", raw(ok + "\r\nuntil the end"), "200 until the end"},
         {"SendsChunks", hang(chunked + "3;a=b\r\nabc\r\n4\r\ndefg\r\n0\r\nX: y\r\n\r\n"), "200 abcdefg"},
         {"SendsInterimAnswers",
          hang("HTTP/1.1 100 Continue\r\n\r\nHTTP/1.1 103 Hints\r\nX: y\r\n\r\n" + five + "12345"), "200 12345"},
-        {"SwitchesProtocols", raw("HTTP/1.1 101 Switching\r\n\r\n"), told(BrokenOff)},
+        {"SwitchesProtocols", raw("HTTP/1.1 101 Switching\r\n\r\n"), textOf(BrokenOff)},
         {"NeedsNoBodyFor204", hang("HTTP/1.1 204 None\r\nContent-Length: 5\r\n\r\n"), "204 "},
         {"Redirects", answer(307, "elsewhere", "Location: /other\r\n"), "307 elsewhere"},
-        {"SendsAnEndlessHead", flood(ok + "X: ", hundredMegabytes), told(TooLarge)},
-        {"SendsEndlessInterimAnswers", raw(QByteArray("HTTP/1.1 100 Continue\r\n\r\n").repeated(4000)), told(TooLarge)},
-        {"SendsAnEndlessChunkLine", flood(chunked + "3;", hundredMegabytes), told(TooLarge)},
-        {"SendsAHugeChunk", flood(chunked + "6400000\r\n", hundredMegabytes), told(TooLarge)},
-        {"Announces100Megabytes", hang(ok + "Content-Length: 104857600\r\n\r\n"), told(TooLarge)},
+        {"SendsAnEndlessHead", flood(ok + "X: ", hundredMegabytes), textOf(TooLarge)},
+        {"SendsEndlessInterimAnswers", raw(QByteArray("HTTP/1.1 100 Continue\r\n\r\n").repeated(4000)),
+         textOf(TooLarge)},
+        {"SendsAnEndlessChunkLine", flood(chunked + "3;", hundredMegabytes), textOf(TooLarge)},
+        {"SendsAHugeChunk", flood(chunked + "6400000\r\n", hundredMegabytes), textOf(TooLarge)},
+        {"Announces100Megabytes", hang(ok + "Content-Length: 104857600\r\n\r\n"), textOf(TooLarge)},
     };
 }
 
 class LocalHttpPeer : public testing::TestWithParam<Misbehaviour> {};
 
-TEST_P(LocalHttpPeer, GetsOneRequestAndTheAnswerIsRight) {
+TEST_P(LocalHttpPeer, GetsOneRequestAndYieldsTheExpectedOutcome) {
     const auto before = nextDescriptor();
     {
         TestServer server;
         server.on("GET /it", GetParam().behaviour);
         const auto mine = nextDescriptor();
         const test::Heartbeat heart;
-        const auto timeout = GetParam().outcome == told(TimedOut) ? 150ms : 20s;
-        EXPECT_EQ(told(runToEnd(sendLocal(get(server.url("/it"), timeout), {}))), GetParam().outcome);
+        const auto timeout = GetParam().outcome == textOf(TimedOut) ? 150ms : 20s;
+        EXPECT_EQ(textOf(runToEnd(sendLocal(get(server.url("/it"), timeout), {}))), GetParam().outcome);
         EXPECT_TRUE(!GetParam().takesTime || heart.ticks() >= 5);
         EXPECT_TRUE(runUntil([&] { return server.open() == 0; }));
         EXPECT_EQ(nextDescriptor(), mine);
@@ -109,7 +110,7 @@ TEST_P(LocalHttpPeer, GetsOneRequestAndTheAnswerIsRight) {
 INSTANTIATE_TEST_SUITE_P(Every, LocalHttpPeer, testing::ValuesIn(misbehaviours()),
                          [](const auto& parameter) { return std::string(parameter.param.name); });
 
-TEST(LocalHttp, ABodyWithinALargerLimitComesWholeAndTheLoopStaysAlive) {
+TEST(LocalHttp, ReceivesALargeBodyWithoutBlockingTheEventLoop) {
     TestServer server;
     server.on("GET /", flood(ok + "Content-Length: 104857600\r\n\r\n", hundredMegabytes));
     const test::Heartbeat heart;
@@ -144,7 +145,7 @@ TEST(LocalHttp, SendsTheRequestAsGiven) {
     EXPECT_EQ(requests[3].method + ' ' + requests[3].target, "DELETE /d");
 }
 
-TEST(LocalHttp, ALargeBodyArrivesWholeOrIsAnsweredEarly) {
+TEST(LocalHttp, SendsALargeBodyUnlessThePeerRepliesEarly) {
     TestServer server;
     server.on("POST /whole", after(30ms, answer(200, "whole")));
     server.on("POST /early", answer(413, "too much"), TestServer::When::HeadCame);
@@ -152,18 +153,18 @@ TEST(LocalHttp, ALargeBodyArrivesWholeOrIsAnsweredEarly) {
     server.on("POST /close", raw(""), TestServer::When::HeadCame);
     const QByteArray body(8 * 1024 * 1024, 'j');
     const auto post = [&](const QByteArray& path) {
-        return told(runToEnd(
+        return textOf(runToEnd(
             sendLocal({.method = HttpMethod::Post, .url = server.url(path), .timeout = 10s, .json = body}, {})));
     };
     EXPECT_EQ(post("/whole"), "200 whole");
     EXPECT_EQ(server.requests()[0].body, body);
     EXPECT_EQ(post("/early"), "413 too much");
-    EXPECT_EQ(post("/cut"), told(BrokenOff)); // the reset hides whether all has come
-    EXPECT_EQ(post("/close"), told(BrokenOff));
+    EXPECT_EQ(post("/cut"), textOf(BrokenOff)); // the reset may have lost data
+    EXPECT_EQ(post("/close"), textOf(BrokenOff));
     EXPECT_EQ(server.connections(), 4);
 }
 
-TEST(LocalHttp, AStopEndsTheCallAtOnceWhereverItStands) {
+TEST(LocalHttp, AStopRequestEndsTheCallAtOnce) {
     TestServer server;
     server.on("GET /silent", hang());
     server.on("GET /begun", hang(ok + "Content-Length: 5\r\n\r\n12"));
@@ -179,47 +180,47 @@ TEST(LocalHttp, AStopEndsTheCallAtOnceWhereverItStands) {
         ASSERT_TRUE(runUntil([&] { return server.requests().size() == seen + 1; }));
         test::runDueEvents();
         ASSERT_FALSE(ending->isThere());
-        stop.request_stop(); // no event loop is needed
+        stop.request_stop(); // works without the event loop
         ASSERT_TRUE(ending->isThere());
-        EXPECT_EQ(told(*ending->value), told(Cancelled));
-        EXPECT_EQ(told(*endingOf(sendLocal(request, stop.get_token()))->value), told(Cancelled));
+        EXPECT_EQ(textOf(*ending->value), textOf(Cancelled));
+        EXPECT_EQ(textOf(*endingOf(sendLocal(request, stop.get_token()))->value), textOf(Cancelled));
         EXPECT_EQ(nextDescriptor(), before);
     }
     EXPECT_EQ(server.connections(), 3);
 }
 
-TEST(LocalHttp, OnlyThisMachineIsReachedAndNoNameIsLookedUp) {
+TEST(LocalHttp, ReachesOnlyThisMachineAndResolvesNoNames) {
     TestServer server;
     server.on("GET /", answer(200, "here"));
     const auto port = QString::number(server.port());
     for (const auto* host : {"http://127.0.0.1:%1/", "http://localhost:%1/", "http://LOCALHOST:%1"}) {
-        EXPECT_EQ(told(runToEnd(sendLocal(get(QUrl(QString::fromLatin1(host).arg(port))), {}))), "200 here") << host;
+        EXPECT_EQ(textOf(runToEnd(sendLocal(get(QUrl(QString::fromLatin1(host).arg(port))), {}))), "200 here") << host;
     }
     for (const auto* other :
          {"https://127.0.0.1:%1/", "http://tunedeck.invalid:%1/", "http://192.0.2.1:%1/", "http://[2001:db8::1]:%1/",
           "http://127.0.0.1.example:%1/", "http://0.0.0.0:%1/", "http://127.0.0.1:99999/", "/local/status", ""}) {
         const auto ending = endingOf(sendLocal(get(QUrl(QString::fromLatin1(other).replace(u"%1"_s, port))), {}));
         ASSERT_TRUE(ending->isThere()) << other;
-        EXPECT_EQ(told(*ending->value), told(Unreachable)) << other;
+        EXPECT_EQ(textOf(*ending->value), textOf(Unreachable)) << other;
     }
     EXPECT_EQ(server.connections(), 3);
     server.stop();
-    EXPECT_EQ(told(runToEnd(sendLocal(get(server.url("/")), {}))), told(Unreachable));
+    EXPECT_EQ(textOf(runToEnd(sendLocal(get(server.url("/")), {}))), textOf(Unreachable));
 
     std::optional<TestServer> newer;
     try {
         newer.emplace("::1", 0);
     } catch (const std::runtime_error&) {
-        return; // a machine without the newer protocol
+        return; // no IPv6 here
     }
     newer->on("GET /", answer(200, "here too"));
-    EXPECT_EQ(told(runToEnd(sendLocal(get(newer->url("/")), {}))), "200 here too");
+    EXPECT_EQ(textOf(runToEnd(sendLocal(get(newer->url("/")), {}))), "200 here too");
     EXPECT_EQ(newer->requests().first().headers["host"], "[::1]:" + QByteArray::number(newer->port()));
 }
 
-TEST(LocalHttp, WithoutAFreeDescriptorNothingIsReachedUntilThereIsOneAgain) {
+TEST(LocalHttp, FailsWithoutAFreeDescriptorAndRecovers) {
 #ifdef __SANITIZE_ADDRESS__
-    GTEST_SKIP() << "the undefined-behaviour sanitizer opens pipes for its own checks";
+    GTEST_SKIP() << "the undefined-behaviour sanitizer needs descriptors for its own checks";
 #endif
     TestServer server;
     server.on("GET /", answer(200, "here"));
@@ -231,8 +232,8 @@ TEST(LocalHttp, WithoutAFreeDescriptorNothingIsReachedUntilThereIsOneAgain) {
     const auto ending = endingOf(sendLocal(get(server.url("/")), {}));
     setrlimit(RLIMIT_NOFILE, &usual);
     ASSERT_TRUE(ending->isThere());
-    EXPECT_EQ(told(*ending->value), told(Unreachable));
-    EXPECT_EQ(told(runToEnd(sendLocal(get(server.url("/")), {}))), "200 here");
+    EXPECT_EQ(textOf(*ending->value), textOf(Unreachable));
+    EXPECT_EQ(textOf(runToEnd(sendLocal(get(server.url("/")), {}))), "200 here");
 }
 
 TEST(HttpReplyReader, ReadsTheSameReplyFromPiecesOfAnySize) {
@@ -245,7 +246,7 @@ TEST(HttpReplyReader, ReadsTheSameReplyFromPiecesOfAnySize) {
             ASSERT_EQ(reader.feed(text.mid(at, piece)), std::nullopt);
         }
         ASSERT_TRUE(reader.isComplete()) << piece;
-        EXPECT_EQ(told(reader.takeReply()), "200 abc0123456789");
+        EXPECT_EQ(textOf(reader.takeReply()), "200 abc0123456789");
     }
 }
 

@@ -11,23 +11,23 @@ namespace {
 
 using namespace test;
 
-/// In a place of one's choice for the length of a test.
+/// Sets the locale and the time zone for one test.
 class TextTest : public testing::Test {
 protected:
-    static void setPlace(const char* locale, const char* zone) {
+    static void setLocale(const char* locale, const char* zone) {
         QLocale::setDefault(QLocale(QString::fromLatin1(locale)));
         ::setenv("TZ", zone, 1);
         ::tzset();
     }
-    void SetUp() override { setPlace("en_US", "UTC"); }
+    void SetUp() override { setLocale("en_US", "UTC"); }
     void TearDown() override {
         QLocale::setDefault(QLocale::system());
         ::unsetenv("TZ");
         ::tzset();
     }
 
-    static QDateTime at(const char* moment) {
-        auto date = QDateTime::fromString(QString::fromLatin1(moment), Qt::ISODate);
+    static QDateTime at(const char* text) {
+        auto date = QDateTime::fromString(QString::fromLatin1(text), Qt::ISODate);
         date.setTimeSpec(Qt::LocalTime);
         return date;
     }
@@ -40,7 +40,7 @@ TEST_F(TextTest, CountsAndJoins) {
     EXPECT_EQ(joined({QString(), u"a"_s, u""_s, u"b"_s}), u"a · b"_s);
 }
 
-TEST_F(TextTest, CutsBetweenUserPerceivedCharactersOnly) {
+TEST_F(TextTest, CutsOnlyBetweenUserPerceivedCharacters) {
     const auto text = u"a🇩🇪👨‍👩‍👧e\u0301z"_s;
     EXPECT_EQ(cut(text, 0), QString());
     EXPECT_EQ(cut(text, 3), u"a🇩🇪👨‍👩‍👧"_s);
@@ -50,7 +50,7 @@ TEST_F(TextTest, CutsBetweenUserPerceivedCharactersOnly) {
     EXPECT_EQ(cut(QString(5, QChar(0xd83d)), 2).size(), 2);
 }
 
-TEST_F(TextTest, DistancesAreRoundedToTheNearestUnitAndDaysCountWhatHasPassed) {
+TEST_F(TextTest, RoundsRelativeDatesAndCountsElapsedDays) {
     const auto now = at("2026-11-21T12:00:00");
     const auto ago = [&](int milliseconds) { return relativeDate(now.addMSecs(-milliseconds), now).toStdString(); };
     EXPECT_EQ(ago(499), "now");
@@ -65,7 +65,7 @@ TEST_F(TextTest, DistancesAreRoundedToTheNearestUnitAndDaysCountWhatHasPassed) {
     const auto on = [&](const char* date) { return relativeDate(at(date), now).toStdString(); };
     EXPECT_EQ(on("2026-11-20T12:00:00"), "yesterday");
     EXPECT_EQ(relativeDate(at("2026-11-17T23:30:00"), at("2026-11-21T00:30:00")), u"3 days ago"_s)
-        << "whatever midnights lie between";
+        << "midnights don't count";
     EXPECT_EQ(on("2026-11-22T13:00:00"), "tomorrow");
     EXPECT_EQ(on("2026-11-14T12:00:00"), "last week");
     EXPECT_EQ(on("2026-10-31T12:00:00"), "3 weeks ago");
@@ -74,12 +74,12 @@ TEST_F(TextTest, DistancesAreRoundedToTheNearestUnitAndDaysCountWhatHasPassed) {
     EXPECT_EQ(on("2024-02-29T12:00:00"), "3 years ago");
 }
 
-TEST_F(TextTest, DatesAreEnglishInTheUsersRegionAndZone) {
+TEST_F(TextTest, FormatsDatesInEnglishForTheUsersRegionAndZone) {
     const QDateTime moment(QDate(2025, 3, 1), QTime(18, 4, 5), Qt::UTC);
     EXPECT_EQ(dateAndTime(moment).toStdString(), "Mar 1, 2025 at 6:04 PM");
-    setPlace("de_DE", "Europe/Berlin");
+    setLocale("de_DE", "Europe/Berlin");
     EXPECT_EQ(dateAndTime(moment).toStdString(), "1 Mar 2025 at 19:04");
-    setPlace("C", "America/New_York");
+    setLocale("C", "America/New_York");
     EXPECT_EQ(dateAndTime(moment).toStdString(), "Mar 1, 2025 at 1:04 PM");
 }
 

@@ -9,6 +9,7 @@ namespace tunedeck {
 using namespace Qt::StringLiterals;
 
 std::optional<QDateTime> parseTimestamp(const std::optional<QString>& text) {
+    // Qt would accept 24:00:00.
     static const QRegularExpression pattern(QRegularExpression::anchoredPattern(
         uR"((\d{4}-\d\d-\d\d)T((?!24)\d\d:\d\d:\d\d)(?:\.(\d++))?(?:Z|([+-])([01]\d|2[0-3]):([0-5]\d)))"_s));
     const auto match = pattern.match(text.value_or(QString()));
