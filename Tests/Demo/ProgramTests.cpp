@@ -79,7 +79,8 @@ TEST(DemoProgram, PublishesItsPortWhileItRunsAndContinuesWhereItEnded) {
         EXPECT_TRUE(again.get("/local/status").contains("Before restoring v1.0.0"));
         EXPECT_TRUE(again.get("/local/status").contains(R"("download_dir_writable":true)"));
         home.write(u".tunedeck/settings.json"_s, R"({"download_dir": "/nowhere"})");
-        EXPECT_TRUE(again.get("/local/status").contains("The folder doesn't exist."));
+        const auto status = again.get("/local/status");
+        EXPECT_TRUE(status.contains("The folder doesn't exist.") && status.contains(R"(dir_writable":false)"));
         home.write(u".tunedeck/runtime.json"_s, R"({"port": 1, "pid": 1})");
         EXPECT_EQ(again.end(SIGINT), 0);
         EXPECT_EQ(publishedPort(), json::Value(1)) << "another process has published its port";

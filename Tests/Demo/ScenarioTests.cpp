@@ -32,6 +32,10 @@ TEST(DemoScenarios, FirstRunInstallsTheToolsAndThenWaitsForAnAssistant) {
     test.live(30min);
     EXPECT_FALSE(test.state().jobs.recent.empty()) << "requests arrive once the assistant is connected";
     EXPECT_FALSE(test.state().library->backups.empty()) << "and reach the library";
+    const int requests = test.state().jobs.lastNumber;
+    test.send("DELETE", "links/" + test.state().links.all.front().id.toUtf8());
+    test.live(1h);
+    EXPECT_EQ(test.state().jobs.lastNumber, requests) << "nobody is left to send requests";
 }
 
 TEST(DemoScenarios, EveryStateSurvivesTheStateFileUnchanged) {

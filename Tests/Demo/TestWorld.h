@@ -26,7 +26,7 @@ struct TestWorld {
         return events;
     }
     Response send(const QByteArray& method, const QByteArray& path, const QByteArray& body = {}) {
-        return respond(world, {.version = QStringLiteral("1.0"), .paths = {QStringLiteral("/nowhere")}, .port = 8000},
+        return respond(world, {.version = QStringLiteral("1.0"), .paths = {QStringLiteral("/dev/null")}, .port = 8000},
                        {.method = method, .target = "/local/" + path, .body = body}, now);
     }
     const State& state() const { return world.state(); }

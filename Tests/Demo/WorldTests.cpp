@@ -48,6 +48,7 @@ TEST(DemoWorld, ChangesWaitWhileRekordboxIsOpenAndAreAppliedWhenItCloses) {
     EXPECT_EQ(library.backups.front().version, u"1.1.2"_s);
     EXPECT_EQ(library.lastApplied->summary, u"2 changes applied"_s);
     EXPECT_EQ(test.send("POST", "rekordbox/restore", R"({"version":"1.0.0"})").status, 200);
+    EXPECT_EQ(library.backups.size(), backups + 2);
     EXPECT_EQ(library.backups.front().version, u"2.0.0"_s) << "the library before the restoration is kept";
 }
 
@@ -72,7 +73,9 @@ TEST(DemoWorld, LinksGetSeparateSecretsAndAreUsedAfterAWhile) {
     EXPECT_TRUE(links[0].url && !links[0].token && links[1].apiUrl && links[1].token && !links[1].url);
     EXPECT_TRUE(links[0].id != links[1].id && !test.state().links.anyConnected());
     EXPECT_EQ(links[2].expiresAt, test.now + 10min);
+    EXPECT_FALSE(test.send("GET", "status").body.contains("public_url"));
     test.live(1min);
+    EXPECT_TRUE(test.send("GET", "status").body.contains("public_url"));
     EXPECT_TRUE(links[0].isConnected() && links[1].isConnected() && links[2].isConnected() && !links[2].expiresAt);
 
     const auto old = links[0];
