@@ -315,9 +315,9 @@ private:
             m_notificationServer = std::make_unique<test::NotificationServer>(capabilities);
         }
         if (std::exchange(m_serviceIsBroken, false)) {
-            static const std::vector<QString> scenarios{u"lively"_s,        u"lively"_s,         u"lively"_s,
-                                                        u"crowded"_s,       u"pending"_s,        u"rekordbox-open"_s,
-                                                        u"tools-missing"_s, u"failed-changes"_s, u"telegram-waiting"_s};
+            static const std::vector<QString> scenarios{u"lively"_s,         u"lively"_s,          u"lively"_s,
+                                                        u"pending"_s,        u"rekordbox-open"_s,  u"tools-missing"_s,
+                                                        u"failed-changes"_s, u"telegram-waiting"_s};
             setScenario(oneOf(scenarios));
             systemctl({u"restart"_s, u"--no-block"_s});
             m_badServer.reset();

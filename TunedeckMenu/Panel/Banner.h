@@ -1,32 +1,24 @@
 #pragma once
 
 #include "TunedeckMenu/Panel/Look.h"
-
-#include <QObject>
-#include <QString>
+#include "TunedeckMenu/Panel/ViewProperty.h"
 
 #include <optional>
 
 namespace tunedeck {
 
-/// A line with a coloured dot or symbol that needs attention or tells of success.
+/// A line about a problem or a success.
 struct BannerView {
     Q_GADGET
-    Q_PROPERTY(bool shown MEMBER shown)
-    Q_PROPERTY(QString text MEMBER text)
-    Q_PROPERTY(QString detail MEMBER detail)
-    Q_PROPERTY(tunedeck::look::Tone tone MEMBER tone)
-    Q_PROPERTY(QString id MEMBER id)
-public:
-    bool shown = false;
-    QString text;
-    QString detail;
-    look::Tone tone = look::Tone::Warning; ///< Warning or Good
-    QString id;                            ///< identity among its equals
+    VIEW_PROPERTY(bool, shown) = false;
+    VIEW_PROPERTY(QString, text);
+    VIEW_PROPERTY(QString, detail);
+    VIEW_PROPERTY(tunedeck::look::Tone, tone) = look::Tone::Warning; ///< Warning or Good
+    VIEW_PROPERTY(QString, id);                                      ///< row key in a list
     bool operator==(const BannerView&) const = default;
 };
 
-/// The one line about the last action; not shown when there is none.
+/// The result of the last action; hidden without one. The error takes precedence.
 BannerView actionBanner(const std::optional<QString>& error, const std::optional<QString>& note);
 
 } // namespace tunedeck

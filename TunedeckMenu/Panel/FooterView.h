@@ -1,25 +1,17 @@
 #pragma once
 
-#include <QObject>
-#include <QString>
+#include "TunedeckMenu/Panel/ViewProperty.h"
 
 namespace tunedeck {
 
 struct FooterView {
     Q_GADGET
-    Q_PROPERTY(QString loginTitle MEMBER loginTitle)
-    Q_PROPERTY(bool opensAtLogin MEMBER opensAtLogin)
-    Q_PROPERTY(bool restarting MEMBER restarting)
-    Q_PROPERTY(QString restartLabel MEMBER restartLabel)
-    Q_PROPERTY(QString logLabel MEMBER logLabel)
-    Q_PROPERTY(QString quitLabel MEMBER quitLabel)
-public:
-    QString loginTitle;
-    bool opensAtLogin = false;
-    bool restarting = false;
-    QString restartLabel;
-    QString logLabel;
-    QString quitLabel;
+    VIEW_PROPERTY(QString, loginTitle);
+    VIEW_PROPERTY(bool, opensAtLogin) = false;
+    VIEW_PROPERTY(bool, restarting) = false;
+    VIEW_PROPERTY(QString, restartLabel);
+    VIEW_PROPERTY(QString, logLabel);
+    VIEW_PROPERTY(QString, quitLabel);
     bool operator==(const FooterView&) const = default;
 };
 

@@ -2,25 +2,19 @@
 
 #include "TunedeckMenu/Panel/Look.h"
 #include "TunedeckMenu/Panel/ServiceState.h"
-
-#include <QObject>
-#include <QString>
+#include "TunedeckMenu/Panel/ViewProperty.h"
 
 namespace tunedeck {
 
 struct HeaderView {
     Q_GADGET
-    Q_PROPERTY(QString title MEMBER title)
-    Q_PROPERTY(QString status MEMBER status)
-    Q_PROPERTY(tunedeck::look::Tone tone MEMBER tone)
-public:
-    QString title;
-    QString status;
-    look::Tone tone = look::Tone::Secondary;
+    VIEW_PROPERTY(QString, title);
+    VIEW_PROPERTY(QString, status);
+    VIEW_PROPERTY(tunedeck::look::Tone, tone) = look::Tone::Secondary;
     bool operator==(const HeaderView&) const = default;
 };
 
-/// The line under the title.
+/// The line below the title.
 QString statusLine(const ServiceState& service);
 HeaderView headerView(const ServiceState& service);
 

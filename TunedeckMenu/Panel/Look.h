@@ -7,11 +7,11 @@ namespace tunedeck {
 namespace look {
 Q_NAMESPACE
 
-/// What a colour means; the theme knows what it looks like.
+/// The meaning of a colour; the theme defines the colour.
 enum class Tone { Secondary, Accent, Good, Warning, Bad };
 Q_ENUM_NS(Tone)
 
-/// Which kind of row an assistant link has.
+/// The layout of a link's row.
 enum class LinkKind { PrivateUrl, Shortcut, Telegram };
 Q_ENUM_NS(LinkKind)
 } // namespace look

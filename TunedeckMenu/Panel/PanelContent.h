@@ -18,8 +18,8 @@ namespace tunedeck {
 
 struct PanelState;
 
-/// The whole panel, top to bottom. The hidden-icon card is for the detached window alone: the view under the icon
-/// leaves it out.
+/// All texts, symbols and conditions of the panel, from top to bottom; the views decide none of them. Symbols are names
+/// of the system's own symbols. The popover leaves out `hiddenIcon`, which is only for the window.
 struct PanelContent {
     HeaderView header;
     TextCardView hiddenIcon;
@@ -35,7 +35,6 @@ struct PanelContent {
     bool operator==(const PanelContent&) const = default;
 };
 
-/// What the panel shows for a state at a moment.
 PanelContent panelContent(const PanelState& state, const QDateTime& now);
 
 } // namespace tunedeck

@@ -14,7 +14,7 @@
 
 namespace tunedeck {
 
-/// Everything that the panel shows, as plain values: the model owns one, the panel's functions read it.
+/// The state that the panel shows; owned by MenuModel.
 struct PanelState {
     ServiceState service;
     std::optional<QString> actionError; ///< at most one of error and note is set
@@ -29,8 +29,8 @@ struct PanelState {
     UpdateState update;
     QString appVersion;
     bool libraryBusy = false;
-    QString home;                        ///< plain path
-    std::optional<QString> customFolder; ///< the download folder that the settings file names
+    QString home;                        ///< path, not abbreviated
+    std::optional<QString> customFolder; ///< the download folder in the settings file
     bool opensAtLogin = false;
     bool operator==(const PanelState&) const = default;
 };

@@ -6,7 +6,7 @@
 
 namespace tunedeck {
 
-/// What is known of the service.
+/// The last known state of the service.
 struct ServiceState {
     struct Checking {
         bool operator==(const Checking&) const = default;
@@ -21,7 +21,7 @@ struct ServiceState {
     static ServiceState notRunning() { return {NotRunning{}}; }
     static ServiceState running(ServiceStatus status) { return {std::move(status)}; }
 
-    /// The document while the service runs, else null.
+    /// The status document of a running service, else null.
     [[nodiscard]] const ServiceStatus* status() const { return std::get_if<ServiceStatus>(&value); }
     [[nodiscard]] bool isRunning() const { return status() != nullptr; }
     [[nodiscard]] bool isNotRunning() const { return std::holds_alternative<NotRunning>(value); }

@@ -10,7 +10,7 @@
 
 namespace tunedeck {
 
-/// What is known of updates to the application.
+/// The progress of a check for updates or of an installation.
 struct UpdateState {
     struct Idle {
         bool operator==(const Idle&) const = default;
@@ -27,7 +27,7 @@ struct UpdateState {
         bool operator==(const Available&) const = default;
     };
     struct Installing {
-        std::optional<double> progress = {}; ///< of the download, 0 to 1; absent when not known
+        std::optional<double> progress = {}; ///< of the download, 0 to 1; empty when unknown
         bool operator==(const Installing&) const = default;
     };
     struct Failed {

@@ -8,8 +8,8 @@ namespace tunedeck {
 
 namespace {
 
-/// Fills in what an update state says; one overload for each.
-struct UpdateWords {
+/// Adds the texts for one state of the update.
+struct DescribeUpdate {
     AboutView& card;
     const QDateTime& now;
 
@@ -47,7 +47,7 @@ AboutView aboutCard(const QString& appVersion, const UpdateState& update, const 
         .diagnosticsButton = u"Copy Diagnostics"_s,
         .diagnosticsHelp = u"Versions, tool states and recent errors, with every secret masked, for support"_s,
     };
-    std::visit(UpdateWords{card, now}, update.value);
+    std::visit(DescribeUpdate{card, now}, update.value);
     card.busyHelp = card.busy ? card.updateText : QString();
     return card;
 }

@@ -1,32 +1,23 @@
 #pragma once
 
 #include "TunedeckCore/Service/Assistants.h"
-
-#include <QObject>
-#include <QString>
+#include "TunedeckMenu/Panel/ViewProperty.h"
 
 namespace tunedeck {
 
-/// One assistant that isn't connected yet; its identity is `id`, the kind's raw value.
+/// A button that connects an assistant; `id` is the assistant's raw value.
 struct ConnectRowView {
     Q_GADGET
-    Q_PROPERTY(QString id MEMBER id)
-    Q_PROPERTY(QString name MEMBER name)
-    Q_PROPERTY(QString plan MEMBER plan)
-    Q_PROPERTY(QString accessibleName MEMBER accessibleName)
-    Q_PROPERTY(QString help MEMBER help)
-    Q_PROPERTY(QString symbol MEMBER symbol)
-public:
-    QString id;
-    QString name;
-    QString plan; ///< empty when it is free
-    QString accessibleName;
-    QString help;
-    QString symbol;
+    VIEW_PROPERTY(QString, id);
+    VIEW_PROPERTY(QString, name);
+    VIEW_PROPERTY(QString, plan); ///< empty when the assistant is free
+    VIEW_PROPERTY(QString, accessibleName);
+    VIEW_PROPERTY(QString, help);
+    VIEW_PROPERTY(QString, symbol);
     bool operator==(const ConnectRowView&) const = default;
 };
 
-/// A button that connects an assistant. `busy`: another link is being changed.
+/// `busy`: another link is being changed.
 ConnectRowView connectRow(Assistant assistant, const QString& symbol, bool busy);
 
 } // namespace tunedeck

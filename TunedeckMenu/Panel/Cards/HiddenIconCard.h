@@ -1,24 +1,17 @@
 #pragma once
 
 #include "TunedeckCore/MenuBarPlacement.h"
-
-#include <QObject>
-#include <QString>
+#include "TunedeckMenu/Panel/ViewProperty.h"
 
 namespace tunedeck {
 
-/// A card of one text: the hidden-icon card.
+/// A card with a single text.
 struct TextCardView {
     Q_GADGET
-    Q_PROPERTY(bool shown MEMBER shown)
-    Q_PROPERTY(QString title MEMBER title)
-    Q_PROPERTY(QString symbol MEMBER symbol)
-    Q_PROPERTY(QString text MEMBER text)
-public:
-    bool shown = false;
-    QString title;
-    QString symbol;
-    QString text;
+    VIEW_PROPERTY(bool, shown) = false;
+    VIEW_PROPERTY(QString, title);
+    VIEW_PROPERTY(QString, symbol);
+    VIEW_PROPERTY(QString, text);
     bool operator==(const TextCardView&) const = default;
 };
 

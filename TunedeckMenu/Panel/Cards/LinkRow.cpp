@@ -91,16 +91,16 @@ LinkRowView linkRow(const AssistantLink& link, const PanelState& state, const QD
     return row;
 }
 
-/// What a link is called among the others: its name, with its number where another has the same.
-QString nameAmong(const QList<LinkRowView>& links, qsizetype index) {
-    const auto isNamesake = [&](const LinkRowView& link) { return link.name == links[index].name; };
-    const auto count = std::ranges::count_if(links, isNamesake);
-    const auto before = std::count_if(links.begin(), links.begin() + index, isNamesake);
+/// The link's name, numbered when several links have the same name.
+QString uniqueName(const QList<LinkRowView>& links, qsizetype index) {
+    const auto hasSameName = [&](const LinkRowView& link) { return link.name == links[index].name; };
+    const auto count = std::ranges::count_if(links, hasSameName);
+    const auto before = std::count_if(links.begin(), links.begin() + index, hasSameName);
     return count == 1 ? links[index].name : u"%1, %2 of %3"_s.arg(links[index].name).arg(before + 1).arg(count);
 }
 
-/// Tells controls of the same words from each other: by their help, and by their link where another has the same help.
-void tellApart(QList<LinkRowView>& links) {
+/// Gives controls unique accessible descriptions: the help, with the link's name when several controls share the help.
+void makeDescriptionsUnique(QList<LinkRowView>& links) {
     QHash<QString, int> helps;
     for (const LinkRowView& link : links) {
         ++helps[link.guideHelp];
@@ -111,17 +111,17 @@ void tellApart(QList<LinkRowView>& links) {
     }
     for (qsizetype i = 0; i < links.size(); ++i) {
         LinkRowView& link = links[i];
-        const QString name = nameAmong(links, i);
-        const auto described = [&](const QString& help) {
+        const QString name = uniqueName(links, i);
+        const auto uniqueDescription = [&](const QString& help) {
             return !help.isEmpty() && helps.value(help) > 1 ? u"%1 (%2)"_s.arg(help, name) : help;
         };
         link.menu.description = name + u' ' + link.detail;
-        link.guideDescription = described(link.guideHelp);
-        link.pairing.openDescription = described(link.pairing.openHelp);
+        link.guideDescription = uniqueDescription(link.guideHelp);
+        link.pairing.openDescription = uniqueDescription(link.pairing.openHelp);
         link.pairing.newCodeDescription =
             link.pairing.newCodeHelp.isEmpty() ? name : u"%1. %2"_s.arg(name, link.pairing.newCodeHelp);
         for (SecretFieldView& field : link.fields) {
-            field.description = described(field.help);
+            field.description = uniqueDescription(field.help);
         }
     }
 }
@@ -133,7 +133,7 @@ QList<LinkRowView> linkRows(const PanelState& state, const QDateTime& now) {
     for (const AssistantLink& link : state.links) {
         rows << linkRow(link, state, now);
     }
-    tellApart(rows);
+    makeDescriptionsUnique(rows);
     return rows;
 }
 

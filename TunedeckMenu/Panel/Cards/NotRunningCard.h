@@ -1,27 +1,18 @@
 #pragma once
 
 #include "TunedeckMenu/Panel/ServiceState.h"
-
-#include <QObject>
-#include <QString>
+#include "TunedeckMenu/Panel/ViewProperty.h"
 
 namespace tunedeck {
 
 struct NotRunningView {
     Q_GADGET
-    Q_PROPERTY(bool shown MEMBER shown)
-    Q_PROPERTY(QString title MEMBER title)
-    Q_PROPERTY(QString symbol MEMBER symbol)
-    Q_PROPERTY(QString text MEMBER text)
-    Q_PROPERTY(QString button MEMBER button)
-    Q_PROPERTY(bool starting MEMBER starting)
-public:
-    bool shown = false;
-    QString title;
-    QString symbol;
-    QString text;
-    QString button;
-    bool starting = false;
+    VIEW_PROPERTY(bool, shown) = false;
+    VIEW_PROPERTY(QString, title);
+    VIEW_PROPERTY(QString, symbol);
+    VIEW_PROPERTY(QString, text);
+    VIEW_PROPERTY(QString, button);
+    VIEW_PROPERTY(bool, starting) = false;
     bool operator==(const NotRunningView&) const = default;
 };
 

@@ -62,8 +62,8 @@ QList<BannerView> failedChanges(const Library& library) {
     return banners;
 }
 
-/// Why the library can't be acted on now; empty when it can.
-QString hindrance(const Library& library, bool busy) {
+/// Why a backup can't be restored now; empty when it can.
+QString restoreObstacle(const Library& library, bool busy) {
     if (library.rekordboxRunning) {
         return u"Quit Rekordbox to restore a backup."_s;
     }
@@ -77,7 +77,7 @@ BackupRowView backupRow(const Library::Backup& backup, const Library& library, b
         .badge = backup.version == library.backups.front().version ? u"Latest"_s : QString(),
         .reason = backup.reason,
         .button = u"Restore"_s,
-        .help = hindrance(library, busy),
+        .help = restoreObstacle(library, busy),
         .canRestore = !library.rekordboxRunning && !busy,
     };
     const QString which = u"Restore the library to v"_s + backup.version;

@@ -1,34 +1,25 @@
 #pragma once
 
-#include <QObject>
-#include <QString>
+#include "TunedeckMenu/Panel/ViewProperty.h"
 
 namespace tunedeck {
 
-/// A value that can be copied: an assistant's URL or key.
+/// An assistant's URL or key with a Copy button.
 struct SecretFieldView {
     Q_GADGET
-    Q_PROPERTY(QString label MEMBER label)
-    Q_PROPERTY(QString shownValue MEMBER shownValue)
-    Q_PROPERTY(QString key MEMBER key)
-    Q_PROPERTY(QString help MEMBER help)
-    Q_PROPERTY(QString description MEMBER description)
-    Q_PROPERTY(QString button MEMBER button)
-    Q_PROPERTY(QString buttonSymbol MEMBER buttonSymbol)
-public:
-    QString label;      ///< "URL", "Key"; empty for the single URL of a ChatGPT or Claude link
-    QString shownValue; ///< masked while secrets are hidden
-    QString key;        ///< what the model copies it under
-    QString help;
-    QString description; ///< the help, and what tells the button from its equals
-    QString button;      ///< "Copy" or "Copied"
-    QString buttonSymbol;
+    VIEW_PROPERTY(QString, label);      ///< "URL", "Key"; empty for a private URL, which has no label
+    VIEW_PROPERTY(QString, shownValue); ///< masked while secrets are hidden
+    VIEW_PROPERTY(QString, key);        ///< identifies the value in PanelActions::copySecret()
+    VIEW_PROPERTY(QString, help);
+    VIEW_PROPERTY(QString, description); ///< the help, made unique among the rows
+    VIEW_PROPERTY(QString, button);      ///< "Copy" or "Copied"
+    VIEW_PROPERTY(QString, buttonSymbol);
     bool operator==(const SecretFieldView&) const = default;
 };
 
-/// A private URL that can be copied under `key`. `copied`: it was, a moment ago.
+/// `copied`: the value was copied a moment ago.
 SecretFieldView privateUrlField(const QString& key, const QString& shown, bool copied);
-/// What a Shortcut is built with: its "URL" or its "Key"; otherwise as privateUrlField.
+/// `label`: "URL" or "Key".
 SecretFieldView shortcutField(const QString& label, const QString& key, const QString& shown, bool copied);
 
 } // namespace tunedeck

@@ -2,9 +2,7 @@
 
 #include "TunedeckCore/Service/Toolbox.h"
 #include "TunedeckMenu/Panel/Look.h"
-
-#include <QObject>
-#include <QString>
+#include "TunedeckMenu/Panel/ViewProperty.h"
 
 #include <optional>
 
@@ -12,29 +10,17 @@ namespace tunedeck {
 
 struct ToolsNoticeView {
     Q_GADGET
-    Q_PROPERTY(bool shown MEMBER shown)
-    Q_PROPERTY(QString title MEMBER title)
-    Q_PROPERTY(QString symbol MEMBER symbol)
-    Q_PROPERTY(QString badge MEMBER badge)
-    Q_PROPERTY(tunedeck::look::Tone badgeTone MEMBER badgeTone)
-    Q_PROPERTY(QString text MEMBER text)
-    Q_PROPERTY(QString detail MEMBER detail)
-    Q_PROPERTY(QString button MEMBER button)
-    Q_PROPERTY(bool installing MEMBER installing)
-    Q_PROPERTY(QString installingText MEMBER installingText)
-    Q_PROPERTY(double progress MEMBER progress)
-public:
-    bool shown = false;
-    QString title;
-    QString symbol;
-    QString badge;
-    look::Tone badgeTone = look::Tone::Warning;
-    QString text;   ///< what is missing; empty when nothing is
-    QString detail; ///< the step of an installation, or the last error
-    QString button;
-    bool installing = false;
-    QString installingText;
-    double progress = -1; ///< 0 to 1; below 0 when not known
+    VIEW_PROPERTY(bool, shown) = false;
+    VIEW_PROPERTY(QString, title);
+    VIEW_PROPERTY(QString, symbol);
+    VIEW_PROPERTY(QString, badge);
+    VIEW_PROPERTY(tunedeck::look::Tone, badgeTone) = look::Tone::Warning;
+    VIEW_PROPERTY(QString, text);   ///< the missing tools; may be empty
+    VIEW_PROPERTY(QString, detail); ///< the installation step or the last error
+    VIEW_PROPERTY(QString, button);
+    VIEW_PROPERTY(bool, installing) = false;
+    VIEW_PROPERTY(QString, installingText);
+    VIEW_PROPERTY(double, progress) = -1; ///< 0 to 1; negative when unknown
     bool operator==(const ToolsNoticeView&) const = default;
 };
 

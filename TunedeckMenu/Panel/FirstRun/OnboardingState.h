@@ -14,7 +14,7 @@
 
 namespace tunedeck {
 
-/// Where the first backup of the library stands.
+/// The first backup of the library.
 struct Baseline {
     struct Waiting {
         bool operator==(const Waiting&) const = default;
@@ -23,32 +23,32 @@ struct Baseline {
         bool operator==(const Working&) const = default;
     };
     struct Done {
-        QString version; ///< of the library that was backed up
+        QString version; ///< of the library
         bool operator==(const Done&) const = default;
     };
     struct Later {
-        QString reason; ///< why it couldn't be taken now
+        QString reason; ///< why it was postponed
         bool operator==(const Later&) const = default;
     };
 
-    std::variant<Waiting, Working, Done, Later> value = Waiting{}; ///< Waiting: not asked for yet
+    std::variant<Waiting, Working, Done, Later> value = Waiting{}; ///< Waiting: not requested yet
     bool operator==(const Baseline&) const = default;
 };
 
-/// Everything that the first-run window shows, as plain values.
+/// The state that the first-run window shows.
 struct OnboardingState {
     OnboardingStep step = OnboardingStep::tools;
     std::optional<ToolboxReport> toolbox;
     std::optional<ServiceStatus> status;
     std::optional<RekordboxInstall> rekordbox;
     Baseline baseline;
-    std::optional<Assistant> assistant; ///< the one that the user picked
-    std::optional<AssistantLink> link;  ///< made for it
+    std::optional<Assistant> assistant; ///< chosen by the user
+    std::optional<AssistantLink> link;  ///< of the chosen assistant
     bool connecting = false;
-    bool renewing = false; ///< a new pairing code is being made
+    bool renewing = false; ///< a new pairing code was requested
     std::optional<QString> error;
-    bool copied = false;    ///< the private link was copied a moment ago
-    bool keyCopied = false; ///< the Shortcut's key was
+    bool copied = false;    ///< the URL was copied a moment ago
+    bool keyCopied = false; ///< the same for the Shortcut's key
     bool operator==(const OnboardingState&) const = default;
 };
 
