@@ -24,7 +24,7 @@ namespace {
 constexpr qint64 minute = 60;
 constexpr qint64 day = 24 * 60 * minute;
 
-QDateTime moment() {
+QDateTime presentTime() {
     return QDateTime(QDate(2026, 11, 21), QTime(18, 4), Qt::UTC);
 }
 
@@ -35,15 +35,6 @@ ServiceStatus::Job job(const QString& id, const QString& state, const QString& p
 
 ServiceStatus::Library::Backup backup(const QString& version, qint64 age, const QString& reason) {
     return {.version = version, .createdAt = ago(age), .reason = reason, .sizeBytes = 14'000'000};
-}
-
-PanelState frame() {
-    PanelState state;
-    state.appVersion = u"1.4.0"_s;
-    state.home = u"/home/ada"_s;
-    state.opensAtLogin = true;
-    state.update.value = UpdateState::UpToDate{moment().addSecs(-120 * minute)};
-    return state;
 }
 
 ServiceStatus goodStatus() {
@@ -80,16 +71,16 @@ AssistantLink paired(AssistantLink link) {
 
 } // namespace
 
-PanelContent said(const PanelState& state) {
-    return panelContent(state, moment());
+PanelContent contentOf(const PanelState& state) {
+    return panelContent(state, presentTime());
 }
 
-OnboardingContent said(const OnboardingState& state) {
-    return onboardingContent(state, moment());
+OnboardingContent contentOf(const OnboardingState& state) {
+    return onboardingContent(state, presentTime());
 }
 
 QString ago(qint64 seconds) {
-    return moment().addSecs(-seconds).toString(Qt::ISODate);
+    return presentTime().addSecs(-seconds).toString(Qt::ISODate);
 }
 
 AssistantLink link(const QString& id, Assistant assistant) {
@@ -112,15 +103,24 @@ ServiceStatus& status(PanelState& state) {
     return std::get<ServiceStatus>(state.service.value);
 }
 
+PanelState checkingState() {
+    PanelState state;
+    state.appVersion = u"1.4.0"_s;
+    state.home = u"/home/ada"_s;
+    state.opensAtLogin = true;
+    state.update.value = UpdateState::UpToDate{presentTime().addSecs(-120 * minute)};
+    return state;
+}
+
 PanelState usualState() {
-    PanelState state = frame();
+    PanelState state = checkingState();
     state.service = ServiceState::running(goodStatus());
     state.links = {used(link(u"a"_s, Assistant::claude), 5 * minute), paired(link(u"t"_s, Assistant::telegram))};
     return state;
 }
 
 PanelState stoppedState() {
-    PanelState state = frame();
+    PanelState state = checkingState();
     state.service = ServiceState::notRunning();
     return state;
 }
@@ -203,30 +203,6 @@ PanelState crowdedState() {
                                  u"Before adding %1 tracks to “Set %2”"_s.arg(i % 9 + 2).arg(60 - i)));
     }
     return state;
-}
-
-PanelContent usual() {
-    return said(usualState());
-}
-
-PanelContent checking() {
-    return said(frame());
-}
-
-PanelContent stopped() {
-    return said(stoppedState());
-}
-
-PanelContent troubled() {
-    return said(troubledState());
-}
-
-PanelContent longWords() {
-    return said(longWordsState());
-}
-
-PanelContent crowded() {
-    return said(crowdedState());
 }
 
 OnboardingState toolsStep() {

@@ -5,42 +5,54 @@
 #include "TunedeckMenu/Panel/PanelContent.h"
 #include "TunedeckMenu/Panel/PanelState.h"
 
-/// Panels as they come up in use: the states are made by hand, the words are the panel's own.
+/// Typical states of the panel and of the first-run window, for screenshots and view tests.
 namespace tunedeck::samples {
 
-/// What the panel says of a state at the moment at which all samples take place.
-PanelContent said(const PanelState& state);
-OnboardingContent said(const OnboardingState& state);
-/// A time stamp so many seconds before that moment.
+/// What is shown for a state at the present time of all samples.
+PanelContent contentOf(const PanelState& state);
+OnboardingContent contentOf(const OnboardingState& state);
+/// A time stamp this many seconds before the present time.
 QString ago(qint64 seconds);
 
-/// A good day: running, three jobs, links, backups.
+/// Before the service has replied.
+PanelState checkingState();
+/// A running service with three jobs, two links and three backups.
 PanelState usualState();
-/// The service is stopped.
 PanelState stoppedState();
-/// All that can go wrong at once.
+/// Every problem at once.
 PanelState troubledState();
 /// Long German names, right-to-left and emoji text, paths of 200 characters.
 PanelState longWordsState();
 /// Twelve links and sixty backups.
 PanelState crowdedState();
 
-/// What is said of these, and before the first answer of the service.
-PanelContent usual();
-PanelContent checking();
-PanelContent stopped();
-PanelContent troubled();
-PanelContent longWords();
-PanelContent crowded();
+inline PanelContent checking() {
+    return contentOf(checkingState());
+}
+inline PanelContent usual() {
+    return contentOf(usualState());
+}
+inline PanelContent stopped() {
+    return contentOf(stoppedState());
+}
+inline PanelContent troubled() {
+    return contentOf(troubledState());
+}
+inline PanelContent longWords() {
+    return contentOf(longWordsState());
+}
+inline PanelContent crowded() {
+    return contentOf(crowdedState());
+}
 
-/// A link as the service makes it, not used yet.
+/// A new link that hasn't been used.
 AssistantLink link(const QString& id, Assistant assistant);
-/// The document of a running service.
+/// The status document of a state with a running service.
 ServiceStatus& status(PanelState& state);
 
 OnboardingState toolsStep();
 OnboardingState rekordboxStep();
-/// With no assistant picked yet, or with that one and its link.
+/// Before an assistant is chosen, or with the link of the chosen one.
 OnboardingState assistantStep();
 OnboardingState assistantStep(Assistant assistant);
 

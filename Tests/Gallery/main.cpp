@@ -1,20 +1,17 @@
-// Saves pictures of every state of the panel: gallery FOLDER [NAME…]
+// Usage: gallery FOLDER [NAME…]
 //
-// The real module draws them, for light and dark, at 1x, 1.5x and 2x and with large text. Each NAME picks the pictures
-// that begin with it.
+// Saves screenshots of every state of the panel, drawn by the real module: light and dark, at 1x, 1.5x and 2x and with
+// large text. With NAMEs, only the screenshots whose name starts with one of them.
 #include "Tests/Gallery/FakeHost.h"
 #include "Tests/Gallery/Samples.h"
 #include "TunedeckBuildId.h"
-#include "TunedeckCore/Support/Text/Time.h"
 #include "TunedeckMenu/Panel/PanelModule.h"
 
 #include <QApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFont>
 #include <QJsonObject>
 #include <QKeyEvent>
-#include <QPainter>
 #include <QPluginLoader>
 #include <QProcess>
 #include <QQuickItem>
@@ -29,14 +26,14 @@ using namespace tunedeck;
 
 namespace {
 
-void settle(int milliseconds) {
+void waitFor(int milliseconds) {
     QEventLoop loop;
     QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
     loop.exec();
 }
 
-/// The topmost window of ours that is on the screen.
-QQuickWindow* shownWindow() {
+/// The visible window, a modal one first.
+QQuickWindow* visibleWindow() {
     QQuickWindow* found = nullptr;
     for (QWindow* window : QGuiApplication::topLevelWindows()) {
         auto* const quick = qobject_cast<QQuickWindow*>(window);
@@ -47,12 +44,12 @@ QQuickWindow* shownWindow() {
     return found;
 }
 
-QObject* findNamed(QQuickItem* item, const QString& label) {
+QObject* findByLabel(QQuickItem* item, const QString& label) {
     if (item->isVisible() && item->property("label").toString() == label) {
         return item;
     }
     for (QQuickItem* child : item->childItems()) {
-        if (QObject* found = findNamed(child, label)) {
+        if (QObject* found = findByLabel(child, label)) {
             return found;
         }
     }
@@ -60,22 +57,22 @@ QObject* findNamed(QQuickItem* item, const QString& label) {
 }
 
 void press(const QString& label) {
-    if (QObject* item = findNamed(shownWindow()->contentItem(), label)) {
+    if (QObject* item = findByLabel(visibleWindow()->contentItem(), label)) {
         QMetaObject::invokeMethod(item, "clicked");
     }
 }
 
-enum class Place { Popover, Window, Onboarding };
+enum class Window { Popover, Main, Onboarding };
 
-struct Shot {
+struct Screenshot {
     QString name;
     PanelContent panel;
-    Place place = Place::Popover;
+    Window window = Window::Popover;
     std::function<void(PanelViews&)> then = {};
     OnboardingContent onboarding = {};
 };
 
-QList<Shot> shots() {
+QList<Screenshot> screenshots() {
     PanelState starting = samples::stoppedState();
     starting.isRestarting = true;
     PanelState installing = samples::usualState();
@@ -99,7 +96,7 @@ QList<Shot> shots() {
     const auto tab = [](int times) {
         return [times](PanelViews&) {
             for (int i = 0; i < times; ++i) {
-                QWindow* const window = shownWindow();
+                QWindow* const window = visibleWindow();
                 QKeyEvent down(QEvent::KeyPress, Qt::Key_Tab, {});
                 QKeyEvent up(QEvent::KeyRelease, Qt::Key_Tab, {});
                 QCoreApplication::sendEvent(window, &down);
@@ -122,65 +119,46 @@ QList<Shot> shots() {
     claude.error = u"Couldn't open https://tunedeck.example/connect/claude."_s;
     const auto pressing = [](const QString& label) { return [label](PanelViews&) { press(label); }; };
 
-    // One after the other, what a new user does once the first run is over.
-    PanelState connected = samples::usualState();
-    connected.actionNote = u"Copied Claude's URL. "_s + info(Assistant::claude).setupSteps.join(u' ');
     PanelState offered = samples::usualState();
     offered.update.value =
         UpdateState::Available{Release{.version = u"1.5.0"_s, .notes = u"Backups are listed by day."_s}};
-    PanelState updated = samples::usualState();
-    updated.appVersion = u"1.5.0"_s;
-    updated.update.value = UpdateState::UpToDate{*parseTimestamp(samples::ago(20))};
     PanelState restored = samples::usualState();
     samples::status(restored).rekordboxDb->backups.insert(
         samples::status(restored).rekordboxDb->backups.begin(),
         ServiceStatus::Library::Backup{
             .version = u"2.0.0"_s, .createdAt = samples::ago(30), .reason = u"Before restoring v1.2.0"_s});
-    const Confirmation farewell{.message = u"Disconnect Claude?"_s,
-                                .informativeText =
-                                    u"It stops working with Tunedeck right away. You can connect it again later."_s,
-                                .confirmButton = u"Disconnect"_s,
-                                .cancelButton = u"Cancel"_s,
-                                .warning = true};
-    const auto askToLeave = [farewell](PanelViews& views) { views.confirm(farewell, [](bool) {}); };
-
     const Confirmation restore{
         .message = u"Restore your Rekordbox library to v1.2.0?"_s,
         .informativeText =
-            u"This puts back the backup from 18 Nov 2026, 18:04: “Before removing “Old set””.\n\nYour "
-            "current library is backed up first, so you can undo this from the same list. Keep Rekordbox "
-            "closed until it finishes."_s,
+            u"This puts back the backup from 18 Nov 2026, 18:04.\n\nKeep Rekordbox closed until it finishes."_s,
         .confirmButton = u"Restore"_s,
         .cancelButton = u"Cancel"_s,
         .warning = true};
     const auto ask = [restore](PanelViews& views) { views.confirm(restore, [](bool) {}); };
 
-    using samples::said;
+    using samples::contentOf;
     const auto welcome = [](const QString& name, const OnboardingState& state) {
-        return Shot{.name = u"welcome-"_s + name, .place = Place::Onboarding, .onboarding = said(state)};
+        return Screenshot{.name = u"welcome-"_s + name, .window = Window::Onboarding, .onboarding = contentOf(state)};
     };
     return {
         {.name = u"checking"_s, .panel = samples::checking()},
         {.name = u"stopped"_s, .panel = samples::stopped()},
-        {.name = u"starting"_s, .panel = said(starting)},
+        {.name = u"starting"_s, .panel = contentOf(starting)},
         {.name = u"usual"_s, .panel = samples::usual()},
-        {.name = u"installing"_s, .panel = said(installing)},
-        {.name = u"troubled-window"_s, .panel = samples::troubled(), .place = Place::Window},
+        {.name = u"installing"_s, .panel = contentOf(installing)},
+        {.name = u"troubled-window"_s, .panel = samples::troubled(), .window = Window::Main},
         {.name = u"long-words"_s, .panel = samples::longWords()},
         {.name = u"crowded"_s, .panel = samples::crowded()},
         {.name = u"backups"_s, .panel = samples::usual(), .then = pressing(u"Backups (3)"_s)},
         {.name = u"more"_s, .panel = samples::usual(), .then = pressing(u"More"_s)},
-        {.name = u"rekordbox-open"_s, .panel = said(open), .then = pressing(u"Backups (3)"_s)},
-        {.name = u"busy"_s, .panel = said(busy), .then = pressing(u"Backups (3)"_s)},
-        {.name = u"links-elsewhere"_s, .panel = said(codes)},
+        {.name = u"rekordbox-open"_s, .panel = contentOf(open), .then = pressing(u"Backups (3)"_s)},
+        {.name = u"busy"_s, .panel = contentOf(busy), .then = pressing(u"Backups (3)"_s)},
+        {.name = u"links-elsewhere"_s, .panel = contentOf(codes)},
         {.name = u"focus-button"_s, .panel = samples::usual(), .then = tab(3)},
         {.name = u"focus-folder"_s, .panel = samples::usual(), .then = tab(7)},
-        {.name = u"confirm"_s, .panel = samples::usual(), .place = Place::Window, .then = ask},
-        {.name = u"connected-note"_s, .panel = said(connected)},
-        {.name = u"restored"_s, .panel = said(restored), .then = pressing(u"Backups (4)"_s)},
-        {.name = u"disconnect"_s, .panel = samples::usual(), .place = Place::Window, .then = askToLeave},
-        {.name = u"update"_s, .panel = said(offered)},
-        {.name = u"updated"_s, .panel = said(updated)},
+        {.name = u"confirm"_s, .panel = samples::usual(), .window = Window::Main, .then = ask},
+        {.name = u"restored"_s, .panel = contentOf(restored), .then = pressing(u"Backups (4)"_s)},
+        {.name = u"update"_s, .panel = contentOf(offered)},
         welcome(u"starting"_s, {}),
         welcome(u"no-tools"_s, noTools),
         welcome(u"tools"_s, samples::toolsStep()),
@@ -193,46 +171,46 @@ QList<Shot> shots() {
     };
 }
 
-int paint(const QDir& folder, const QStringList& only, const QString& suffix) {
+int takeScreenshots(const QDir& folder, const QStringList& only, const QString& suffix) {
     QPluginLoader loader(QStringLiteral(TUNEDECK_MODULE));
     const QString id = loader.metaData().value("MetaData"_L1).toObject().value("buildId"_L1).toString();
     auto* const module = qobject_cast<PanelModule*>(loader.instance());
     if (module == nullptr || id != QLatin1StringView(buildId)) {
-        std::fprintf(stderr, "the module of views can't be used: %s\n", qPrintable(loader.errorString()));
+        std::fprintf(stderr, "can't load the panel module: %s\n", qPrintable(loader.errorString()));
         return 1;
     }
     for (const bool dark : {false, true}) {
-        for (const Shot& shot : shots()) {
-            const QString name = shot.name + (dark ? u"-dark"_s : u"-light"_s) + suffix;
+        for (const Screenshot& each : screenshots()) {
+            const QString name = each.name + (dark ? u"-dark"_s : u"-light"_s) + suffix;
             const auto wanted = [&](const QString& start) { return name.startsWith(start); };
             if (!only.isEmpty() && std::none_of(only.begin(), only.end(), wanted)) {
                 continue;
             }
             FakeHost host;
             const auto views = module->createViews(host, {.dark = dark, .reduceMotion = false});
-            views->setContent(shot.panel);
-            views->setOnboardingContent(shot.onboarding);
-            switch (shot.place) {
-            case Place::Popover:
+            views->setContent(each.panel);
+            views->setOnboardingContent(each.onboarding);
+            switch (each.window) {
+            case Window::Popover:
                 views->showPopover({1000, 4, 24, 24});
                 break;
-            case Place::Window:
+            case Window::Main:
                 views->showWindow();
                 break;
-            case Place::Onboarding:
+            case Window::Onboarding:
                 views->showOnboarding(host.onboarding);
                 break;
             }
-            settle(350);
-            if (shot.then) {
-                shot.then(*views);
-                settle(450);
+            waitFor(350);
+            if (each.then) {
+                each.then(*views);
+                waitFor(450);
             }
-            QQuickWindow* const window = shownWindow();
-            const QImage picture = window != nullptr ? window->grabWindow() : QImage();
-            if (!picture.save(folder.filePath(name + u".png"_s))) {
-                std::fprintf(stderr, "no picture of %s: %s\n", qPrintable(name),
-                             window != nullptr ? "not saved" : "no window");
+            QQuickWindow* const window = visibleWindow();
+            const QImage image = window != nullptr ? window->grabWindow() : QImage();
+            if (!image.save(folder.filePath(name + u".png"_s))) {
+                std::fprintf(stderr, "can't save %s: %s\n", qPrintable(name),
+                             window != nullptr ? "write error" : "no window");
                 return 1;
             }
         }
@@ -244,12 +222,12 @@ int paint(const QDir& folder, const QStringList& only, const QString& suffix) {
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
-    QStringList words = QCoreApplication::arguments().mid(1);
-    if (words.isEmpty()) {
-        std::fputs("gallery FOLDER [NAME…]\n", stderr);
+    QStringList names = QCoreApplication::arguments().mid(1);
+    if (names.isEmpty()) {
+        std::fputs("Usage: gallery FOLDER [NAME…]\n", stderr);
         return 2;
     }
-    const QDir folder(words.takeFirst());
+    const QDir folder(names.takeFirst());
     folder.mkpath(u"."_s);
     QGuiApplication::setQuitOnLastWindowClosed(false);
     const QString suffix = qEnvironmentVariable("TUNEDECK_GALLERY_SUFFIX");
@@ -259,9 +237,9 @@ int main(int argc, char** argv) {
             font.setPixelSize(22);
             QApplication::setFont(font);
         }
-        return paint(folder, words, suffix);
+        return takeScreenshots(folder, names, suffix);
     }
-    // The scale factor is read once, at start: one process each.
+    // Qt reads the scale factor only at startup, so each scale needs its own process.
     const std::pair<QString, QString> runs[] = {
         {u"1"_s, u"-1x"_s}, {u"1.5"_s, u"-1.5x"_s}, {u"2"_s, u"-2x"_s}, {u"1"_s, u"-large-text"_s}};
     for (const auto& [factor, name] : runs) {

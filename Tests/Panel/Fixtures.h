@@ -10,17 +10,17 @@ using namespace Qt::StringLiterals;
 
 namespace tunedeck::test {
 
-/// The moment at which all the panel's tests take place.
+/// The present time in all panel tests.
 inline QDateTime moment() {
     return QDateTime(QDate(2026, 3, 14), QTime(15, 9, 26), Qt::UTC);
 }
 
-/// A time stamp that lies some seconds before moment().
+/// The time stamp of a time before moment().
 inline QString ago(qint64 seconds) {
     return moment().addSecs(-seconds).toString(Qt::ISODate);
 }
 
-/// A running service with nothing going on.
+/// The status of an idle service.
 inline ServiceStatus goodStatus() {
     ServiceStatus status;
     status.version = u"2.3.4"_s;

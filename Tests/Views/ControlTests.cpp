@@ -20,7 +20,7 @@ PanelContent pressable() {
     Release release;
     release.version = u"1.5.0"_s;
     state.update.value = UpdateState::Available{release};
-    PanelContent content = samples::said(state);
+    PanelContent content = samples::contentOf(state);
     content.notRunning = samples::stopped().notRunning;
     return content;
 }
@@ -35,7 +35,7 @@ TEST_F(ControlTests, EveryControlIsCalledSomethingAndIsToldFromItsEquals) {
         namesakes.links.push_back(samples::link(QString::fromUtf16(id) + u't', Assistant::telegram));
     }
     for (const PanelContent& content : {samples::checking(), samples::stopped(), pressable(), samples::longWords(),
-                                        samples::crowded(), samples::said(namesakes)}) {
+                                        samples::crowded(), samples::contentOf(namesakes)}) {
         mainWindow(content);
         become(content);
         QSet<QPair<QString, QString>> known;

@@ -33,7 +33,7 @@ ToolboxReport toolbox(bool spotdlReady, bool environmentReady, bool installing) 
 
 } // namespace
 
-TEST(StatusLine, TellsTheCloudOffBeforeItsConnection) {
+TEST(StatusLine, ShowsADisabledCloudBeforeItsConnection) {
     EXPECT_EQ(lineWith(false, true), u"Running · cloud off");
     EXPECT_EQ(lineWith(false, {}), u"Running · cloud off");
     EXPECT_EQ(lineWith(true, true), u"Running · connected to the cloud");
@@ -43,7 +43,22 @@ TEST(StatusLine, TellsTheCloudOffBeforeItsConnection) {
     EXPECT_EQ(statusLine(ServiceState::notRunning()), u"Not running");
 }
 
-TEST(RecentCard, CutsToThreeJobsAndTellsWhenEachWas) {
+TEST(HeaderView, ToneShowsTheStateOfTheConnection) {
+    const auto tone = [](bool enabled, std::optional<bool> connected) {
+        ServiceStatus status = goodStatus();
+        status.cloud.enabled = enabled;
+        status.cloud.connected = connected;
+        return headerView(ServiceState::running(status)).tone;
+    };
+    EXPECT_EQ(tone(true, true), look::Tone::Good);
+    EXPECT_EQ(tone(true, {}), look::Tone::Good);
+    EXPECT_EQ(tone(true, false), look::Tone::Warning);
+    EXPECT_EQ(tone(false, true), look::Tone::Secondary);
+    EXPECT_EQ(headerView(ServiceState::notRunning()).tone, look::Tone::Bad);
+    EXPECT_EQ(headerView(ServiceState::checking()).tone, look::Tone::Secondary);
+}
+
+TEST(RecentCard, ShowsTheThreeLatestJobsWithTheirTimes) {
     ServiceStatus status = goodStatus();
     EXPECT_FALSE(recentCard(ServiceState::running(status), moment()).shown);
     status.recentJobs = {
@@ -56,8 +71,13 @@ TEST(RecentCard, CutsToThreeJobsAndTellsWhenEachWas) {
     ASSERT_EQ(card.jobs.size(), 3);
     EXPECT_EQ(card.jobs[0].trailing, u"Downloading");
     EXPECT_TRUE(card.jobs[0].pulsing);
+    EXPECT_FALSE(card.jobs[1].pulsing);
+    EXPECT_EQ(card.jobs[1].tone, look::Tone::Good);
+    EXPECT_EQ(card.jobs[1].stateName, u"Added");
+    EXPECT_EQ(card.jobs[2].tone, look::Tone::Bad);
+    EXPECT_EQ(card.jobs[2].stateName, u"Failed");
     EXPECT_EQ(card.jobs[1].trailing, u"5 minutes ago");
-    EXPECT_EQ(card.jobs[2].trailing, QString()) << "a finish that can't be read is not replaced by the creation";
+    EXPECT_EQ(card.jobs[2].trailing, QString()) << "an unreadable finish time isn't replaced by the creation time";
     EXPECT_EQ(card.jobs[2].symbol, u"xmark.octagon.fill");
 
     status.recentJobs = {job("5", "paused", ago(7500))};
@@ -67,7 +87,7 @@ TEST(RecentCard, CutsToThreeJobsAndTellsWhenEachWas) {
     EXPECT_FALSE(recentCard(ServiceState::notRunning(), moment()).shown);
 }
 
-TEST(ToolsNotice, NamesEveryEntryThatIsNotReady) {
+TEST(ToolsNotice, NamesEveryToolThatIsNotReady) {
     EXPECT_FALSE(toolsNotice({}).shown);
     EXPECT_FALSE(toolsNotice(toolbox(true, true, false)).shown);
 
@@ -85,7 +105,7 @@ TEST(ToolsNotice, ShowsTheProgressOfAnInstallation) {
     report.step = u"Unpacking"_s;
     report.progress = 0.404;
     const ToolsNoticeView card = toolsNotice(report);
-    EXPECT_TRUE(card.shown) << "an installation shows although everything is ready";
+    EXPECT_TRUE(card.shown) << "an installation is shown even if everything is ready";
     EXPECT_EQ(card.badge, u"Installing");
     EXPECT_EQ(card.text, QString());
     EXPECT_EQ(card.detail, u"Unpacking · 40 %");

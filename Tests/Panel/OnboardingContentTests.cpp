@@ -1,0 +1,140 @@
+#include "Tests/Helpers/Test.h"
+#include "Tests/Panel/Fixtures.h"
+#include "TunedeckMenu/Panel/FirstRun/OnboardingContent.h"
+#include "TunedeckMenu/Panel/FirstRun/OnboardingState.h"
+
+namespace tunedeck::test {
+
+namespace {
+
+OnboardingContent contentAt(OnboardingStep step, OnboardingState state = {}) {
+    state.step = step;
+    return onboardingContent(state, moment());
+}
+
+OnboardingContent assistantContent(Assistant assistant, const AssistantLink& made, OnboardingState state = {}) {
+    state.assistant = assistant;
+    state.link = made;
+    return contentAt(OnboardingStep::assistant, state);
+}
+
+} // namespace
+
+TEST(OnboardingContent, NumbersTheStepsAndLabelsTheirButtons) {
+    const auto labels = [](const OnboardingContent& content) {
+        return QStringList{content.stepLabel, content.backButton, content.nextButton};
+    };
+    EXPECT_EQ(labels(contentAt(OnboardingStep::tools)), (QStringList{u"Step 1 of 3"_s, {}, u"Continue"_s}));
+    EXPECT_EQ(labels(contentAt(OnboardingStep::rekordbox)), (QStringList{u"Step 2 of 3"_s, u"Back"_s, u"Continue"_s}));
+    EXPECT_EQ(labels(contentAt(OnboardingStep::assistant)), (QStringList{u"Step 3 of 3"_s, u"Back"_s, u"Done"_s}));
+}
+
+TEST(ToolsStep, FollowsTheInstallation) {
+    OnboardingState state;
+    const auto texts = [&] {
+        const OnboardingContent content = contentAt(OnboardingStep::tools, state);
+        QStringList all{content.waitingText, content.installText, content.repairButton};
+        for (const ToolRowView& tool : content.tools) {
+            all << tool.state;
+        }
+        return all;
+    };
+    const auto progress = [&] { return contentAt(OnboardingStep::tools, state).progress; };
+    EXPECT_EQ(texts(), (QStringList{u"Starting Tunedeck's background service…"_s, {}, {}}));
+    state.status = goodStatus();
+    state.toolbox = ToolboxReport{.tools = {{u"yt-dlp"_s, u"yt-dlp==1.2"_s, {}, true}, {u"ffmpeg"_s, {}, {}, false}},
+                                  .venvs = {{u"env"_s, {}, {}, true}},
+                                  .installing = true};
+    EXPECT_EQ(texts(), (QStringList{{}, u"Installing…"_s, {}, u"1.2"_s, u"Installing…"_s, u"Ready"_s}));
+    EXPECT_LT(progress(), 0) << "unknown";
+    state.toolbox->progress = 0.25;
+    state.toolbox->step = u"Unpacking"_s;
+    EXPECT_EQ(texts()[1], u"Unpacking");
+    EXPECT_EQ(progress(), 0.25);
+    state.toolbox->installing = false;
+    state.toolbox->error = u"Disk full"_s;
+    EXPECT_EQ(texts(),
+              (QStringList{{}, u"Disk full"_s, u"Repair Tools"_s, u"1.2"_s, u"Not installed yet"_s, u"Ready"_s}));
+    EXPECT_LT(progress(), 0);
+    state.toolbox->tools[1].ready = true;
+    EXPECT_EQ(texts(), (QStringList{{}, {}, {}, u"1.2"_s, u"Ready"_s, u"Ready"_s}));
+}
+
+TEST(RekordboxStep, FollowsTheFirstBackup) {
+    struct Case {
+        Baseline baseline;
+        bool rekordboxRunning;
+        QStringList starts; ///< of the text and the note; button
+        bool busy = false;
+    };
+    const QString open = u"Rekordbox is open, so"_s;
+    const Case cases[] = {
+        {{Baseline::Waiting{}}, false, {{}, {}, {}}},
+        {{Baseline::Waiting{}}, true, {{}, open, {}}},
+        {{Baseline::Working{}}, true, {u"Backing up your library…"_s, {}, {}}, true},
+        {{Baseline::Done{u"1.0.0"_s}}, true, {u"Your library v1.0.0 is backed up"_s, {}, {}}},
+        {{Baseline::Later{u"Locked"_s}}, false, {u"Locked"_s, {}, u"Back Up Now"_s}},
+        {{Baseline::Later{u"Locked"_s}}, true, {u"Locked"_s, open, u"Back Up Now"_s}},
+    };
+    for (const auto& [baseline, rekordboxRunning, starts, busy] : cases) {
+        OnboardingState state{.status = goodStatus(), .baseline = baseline};
+        state.status->rekordboxDb.emplace().rekordboxRunning = rekordboxRunning;
+        const OnboardingContent content = contentAt(OnboardingStep::rekordbox, state);
+        EXPECT_EQ((QStringList{content.baselineText.left(starts[0].size()), content.baselineNote.left(open.size()),
+                               content.baselineButton}),
+                  starts);
+        EXPECT_EQ(content.baselineText.isEmpty(), starts[0].isEmpty());
+        EXPECT_EQ(content.baselineBusy, busy);
+    }
+    const OnboardingState found{.rekordbox = RekordboxInstall{u"Rekordbox 7"_s, u"7.1"_s}};
+    EXPECT_EQ(contentAt(OnboardingStep::rekordbox, found).rekordboxName, u"Rekordbox 7 · 7.1");
+    EXPECT_NE(contentAt(OnboardingStep::rekordbox, found).text, contentAt(OnboardingStep::rekordbox).text);
+}
+
+TEST(AssistantStep, CopyButtonsFollowTheValueThatWasCopied) {
+    AssistantLink shortcut = link("s", "shortcut");
+    shortcut.apiUrl = u"https://x.example/api"_s;
+    shortcut.token = u"secret"_s;
+    const auto fields = [&](bool urlCopied, bool keyCopied) {
+        QStringList all;
+        for (const SecretFieldView& field :
+             assistantContent(Assistant::iphone, shortcut, {.copied = urlCopied, .keyCopied = keyCopied}).fields) {
+            all << field.key << field.shownValue << field.button;
+        }
+        return all;
+    };
+    const QStringList first{u"url"_s, *shortcut.apiUrl, u"Copied"_s, u"key"_s, *shortcut.token, u"Copy"_s};
+    const QStringList second{u"url"_s, *shortcut.apiUrl, u"Copy"_s, u"key"_s, *shortcut.token, u"Copied"_s};
+    EXPECT_EQ(fields(true, false), first);
+    EXPECT_EQ(fields(false, true), second);
+}
+
+TEST(AssistantStep, WaitsForTheFirstRequest) {
+    AssistantLink claude = link("c", "claude");
+    claude.url = u"https://x.example/u/1"_s;
+    const OnboardingContent waiting = assistantContent(Assistant::claude, claude);
+    EXPECT_EQ((QStringList{waiting.chosen, waiting.pasteText, waiting.liveText}),
+              (QStringList{u"claude"_s, u"Paste this into Claude"_s, u"Waiting for the first request from Claude…"_s}));
+    EXPECT_EQ(waiting.fields.size(), 1);
+    EXPECT_EQ(waiting.setupSteps, info(Assistant::claude).setupSteps);
+    EXPECT_FALSE(waiting.connected);
+    claude.lastUsedAt = ago(1);
+    const OnboardingContent connected = assistantContent(Assistant::claude, claude);
+    EXPECT_TRUE(connected.connected && connected.liveText.startsWith(u"Connected. Try: “"));
+}
+
+TEST(AssistantStep, ShowsThePairingUnlessALinkIsBeingMade) {
+    const AssistantLink telegram = link("t", "telegram");
+    const OnboardingContent waiting = assistantContent(Assistant::telegram, telegram);
+    EXPECT_TRUE(waiting.pairing.shown && !waiting.pairing.busy && waiting.fields.isEmpty());
+    EXPECT_EQ(waiting.liveText, u"Waiting for you to tap Start in Telegram…");
+    EXPECT_TRUE(assistantContent(Assistant::telegram, telegram, {.renewing = true}).pairing.busy);
+    const OnboardingContent connecting = assistantContent(Assistant::telegram, telegram, {.connecting = true});
+    EXPECT_EQ(connecting.connectingText, u"Making your pairing code…");
+    EXPECT_FALSE(connecting.pairing.shown) << "it belongs to the previous link";
+    EXPECT_TRUE(connecting.assistants.at(0).help.contains(u"Another link is being changed."));
+    EXPECT_EQ(assistantContent(Assistant::claude, telegram, {.connecting = true}).connectingText,
+              u"Making your private link…");
+}
+
+} // namespace tunedeck::test
