@@ -3,6 +3,7 @@
 #include "TunedeckCore/Support/Async/Clock.h"
 #include "TunedeckCore/Support/Async/Wait.h"
 #include "TunedeckMenu/Platform/Log.h"
+#include "TunedeckMenu/Platform/SingleInstance.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -167,11 +168,11 @@ QString execute(const QString& line, AppDelegate& delegate, FastClock& clock) {
     return u"done"_s;
 }
 
-int run(int& argc, char** argv, SingleInstance& instance) {
+int run(int& argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     FastClock clock(qEnvironmentVariable("SOAK_SPEED").toDouble());
-    Application menu(clock, systemFacts(), instance);
+    Application menu(clock, systemFacts());
     // One response per request, so the buffer never holds a second line.
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, [&] {
@@ -199,14 +200,10 @@ int main(int argc, char** argv) {
     QCoreApplication::setApplicationName(u"Tunedeck"_s);
     QGuiApplication::setDesktopFileName(u"com.brightfold.tunedeck.menu"_s);
     installSystemLog();
-    SingleInstance instance(SingleInstance::defaultSocketPath());
-    switch (instance.acquire("show"_ba)) {
-    case SingleInstance::Role::handedOver:
-        return EXIT_SUCCESS;
-    case SingleInstance::Role::unanswered:
-        return EXIT_FAILURE;
-    case SingleInstance::Role::first:
-        break;
+    SingleInstance instance;
+    const auto started = instance.start();
+    if (started != SingleInstance::Start::First) {
+        return started ? EXIT_SUCCESS : EXIT_FAILURE;
     }
-    return soak::run(argc, argv, instance);
+    return soak::run(argc, argv);
 }

@@ -214,7 +214,7 @@ private:
         };
         static const std::vector<Event> events{
             {45, u"press a control"_s, [this] { pressControl(); }},
-            {8, u"click the tray icon"_s, [this] { m_tray ? m_tray->obey("activate") : void(); }},
+            {8, u"click the tray icon"_s, [this] { m_tray ? m_tray->activateItem() : void(); }},
             {4, u"click a notification"_s, [this] { clickNotification(); }},
             {4, u"toggle the popover"_s, [this] { command(u"popover"_s); }},
             {4, u"open the window"_s, [this] { command(u"window"_s); }},
