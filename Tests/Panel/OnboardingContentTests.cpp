@@ -27,6 +27,7 @@ TEST(OnboardingContent, NumbersTheStepsAndLabelsTheirButtons) {
     EXPECT_EQ(labels(contentAt(OnboardingStep::tools)), (QStringList{u"Step 1 of 3"_s, {}, u"Continue"_s}));
     EXPECT_EQ(labels(contentAt(OnboardingStep::rekordbox)), (QStringList{u"Step 2 of 3"_s, u"Back"_s, u"Continue"_s}));
     EXPECT_EQ(labels(contentAt(OnboardingStep::assistant)), (QStringList{u"Step 3 of 3"_s, u"Back"_s, u"Done"_s}));
+    EXPECT_EQ(contentAt(OnboardingStep::tools, {.error = u"Failed."_s}).error, u"Failed.");
 }
 
 TEST(ToolsStep, FollowsTheInstallation) {
