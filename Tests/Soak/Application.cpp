@@ -184,7 +184,7 @@ int run(int& argc, char** argv) {
             QCoreApplication::quit();
         }
     });
-    menu.launch(false);
+    menu.launch();
     return QApplication::exec();
 }
 
