@@ -1,7 +1,8 @@
-// The panel used as people use it: by screen reader, by keyboard, by mouse.
+// Controls used by assistive technology, keyboard and mouse.
 #include "Tests/Helpers/Views/Screen.h"
 
 #include <QSet>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -11,7 +12,7 @@ namespace {
 
 class ControlTests : public Screen {};
 
-/// The panel with everything in it that can be pressed at once.
+/// A panel that shows every control at once.
 PanelContent pressable() {
     PanelState state = samples::troubledState();
     state.links.push_back(samples::link(u"s"_s, Assistant::iphone));
@@ -27,7 +28,7 @@ PanelContent pressable() {
 
 } // namespace
 
-TEST_F(ControlTests, EveryControlIsCalledSomethingAndIsToldFromItsEquals) {
+TEST_F(ControlTests, EveryControlHasAnUnambiguousName) {
     PanelState namesakes = samples::usualState();
     for (const auto* const id : {u"x", u"y"}) {
         namesakes.links.push_back(samples::link(QString::fromUtf16(id), Assistant::claude));
@@ -51,7 +52,7 @@ TEST_F(ControlTests, EveryControlIsCalledSomethingAndIsToldFromItsEquals) {
     }
 }
 
-TEST_F(ControlTests, WhatIsDisabledCannotBePressedByAnyRoad) {
+TEST_F(ControlTests, DisabledControlsIgnoreMouseKeysAndAssistiveTechnology) {
     PanelContent content = pressable();
     content.notRunning.starting = true;
     content.notRunning.button = u"Starting…"_s;
@@ -74,7 +75,7 @@ TEST_F(ControlTests, WhatIsDisabledCannotBePressedByAnyRoad) {
         EXPECT_FALSE(seen.press()) << qPrintable(name);
         click(seen);
         EXPECT_FALSE(seen.item()->activeFocusOnTab()) << qPrintable(name);
-        seen.item()->forceActiveFocus(Qt::TabFocusReason); // as when it was pressed a moment ago
+        seen.item()->forceActiveFocus(Qt::TabFocusReason);
         key(Qt::Key_Space);
         key(Qt::Key_Return);
     }
@@ -85,10 +86,10 @@ TEST_F(ControlTests, WhatIsDisabledCannotBePressedByAnyRoad) {
     EXPECT_EQ(host.pressed, QStringList{u"restartService"_s});
 }
 
-TEST_F(ControlTests, TabGoesThroughEveryControlFromTopToBottomAndBringsItIntoSight) {
+TEST_F(ControlTests, TabVisitsEveryControlInOrderAndScrollsToIt) {
     QQuickWindow& window = popover(samples::crowded());
     const qsizetype count = controls().size();
-    QStringList way;
+    QStringList visited;
     int lastInCards = 0;
     for (qsizetype i = 0; i < count; ++i) {
         key(Qt::Key_Tab);
@@ -96,38 +97,141 @@ TEST_F(ControlTests, TabGoesThroughEveryControlFromTopToBottomAndBringsItIntoSig
         EXPECT_GE(place.top(), 0) << qPrintable(focusName());
         EXPECT_LE(place.bottom(), window.height()) << qPrintable(focusName());
         EXPECT_TRUE(focus()->property("focusShown").toBool()) << qPrintable(focusName());
-        way.append(focusName());
+        visited.append(focusName());
         lastInCards = focusName() == u"Copy Diagnostics"_s ? static_cast<int>(i) : lastInCards;
     }
     QStringList order;
     for (const Seen& seen : controls()) {
         order.append(seen.name);
     }
-    EXPECT_EQ(way.join(u'|').toStdString(), order.join(u'|').toStdString());
+    EXPECT_EQ(visited.join(u'|').toStdString(), order.join(u'|').toStdString());
     EXPECT_EQ(lastInCards, count - 5) << "the footer comes after the cards";
     key(Qt::Key_Tab);
-    EXPECT_EQ(focusName(), way.first());
+    EXPECT_EQ(focusName(), visited.first());
     key(Qt::Key_Backtab, Qt::ShiftModifier);
-    EXPECT_EQ(focusName(), way.last());
+    EXPECT_EQ(focusName(), visited.last());
 }
 
-TEST_F(ControlTests, KeysPressAndTheMouseClicksOnce) {
-    popover(samples::usual());
-    while (focusName() != u"Open Log"_s) {
+TEST_F(ControlTests, EveryKindOfControlReactsToMouseKeysAndAssistiveTechnology) {
+    PanelState state = samples::usualState();
+    state.links.push_back(samples::link(u"s"_s, Assistant::iphone));
+    const PanelContent content = samples::said(state);
+    const ConnectRowView& assistant = content.assistants.connect.first();
+    QQuickWindow& window = mainWindow(content);
+    window.resize(400, 2400);
+    for (const auto& [name, which, action] :
+         {std::tuple(u"Check for Updates"_s, u""_s, u"checkForUpdates"_s),
+          {u"Open Log"_s, u""_s, u"openLog"_s},
+          {u"Open at Login"_s, u""_s, u"setOpensAtLogin off"_s},
+          {content.downloads.folderTitle + u", "_s + content.downloads.folderSubtitle, u""_s, u"revealDownloads"_s},
+          {assistant.accessibleName, assistant.help, u"connectAssistant "_s + assistant.id},
+          {u"Setup guide"_s, u""_s, u"openSetupGuide s"_s}}) {
+        const Seen seen = control(name, which);
+        const QPoint centre = seen.place.center() - window.position();
+        const auto expectActions = [&](int count, const char* input) {
+            EXPECT_EQ(host.pressed, QStringList(count, action)) << qPrintable(name) << ": " << input;
+            host.pressed.clear();
+        };
+        EXPECT_TRUE(seen.press());
+        expectActions(1, "assistive technology");
+        click(seen);
+        expectActions(1, "click");
+        EXPECT_FALSE(seen.item()->property("focusShown").toBool()) << qPrintable(name);
+        QTest::mouseDClick(&window, Qt::LeftButton, {}, centre);
+        expectActions(2, "double click");
+        QTest::mousePress(&window, Qt::LeftButton, {}, centre);
+        QTest::mouseMove(&window, {1, 1});
+        QTest::mouseRelease(&window, Qt::LeftButton, {}, {1, 1});
+        expectActions(0, "released elsewhere");
+        seen.item()->forceActiveFocus(Qt::TabFocusReason);
+        for (const Qt::Key pressed : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+            QTest::keyPress(&window, pressed);
+            for (int i = 0; i < 3; ++i) {
+                QKeyEvent repeat(QEvent::KeyPress, pressed, {}, {}, true);
+                QCoreApplication::sendEvent(&window, &repeat);
+            }
+            QTest::keyRelease(&window, pressed);
+            expectActions(1, "held key");
+            key(pressed, Qt::ControlModifier);
+            expectActions(0, "key with modifier");
+        }
+        QTest::keyPress(&window, Qt::Key_Space);
         key(Qt::Key_Tab);
+        QTest::keyRelease(&window, Qt::Key_Space);
+        expectActions(0, "space released elsewhere");
     }
-    key(Qt::Key_Return);
-    key(Qt::Key_Space);
-    EXPECT_EQ(host.pressed, (QStringList{u"openLog"_s, u"openLog"_s}));
-    host.pressed.clear();
-    click(control(u"Check for Updates"_s));
-    EXPECT_EQ(host.pressed, QStringList{u"checkForUpdates"_s});
-    EXPECT_FALSE(focus()->property("focusShown").toBool() && focusName() == u"Check for Updates"_s);
-    key(Qt::Key_Escape);
-    EXPECT_FALSE(views->isPopoverShown());
 }
 
-TEST_F(ControlTests, TheMenuOfALinkIsUsedByKeyboardAndMouseAndEscapeClosesItAlone) {
+TEST_F(ControlTests, OneAssistantIsConnectedAtATime) {
+    OnboardingState state = samples::assistantStep();
+    state.connecting = true;
+    const OnboardingContent content = samples::said(state);
+    onboarding(content);
+    for (const ConnectRowView& assistant : content.assistants) {
+        const Seen seen = control(assistant.accessibleName);
+        EXPECT_FALSE(seen.isEnabled());
+        click(seen);
+    }
+    EXPECT_TRUE(host.pressed.isEmpty()) << qPrintable(host.pressed.join(u' '));
+}
+
+TEST_F(ControlTests, TheFirstRunsControlsCallTheirActions) {
+    OnboardingState noTools = samples::toolsStep();
+    noTools.toolbox->installing = false;
+    OnboardingState noBackup = samples::rekordboxStep();
+    noBackup.baseline.value = Baseline::Later{u"Rekordbox is open."_s};
+    for (const auto& [shown, labels, actions] :
+         {std::tuple(samples::said(noTools), &OnboardingContent::repairButton, u"repairTools"_s),
+          {samples::said(noTools), &OnboardingContent::nextButton, u"advance"_s},
+          {samples::said(noBackup), &OnboardingContent::baselineButton, u"takeBaseline"_s},
+          {samples::said(noBackup), &OnboardingContent::backButton, u"back"_s},
+          {samples::said(samples::assistantStep(Assistant::claude)), &OnboardingContent::guideTitle,
+           u"openSetupGuide"_s}}) {
+        onboarding(shown);
+        press(shown.*labels);
+        EXPECT_EQ(host.pressed, QStringList{actions});
+        host.pressed.clear();
+    }
+    onboarding(samples::said(samples::assistantStep(Assistant::iphone)));
+    for (const Seen& copy : controls(u"Copy"_s)) {
+        copy.press();
+    }
+    onboarding(samples::said(samples::assistantStep(Assistant::telegram)));
+    press(u"Open Telegram"_s);
+    press(u"New Code"_s);
+    press(samples::said(samples::assistantStep()).assistants.first().accessibleName);
+    EXPECT_EQ(host.pressed.join(u';').toStdString(), "copyLink;copyKey;openTelegram;newTelegramCode;choose chatgpt");
+}
+
+TEST_F(ControlTests, ScreenReadersGetJobStatesAndEachNewResult) {
+    static QStringList events;
+    events.clear();
+    PanelContent content = samples::usual();
+    mainWindow(content);
+    for (const JobRowView& job : content.recent.jobs) {
+        EXPECT_TRUE(std::ranges::any_of(all(), [&](const Seen& seen) {
+            return seen.name == job.stateName && seen.description == job.message;
+        })) << qPrintable(job.playlist);
+    }
+    const auto old = QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
+        if (event->type() == QAccessible::Alert) {
+            events.append(event->accessibleInterface()->text(QAccessible::Name));
+        }
+    });
+    const auto expectEvents = [&](const QString& text, qsizetype count) {
+        become(content);
+        pass(20);
+        EXPECT_EQ(events.count(text), count) << qPrintable(events.join(u';'));
+    };
+    content.banner = {.shown = true, .text = u"Library updated."_s};
+    expectEvents(u"Library updated."_s, 1);
+    expectEvents(u"Library updated."_s, 1);
+    content.banner.text = u"Backup restored."_s;
+    expectEvents(u"Backup restored."_s, 1);
+    QAccessible::installUpdateHandler(old);
+}
+
+TEST_F(ControlTests, ALinksMenuWorksByKeyboardAndMouse) {
     popover(samples::usual());
     EXPECT_TRUE(controls(u"Disconnect"_s).isEmpty());
     while (focusName() != u"More"_s) {
@@ -145,7 +249,7 @@ TEST_F(ControlTests, TheMenuOfALinkIsUsedByKeyboardAndMouseAndEscapeClosesItAlon
     EXPECT_EQ(focusName(), u"More"_s);
     EXPECT_TRUE(views->isPopoverShown());
 
-    // A refresh leaves an open menu open; choosing closes it and asks once.
+    // A refresh keeps an open menu open; choosing an entry closes it.
     click(control(u"More"_s, u"Claude"_s));
     PanelContent later = samples::usual();
     later.assistants.links.first().detail = u"· used 6 minutes ago"_s;
@@ -154,12 +258,12 @@ TEST_F(ControlTests, TheMenuOfALinkIsUsedByKeyboardAndMouseAndEscapeClosesItAlon
     EXPECT_EQ(host.pressed, QStringList{u"disconnectLink a"_s});
     EXPECT_TRUE(controls(u"Disconnect"_s).isEmpty());
 
-    // A chat that is paired gets a new code, not a new address.
+    // A paired chat gets a new code instead of a new URL.
     press(u"More"_s, u"Telegram"_s);
     press(u"New Code…"_s);
     EXPECT_EQ(host.pressed.last(), u"newTelegramCode t"_s);
 
-    // It goes with its link.
+    // The menu closes when its link is removed.
     click(control(u"More"_s, u"Claude"_s));
     later.assistants.links.removeFirst();
     become(later);

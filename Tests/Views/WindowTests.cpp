@@ -1,4 +1,4 @@
-// The windows: where they are, how they come and go, what they paint.
+// The windows: position, size, visibility, painting and dialogs.
 #include "Tests/Helpers/Views/Screen.h"
 #include "TunedeckMenu/Views/Edge/PopoverPlace.h"
 
@@ -19,7 +19,7 @@ namespace {
 
 class WindowTests : public Screen {};
 
-/// A panel in which nothing moves by itself.
+/// A panel without animations.
 PanelContent still() {
     PanelContent content = samples::crowded();
     content.recent.jobs.removeFirst();
@@ -60,7 +60,7 @@ QColor over(const QColor& below, const QColor& above, float opacity) {
 
 } // namespace
 
-TEST(PopoverPlaceTests, ThePanelHangsAtItsIconAndNeverLeavesTheScreen) {
+TEST(PopoverPlaceTests, ThePopoverIsAtItsIconAndInsideTheScreen) {
     const QRect screen(0, 0, 1600, 1000);
     const QRect barAbove = screen.adjusted(0, 28, 0, 0);
     const QRect barBelow = screen.adjusted(0, 0, 0, -44);
@@ -69,10 +69,10 @@ TEST(PopoverPlaceTests, ThePanelHangsAtItsIconAndNeverLeavesTheScreen) {
     EXPECT_EQ(popoverPlace({1570, 0, 24, 28}, size, screen, barAbove).right(), 1593);
     EXPECT_EQ(popoverPlace({2, 0, 24, 28}, size, screen, barAbove).left(), 6);
     EXPECT_EQ(popoverPlace({800, 960, 24, 28}, size, screen, barBelow).bottom(), 949);
-    // Nobody tells where the icon is: the corner where trays are.
+    // Unknown icon position: the corner where trays usually are.
     EXPECT_EQ(popoverPlace({}, size, screen, barAbove), QRect(1234, 34, 360, 600));
     EXPECT_EQ(popoverPlace({}, size, screen, barBelow).bottomRight(), QPoint(1593, 949));
-    // On a second screen, too small and with odd icons: always inside.
+    // A second screen that is too small, with icons partly outside.
     const QRect second(1600, -200, 800, 480);
     for (const QRect& anchor :
          {QRect(), QRect(2390, 270, 40, 40), QRect(1590, -210, 24, 24), QRect(1700, 20, 24, 24)}) {
@@ -83,7 +83,7 @@ TEST(PopoverPlaceTests, ThePanelHangsAtItsIconAndNeverLeavesTheScreen) {
     }
 }
 
-TEST(PopoverPlaceTests, AHeightIsChosenThatWindowManagersKeepAtAnyScale) {
+TEST(PopoverPlaceTests, WindowManagersKeepTheHeightAtEveryScale) {
     for (const double ratio : {1.0, 1.25, 1.5, 1.75, 2.0, 2.5, 3.0}) {
         for (int wanted = 280; wanted < 1400; ++wanted) {
             const int height = steadyHeight(wanted, ratio);
@@ -94,7 +94,7 @@ TEST(PopoverPlaceTests, AHeightIsChosenThatWindowManagersKeepAtAnyScale) {
     }
 }
 
-TEST_F(WindowTests, AnUnchangedRefreshPaintsNothing) {
+TEST_F(WindowTests, AnUnchangedRefreshRepaintsNothing) {
     QQuickWindow& window = popover(still());
     press(u"Backups (60)"_s);
     pass(300);
@@ -114,7 +114,7 @@ TEST_F(WindowTests, AnUnchangedRefreshPaintsNothing) {
     EXPECT_LE(frames, 2);
 }
 
-TEST_F(WindowTests, RowsOutliveARefreshWithWhatTheUserDidToThem) {
+TEST_F(WindowTests, ARefreshKeepsRowsAndTheirFocus) {
     mainWindow(samples::usual());
     press(u"Backups (3)"_s);
     const auto row = [this](const QString& text) {
@@ -151,7 +151,21 @@ TEST_F(WindowTests, RowsOutliveARefreshWithWhatTheUserDidToThem) {
     EXPECT_LT(row(u"Sunday"_s)->mapToScene({}).y(), disco->mapToScene({}).y());
 }
 
-TEST_F(WindowTests, TheHostHearsOnceOfEachWindowThatComesOrGoes) {
+TEST_F(WindowTests, RowsComeAndGoWhileTheWindowIsResized) {
+    QQuickWindow& window = mainWindow(samples::crowded());
+    press(u"Backups (60)"_s);
+    for (int round = 0; round < 60; ++round) {
+        PanelContent content = round % 3 == 0 ? samples::usual() : samples::crowded();
+        content.recent.jobs = content.recent.jobs.mid(round % 4);
+        content.assistants.links = content.assistants.links.mid(round % 5);
+        content.assistants.connect = samples::checking().assistants.connect.mid(round % 3);
+        window.resize(window.width(), 400 + round * 37 % 500);
+        become(content);
+        EXPECT_EQ(controls(u"Restore"_s).size(), content.rekordbox.backups.size()) << round;
+    }
+}
+
+TEST_F(WindowTests, ReportsEachWindowOnceWhenItAppearsOrDisappears) {
     popover(samples::usual());
     EXPECT_EQ(host.appeared, 1);
     views->showPopover({400, 2, 24, 24});
@@ -171,7 +185,7 @@ TEST_F(WindowTests, TheHostHearsOnceOfEachWindowThatComesOrGoes) {
     EXPECT_EQ(&front(), &window) << "the window is kept";
 }
 
-TEST_F(WindowTests, ThePopoverClosesWhenTheUserTurnsElsewhereAndTheSameClickDoesNotReopenIt) {
+TEST_F(WindowTests, ThePopoverClosesOnFocusLossAndTheSameClickDoesNotReopenIt) {
     popover(samples::usual());
     const QRect anchor(400, 2, 24, 24);
     QWindow elsewhere;
@@ -183,11 +197,12 @@ TEST_F(WindowTests, ThePopoverClosesWhenTheUserTurnsElsewhereAndTheSameClickDoes
     EXPECT_FALSE(views->isPopoverShown());
     views->showPopover(anchor);
     EXPECT_TRUE(views->isPopoverShown()) << "the next click opens it";
-    views->closePopover();
+    until([this] { return front().isActive(); });
+    key(Qt::Key_Escape);
     EXPECT_FALSE(views->isPopoverShown());
 }
 
-TEST_F(WindowTests, APanelHigherThanTheScreenScrollsBetweenHeaderAndFooter) {
+TEST_F(WindowTests, APanelHigherThanTheScreenScrolls) {
     QQuickWindow& window = popover(samples::crowded());
     EXPECT_TRUE(window.screen()->availableGeometry().contains(window.geometry()));
     const Seen quit = control(u"Quit Tunedeck"_s);
@@ -207,7 +222,7 @@ TEST_F(WindowTests, APanelHigherThanTheScreenScrollsBetweenHeaderAndFooter) {
     EXPECT_EQ(control(u"Copy Diagnostics"_s).place.top(), before);
 }
 
-TEST_F(WindowTests, TheWindowFollowsItsContentInsideTheScreenUntilTheUserSizesIt) {
+TEST_F(WindowTests, TheWindowFitsItsContentUntilTheUserResizesIt) {
     QQuickWindow& window = mainWindow(samples::checking());
     const QRect available = window.screen()->availableGeometry();
     const int small = window.height();
@@ -224,7 +239,7 @@ TEST_F(WindowTests, TheWindowFollowsItsContentInsideTheScreenUntilTheUserSizesIt
     EXPECT_EQ(window.height(), 400);
 }
 
-TEST_F(WindowTests, AQuestionIsAnsweredOnceByButtonKeyOrClosing) {
+TEST_F(WindowTests, AQuestionIsAnsweredByButtonKeyOrClosing) {
     mainWindow(samples::usual());
     QList<bool> answers;
     const auto ask = [&] {
@@ -263,7 +278,7 @@ TEST_F(WindowTests, AQuestionIsAnsweredOnceByButtonKeyOrClosing) {
     EXPECT_EQ(answers, (QList<bool>{true, false, true, false, false, false}));
 }
 
-TEST_F(WindowTests, BehindAQuestionThePanelGoesOnAndTheNextQuestionWaits) {
+TEST_F(WindowTests, QuestionsQueueWhileThePanelKeepsUpdating) {
     QQuickWindow& panel = popover(samples::usual());
     QStringList answers;
     views->confirm(disconnect, [&](bool yes) { answers.append(yes ? u"first yes"_s : u"first no"_s); });
@@ -284,7 +299,7 @@ TEST_F(WindowTests, BehindAQuestionThePanelGoesOnAndTheNextQuestionWaits) {
     EXPECT_TRUE(sees(u"Running · cloud off"_s));
 }
 
-TEST_F(WindowTests, LargeTextKeepsEverythingInsideAndApart) {
+TEST_F(WindowTests, ControlsDontOverlapWithLargeText) {
     const QFont usual = QGuiApplication::font();
     QFont large = usual;
     large.setPixelSize(24);
@@ -306,7 +321,7 @@ TEST_F(WindowTests, LargeTextKeepsEverythingInsideAndApart) {
     QGuiApplication::setFont(usual);
 }
 
-TEST_F(WindowTests, EveryTextStandsOutFromWhatItIsWrittenOnInLightAndDark) {
+TEST_F(WindowTests, TextHasEnoughContrastInLightAndDark) {
     mainWindow(samples::usual());
     QQmlEngine* const engine = qmlEngine(front().contentItem()->childItems().first());
     QQmlComponent reader(engine);

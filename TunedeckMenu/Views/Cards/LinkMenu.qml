@@ -22,8 +22,17 @@ PopupMenu {
         }
     }
 
-    MenuDivider {
+    Item {
+        implicitHeight: 9
         visible: menu.view.renew !== ""
+        width: parent ? parent.width : 0
+
+        Rectangle {
+            anchors.centerIn: parent
+            color: Theme.raisedEdge
+            height: 1
+            width: parent.width - 12
+        }
     }
 
     MenuEntry {

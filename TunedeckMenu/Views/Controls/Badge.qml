@@ -20,14 +20,10 @@ HintArea {
     Accessible.name: text
     Accessible.description: hint
 
-    NumberAnimation {
+    FadeIn {
         id: fade
 
-        duration: Theme.fadeDuration
-        from: 0
-        property: "opacity"
         target: label
-        to: 1
     }
 
     Rectangle {

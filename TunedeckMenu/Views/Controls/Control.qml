@@ -38,7 +38,12 @@ Pressable {
         }
     }
 
-    FocusRing {
+    Rectangle {
+        anchors.fill: parent
+        anchors.margins: -2
+        border.color: Theme.focus
+        border.width: 2
+        color: "transparent"
         radius: control.ringRadius
         visible: control.focusShown
     }

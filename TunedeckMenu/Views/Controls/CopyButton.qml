@@ -10,13 +10,10 @@ PushButton {
     onLabelChanged: if (visible && !Theme.reduceMotion)
         fade.restart()
 
-    NumberAnimation {
+    FadeIn {
         id: fade
 
-        duration: Theme.fadeDuration
         from: 0.3
-        property: "opacity"
         target: button
-        to: 1
     }
 }

@@ -19,21 +19,13 @@ Item {
 
     /// Moves the focus by `step` entries, skipping unusable ones and wrapping around.
     function move(step: int): void {
-        const count = column.children.length;
-        let at = -1;
-        for (let i = 0; i < count; ++i)
-            if (column.children[i].activeFocus)
-                at = i;
-        if (at < 0)
-            at = step > 0 ? -1 : count;
-        for (let i = 0; i < count; ++i) {
-            at = (at + step + count) % count;
-            const entry = column.children[at];
-            if (entry.visible && entry.activeFocusOnTab) {
-                entry.forceActiveFocus(Qt.PopupFocusReason);
-                return;
-            }
-        }
+        const entries = [];
+        for (let i = 0; i < column.children.length; ++i)
+            if (column.children[i].visible && column.children[i].activeFocusOnTab)
+                entries.push(column.children[i]);
+        const current = entries.findIndex(entry => entry.activeFocus);
+        const next = current < 0 && step < 0 ? -1 : current + step;
+        entries[(next + entries.length) % entries.length].forceActiveFocus(Qt.PopupFocusReason);
     }
 
     anchors.fill: parent

@@ -62,34 +62,22 @@ QtObject {
 
     /// Colour of texts of a tone.
     function textColor(tone: int): color {
-        switch (tone) {
-        case Look.Accent:
-            return accent;
-        case Look.Good:
-            return good;
-        case Look.Warning:
-            return warning;
-        case Look.Bad:
-            return bad;
-        default:
-            return secondary;
-        }
+        return {
+            [Look.Accent]: accent,
+            [Look.Good]: good,
+            [Look.Warning]: warning,
+            [Look.Bad]: bad
+        }[tone] ?? secondary;
     }
 
     /// Colour of dots and filled symbols of a tone; needs less contrast than text.
     function symbolColor(tone: int): color {
-        switch (tone) {
-        case Look.Accent:
-            return accent;
-        case Look.Good:
-            return goodMark;
-        case Look.Warning:
-            return warningMark;
-        case Look.Bad:
-            return badMark;
-        default:
-            return secondary;
-        }
+        return {
+            [Look.Accent]: accent,
+            [Look.Good]: goodMark,
+            [Look.Warning]: warningMark,
+            [Look.Bad]: badMark
+        }[tone] ?? secondary;
     }
 
     /// `base` with this opacity.

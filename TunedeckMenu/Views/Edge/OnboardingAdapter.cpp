@@ -21,10 +21,8 @@ void OnboardingAdapter::setContent(const OnboardingContent& content) {
 }
 
 void OnboardingAdapter::setActions(OnboardingActions* actions) {
-    if (m_actions != actions) {
-        m_actions = actions;
-        Q_EMIT actionsChanged();
-    }
+    m_actions = actions;
+    Q_EMIT actionsChanged();
 }
 
 } // namespace tunedeck

@@ -75,13 +75,12 @@ QuickViews::QuickViews(PanelHost& host, const Appearance& appearance)
     , m_onboardingAdapter(*new OnboardingAdapter(m_engine))
     , m_icon(appIcon()) {
     m_engine.addImportPath(u"qrc:/tunedeck/qml"_s);
-    static const bool once = [] {
+    [[maybe_unused]] static const bool once = [] {
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
         QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
         installPressableAccess();
         return true;
     }();
-    Q_UNUSED(once)
     m_style.setAppearance(appearance);
     m_style.setFileIcons([this](const QString& path) { return m_host.fileIcon(path); });
 

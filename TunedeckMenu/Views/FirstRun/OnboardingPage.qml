@@ -14,15 +14,12 @@ Column {
     onStepChanged: if (!Theme.reduceMotion)
         fade.restart()
 
-    NumberAnimation {
+    FadeIn {
         id: fade
 
         duration: 220
         easing.type: Easing.OutQuad
-        from: 0
-        property: "opacity"
         target: page
-        to: 1
     }
 
     Label {

@@ -10,22 +10,8 @@ using namespace Qt::StringLiterals;
 
 namespace tunedeck {
 
-Symbol::Symbol(QQuickItem* parent) : QQuickPaintedItem(parent) {}
-
-void Symbol::setName(const QString& name) {
-    if (m_name != name) {
-        m_name = name;
-        Q_EMIT nameChanged();
-        update();
-    }
-}
-
-void Symbol::setColor(const QColor& color) {
-    if (m_color != color) {
-        m_color = color;
-        Q_EMIT colorChanged();
-        update();
-    }
+Symbol::Symbol(QQuickItem* parent) : QQuickPaintedItem(parent) {
+    connect(this, &Symbol::drawingChanged, this, [this] { update(); });
 }
 
 void Symbol::setSize(double size) {

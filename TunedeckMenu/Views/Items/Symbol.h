@@ -10,16 +10,12 @@ namespace tunedeck {
 class Symbol : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged)
-    Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
+    Q_PROPERTY(QString name MEMBER m_name NOTIFY drawingChanged)
+    Q_PROPERTY(QColor color MEMBER m_color NOTIFY drawingChanged)
     Q_PROPERTY(double size READ size WRITE setSize NOTIFY sizeChanged)
 public:
     explicit Symbol(QQuickItem* parent = nullptr);
 
-    [[nodiscard]] QString name() const { return m_name; }
-    void setName(const QString& name);
-    [[nodiscard]] QColor color() const { return m_color; }
-    void setColor(const QColor& color);
     /// Side of the square, in points.
     [[nodiscard]] double size() const { return m_size; }
     void setSize(double size);
@@ -27,8 +23,7 @@ public:
     void paint(QPainter* painter) override;
 
 Q_SIGNALS:
-    void nameChanged();
-    void colorChanged();
+    void drawingChanged();
     void sizeChanged();
 
 private:
