@@ -2,7 +2,10 @@
 #include "Tests/Helpers/TestServer.h"
 #include "TunedeckCore/Support/Http/Downloader.h"
 
+#include <QFile>
 #include <QProcess>
+
+#include <unistd.h>
 
 namespace tunedeck::test {
 

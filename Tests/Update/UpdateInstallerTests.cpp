@@ -8,9 +8,11 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <thread>
 
