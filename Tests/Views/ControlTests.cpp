@@ -115,7 +115,7 @@ TEST_F(ControlTests, TabVisitsEveryControlInOrderAndScrollsToIt) {
 TEST_F(ControlTests, EveryKindOfControlReactsToMouseKeysAndAssistiveTechnology) {
     PanelState state = samples::usualState();
     state.links.push_back(samples::link(u"s"_s, Assistant::iphone));
-    const PanelContent content = samples::said(state);
+    const PanelContent content = samples::contentOf(state);
     const ConnectRowView& assistant = content.assistants.connect.first();
     QQuickWindow& window = mainWindow(content);
     window.resize(400, 2400);
@@ -165,7 +165,7 @@ TEST_F(ControlTests, EveryKindOfControlReactsToMouseKeysAndAssistiveTechnology) 
 TEST_F(ControlTests, OneAssistantIsConnectedAtATime) {
     OnboardingState state = samples::assistantStep();
     state.connecting = true;
-    const OnboardingContent content = samples::said(state);
+    const OnboardingContent content = samples::contentOf(state);
     onboarding(content);
     for (const ConnectRowView& assistant : content.assistants) {
         const Seen seen = control(assistant.accessibleName);
@@ -181,25 +181,25 @@ TEST_F(ControlTests, TheFirstRunsControlsCallTheirActions) {
     OnboardingState noBackup = samples::rekordboxStep();
     noBackup.baseline.value = Baseline::Later{u"Rekordbox is open."_s};
     for (const auto& [shown, labels, actions] :
-         {std::tuple(samples::said(noTools), &OnboardingContent::repairButton, u"repairTools"_s),
-          {samples::said(noTools), &OnboardingContent::nextButton, u"advance"_s},
-          {samples::said(noBackup), &OnboardingContent::baselineButton, u"takeBaseline"_s},
-          {samples::said(noBackup), &OnboardingContent::backButton, u"back"_s},
-          {samples::said(samples::assistantStep(Assistant::claude)), &OnboardingContent::guideTitle,
+         {std::tuple(samples::contentOf(noTools), &OnboardingContent::repairButton, u"repairTools"_s),
+          {samples::contentOf(noTools), &OnboardingContent::nextButton, u"advance"_s},
+          {samples::contentOf(noBackup), &OnboardingContent::baselineButton, u"takeBaseline"_s},
+          {samples::contentOf(noBackup), &OnboardingContent::backButton, u"back"_s},
+          {samples::contentOf(samples::assistantStep(Assistant::claude)), &OnboardingContent::guideTitle,
            u"openSetupGuide"_s}}) {
         onboarding(shown);
         press(shown.*labels);
         EXPECT_EQ(host.pressed, QStringList{actions});
         host.pressed.clear();
     }
-    onboarding(samples::said(samples::assistantStep(Assistant::iphone)));
+    onboarding(samples::contentOf(samples::assistantStep(Assistant::iphone)));
     for (const Seen& copy : controls(u"Copy"_s)) {
         copy.press();
     }
-    onboarding(samples::said(samples::assistantStep(Assistant::telegram)));
+    onboarding(samples::contentOf(samples::assistantStep(Assistant::telegram)));
     press(u"Open Telegram"_s);
     press(u"New Code"_s);
-    press(samples::said(samples::assistantStep()).assistants.first().accessibleName);
+    press(samples::contentOf(samples::assistantStep()).assistants.first().accessibleName);
     EXPECT_EQ(host.pressed.join(u';').toStdString(), "copyLink;copyKey;openTelegram;newTelegramCode;choose chatgpt");
 }
 
