@@ -17,7 +17,7 @@
 
 namespace tunedeck::test {
 
-/// A status item that the test docks and clicks.
+/// Docked and clicked by the test.
 class FakeStatusItem final : public StatusItem {
 public:
     void install() override { ++installs; }
@@ -29,7 +29,6 @@ public:
     [[nodiscard]] std::optional<QRect> geometry() const override { return rectangle; }
     [[nodiscard]] std::optional<MenuBarPlacement> placement() const override { return place; }
 
-    /// The desktop's tray comes or goes.
     void setAvailable(bool isNowAvailable) {
         available = isNowAvailable;
         Q_EMIT availabilityChanged();
@@ -43,7 +42,7 @@ public:
     std::optional<MenuBarPlacement> place = MenuBarPlacement{.itemMinX = 1200, .itemWidth = 24, .screenWidth = 1600};
 };
 
-/// A notification centre that keeps what it was given.
+/// Records the notifications.
 class FakeNotificationCenter final : public NotificationCenter {
 public:
     void start() override { ++starts; }
@@ -53,7 +52,7 @@ public:
     std::vector<UserNotification> posted;
 };
 
-/// A workspace that keeps what it was asked to open.
+/// Records what is opened.
 class FakeWorkspace final : public Workspace {
 public:
     bool open(const QUrl& url) override {
@@ -63,12 +62,12 @@ public:
     void reveal(const QString& path) override { revealed << path; }
     QIcon icon(const QString&) override { return {}; }
 
-    bool works = true; ///< what open() says
+    bool works = true; ///< what open() returns
     std::vector<QUrl> opened;
     QStringList revealed;
 };
 
-/// A login item that keeps its state, or fails with a sentence.
+/// Keeps its state, or fails with a sentence.
 class FakeLoginItem final : public LoginItem {
 public:
     [[nodiscard]] bool isEnabled() const override { return enabled; }
@@ -84,7 +83,6 @@ public:
     QString failure;
 };
 
-/// A clipboard of the test's own.
 class FakePasteboard final : public Pasteboard {
 public:
     void setText(const QString& newText) override {
@@ -93,10 +91,10 @@ public:
     }
 
     QString text;
-    QStringList texts; ///< every one that was put there
+    QStringList texts; ///< all that were set
 };
 
-/// A folder picker that the test answers.
+/// Answered by the test.
 class FakeFolderPicker final : public FolderPicker {
 public:
     void choose(const QString& newTitle, const QString& newPrompt, const QString& /*start*/,
@@ -111,7 +109,6 @@ public:
     std::function<void(std::optional<QString>)> answer; ///< set while the picker is open
 };
 
-/// An appearance that the test changes.
 class FakeAppearanceSource final : public AppearanceSource {
 public:
     [[nodiscard]] Appearance current() const override { return appearance; }
@@ -123,7 +120,7 @@ public:
     Appearance appearance;
 };
 
-/// A relauncher that starts nothing.
+/// Records the relaunches and starts nothing.
 class FakeRelauncher final : public Relauncher {
 public:
     bool relaunch(const QString& bundle, const QStringList& arguments) override {

@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QFile>
+#include <QSettings>
 #include <QTemporaryDir>
 
 namespace tunedeck {
@@ -19,7 +20,7 @@ namespace {
 
 using namespace test;
 
-/// A program that writes down its arguments, one a line.
+/// Installs a program that records its arguments, one per line.
 void installRecorder(const QString& program, const QString& record) {
     QFile file(program);
     ASSERT_TRUE(file.open(QFile::WriteOnly));
@@ -49,7 +50,7 @@ public:
     bool refuses = false;
 };
 
-// A PATH in which there is nothing but what the test puts there.
+/// With an empty folder as PATH.
 class WorkspaceTest : public testing::Test {
 protected:
     void SetUp() override { qputenv("PATH", QFile::encodeName(m_folder.path())); }
@@ -72,7 +73,7 @@ protected:
     LinuxWorkspace m_workspace{m_bus};
 };
 
-TEST_F(WorkspaceTest, OpensPathsAndAddressesWithWhatTheDesktopHas) {
+TEST_F(WorkspaceTest, OpensWithTheFirstInstalledOpener) {
     EXPECT_FALSE(m_workspace.open(QUrl(u"https://tunedeck.example/x"_s)));
     installOpener(u"gio"_s);
     EXPECT_TRUE(m_workspace.open(QUrl(u"https://tunedeck.example/x?y=a%20b"_s)));
@@ -86,13 +87,13 @@ TEST_F(WorkspaceTest, OpensPathsAndAddressesWithWhatTheDesktopHas) {
     EXPECT_FALSE(m_workspace.open(QUrl(u"relative"_s)));
 }
 
-TEST_F(WorkspaceTest, ShowsAFileSelectedOrElseItsFolder) {
+TEST_F(WorkspaceTest, RevealsAFileOrOpensItsFolder) {
     installOpener(u"xdg-open"_s);
     const auto file = u"/srv/my music/tune#1.xml"_s;
-    m_workspace.reveal(file); // no file manager, or not even a bus
+    m_workspace.reveal(file); // no file manager, and possibly no bus
     EXPECT_TRUE(opens({u"/srv/my music"_s}));
     if (!m_bus.connection().isConnected()) {
-        GTEST_SKIP() << "there is no session bus; tools/lib/desktop makes one";
+        GTEST_SKIP() << "no session bus; use tools/lib/desktop";
     }
     FileManager manager;
     m_workspace.reveal(file);
@@ -106,7 +107,7 @@ TEST_F(WorkspaceTest, ShowsAFileSelectedOrElseItsFolder) {
 TEST(AppearanceSourceTest, FollowsThePortalAndItsRestarts) {
     SessionBus bus;
     if (!bus.connection().isConnected()) {
-        GTEST_SKIP() << "there is no session bus; tools/lib/desktop makes one";
+        GTEST_SKIP() << "no session bus; use tools/lib/desktop";
     }
     const auto neutral = u"org.freedesktop.appearance"_s;
     const auto scheme = u"color-scheme"_s;
@@ -116,16 +117,16 @@ TEST(AppearanceSourceTest, FollowsThePortalAndItsRestarts) {
     int changes = 0;
     QObject::connect(&source, &AppearanceSource::changed, &source, [&changes] { ++changes; });
     runUntil([] { return false; }, 50ms);
-    EXPECT_EQ(source.current(), Appearance{}); // no portal: the light palette of the test's display
+    EXPECT_EQ(source.current(), Appearance{}); // without a portal the palette decides, which is light
     EXPECT_EQ(changes, 0);
 
     auto portal = std::make_unique<test::SettingsPortal>(
         QMap<QString, QVariantMap>{{neutral, {{scheme, 1U}}}, {gnome, {{animations, true}}}});
-    EXPECT_TRUE(runUntil([&] { return source.current().dark; })); // it came late
+    EXPECT_TRUE(runUntil([&] { return source.current().dark; })); // it started late
     EXPECT_FALSE(source.current().reduceMotion);
     portal->change(gnome, animations, false);
     EXPECT_TRUE(runUntil([&] { return source.current().reduceMotion; }));
-    portal->change(neutral, u"accent-color"_s, 3U); // nothing of ours
+    portal->change(neutral, u"accent-color"_s, 3U); // irrelevant
     portal->change(gnome, animations, true);
     EXPECT_TRUE(runUntil([&] { return !source.current().reduceMotion; }));
     portal->change(neutral, u"reduced-motion"_s, 1U);
@@ -141,8 +142,8 @@ TEST(AppearanceSourceTest, FollowsThePortalAndItsRestarts) {
     dark.setColor(QPalette::Window, Qt::black);
     QApplication::setPalette(dark);
     runUntil([] { return false; }, 20ms);
-    EXPECT_FALSE(source.current().dark); // the portal's word counts
-    portal->change(neutral, scheme, 0U); // no preference: the palette's
+    EXPECT_FALSE(source.current().dark); // the portal decides
+    portal->change(neutral, scheme, 0U); // no preference: the palette decides
     EXPECT_TRUE(runUntil([&] { return source.current().dark; }));
     changes = 0;
     QApplication::setPalette(light);
@@ -150,7 +151,7 @@ TEST(AppearanceSourceTest, FollowsThePortalAndItsRestarts) {
     EXPECT_FALSE(source.current().dark);
 }
 
-TEST(FolderPickerTest, AnswersOnceWithAFolderOrNothing) {
+TEST(FolderPickerTest, CallsBackOnceWithAFolderOrNothing) {
     const QTemporaryDir folder;
     LinuxFolderPicker picker;
     std::vector<std::optional<QString>> answers;
@@ -166,7 +167,7 @@ TEST(FolderPickerTest, AnswersOnceWithAFolderOrNothing) {
     ASSERT_NE(dialog(), nullptr);
     EXPECT_EQ(dialog()->windowTitle(), title);
     EXPECT_EQ(dialog()->labelText(QFileDialog::Accept), u"Use This Folder"_s);
-    EXPECT_TRUE(answers.empty()); // the event loop goes on
+    EXPECT_TRUE(answers.empty()); // it doesn't block
     picker.choose(title, u"Use This Folder"_s, folder.path(), keep);
     ASSERT_EQ(answers.size(), 1U);
     EXPECT_FALSE(answers[0].has_value());
@@ -185,7 +186,7 @@ TEST(FolderPickerTest, AnswersOnceWithAFolderOrNothing) {
     EXPECT_EQ(QApplication::clipboard()->text(), u"“ü” 音楽"_s);
 }
 
-TEST(SystemFactsTest, TheBundleSaysWhoItIsAndOneWithoutInfoIsOfDevelopment) {
+TEST(SystemFactsTest, DescribesTheBundleAndTheSystem) {
     const test::TemporaryHome folder;
     const auto bundle = folder.path(u"A.app"_s);
     EXPECT_EQ(BundlePaths::containing(bundle + u"/Contents/MacOS/Tunedeck"_s).bundle(), bundle);
@@ -203,6 +204,9 @@ TEST(SystemFactsTest, TheBundleSaysWhoItIsAndOneWithoutInfoIsOfDevelopment) {
     qputenv("HOME", "not absolute");
     EXPECT_TRUE(systemFacts().home.startsWith(u'/'));
     EXPECT_TRUE(QCoreApplication::applicationDirPath().startsWith(systemFacts().bundle));
+    const auto system = QSettings(u"/etc/os-release"_s, QSettings::IniFormat);
+    EXPECT_EQ(systemFacts().systemVersionText, system.value(u"PRETTY_NAME"_s).toString());
+    EXPECT_EQ(systemFacts().systemVersion[0], system.value(u"VERSION_ID"_s).toString().section(u'.', 0, 0).toInt());
 }
 
 } // namespace

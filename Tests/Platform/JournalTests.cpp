@@ -14,7 +14,7 @@ namespace {
 
 using namespace test;
 
-TEST(JournalTest, EntriesArriveWholeAndAFullOrMissingJournalNeverBlocks) {
+TEST(JournalTest, SendsWholeEntriesAndNeverBlocks) {
     const QTemporaryDir folder;
     const auto path = folder.filePath(u"socket"_s);
     const Journal without(path);

@@ -18,7 +18,7 @@ protected:
     [[nodiscard]] QByteArray read() const { return m_home.read(relative); }
     void write(const QByteArray& text) const { m_home.write(relative, text); }
 
-    // A program that leaves a mark beside itself when it is started.
+    /// A program that creates a file beside itself when it is started.
     void makeProgram(const QString& name) const {
         QFile file(m_home.write(name, "#!/bin/sh\n[ $# -eq 0 ] && : > \"$0.started\"\n"));
         ASSERT_TRUE(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
@@ -28,7 +28,7 @@ protected:
     test::TemporaryHome m_home;
 };
 
-TEST_F(LoginItemTest, EveryPathStartsAsItIs) {
+TEST_F(LoginItemTest, StartsProgramsAtUnusualPaths) {
     const auto launcher = QStandardPaths::findExecutable(u"gio"_s);
     int number = 0;
     for (const auto& name :
@@ -50,7 +50,7 @@ TEST_F(LoginItemTest, EveryPathStartsAsItIs) {
     }
 }
 
-TEST_F(LoginItemTest, WhatTheDesktopSwitchedOffIsOffUntilItIsSwitchedOnHere) {
+TEST_F(LoginItemTest, FollowsTheDesktopsSettingUntilEnabledAgain) {
     makeProgram(u"Tunedeck"_s);
     LinuxLoginItem item(entry(), path(u"Tunedeck"_s), {});
     EXPECT_FALSE(item.isEnabled());
@@ -62,20 +62,20 @@ TEST_F(LoginItemTest, WhatTheDesktopSwitchedOffIsOffUntilItIsSwitchedOnHere) {
         ASSERT_TRUE(item.setEnabled(true).has_value());
         EXPECT_TRUE(item.isEnabled());
     }
-    write(good + "[Desktop Action x]\nHidden=true\n"); // another group's affair
+    write(good + "[Desktop Action x]\nHidden=true\n"); // another group
     EXPECT_TRUE(item.isEnabled());
     write("[Other]\n" + good.mid(good.indexOf('\n') + 1));
     EXPECT_FALSE(item.isEnabled());
     write("");
     EXPECT_FALSE(item.isEnabled());
     write(good);
-    QFile::remove(path(u"Tunedeck"_s)); // a session wouldn't start it either
+    QFile::remove(path(u"Tunedeck"_s)); // a session can't start it
     EXPECT_FALSE(item.isEnabled());
 }
 
-TEST_F(LoginItemTest, FailuresAreSentencesAndLeaveNothingHalfDone) {
+TEST_F(LoginItemTest, ReportsFailures) {
     LinuxLoginItem item(entry(), u"/bin/true"_s, {});
-    EXPECT_TRUE(item.setEnabled(false).has_value()); // off already
+    EXPECT_TRUE(item.setEnabled(false).has_value()); // already disabled
     QFile inTheWay(m_home.write(u"config/autostart"_s, {}));
     const auto blocked = item.setEnabled(true);
     ASSERT_FALSE(blocked.has_value());
@@ -83,13 +83,13 @@ TEST_F(LoginItemTest, FailuresAreSentencesAndLeaveNothingHalfDone) {
     EXPECT_TRUE(item.setEnabled(false).has_value());
 
     inTheWay.remove();
-    ASSERT_TRUE(QDir().mkpath(entry())); // a folder of the entry's name
+    ASSERT_TRUE(QDir().mkpath(entry())); // a folder in place of the entry
     EXPECT_FALSE(item.isEnabled());
     EXPECT_FALSE(item.setEnabled(true).has_value());
     EXPECT_FALSE(item.setEnabled(false).has_value());
 }
 
-TEST_F(LoginItemTest, TheEntryStandsInTheUsersConfigurationFolder) {
+TEST_F(LoginItemTest, UsesTheUsersConfigurationFolder) {
     const auto name = u"/autostart/com.brightfold.tunedeck.menu.desktop"_s;
     qputenv("XDG_CONFIG_HOME", "relative");
     EXPECT_EQ(LinuxLoginItem::defaultEntryPath(u"/h"_s), u"/h/.config"_s + name);

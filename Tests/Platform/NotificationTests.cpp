@@ -18,7 +18,7 @@ class NotificationTest : public testing::Test {
 protected:
     void SetUp() override {
         if (!m_bus.connection().isConnected()) {
-            GTEST_SKIP() << "there is no session bus; tools/lib/desktop makes one";
+            GTEST_SKIP() << "no session bus; use tools/lib/desktop";
         }
         QObject::connect(&m_center, &NotificationCenter::opened, &m_center,
                          [this](const QString& identifier) { m_opened << identifier; });
@@ -29,7 +29,7 @@ protected:
         m_server = std::make_unique<NotificationServer>(capabilities);
     }
 
-    // Posts and waits until the server has it.
+    /// Posts and waits until the server has received it.
     const NotificationServer::Call& shown(const UserNotification& notification) {
         const auto before = m_server->calls.size();
         m_center.post(notification);
@@ -44,7 +44,7 @@ protected:
     QStringList m_opened;
 };
 
-TEST_F(NotificationTest, ALaterOneWithTheSameIdentifierReplacesTheEarlierUntilThatIsClosed) {
+TEST_F(NotificationTest, ReplacesByIdentifierUntilClosed) {
     startServer();
     const auto first = shown(note(u"a"_s, u"“x” <b>"_s));
     EXPECT_EQ(first.name, u"Tunedeck"_s);
@@ -59,13 +59,13 @@ TEST_F(NotificationTest, ALaterOneWithTheSameIdentifierReplacesTheEarlierUntilTh
     EXPECT_EQ(shown(note(u"a"_s)).replaces, 0U);
 }
 
-TEST_F(NotificationTest, WithoutAServerNothingHappensAndOneThatComesOrRestartsIsMetAnew) {
+TEST_F(NotificationTest, DropsWithoutAServerAndStartsAfreshWithANewOne) {
     m_center.post(note(u"lost"_s));
     runUntil([] { return false; }, 50ms);
     startServer({u"body-markup"_s});
     const auto markedUp = shown(note(u"a"_s, u"<b> & \"c\" > d"_s));
     EXPECT_EQ(markedUp.body, u"&lt;b&gt; &amp; \"c\" &gt; d"_s);
-    EXPECT_TRUE(markedUp.actions.isEmpty()) << "where the server has none";
+    EXPECT_TRUE(markedUp.actions.isEmpty()) << "the server supports none";
     EXPECT_EQ(m_server->calls.size(), 1U);
 
     m_server.reset();
@@ -74,11 +74,11 @@ TEST_F(NotificationTest, WithoutAServerNothingHappensAndOneThatComesOrRestartsIs
     startServer(usual);
     const auto again = shown(note(u"a"_s, u"<"_s));
     EXPECT_EQ(again.body, u"<"_s);
-    EXPECT_EQ(again.replaces, 0U); // the number meant a notification of the server that went
+    EXPECT_EQ(again.replaces, 0U); // the id belonged to the earlier server
     EXPECT_EQ(m_server->calls.size(), 1U);
 }
 
-TEST_F(NotificationTest, WhatComesWhileTheServerIsStillSilentIsKeptInOrderAndBounded) {
+TEST_F(NotificationTest, QueuesInOrderUpToALimitWhileTheServerHangs) {
     startServer();
     m_server->holdsBack = true;
     for (int i = 0; i < 100; ++i) {
@@ -93,11 +93,11 @@ TEST_F(NotificationTest, WhatComesWhileTheServerIsStillSilentIsKeptInOrderAndBou
     }
 }
 
-TEST_F(NotificationTest, AClickOpensItAndBringsTheActivationToken) {
+TEST_F(NotificationTest, ReportsClicksWithTheActivationToken) {
     startServer();
     const auto call = shown(note(u"a"_s));
     ASSERT_EQ(call.actions.value(0), u"default"_s);
-    NotificationServer stranger(usual); // on the bus, but not the server
+    NotificationServer stranger(usual); // on the bus, but doesn't own the name
     Q_EMIT stranger.ActionInvoked(call.id, u"default"_s);
     Q_EMIT m_server->ActionInvoked(call.id + 1, u"default"_s);
     Q_EMIT m_server->ActionInvoked(call.id, u"other"_s);

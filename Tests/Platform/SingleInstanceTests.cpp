@@ -147,7 +147,7 @@ TEST_F(SingleInstanceTest, RunsWithoutALockFileWhereNoneCanBeMade) {
 TEST_F(SingleInstanceTest, LocksInTheRuntimeFolderOrElseInTheHome) {
     const auto runtime = qgetenv("XDG_RUNTIME_DIR");
     const auto name = u"/com.brightfold.tunedeck.menu.lock"_s;
-    for (const auto& unusable : {QByteArray("relative"), QByteArray("/nonexistent"), QByteArray()}) {
+    for (const auto& unusable : {QByteArray("."), QByteArray("/nonexistent"), QByteArray()}) {
         qputenv("XDG_RUNTIME_DIR", unusable);
         EXPECT_EQ(SingleInstance::defaultLockPath(), m_home.path(u".tunedeck"_s) + name);
     }

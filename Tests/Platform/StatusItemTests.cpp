@@ -21,7 +21,7 @@ protected:
     }
 };
 
-// Asks until the icon is at the right end of the screen of 1000: a tray that has just started still moves about.
+/// Waits until the icon is at the right end of the screen, whose width is 1000: a tray moves while it starts.
 testing::AssertionResult docksAtTheRight(Program& item) {
     static const QRegularExpression form(u"^there (\\d+) (\\d+) of 1000$"_s);
     std::string line = item.nextLine();
@@ -38,8 +38,8 @@ testing::AssertionResult docksAtTheRight(Program& item) {
     return testing::AssertionFailure() << line;
 }
 
-// Says this next, whatever it has told of its place before.
-testing::AssertionResult says(Program& item, const std::string& expected) {
+/// True when this is the next line apart from places.
+testing::AssertionResult prints(Program& item, const std::string& expected) {
     std::string line = item.nextLine();
     while (line != expected && line.starts_with("there ")) {
         line = item.nextLine();
@@ -47,7 +47,7 @@ testing::AssertionResult says(Program& item, const std::string& expected) {
     return line == expected ? testing::AssertionSuccess() : testing::AssertionFailure() << line;
 }
 
-TEST_F(StatusItemTest, DocksInAnX11TrayThatComesLateGoesAndComesBack) {
+TEST_F(StatusItemTest, DocksInAnX11TrayThatStartsLateAndRestarts) {
     BareDesktop desktop;
     const auto bus = desktop.startBus();
     const auto item = desktop.startSelf(statusItem);
@@ -55,46 +55,60 @@ TEST_F(StatusItemTest, DocksInAnX11TrayThatComesLateGoesAndComesBack) {
     auto tray = desktop.startTray();
     EXPECT_TRUE(docksAtTheRight(*item));
     item->write(u"click"_s);
-    EXPECT_TRUE(says(*item, "activated"));
+    EXPECT_TRUE(prints(*item, "activated"));
     item->write(u"menu"_s);
-    EXPECT_TRUE(says(*item, "open"));
-    EXPECT_TRUE(says(*item, "quit"));
+    EXPECT_TRUE(prints(*item, "open"));
+    EXPECT_TRUE(prints(*item, "quit"));
     tray->kill();
-    EXPECT_TRUE(says(*item, "gone unplaced"));
+    EXPECT_TRUE(prints(*item, "gone unplaced"));
     tray = desktop.startTray();
     EXPECT_TRUE(docksAtTheRight(*item));
 }
 
-TEST_F(StatusItemTest, RegistersWithAHostThatComesLateRestartsAndOutlivesItsBus) {
+TEST_F(StatusItemTest, RegistersWithAHostThatStartsLateAndAfterRestartsOfHostAndBus) {
     BareDesktop desktop;
     auto bus = desktop.startBus();
     const auto item = desktop.startSelf(statusItem);
     EXPECT_EQ(item->nextLine(), "gone unplaced");
 
-    const auto meetsAHost = [&] {
+    const auto registersWithAHost = [&] {
         auto host = desktop.startSelf(u"--tray-host"_s);
         EXPECT_EQ(host->nextLine(), "ready");
         EXPECT_EQ(host->nextLine(), "item with menu at /MenuBar");
-        EXPECT_EQ(item->nextLine(), "there unplaced"); // a host doesn't tell where it shows it
+        EXPECT_EQ(item->nextLine(), "there unplaced"); // hosts don't report where the icon is
         host->write(u"activate"_s);
         EXPECT_EQ(item->nextLine(), "activated");
         return host;
     };
-    auto host = meetsAHost();
+    auto host = registersWithAHost();
     host->write(u"leave"_s);
     EXPECT_EQ(item->nextLine(), "gone unplaced");
     host->write(u"come"_s);
     EXPECT_EQ(item->nextLine(), "there unplaced");
     host->kill();
     EXPECT_EQ(item->nextLine(), "gone unplaced");
-    host = meetsAHost();
+    host = registersWithAHost();
     bus->kill();
     EXPECT_EQ(item->nextLine(), "gone unplaced");
     bus = desktop.startBus();
-    host = meetsAHost();
+    host = registersWithAHost();
 }
 
-TEST(TrayGlyphTest, EverySymbolIsDrawnInEachSizeAndStandsOutFromEitherPanel) {
+TEST_F(StatusItemTest, WaitsForTheHostOfAWatcherBeforeItUsesAnX11Tray) {
+    BareDesktop desktop;
+    const auto bus = desktop.startBus();
+    const auto tray = desktop.startTray();
+    const auto host = desktop.startSelf(u"--tray-host"_s);
+    ASSERT_EQ(host->nextLine(), "ready");
+    host->write(u"leave"_s);
+    const auto item = desktop.startSelf(statusItem);
+    EXPECT_EQ(item->nextLine(), "gone unplaced");
+    runUntil([] { return false; }, 500ms);
+    host->write(u"come"_s);
+    EXPECT_EQ(item->nextLine(), "there unplaced");
+}
+
+TEST(TrayGlyphTest, DrawsEverySymbolInContrastToThePanel) {
     for (const auto& [symbol, tone] :
          {std::pair(u"music.note.list"_s, GlyphTone::Dark), {u"exclamationmark.triangle"_s, GlyphTone::Light}}) {
         const auto icon = trayGlyph(symbol, tone);

@@ -12,7 +12,7 @@ std::expected<SystemdUnit, QString> unitFor(const QString& home) {
     return systemdUnit(ServiceInstaller(home, {}, 501, {}, clock).plist());
 }
 
-TEST(SystemdUnitTest, DoesWhatThePropertyListAsksFor) {
+TEST(SystemdUnitTest, TranslatesThePropertyList) {
     const auto unit = unitFor(u"/home/dj"_s);
     ASSERT_TRUE(unit);
     EXPECT_EQ(unit->folders, QStringList(u"/home/dj/Library/Logs"_s));
@@ -37,7 +37,7 @@ WantedBy=default.target
 )");
 }
 
-TEST(SystemdUnitTest, LeavesOutWhatIsNotAskedFor) {
+TEST(SystemdUnitTest, OmitsWhatThePropertyListOmits) {
     const PropertyArray program{PropertyValue(u"/bin/true"_s), PropertyValue(u"an \"argument\" of 5%"_s)};
     const auto unit =
         systemdUnit({{u"ProgramArguments"_s, PropertyValue(program)}, {u"KeepAlive"_s, PropertyValue(false)}});
@@ -49,7 +49,7 @@ TEST(SystemdUnitTest, LeavesOutWhatIsNotAskedFor) {
     }
 }
 
-TEST(SystemdUnitTest, RefusesWhatAUnitCannotHold) {
+TEST(SystemdUnitTest, RejectsWhatAUnitCannotContain) {
     EXPECT_FALSE(systemdUnit({}));
     EXPECT_FALSE(systemdUnit({{u"ProgramArguments"_s, PropertyValue(PropertyArray())}}));
     EXPECT_FALSE(systemdUnit({{u"ProgramArguments"_s, PropertyValue(PropertyArray{PropertyValue(u"true"_s)})}}));

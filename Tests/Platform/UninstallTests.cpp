@@ -7,12 +7,25 @@
 #include <QFileInfo>
 #include <QProcess>
 
+#include <unistd.h>
+
 namespace tunedeck {
 namespace {
 
 using namespace test;
 
-TEST(UninstallTest, ProcessesAreFoundByTheirProgramAlsoWhenItIsGone) {
+TEST(UninstallTest, JoinsTheUsersSessionOnlyWhenItHasNone) {
+    const auto runtime = qgetenv("XDG_RUNTIME_DIR");
+    const auto session = "/run/user/" + QByteArray::number(::getuid());
+    joinSession();
+    EXPECT_EQ(qgetenv("XDG_RUNTIME_DIR"), runtime);
+    qunsetenv("XDG_RUNTIME_DIR");
+    joinSession();
+    EXPECT_EQ(qgetenv("XDG_RUNTIME_DIR"), QFileInfo::exists(QFile::decodeName(session)) ? session : QByteArray());
+    qputenv("XDG_RUNTIME_DIR", runtime);
+}
+
+TEST(UninstallTest, FindsProcessesOfADeletedProgram) {
     const test::TemporaryHome home;
     const auto program = home.path(u"bin/service"_s);
     home.write(u"bin/other"_s, "");
@@ -32,7 +45,7 @@ TEST(UninstallTest, ProcessesAreFoundByTheirProgramAlsoWhenItIsGone) {
     process.waitForFinished();
 }
 
-TEST(UninstallTest, WithoutAManagerTheUnitItsLinksAndTheLoginItemAreRemovedAllTheSame) {
+TEST(UninstallTest, RemovesUnitLinksAndLoginItemWithoutAManager) {
     const test::TemporaryHome home;
     const auto unit = u"com.brightfold.tunedeck.service"_s;
     const auto units = home.path(u".config/systemd/user"_s);

@@ -6,8 +6,7 @@
 
 #include <string_view>
 
-// Every test has an application object; without a display it is one that shows nothing, and the tests that need one say
-// so. Listing the tests starts nothing.
+// Creates the application object for all tests, offscreen where there is no display, but not to list the tests.
 int main(int argc, char** argv) {
     if (argc > 1 && !std::string_view(argv[1]).starts_with("--gtest")) {
         return tunedeck::test::runRole(argc, argv);

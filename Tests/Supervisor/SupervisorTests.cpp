@@ -18,7 +18,7 @@ namespace {
 
 using namespace test;
 
-/// The service: tells what it sees, then runs until it is ended.
+/// The service: records its environment, then runs until it is terminated.
 const QByteArray service = R"(#!/bin/sh
 printf '%s\n' "$0|$PWD|$PATH|$RUST_LOG" > "$PWD/seen.new" && mv "$PWD/seen.new" "$PWD/seen"
 echo out; echo err >&2
@@ -27,12 +27,12 @@ exec sleep 1000
 
 const QString target = u"gui/501/com.brightfold.tunedeck"_s;
 
-/// With a real user manager that belongs to the test alone (tools/lib/user-manager).
+/// Uses a private systemd user manager (tools/lib/user-manager).
 class SupervisorTest : public testing::TestWithParam<QString> {
 protected:
     void SetUp() override {
         if (!QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/manager.log"_s)) {
-            GTEST_SKIP() << "not to be tried on anybody's own service manager: run it with tools/lib/user-manager";
+            GTEST_SKIP() << "don't run this on your own service manager; use tools/lib/user-manager";
         }
         ASSERT_TRUE(createFolder(m_home));
         writeProgram(service);
@@ -54,7 +54,7 @@ protected:
 
     std::string install() { return runToEnd(installer().ensureInstalled({})).description().toStdString(); }
 
-    /// Installs with another pause before a restart, in seconds.
+    /// Installs with another delay before restarts, in seconds.
     void installWithPause(std::int64_t pause) {
         ASSERT_EQ(install(), "installed(serviceChanged: true, plistChanged: true)");
         auto plist = installer().plist();
@@ -64,7 +64,7 @@ protected:
         ASSERT_EQ(operation({u"bootstrap"_s, u"gui/501"_s, installer().plistURL()}), 0);
     }
 
-    /// The service's process, 0 when there is none.
+    /// The id of the service's process; 0 when it isn't running.
     static int pid() {
         const ProcessRequest request{.program = u"systemctl"_s,
                                      .arguments = {u"--user"_s, u"show"_s, u"--property=MainPID"_s, u"--value"_s,
@@ -90,7 +90,7 @@ protected:
     Launchctl m_launchctl = SystemdUserManager::ofUser().launchctl();
 };
 
-TEST_P(SupervisorTest, TheServiceRunsWhereAndAsThePropertyListSays) {
+TEST_P(SupervisorTest, RunsTheServiceAsThePropertyListSays) {
     m_home = m_folder.filePath(GetParam());
     ASSERT_TRUE(createFolder(m_home));
     EXPECT_EQ(install(), "installed(serviceChanged: true, plistChanged: true)");
@@ -125,7 +125,7 @@ INSTANTIATE_TEST_SUITE_P(Homes, SupervisorTest,
                                          u"Ünïcode 音楽 😀 a=b;c #d"_s, u" -~@:!+ "_s),
                          [](const auto& parameter) { return "Home" + std::to_string(parameter.index); });
 
-TEST_F(SupervisorTest, AServiceThatDiesIsStartedAgain) {
+TEST_F(SupervisorTest, RestartsAServiceThatDies) {
     installWithPause(0);
     for (const int signal : {SIGKILL, SIGTERM}) {
         const auto before = pid();
@@ -136,16 +136,16 @@ TEST_F(SupervisorTest, AServiceThatDiesIsStartedAgain) {
     EXPECT_EQ(operation({u"print"_s, target}), 0);
 }
 
-TEST_F(SupervisorTest, WhileItWaitsForItsRestartItCountsAsLoaded) {
+TEST_F(SupervisorTest, ReportsAServiceThatWaitsForItsRestartAsLoaded) {
     installWithPause(1000);
     ASSERT_EQ(::kill(pid(), SIGKILL), 0);
     ASSERT_TRUE(runUntil([&] { return pid() == 0; }));
     EXPECT_EQ(operation({u"print"_s, target}), 0);
-    EXPECT_EQ(operation({u"kickstart"_s, target}), 0); // and can be started without waiting for it
+    EXPECT_EQ(operation({u"kickstart"_s, target}), 0); // starts without waiting
     EXPECT_GT(pid(), 0);
 }
 
-TEST_F(SupervisorTest, RestartingReplacesTheProcessAndStartingKeepsIt) {
+TEST_F(SupervisorTest, RestartReplacesTheProcessAndStartKeepsIt) {
     ASSERT_EQ(install(), "installed(serviceChanged: true, plistChanged: true)");
     const auto first = pid();
     EXPECT_EQ(operation({u"kickstart"_s, target}), 0);
@@ -159,7 +159,7 @@ TEST_F(SupervisorTest, RestartingReplacesTheProcessAndStartingKeepsIt) {
     EXPECT_TRUE(runUntil([&] { return read(u"Library/Logs/tunedeck.out.log"_s).endsWith("new\n"); }));
 }
 
-TEST_F(SupervisorTest, AnUnloadedServiceIsGoneUntilItIsLoadedAgain) {
+TEST_F(SupervisorTest, UnloadsAndLoadsTheService) {
     EXPECT_EQ(operation({u"print"_s, target}), 4);
     EXPECT_NE(operation({u"kickstart"_s, u"-k"_s, target}), 0);
     EXPECT_NE(operation({u"bootout"_s, target}), 0);
@@ -168,7 +168,7 @@ TEST_F(SupervisorTest, AnUnloadedServiceIsGoneUntilItIsLoadedAgain) {
     EXPECT_EQ(pid(), 0);
     EXPECT_EQ(operation({u"print"_s, target}), 3);
     EXPECT_FALSE(isEnabled());
-    EXPECT_EQ(operation({u"kickstart"_s, u"-k"_s, target}), 0); // what is stopped is started
+    EXPECT_EQ(operation({u"kickstart"_s, u"-k"_s, target}), 0); // also starts a stopped service
     EXPECT_GT(pid(), 0);
     EXPECT_EQ(operation({u"bootout"_s, target}), 0);
     EXPECT_EQ(install(), "upToDate");
@@ -176,7 +176,7 @@ TEST_F(SupervisorTest, AnUnloadedServiceIsGoneUntilItIsLoadedAgain) {
     EXPECT_TRUE(isEnabled());
 }
 
-TEST_F(SupervisorTest, WhatCannotBeDoneHasAStatusOfItsOwn) {
+TEST_F(SupervisorTest, ReportsFailuresByExitStatus) {
     writeProgram("#!/nonexistent/interpreter\n");
     const auto ending = test::endingOf(installer().ensureInstalled({}));
     while (!ending->isThere()) {
@@ -193,7 +193,7 @@ TEST_F(SupervisorTest, WhatCannotBeDoneHasAStatusOfItsOwn) {
     EXPECT_EQ(runToEnd(blocked({u"bootstrap"_s, u"gui/501"_s, installer().plistURL()}, {})), 73);
 }
 
-TEST_F(SupervisorTest, WithoutAUserManagerItFailsSoon) {
+TEST_F(SupervisorTest, FailsAtOnceWithoutAUserManager) {
     const auto plist = m_folder.filePath(u"service.plist"_s);
     ASSERT_TRUE(writeFileAtomically(plist, xmlPropertyList(installer().plist())));
     const auto runtime = qgetenv("XDG_RUNTIME_DIR");
