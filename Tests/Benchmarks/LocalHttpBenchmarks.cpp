@@ -29,7 +29,7 @@ QByteArray statusDocument() {
            jobs + "]}";
 }
 
-/// Answers every connection with the status document, on a thread of its own.
+/// Replies to every connection with the status document, in a separate thread.
 class Peer {
 public:
     Peer() {
@@ -74,7 +74,7 @@ private:
     std::thread m_thread;
 };
 
-// Whoever calls it waits for its end, so the references last.
+// The caller waits for the task, so the references stay valid.
 template<class T>
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-reference-coroutine-parameters)
 QCoro::Task<> note(QCoro::Task<T> task, T& result, bool& done) {

@@ -1,7 +1,7 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckCore/Service/JobEvent.h"
-#include "TunedeckCore/Service/JobWatcher.h"
-#include "TunedeckCore/Service/LibraryWatcher.h"
+#include "TunedeckCore/Service/Watchers/JobEvent.h"
+#include "TunedeckCore/Service/Watchers/JobWatcher.h"
+#include "TunedeckCore/Service/Watchers/LibraryWatcher.h"
 
 using namespace tunedeck;
 using namespace Qt::StringLiterals;

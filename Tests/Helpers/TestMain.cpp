@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-/// The main of every test program that has none of its own.
+/// The main() of the test programs that don't define one.
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     const QCoreApplication application(argc, argv);

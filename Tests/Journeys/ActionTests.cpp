@@ -107,7 +107,7 @@ TEST_F(ActionJourney, SendsOneRequestAndShowsItsNote) {
         server.on(action.route, action.good);
         perform(action);
         EXPECT_TRUE(comes([&] { return count(action.route) == 1; })) << action.route.toStdString();
-        // Without a note of its own, the earlier note stays.
+        // An action without a note keeps the earlier one.
         expectLine(action, action.done.isEmpty() ? line().value_or(QString()) : action.done);
         EXPECT_FALSE(state().actionError) << qPrintable(*state().actionError);
         ASSERT_TRUE(comes([this] { return sees(u"Studio"_s) && sees(u"iPhone"_s); }));

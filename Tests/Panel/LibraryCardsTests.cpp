@@ -132,6 +132,7 @@ TEST(DownloadsCard, AbbreviatesTheHomeFolderOnlyAtASlash) {
 TEST(DownloadsCard, OffersTheDefaultFolderOnlyForACustomOne) {
     EXPECT_EQ(downloads(u"/Users/me/Music"_s).badge, u"Default");
     EXPECT_EQ(downloads(u"/Users/me/Music"_s).defaultButton, QString());
+    EXPECT_EQ(downloads(u"/Users/me/Music"_s, "environment").badge, u"Default");
     EXPECT_EQ(downloads(u"/Users/me/Music"_s, "settings").badge, u"Custom");
     EXPECT_EQ(downloads(u"/Users/me/Music"_s, "settings").defaultButton, u"Use Default");
     EXPECT_TRUE(downloads(u"/Users/me/Music"_s).hasFolder);

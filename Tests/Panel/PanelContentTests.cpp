@@ -63,6 +63,8 @@ TEST(PanelContent, ShowsCardsOnlyWhenTheyApply) {
     state.menuBarIcon.kind = MenuBarIconVisibility::Kind::hidden;
     state.opensAtLogin = true;
     EXPECT_EQ(shown(), (QList<bool>{true, true, false, false, false, true}));
+    state.actionError = u"Failed."_s;
+    EXPECT_EQ(panelContent(state, moment()).banner.tone, look::Tone::Warning);
 }
 
 TEST(Banner, ShowsTheErrorRatherThanTheNote) {

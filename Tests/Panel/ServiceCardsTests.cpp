@@ -96,6 +96,8 @@ TEST(ToolsNotice, NamesEveryToolThatIsNotReady) {
     const ToolsNoticeView repair = toolsNotice(broken);
     EXPECT_TRUE(repair.shown);
     EXPECT_EQ(repair.text, u"Missing: spotdl, spotdl-env");
+    broken.venvs[0].name = u"spotdl"_s;
+    EXPECT_EQ(toolsNotice(broken).text, u"Missing: spotdl");
     EXPECT_EQ(repair.badge, u"Needs repair");
     EXPECT_EQ(repair.detail, u"No space left");
 }

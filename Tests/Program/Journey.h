@@ -33,9 +33,9 @@ protected:
     /// Writes a bundle of this version. `build`: the last character of its build's id, for one that was built anew.
     /// Its service program differs by build as well.
     static void layOut(const QString& bundle, const QByteArray& version, char build = 0);
-    /// Lets the bundle carry no service program: nothing is installed, and the test plays the service.
+    /// Removes the service program from the bundle: nothing is installed, and the test provides the service.
     void withoutService() const;
-    /// Tells the application where a service of the test's own listens.
+    /// Points the application to a service of the test on this port.
     void serviceIsAt(std::uint16_t port) const;
     /// Starts the bundle's program and lets it run.
     void start(const QStringList& arguments = {});

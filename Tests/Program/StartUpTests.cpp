@@ -186,7 +186,7 @@ TEST_F(StartUpJourney, AnUpgradeUnderneathIsTakenUpAndAMissingBundleIsTold) {
 
     start();
     const auto still = processes();
-    ASSERT_TRUE(QDir().rename(bundle, upgrade)); // taken away by whoever removed it
+    ASSERT_TRUE(QDir().rename(bundle, upgrade)); // as if the user had removed it
     QProcess second;
     second.setProcessEnvironment(environment);
     second.start(upgrade + u"/Contents/MacOS/Tunedeck"_s, {});

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The port in a runtime file, 1 to 65535. Other than elsewhere, 8000.0 is no integer.
+/// The port in a runtime file, 1 to 65535. Unlike in other documents, 8000.0 is not an integer.
 std::optional<int> portIn(const QByteArray& document) {
     const auto object = json::parseObject(document);
     if (!object) {

@@ -109,7 +109,7 @@ QCoro::Task<> LinkActions::create(Assistant assistant, ResultHandler<AssistantLi
         } else if (made.error().code == u"telegram_not_configured"_s) {
             m_model.show(u"Telegram isn't available yet. Try ChatGPT, Claude or the iPhone Shortcut for now."_s);
         } else {
-            m_model.show(u"Couldn't connect "_s + info(assistant).name + u": "_s + made.error().message);
+            m_model.show(u"Couldn't connect %1: %2"_s.arg(info(assistant).name, made.error().message));
         }
         if (done) {
             done(made);

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "TunedeckCore/Service/JobWatcher.h"
-#include "TunedeckCore/Service/LibraryWatcher.h"
 #include "TunedeckCore/Service/ServiceStatus.h"
 #include "TunedeckCore/Service/StatusClient.h"
+#include "TunedeckCore/Service/Watchers/JobWatcher.h"
+#include "TunedeckCore/Service/Watchers/LibraryWatcher.h"
 #include "TunedeckCore/Support/Async/Clock.h"
 #include "TunedeckCore/Support/Async/TaskScope.h"
 #include "TunedeckMenu/Background/Notifier.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "TunedeckCore/Service/JobEvent.h"
 #include "TunedeckCore/Service/ServiceStatus.h"
+#include "TunedeckCore/Service/Watchers/JobEvent.h"
 #include "TunedeckCore/Support/Async/Clock.h"
 #include "TunedeckMenu/Platform/NotificationCenter.h"
 

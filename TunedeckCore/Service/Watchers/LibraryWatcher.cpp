@@ -1,4 +1,4 @@
-#include "TunedeckCore/Service/LibraryWatcher.h"
+#include "TunedeckCore/Service/Watchers/LibraryWatcher.h"
 
 namespace tunedeck {
 

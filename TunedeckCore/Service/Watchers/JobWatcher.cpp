@@ -1,6 +1,6 @@
-#include "TunedeckCore/Service/JobWatcher.h"
+#include "TunedeckCore/Service/Watchers/JobWatcher.h"
 
-#include "TunedeckCore/Service/JobEvent.h"
+#include "TunedeckCore/Service/Watchers/JobEvent.h"
 
 namespace tunedeck {
 
