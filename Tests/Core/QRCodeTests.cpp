@@ -1,9 +1,7 @@
 #include "Tests/Helpers/Test.h"
 #include "TunedeckCore/QRCode.h"
 
-#include <QFile>
 #include <QProcess>
-#include <QTemporaryDir>
 
 namespace tunedeck::test {
 
@@ -11,26 +9,15 @@ namespace {
 
 constexpr int panelSize = 112; // points on a side, as the panel shows a code
 
-/// A grey picture of the code on a plate of the given size, drawn without smoothing.
-QByteArray picture(const QRCode::Image& code, int side) {
-    QByteArray made = "P5 " + QByteArray::number(side) + " " + QByteArray::number(side) + " 255\n";
-    for (int y = 0; y < side; ++y) {
-        for (int x = 0; x < side; ++x) {
-            made.append(code.isDark(x * code.size / side, y * code.size / side) ? '\0' : '\xff');
-        }
-    }
-    return made;
-}
-
-/// What a scanner reads from it.
+/// What a scanner reads from a picture of the code with sides of this length, drawn without smoothing.
 QString scanned(const QRCode::Image& code, int side) {
-    const QTemporaryDir folder;
-    QFile file(folder.filePath(u"code.pgm"_s));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(picture(code, side));
-    file.close();
+    QByteArray picture = "P5 " + QByteArray::number(side) + " " + QByteArray::number(side) + " 255\n";
+    for (int i = 0; i < side * side; ++i) {
+        picture.append(code.isDark(i % side * code.size / side, i / side * code.size / side) ? '\0' : '\xff');
+    }
+    const TemporaryHome home;
     QProcess scanner;
-    scanner.start(u"zbarimg"_s, {u"--raw"_s, u"-q"_s, file.fileName()});
+    scanner.start(u"zbarimg"_s, {u"--raw"_s, u"-q"_s, home.write(u"code.pgm"_s, picture)});
     EXPECT_TRUE(scanner.waitForFinished()) << "zbarimg is missing";
     return QString::fromUtf8(scanner.readAllStandardOutput()).trimmed();
 }

@@ -13,6 +13,7 @@
 #include <QTemporaryDir>
 
 #include <filesystem>
+#include <map>
 #include <vector>
 
 namespace tunedeck::fuzz {
@@ -43,25 +44,14 @@ UpdateCheck check(const test::SigningKey& key, const QByteArray& document, const
 
 /// An archive with one entry per line: a letter for its type, its name and, after a tab, its contents or link target.
 QByteArray zipOf(const QByteArray& description) {
+    const std::map<char, unsigned> modes{{'l', 0120777}, {'d', 040755}, {'s', 0104755}};
     std::vector<test::ZipEntry> entries;
     for (const QByteArray& line : description.split('\n')) {
         const QList<QByteArray> words = line.mid(1).split('\t');
-        test::ZipEntry entry{.name = words[0]};
-        switch (line.isEmpty() ? 'f' : line[0]) {
-        case 'l':
-            entry.mode = 0120777;
-            entry.linkTarget = words.value(1);
-            break;
-        case 'd':
-            entry.mode = 040755;
-            break;
-        case 's':
-            entry.mode = 0104755;
-            break;
-        default:
-            entry.contents = words.value(1);
-        }
-        entries.push_back(entry);
+        const auto mode = modes.find(line.isEmpty() ? 'f' : line[0]);
+        entries.push_back({.name = words[0], .contents = words.value(1)});
+        entries.back().mode = mode == modes.end() ? 0100644 : mode->second;
+        entries.back().linkTarget = line.startsWith('l') ? words.value(1) : QByteArray();
     }
     return test::zip(entries);
 }

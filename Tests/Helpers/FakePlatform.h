@@ -85,26 +85,20 @@ public:
 
 class FakePasteboard final : public Pasteboard {
 public:
-    void setText(const QString& newText) override {
-        text = newText;
-        texts << newText;
-    }
+    void setText(const QString& newText) override { text = newText; }
 
     QString text;
-    QStringList texts; ///< all that were set
 };
 
 /// Answered by the test.
 class FakeFolderPicker final : public FolderPicker {
 public:
-    void choose(const QString& newTitle, const QString& newPrompt, const QString& /*start*/,
+    void choose(const QString& /*title*/, const QString& newPrompt, const QString& /*start*/,
                 std::function<void(std::optional<QString>)> done) override {
-        title = newTitle;
         prompt = newPrompt;
         answer = std::move(done);
     }
 
-    QString title;
     QString prompt;
     std::function<void(std::optional<QString>)> answer; ///< set while the picker is open
 };
@@ -125,11 +119,10 @@ class FakeRelauncher final : public Relauncher {
 public:
     bool relaunch(const QString& bundle, const QStringList& arguments) override {
         relaunched.emplace_back(bundle, arguments);
-        return works;
+        return true;
     }
     [[nodiscard]] bool isReplaced(const QString&) const override { return false; }
 
-    bool works = true;
     std::vector<std::pair<QString, QStringList>> relaunched;
 };
 

@@ -12,11 +12,9 @@ using std::chrono::nanoseconds;
 namespace {
 
 struct Sleeper {
-    Sleeper(nanoseconds moment, bool suspend, const std::stop_token& stop)
-        : due(moment), throughSuspend(suspend), wait(stop) {}
     nanoseconds due;
     bool throughSuspend;
-    Wait wait;
+    Wait& wait;
 };
 
 } // namespace
@@ -66,9 +64,10 @@ struct ManualClock::State {
             co_return !stop.stop_requested();
         }
         const auto from = throughSuspend ? state->uptime : state->elapsed;
-        Sleeper sleeper(from + duration, throughSuspend, stop);
+        Wait wait(stop);
+        Sleeper sleeper{from + duration, throughSuspend, wait};
         state->sleepers.push_back(&sleeper);
-        const bool slept = co_await sleeper.wait.next();
+        const bool slept = co_await wait.next();
         std::erase(state->sleepers, &sleeper);
         co_return slept;
     }

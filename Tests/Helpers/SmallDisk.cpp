@@ -2,7 +2,6 @@
 
 #include <QFile>
 
-#include <fcntl.h>
 #include <sched.h>
 #include <sys/mount.h>
 #include <unistd.h>
@@ -17,13 +16,9 @@ namespace tunedeck::test {
 
 namespace {
 
-bool write(const char* path, const QByteArray& text) {
-    const int file = ::open(path, O_WRONLY | O_CLOEXEC);
-    const bool written = file >= 0 && ::write(file, text.constData(), static_cast<size_t>(text.size())) == text.size();
-    if (file >= 0) {
-        ::close(file);
-    }
-    return written;
+bool write(const QString& path, const QByteArray& text) {
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(text) == text.size();
 }
 
 /// Enters a private mount namespace, for other users than root in a user namespace.
@@ -31,8 +26,9 @@ bool separateMounts() {
     if (::geteuid() != 0) {
         const auto user = QByteArray::number(::geteuid());
         const auto group = QByteArray::number(::getegid());
-        if (::unshare(CLONE_NEWUSER) != 0 || !write("/proc/self/setgroups", "deny") ||
-            !write("/proc/self/uid_map", "0 " + user + " 1") || !write("/proc/self/gid_map", "0 " + group + " 1")) {
+        if (::unshare(CLONE_NEWUSER) != 0 || !write(u"/proc/self/setgroups"_s, "deny") ||
+            !write(u"/proc/self/uid_map"_s, "0 " + user + " 1") ||
+            !write(u"/proc/self/gid_map"_s, "0 " + group + " 1")) {
             return false;
         }
     }

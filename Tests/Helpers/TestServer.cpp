@@ -1,8 +1,8 @@
 #include "Tests/Helpers/TestServer.h"
 
-#include <arpa/inet.h>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
 #include <fcntl.h>
-#include <netinet/in.h>
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/socket.h>
@@ -10,10 +10,6 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
-#include <mutex>
-#include <stdexcept>
-#include <vector>
 
 namespace tunedeck::test {
 
@@ -24,6 +20,17 @@ bool waitFor(int socket, short events, int wakeUp, int milliseconds = -1) {
     std::array<pollfd, 2> watched{pollfd{.fd = socket, .events = events, .revents = 0},
                                   pollfd{.fd = wakeUp, .events = POLLIN, .revents = 0}};
     return poll(watched.data(), watched.size(), milliseconds) > 0 && watched[1].revents == 0;
+}
+
+/// A listening socket; sets the port that was chosen for 0.
+int listenAt(const QByteArray& address, std::uint16_t& port) {
+    using boost::asio::ip::tcp;
+    boost::asio::io_context context;
+    tcp::acceptor acceptor(context, {boost::asio::ip::make_address(address.toStdString()), port});
+    port = acceptor.local_endpoint().port();
+    const int socket = acceptor.release();
+    ::fcntl(socket, F_SETFD, FD_CLOEXEC);
+    return socket;
 }
 
 ServedRequest headOf(const QByteArray& head) {
@@ -75,149 +82,87 @@ void Connection::reset() {
     setsockopt(m_socket, SOL_SOCKET, SO_LINGER, &now, sizeof now);
 }
 
-class TestServer::Loop {
-public:
-    Loop(const QByteArray& host, std::uint16_t requestedPort)
-        : m_socket(socket(host.contains(':') ? AF_INET6 : AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)), m_host(host) {
-        sockaddr_in6 address{}; // large enough for a sockaddr_in, which starts alike
-        auto* const four = reinterpret_cast<sockaddr_in*>(&address);
-        address.sin6_family = host.contains(':') ? AF_INET6 : AF_INET;
-        address.sin6_port = htons(requestedPort);
-        socklen_t size = host.contains(':') ? sizeof address : sizeof *four;
-        void* const place = host.contains(':') ? static_cast<void*>(&address.sin6_addr) : &four->sin_addr;
-        auto* const generic = reinterpret_cast<sockaddr*>(&address);
-        const int yes = 1;
-        setsockopt(m_socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
-        if (inet_pton(address.sin6_family, host.constData(), place) != 1 || bind(m_socket, generic, size) != 0 ||
-            listen(m_socket, 64) != 0 || getsockname(m_socket, generic, &size) != 0) {
-            throw std::runtime_error("the test server can't listen");
-        }
-        m_port = ntohs(address.sin6_port);
-        m_acceptor = std::jthread([this] { accept(); });
-    }
+TestServer::TestServer(const QByteArray& address, std::uint16_t port)
+    : m_host(address.contains(':') ? '[' + address + ']' : address)
+    , m_port(port)
+    , m_socket(listenAt(address, m_port))
+    , m_wakeUp(eventfd(0, EFD_CLOEXEC))
+    , m_acceptor([this] { accept(); }) {}
 
-    ~Loop() {
-        stop();
-        m_connections.clear();
-        ::close(m_wakeUp);
-    }
-
-    Loop(const Loop&) = delete;
-    Loop& operator=(const Loop&) = delete;
-
-    void stop() {
-        const std::uint64_t one = 1;
-        (void)!write(m_wakeUp, &one, sizeof one);
-        if (m_acceptor.joinable()) {
-            m_acceptor.join();
-            ::close(m_socket);
-        }
-    }
-
-    mutable std::mutex mutex;
-    using Plan = std::pair<Behaviour, When>;
-    std::map<QByteArray, Plan> routes;
-    QList<ServedRequest> requests;
-    std::atomic<int> made = 0;
-    std::atomic<int> open = 0;
-
-    [[nodiscard]] std::uint16_t port() const { return m_port; }
-    /// As written in a URL.
-    [[nodiscard]] QByteArray host() const { return m_host.contains(':') ? '[' + m_host + ']' : m_host; }
-
-private:
-    void accept() {
-        while (waitFor(m_socket, POLLIN, m_wakeUp)) {
-            const int peer = ::accept(m_socket, nullptr, nullptr);
-            if (peer < 0) {
-                continue;
-            }
-            ::fcntl(peer, F_SETFD, FD_CLOEXEC);
-            ++made;
-            ++open;
-            m_connections.emplace_back([this, peer] {
-                serve(peer);
-                ::close(peer);
-                --open;
-            });
-        }
-    }
-
-    void serve(int peer) {
-        Connection connection(peer, m_wakeUp);
-        QByteArray bytes;
-        while (!bytes.contains("\r\n\r\n")) {
-            if (!connection.receive(bytes)) {
-                return;
-            }
-        }
-        const auto end = bytes.indexOf("\r\n\r\n");
-        auto request = headOf(bytes.left(end));
-        request.body = bytes.mid(end + 4);
-        const auto header = request.headers.find("content-length");
-        const auto length = header == request.headers.end() ? 0 : header->second.toLongLong();
-        const auto [behaviour, when] = planFor(request.method + ' ' + request.target);
-        while (when == When::RequestCame && request.body.size() < length) {
-            if (!connection.receive(request.body)) {
-                return;
-            }
-        }
-        {
-            const std::lock_guard lock(mutex);
-            requests.append(request);
-        }
-        behaviour(connection, request);
-    }
-
-    Plan planFor(const QByteArray& route) const {
-        const std::lock_guard lock(mutex);
-        auto found = routes.find(route);
-        if (found == routes.end()) {
-            found = routes.find("*");
-        }
-        return found == routes.end() ? Plan(behave::answer(404, {}), When::RequestCame) : found->second;
-    }
-
-    int m_socket;
-    QByteArray m_host;
-    int m_wakeUp = eventfd(0, EFD_CLOEXEC);
-    std::uint16_t m_port = 0;
-    std::jthread m_acceptor;
-    std::vector<std::jthread> m_connections;
-};
-
-TestServer::TestServer(const QByteArray& address, std::uint16_t port) : m_loop(std::make_unique<Loop>(address, port)) {}
-
-TestServer::~TestServer() = default;
+TestServer::~TestServer() {
+    stop();
+    m_connections.clear();
+    ::close(m_wakeUp);
+}
 
 void TestServer::on(const QByteArray& route, Behaviour behaviour, When when) {
-    const std::lock_guard lock(m_loop->mutex);
-    m_loop->routes[route] = {std::move(behaviour), when};
+    const std::lock_guard lock(m_mutex);
+    m_routes[route] = {std::move(behaviour), when};
 }
 
 void TestServer::stop() {
-    m_loop->stop();
-}
-
-std::uint16_t TestServer::port() const {
-    return m_loop->port();
+    const std::uint64_t one = 1;
+    (void)!write(m_wakeUp, &one, sizeof one);
+    if (m_acceptor.joinable()) {
+        m_acceptor.join();
+        ::close(m_socket);
+    }
 }
 
 QUrl TestServer::url(const QByteArray& path) const {
-    return QUrl::fromEncoded("http://" + m_loop->host() + ':' + QByteArray::number(port()) + path);
+    return QUrl::fromEncoded("http://" + m_host + ':' + QByteArray::number(m_port) + path);
 }
 
 QList<ServedRequest> TestServer::requests() const {
-    const std::lock_guard lock(m_loop->mutex);
-    return m_loop->requests;
+    const std::lock_guard lock(m_mutex);
+    return m_requests;
 }
 
-int TestServer::connections() const {
-    return m_loop->made;
+void TestServer::accept() {
+    while (waitFor(m_socket, POLLIN, m_wakeUp)) {
+        const int peer = ::accept4(m_socket, nullptr, nullptr, SOCK_CLOEXEC);
+        if (peer < 0) {
+            continue;
+        }
+        ++m_made;
+        ++m_open;
+        m_connections.emplace_back([this, peer] {
+            serve(peer);
+            ::close(peer);
+            --m_open;
+        });
+    }
 }
 
-int TestServer::open() const {
-    return m_loop->open;
+void TestServer::serve(int peer) {
+    Connection connection(peer, m_wakeUp);
+    QByteArray bytes;
+    while (!bytes.contains("\r\n\r\n")) {
+        if (!connection.receive(bytes)) {
+            return;
+        }
+    }
+    const auto end = bytes.indexOf("\r\n\r\n");
+    auto request = headOf(bytes.left(end));
+    request.body = bytes.mid(end + 4);
+    const auto [behaviour, when] = planFor(request.method + ' ' + request.target);
+    const auto length = request.headers.contains("content-length") ? request.headers["content-length"].toLongLong() : 0;
+    while (when == When::RequestCame && request.body.size() < length) {
+        if (!connection.receive(request.body)) {
+            return;
+        }
+    }
+    {
+        const std::lock_guard lock(m_mutex);
+        m_requests.append(request);
+    }
+    behaviour(connection, request);
+}
+
+TestServer::Plan TestServer::planFor(const QByteArray& route) const {
+    const std::lock_guard lock(m_mutex);
+    const auto found = m_routes.find(m_routes.contains(route) ? route : "*");
+    return found == m_routes.end() ? Plan(behave::answer(404, {}), When::RequestCame) : found->second;
 }
 
 namespace behave {

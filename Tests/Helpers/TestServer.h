@@ -4,12 +4,15 @@
 #include <QList>
 #include <QUrl>
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <functional>
 #include <map>
-#include <memory>
+#include <mutex>
 #include <thread>
+#include <utility>
+#include <vector>
 
 namespace tunedeck::test {
 
@@ -65,20 +68,35 @@ public:
     /// Stops listening.
     void stop();
 
-    [[nodiscard]] std::uint16_t port() const;
+    [[nodiscard]] std::uint16_t port() const { return m_port; }
     /// "http://ADDRESS:PORT" with the path.
     [[nodiscard]] QUrl url(const QByteArray& path = {}) const;
 
     /// The requests received so far.
     [[nodiscard]] QList<ServedRequest> requests() const;
     /// Number of connections accepted so far.
-    [[nodiscard]] int connections() const;
+    [[nodiscard]] int connections() const { return m_made; }
     /// Number of open connections.
-    [[nodiscard]] int open() const;
+    [[nodiscard]] int open() const { return m_open; }
 
 private:
-    class Loop;
-    std::unique_ptr<Loop> m_loop;
+    using Plan = std::pair<Behaviour, When>;
+
+    void accept();
+    void serve(int peer);
+    Plan planFor(const QByteArray& route) const;
+
+    QByteArray m_host;
+    std::uint16_t m_port;
+    int m_socket;
+    int m_wakeUp;
+    mutable std::mutex m_mutex; ///< of the routes and the requests
+    std::map<QByteArray, Plan> m_routes;
+    QList<ServedRequest> m_requests;
+    std::atomic<int> m_made = 0;
+    std::atomic<int> m_open = 0;
+    std::vector<std::jthread> m_connections;
+    std::jthread m_acceptor;
 };
 
 namespace behave {

@@ -54,35 +54,22 @@ std::vector<Misbehaviour> misbehaviours() {
     return {
         {"ClosesAfterTheRequest", raw(""), textOf(BrokenOff)},
         {"ClosesInTheBody", raw(five + "1234"), textOf(BrokenOff)},
-        {"ClosesBeforeTheLastChunk", raw(chunked + "3\r\nabc\r\n"), textOf(BrokenOff)},
-        {"ResetsAtOnce", resetAfter(""), textOf(BrokenOff)},
         {"ResetsABodyWithoutLength", resetAfter(ok + "\r\n1234"), textOf(BrokenOff)},
         {"ResetsAfterAWholeAnswer", resetAfter(five + "12345"), "200 12345"},
-        {"NeverAnswers", hang(), textOf(TimedOut), true},
         {"StopsInTheBody", hang(five + "1234"), textOf(TimedOut), true},
-        {"DripsABody",
-         after(0ms,
-               [drops = drip("x", 5ms)](auto& connection, const auto& request) {
-                   connection.send(ok + "\r\n");
-                   drops(connection, request);
-               }),
-         textOf(TimedOut), true},
+        {"DripsABody", drip(ok + "\r\n", 1ms), textOf(TimedOut), true},
         {"DripsInterimAnswers", drip("HTTP/1.1 100 Continue\r\n\r\n", 1ms), textOf(TimedOut), true},
         {"SendsGarbage", raw(QByteArray("\x16\x03\x01\0\xff what?\r\n\r\n", 15)), textOf(Malformed)},
         {"SendsAStatusOfZero", raw("HTTP/1.1 000 No\r\nContent-Length: 0\r\n\r\n"), textOf(Malformed)},
-        {"SendsMoreThanTheLength", raw(five + "1234567890"), "200 12345"},
         {"SendsNoLength", raw(ok + "\r\nuntil the end"), "200 until the end"},
         {"SendsChunks", hang(chunked + "3;a=b\r\nabc\r\n4\r\ndefg\r\n0\r\nX: y\r\n\r\n"), "200 abcdefg"},
         {"SendsInterimAnswers",
          hang("HTTP/1.1 100 Continue\r\n\r\nHTTP/1.1 103 Hints\r\nX: y\r\n\r\n" + five + "12345"), "200 12345"},
         {"SwitchesProtocols", raw("HTTP/1.1 101 Switching\r\n\r\n"), textOf(BrokenOff)},
-        {"NeedsNoBodyFor204", hang("HTTP/1.1 204 None\r\nContent-Length: 5\r\n\r\n"), "204 "},
-        {"Redirects", answer(307, "elsewhere", "Location: /other\r\n"), "307 elsewhere"},
         {"SendsAnEndlessHead", flood(ok + "X: ", hundredMegabytes), textOf(TooLarge)},
         {"SendsEndlessInterimAnswers", raw(QByteArray("HTTP/1.1 100 Continue\r\n\r\n").repeated(4000)),
          textOf(TooLarge)},
         {"SendsAnEndlessChunkLine", flood(chunked + "3;", hundredMegabytes), textOf(TooLarge)},
-        {"SendsAHugeChunk", flood(chunked + "6400000\r\n", hundredMegabytes), textOf(TooLarge)},
         {"Announces100Megabytes", hang(ok + "Content-Length: 104857600\r\n\r\n"), textOf(TooLarge)},
     };
 }
@@ -125,24 +112,23 @@ TEST(LocalHttp, ReceivesALargeBodyWithoutBlockingTheEventLoop) {
 TEST(LocalHttp, SendsTheRequestAsGiven) {
     TestServer server;
     server.on("*", answer(200, "{}"));
-    const auto url = server.url("/a%2Fb/%C3%A9%20?q=%26&r#not-this");
-    runToEnd(sendLocal(get(url), {}));
+    runToEnd(sendLocal(get(server.url("/a%2Fb/%C3%A9%20?q=%26&r#not-this")), {}));
     runToEnd(sendLocal({.method = HttpMethod::Post, .url = server.url(), .timeout = 5s, .json = "{\"a\":1}"}, {}));
     runToEnd(sendLocal({.method = HttpMethod::Post, .url = server.url("/p"), .timeout = 5s}, {}));
     runToEnd(sendLocal({.method = HttpMethod::Delete, .url = server.url("/d"), .timeout = 5s}, {}));
     const auto requests = server.requests();
     ASSERT_EQ(requests.size(), 4);
-    const auto host = "127.0.0.1:" + QByteArray::number(server.port());
-    using Headers = std::map<QByteArray, QByteArray>;
+    std::map<QByteArray, QByteArray> headers{{"host", "127.0.0.1:" + QByteArray::number(server.port())},
+                                             {"connection", "close"}};
     EXPECT_EQ(requests[0].method + ' ' + requests[0].target, "GET /a%2Fb/%C3%A9%20?q=%26&r");
-    EXPECT_EQ(requests[0].headers, (Headers{{"host", host}, {"connection", "close"}}));
-    EXPECT_EQ(requests[1].method + ' ' + requests[1].target + requests[1].body, "POST /{\"a\":1}");
-    EXPECT_EQ(
-        requests[1].headers,
-        (Headers{
-            {"host", host}, {"connection", "close"}, {"content-type", "application/json"}, {"content-length", "7"}}));
-    EXPECT_EQ(requests[2].headers, (Headers{{"host", host}, {"connection", "close"}, {"content-length", "0"}}));
+    EXPECT_EQ(requests[0].headers, headers);
     EXPECT_EQ(requests[3].method + ' ' + requests[3].target, "DELETE /d");
+    headers["content-length"] = "0";
+    EXPECT_EQ(requests[2].headers, headers);
+    headers["content-length"] = "7";
+    headers["content-type"] = "application/json";
+    EXPECT_EQ(requests[1].method + ' ' + requests[1].target + requests[1].body, "POST /{\"a\":1}");
+    EXPECT_EQ(requests[1].headers, headers);
 }
 
 TEST(LocalHttp, SendsALargeBodyUnlessThePeerRepliesEarly) {
@@ -150,7 +136,6 @@ TEST(LocalHttp, SendsALargeBodyUnlessThePeerRepliesEarly) {
     server.on("POST /whole", after(30ms, answer(200, "whole")));
     server.on("POST /early", answer(413, "too much"), TestServer::When::HeadCame);
     server.on("POST /cut", raw(ok + "\r\nno length"), TestServer::When::HeadCame);
-    server.on("POST /close", raw(""), TestServer::When::HeadCame);
     const QByteArray body(8 * 1024 * 1024, 'j');
     const auto post = [&](const QByteArray& path) {
         return textOf(runToEnd(
@@ -160,8 +145,7 @@ TEST(LocalHttp, SendsALargeBodyUnlessThePeerRepliesEarly) {
     EXPECT_EQ(server.requests()[0].body, body);
     EXPECT_EQ(post("/early"), "413 too much");
     EXPECT_EQ(post("/cut"), textOf(BrokenOff)); // the reset may have lost data
-    EXPECT_EQ(post("/close"), textOf(BrokenOff));
-    EXPECT_EQ(server.connections(), 4);
+    EXPECT_EQ(server.connections(), 3);
 }
 
 TEST(LocalHttp, AStopRequestEndsTheCallAtOnce) {
