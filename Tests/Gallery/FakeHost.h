@@ -4,77 +4,40 @@
 #include "TunedeckMenu/Panel/PanelHost.h"
 
 #include <QMetaMethod>
-#include <QObject>
 #include <QStringList>
 
 namespace tunedeck {
 
-/// What a FakeHost was asked for.
-class HostLog : public QObject {
+using namespace Qt::StringLiterals;
+
+/// Stands in for the application behind the views and records the actions.
+class FakeHost final : public OnboardingActions, public PanelHost {
     Q_OBJECT
 public:
-    QStringList pressed; ///< actions in order: "restartService", "copySecret a.url", …
-    int appeared = 0;    ///< windows on the screen
-
-    void note(const QString& action, const QString& argument = {}) {
-        pressed.append(argument.isEmpty() ? action : action + u' ' + argument);
-    }
-
-    /// Records every signal of the actions but those of the windows, which are counted.
-    void record(PanelActions& actions) {
-        connect(&actions, &PanelActions::panelAppeared, this, [this] { ++appeared; });
-        connect(&actions, &PanelActions::panelDisappeared, this, [this] { --appeared; });
-        const auto& type = PanelActions::staticMetaObject;
-        for (int i = type.methodOffset(); i < type.methodCount(); ++i) {
-            const auto signal = type.method(i);
-            const auto parameter = signal.parameterTypes().value(0);
-            if (!signal.name().startsWith("panel")) {
-                const auto slot = metaObject()->indexOfSlot("noteSignal(" + parameter + ')');
-                connect(&actions, signal, this, metaObject()->method(slot));
-            }
-        }
-    }
-
-private Q_SLOTS:
-    void noteSignal(const QString& argument = {}) {
-        note(QString::fromLatin1(sender()->metaObject()->method(senderSignalIndex()).name()), argument);
-    }
-    void noteSignal(bool on) { noteSignal(on ? QStringLiteral("on") : QStringLiteral("off")); }
-};
-
-class FakeOnboardingActions final : public OnboardingActions {
-public:
-    explicit FakeOnboardingActions(HostLog& log) : m_log(log) {}
-
-    void windowAppeared() override { ++m_log.appeared; }
-    void windowClosed() override {
-        --m_log.appeared;
-        m_log.note(QStringLiteral("windowClosed"));
-    }
-    void advance() override { m_log.note(QStringLiteral("advance")); }
-    void repairTools() override { m_log.note(QStringLiteral("repairTools")); }
-    void back() override { m_log.note(QStringLiteral("back")); }
-    void takeBaseline() override { m_log.note(QStringLiteral("takeBaseline")); }
-    void choose(const QString& kind) override { m_log.note(QStringLiteral("choose"), kind); }
-    void copyLink() override { m_log.note(QStringLiteral("copyLink")); }
-    void copyKey() override { m_log.note(QStringLiteral("copyKey")); }
-    void openTelegram() override { m_log.note(QStringLiteral("openTelegram")); }
-    void newTelegramCode() override { m_log.note(QStringLiteral("newTelegramCode")); }
-    void openSetupGuide() override { m_log.note(QStringLiteral("openSetupGuide")); }
-
-private:
-    HostLog& m_log;
-};
-
-/// Stands in for the application behind the views and records what was pressed.
-class FakeHost final : public HostLog, public PanelHost {
-public:
-    FakeHost() { record(panel); }
+    FakeHost();
     PanelActions& actions() override { return panel; }
     QIcon fileIcon(const QString& path) override;
 
+    void windowAppeared() override { ++appeared; }
+    void windowClosed() override { --appeared; }
+    void advance() override { pressed << u"advance"_s; }
+    void back() override { pressed << u"back"_s; }
+    void repairTools() override { pressed << u"repairTools"_s; }
+    void takeBaseline() override { pressed << u"takeBaseline"_s; }
+    void choose(const QString& kind) override { pressed << u"choose "_s + kind; }
+    void copyLink() override { pressed << u"copyLink"_s; }
+    void copyKey() override { pressed << u"copyKey"_s; }
+    void openTelegram() override { pressed << u"openTelegram"_s; }
+    void newTelegramCode() override { pressed << u"newTelegramCode"_s; }
+    void openSetupGuide() override { pressed << u"openSetupGuide"_s; }
+
     PanelActions panel;
-    FakeOnboardingActions onboarding{*this};
+    QStringList pressed; ///< actions in order: "restartService", "copySecret a.url", …
+    int appeared = 0;    ///< windows on the screen
+
+private Q_SLOTS:
+    void record(const QString& argument = {});
+    void record(bool on) { record(on ? u"on"_s : u"off"_s); }
 };
 
 } // namespace tunedeck

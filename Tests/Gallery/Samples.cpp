@@ -13,11 +13,27 @@ using namespace Qt::StringLiterals;
 
 namespace tunedeck {
 
+FakeHost::FakeHost() {
+    connect(&panel, &PanelActions::panelAppeared, this, [this] { ++appeared; });
+    connect(&panel, &PanelActions::panelDisappeared, this, [this] { --appeared; });
+    const auto& type = PanelActions::staticMetaObject;
+    for (int i = type.methodOffset(); i < type.methodCount(); ++i) {
+        const auto signal = type.method(i);
+        if (!signal.name().startsWith("panel")) {
+            const auto slot = "record(" + signal.parameterTypes().value(0) + ')';
+            connect(&panel, signal, this, metaObject()->method(metaObject()->indexOfSlot(slot)));
+        }
+    }
+}
+
 QIcon FakeHost::fileIcon(const QString& path) {
     return QFileIconProvider().icon(QFileInfo(path));
 }
 
-namespace samples {
+void FakeHost::record(const QString& argument) {
+    const auto action = QString::fromLatin1(sender()->metaObject()->method(senderSignalIndex()).name());
+    pressed << (argument.isEmpty() ? action : action + u' ' + argument);
+}
 
 namespace {
 
@@ -27,6 +43,20 @@ constexpr qint64 day = 24 * 60 * minute;
 QDateTime presentTime() {
     return QDateTime(QDate(2026, 11, 21), QTime(18, 4), Qt::UTC);
 }
+
+} // namespace
+
+PanelContent contentOf(const PanelState& state) {
+    return panelContent(state, presentTime());
+}
+
+OnboardingContent contentOf(const OnboardingState& state) {
+    return onboardingContent(state, presentTime());
+}
+
+namespace samples {
+
+namespace {
 
 ServiceStatus::Job job(const QString& id, const QString& state, const QString& playlist, qint64 age,
                        const QString& message) {
@@ -71,14 +101,6 @@ AssistantLink paired(AssistantLink link) {
 
 } // namespace
 
-PanelContent contentOf(const PanelState& state) {
-    return panelContent(state, presentTime());
-}
-
-OnboardingContent contentOf(const OnboardingState& state) {
-    return onboardingContent(state, presentTime());
-}
-
 QString ago(qint64 seconds) {
     return presentTime().addSecs(-seconds).toString(Qt::ISODate);
 }
@@ -103,7 +125,7 @@ ServiceStatus& status(PanelState& state) {
     return std::get<ServiceStatus>(state.service.value);
 }
 
-PanelState checkingState() {
+PanelState checking() {
     PanelState state;
     state.appVersion = u"1.4.0"_s;
     state.home = u"/home/ada"_s;
@@ -112,21 +134,21 @@ PanelState checkingState() {
     return state;
 }
 
-PanelState usualState() {
-    PanelState state = checkingState();
+PanelState usual() {
+    PanelState state = checking();
     state.service = ServiceState::running(goodStatus());
     state.links = {used(link(u"a"_s, Assistant::claude), 5 * minute), paired(link(u"t"_s, Assistant::telegram))};
     return state;
 }
 
-PanelState stoppedState() {
-    PanelState state = checkingState();
+PanelState stopped() {
+    PanelState state = checking();
     state.service = ServiceState::notRunning();
     return state;
 }
 
-PanelState troubledState() {
-    PanelState state = usualState();
+PanelState troubled() {
+    PanelState state = usual();
     ServiceStatus& service = status(state);
     service.cloud.connected = false;
     service.downloadDirSource = u"settings"_s;
@@ -148,8 +170,8 @@ PanelState troubledState() {
     return state;
 }
 
-PanelState longWordsState() {
-    PanelState state = usualState();
+PanelState longWords() {
+    PanelState state = usual();
     ServiceStatus& service = status(state);
     service.version = u"2026.11.21-beta.4+build.20261121.0915"_s;
     service.cloud.connected.reset();
@@ -167,12 +189,6 @@ PanelState longWordsState() {
     auto& library = *service.rekordboxDb;
     library.currentVersion = u"1.204.11-überarbeitet-im-garten"_s;
     library.backups.front().version = *library.currentVersion;
-    for (const char16_t* change :
-         {u"Add 14 tracks to “Donaudampfschifffahrt”", u"Move “Sommer” into “Archiv 2025”", u"Rename “אחרי חצות”",
-          u"Remove 3 tracks from “Überraschungsgäste”", u"Add “🪩 Disco”"}) {
-        const QString summary = QString::fromUtf16(change);
-        library.pending.push_back({summary, ago(minute), summary});
-    }
     AssistantLink garden = used(link(u"a"_s, Assistant::claude), 11 * minute);
     garden.label = u"Wohnzimmerassistentenverbindung im Gartenhaus"_s;
     state.links = {garden, link(u"s"_s, Assistant::iphone)};
@@ -185,8 +201,8 @@ PanelState longWordsState() {
     return state;
 }
 
-PanelState crowdedState() {
-    PanelState state = usualState();
+PanelState crowded() {
+    PanelState state = usual();
     state.links.clear();
     for (int i = 0; i < 9; ++i) {
         AssistantLink made = link(u"p%1"_s.arg(i), i % 2 == 0 ? Assistant::claude : Assistant::chatgpt);

@@ -5,45 +5,29 @@
 #include "TunedeckMenu/Panel/PanelContent.h"
 #include "TunedeckMenu/Panel/PanelState.h"
 
-/// Typical states of the panel and of the first-run window, for screenshots and view tests.
-namespace tunedeck::samples {
+namespace tunedeck {
 
 /// What is shown for a state at the present time of all samples.
 PanelContent contentOf(const PanelState& state);
 OnboardingContent contentOf(const OnboardingState& state);
+
+/// Typical states of the panel and of the first-run window, for screenshots and view tests.
+namespace samples {
+
 /// A time stamp this many seconds before the present time.
 QString ago(qint64 seconds);
 
 /// Before the service has replied.
-PanelState checkingState();
+PanelState checking();
 /// A running service with three jobs, two links and three backups.
-PanelState usualState();
-PanelState stoppedState();
+PanelState usual();
+PanelState stopped();
 /// Every problem at once.
-PanelState troubledState();
+PanelState troubled();
 /// Long German names, right-to-left and emoji text, paths of 200 characters.
-PanelState longWordsState();
+PanelState longWords();
 /// Twelve links and sixty backups.
-PanelState crowdedState();
-
-inline PanelContent checking() {
-    return contentOf(checkingState());
-}
-inline PanelContent usual() {
-    return contentOf(usualState());
-}
-inline PanelContent stopped() {
-    return contentOf(stoppedState());
-}
-inline PanelContent troubled() {
-    return contentOf(troubledState());
-}
-inline PanelContent longWords() {
-    return contentOf(longWordsState());
-}
-inline PanelContent crowded() {
-    return contentOf(crowdedState());
-}
+PanelState crowded();
 
 /// A new link that hasn't been used.
 AssistantLink link(const QString& id, Assistant assistant);
@@ -56,4 +40,5 @@ OnboardingState rekordboxStep();
 OnboardingState assistantStep();
 OnboardingState assistantStep(Assistant assistant);
 
-} // namespace tunedeck::samples
+} // namespace samples
+} // namespace tunedeck

@@ -79,7 +79,7 @@ protected:
 
     void SetUp() override {
         open();
-        ASSERT_TRUE(comes([this] { return sees(u"Studio"_s); }));
+        ASSERT_TRUE(comes([this] { return hasText(u"Studio"_s); }));
         go({u"Backups (1)"_s});
     }
 
@@ -110,7 +110,7 @@ TEST_F(ActionJourney, SendsOneRequestAndShowsItsNote) {
         // An action without a note keeps the earlier one.
         expectLine(action, action.done.isEmpty() ? line().value_or(QString()) : action.done);
         EXPECT_FALSE(state().actionError) << qPrintable(*state().actionError);
-        ASSERT_TRUE(comes([this] { return sees(u"Studio"_s) && sees(u"iPhone"_s); }));
+        ASSERT_TRUE(comes([this] { return hasText(u"Studio"_s) && hasText(u"iPhone"_s); }));
         poll();
         EXPECT_EQ(count(action.route), 1);
     }
@@ -159,12 +159,12 @@ TEST_F(ActionJourney, SendsOneRequestForADoublePress) {
     for (const Action& action : actions()) {
         server.on(action.route, behave::after(60ms, action.good));
         go(action.way.mid(0, action.way.size() - 1));
-        const Seen last = ready(action.way.last());
+        const Element last = ready(action.way.last());
         last.press();
         last.press(); // before the panel can change
         if (!action.confirm.isEmpty()) {
             ASSERT_TRUE(comes([this] { return isAsked() && front().isActive(); }));
-            const Seen yes = ready(action.confirm);
+            const Element yes = ready(action.confirm);
             yes.press();
             yes.press();
             ASSERT_TRUE(comes([this] { return !isAsked(); })) << "asked twice";
@@ -172,7 +172,7 @@ TEST_F(ActionJourney, SendsOneRequestForADoublePress) {
         ASSERT_TRUE(comes([&] { return count(action.route) > 0 && !isBusy(); })) << action.route.toStdString();
         settle();
         EXPECT_EQ(count(action.route), 1) << action.route.toStdString();
-        ASSERT_TRUE(comes([this] { return sees(u"Studio"_s) && sees(u"iPhone"_s) && sees(u"Claude"_s); }));
+        ASSERT_TRUE(comes([this] { return hasText(u"Studio"_s) && hasText(u"iPhone"_s) && hasText(u"Claude"_s); }));
     }
 }
 
@@ -203,7 +203,7 @@ TEST_F(ActionJourney, ReportsAServiceThatStoppedDuringTheQuestion) {
         go({action.confirm});
         expectLine(action, action.failed + u"tunedeck isn't running."_s);
     }
-    EXPECT_TRUE(comes([this] { return sees(u"Start tunedeck"_s); }));
+    EXPECT_TRUE(comes([this] { return hasText(u"Start tunedeck"_s); }));
     for (const Action& action : asking) {
         EXPECT_EQ(count(action.route), 0) << action.route.toStdString();
     }

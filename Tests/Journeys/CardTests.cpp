@@ -13,7 +13,7 @@ class CardJourney : public PanelJourney {
 protected:
     /// Waits until all wanted texts and none of the unwanted are visible.
     testing::AssertionResult shows(const QStringList& wanted, const QStringList& unwanted = {}) {
-        const auto isVisible = [this](const QString& text) { return sees(text); };
+        const auto isVisible = [this](const QString& text) { return hasText(text); };
         const bool holds =
             comes([&] { return std::ranges::all_of(wanted, isVisible) && std::ranges::none_of(unwanted, isVisible); });
         return holds ? testing::AssertionSuccess()

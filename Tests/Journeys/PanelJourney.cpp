@@ -22,22 +22,23 @@ void PanelJourney::open() {
         return front().isActive() && (state().service.isRunning() || state().service.isNotRunning()) &&
                clock.sleeping() > 0;
     }));
-    pass(20);
+    wait(20);
 }
 
 void PanelJourney::poll() {
     const auto before = clock.sleeps().size();
     clock.advance(std::chrono::seconds(3));
     ASSERT_TRUE(comes([&] { return clock.sleeps().size() > before; })) << "the panel doesn't refresh";
-    pass(20);
+    wait(20);
 }
 
-Seen PanelJourney::ready(const QString& step) const {
+Element PanelJourney::ready(const QString& step) const {
     const auto parts = step.split(QStringLiteral(" of "));
     const auto candidates = [&] {
         auto found = controls(parts.first());
-        found.removeIf(
-            [&](const Seen& seen) { return !seen.description.contains(parts.value(1)) || !seen.isEnabled(); });
+        found.removeIf([&](const Element& element) {
+            return !element.description.contains(parts.value(1)) || !element.isEnabled();
+        });
         return found;
     };
     EXPECT_TRUE(comes([&] { return candidates().size() == 1; })) << qPrintable(step);
@@ -46,18 +47,18 @@ Seen PanelJourney::ready(const QString& step) const {
 
 void PanelJourney::go(const QStringList& way) {
     for (const QString& step : way) {
-        const Seen seen = ready(step);
-        EXPECT_TRUE(seen.access != nullptr && seen.press()) << qPrintable(step);
-        pass(1);
+        const Element element = ready(step);
+        EXPECT_TRUE(element.access != nullptr && element.press()) << qPrintable(step);
+        wait(1);
     }
 }
 
 std::optional<QString> PanelJourney::line() const {
     std::optional<QString> found;
-    for (const Seen& seen : all()) {
-        if (seen.role == QAccessible::AlertMessage && seen.access->parent() != nullptr && !isAsked()) {
-            EXPECT_FALSE(found) << qPrintable(*found) << " and " << qPrintable(seen.name);
-            found = seen.name;
+    for (const Element& element : elements()) {
+        if (element.role == QAccessible::AlertMessage && element.access->parent() != nullptr && !isAsked()) {
+            EXPECT_FALSE(found) << qPrintable(*found) << " and " << qPrintable(element.name);
+            found = element.name;
         }
     }
     return found;

@@ -23,7 +23,7 @@ protected:
     /// Waits for one more refresh.
     void poll();
     /// Waits until the control is enabled. "More of Studio": the "More" whose description contains "Studio".
-    [[nodiscard]] Seen ready(const QString& step) const;
+    [[nodiscard]] Element ready(const QString& step) const;
     /// Presses the controls in order. While a question is open, these are its buttons.
     void go(const QStringList& way);
     /// The error or note, as a screen reader finds it. More than one is a failure.

@@ -9,16 +9,16 @@ namespace tunedeck::test {
 NotificationServer::NotificationServer(QStringList capabilities, const QString& address, QObject* parent)
     : QObject(parent)
     , m_capabilities(std::move(capabilities))
-    , m_connectionName(QUuid::createUuid().toString())
-    , m_connection(address.isEmpty() ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_connectionName)
-                                     : QDBusConnection::connectToBus(address, m_connectionName)) {
+    , m_connection(address.isEmpty()
+                       ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, QUuid::createUuid().toString())
+                       : QDBusConnection::connectToBus(address, QUuid::createUuid().toString())) {
     m_connection.registerObject(u"/org/freedesktop/Notifications"_s, this,
                                 QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
     m_connection.registerService(u"org.freedesktop.Notifications"_s);
 }
 
 NotificationServer::~NotificationServer() {
-    QDBusConnection::disconnectFromBus(m_connectionName);
+    QDBusConnection::disconnectFromBus(m_connection.name());
 }
 
 void NotificationServer::replyToHeldBackCall() {

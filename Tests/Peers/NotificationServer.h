@@ -52,7 +52,6 @@ Q_SIGNALS:
 
 private:
     QStringList m_capabilities;
-    QString m_connectionName;
     QDBusConnection m_connection;
 };
 

@@ -10,8 +10,7 @@ using namespace Qt::StringLiterals;
 namespace tunedeck::test {
 
 TrayHost::TrayHost()
-    : m_connectionName(QUuid::createUuid().toString())
-    , m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_connectionName)) {
+    : m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, QUuid::createUuid().toString())) {
     m_bus.registerObject(u"/StatusNotifierWatcher"_s, this,
                          QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals |
                              QDBusConnection::ExportAllProperties);
@@ -19,7 +18,7 @@ TrayHost::TrayHost()
 }
 
 TrayHost::~TrayHost() {
-    QDBusConnection::disconnectFromBus(m_connectionName);
+    QDBusConnection::disconnectFromBus(m_bus.name());
 }
 
 void TrayHost::RegisterStatusNotifierItem(const QString& /*service*/) {

@@ -35,7 +35,6 @@ Q_SIGNALS:
 private:
     bool m_isHost = true;
     QString m_item;
-    QString m_connectionName;
     QDBusConnection m_bus;
 };
 

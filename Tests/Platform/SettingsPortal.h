@@ -9,7 +9,6 @@ namespace tunedeck::test {
 
 /// The settings of the desktop portal.
 class SettingsPortal final : public BusPeer {
-    Q_OBJECT
 public:
     explicit SettingsPortal(QMap<QString, QVariantMap> settings, const QString& address = {});
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;

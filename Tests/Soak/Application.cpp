@@ -1,22 +1,20 @@
 #include "TunedeckMenu/App/Application.h"
 
+#include "Tests/Helpers/Views/Elements.h"
 #include "TunedeckCore/Support/Async/Clock.h"
 #include "TunedeckCore/Support/Async/Wait.h"
 #include "TunedeckMenu/Platform/Log.h"
 #include "TunedeckMenu/Platform/SingleInstance.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QSocketNotifier>
 #include <QTimer>
-#include <QWindow>
 
 #include <malloc.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
@@ -30,15 +28,13 @@ using namespace std::chrono_literals;
 using std::chrono::milliseconds;
 using std::chrono::nanoseconds;
 
-/// A clock that runs `speed` times faster than the machine's.
+/// A clock that runs 60 times faster than the machine's.
 class FastClock final : public Clock {
 public:
-    explicit FastClock(double speed) : m_speed(speed) { m_timer.start(); }
+    FastClock() { m_timer.start(); }
 
     [[nodiscard]] QDateTime now() const override { return m_start.addMSecs(uptime() / 1ms); }
-    [[nodiscard]] nanoseconds elapsed() const override {
-        return nanoseconds(std::llround(static_cast<double>(m_timer.nsecsElapsed()) * m_speed));
-    }
+    [[nodiscard]] nanoseconds elapsed() const override { return nanoseconds(m_timer.nsecsElapsed() * speed); }
     /// Starts with an hour: the application treats the first minutes after a login differently.
     [[nodiscard]] nanoseconds uptime() const override { return elapsed() + m_suspended; }
     QCoro::Task<bool> sleep(milliseconds duration, std::stop_token stop) override {
@@ -64,9 +60,9 @@ private:
         timer.setSingleShot(true);
         QObject::connect(&timer, &QTimer::timeout, [&wait] { wait.wake(); });
         do {
-            const auto left = static_cast<double>((end - (this->*reading)()).count()) / m_speed;
+            const auto left = (end - (this->*reading)()) / speed;
             // Short naps, so that a suspension is noticed soon.
-            timer.start(std::clamp(milliseconds(std::llround(left / 1e6) + 1), 0ms, 200ms));
+            timer.start(std::clamp(std::chrono::ceil<milliseconds>(left), 0ms, 200ms));
             const bool goesOn = co_await wait.next();
             if (!goesOn) {
                 co_return false;
@@ -75,67 +71,35 @@ private:
         co_return true;
     }
 
-    double m_speed;
+    static constexpr int speed = 60;
     QDateTime m_start = QDateTime::currentDateTimeUtc();
     QElapsedTimer m_timer;
     nanoseconds m_suspended = 1h;
     int m_polls = 0;
 };
 
-/// The visible windows, or only the modal one, which blocks the others.
-QList<QWindow*> openWindows() {
-    QList<QWindow*> open;
-    for (QWindow* window : QGuiApplication::topLevelWindows()) {
-        if (window->isVisible() && window->inherits("QQuickWindow")) {
-            if (window->modality() == Qt::ApplicationModal) {
-                return {window};
-            }
-            open << window;
-        }
-    }
-    return open;
-}
-
-/// "Press", "Toggle" or, when the control has neither, an empty name.
-QString pressActionOf(QAccessibleInterface& control) {
-    const auto names = control.actionInterface() ? control.actionInterface()->actionNames() : QStringList();
-    const auto& press = QAccessibleActionInterface::pressAction();
-    const auto& toggle = QAccessibleActionInterface::toggleAction();
-    return names.contains(press) ? press : names.contains(toggle) ? toggle : QString();
-}
-
-/// Leaves out the controls that quit the application or open a file dialog.
-void collectControls(QAccessibleInterface* control, QList<QAccessibleInterface*>& controls) {
-    if (control == nullptr || !control->isValid() || control->rect().isEmpty()) {
-        return;
-    }
-    const auto name = control->text(QAccessible::Name);
-    if (!pressActionOf(*control).isEmpty() && !name.contains(u"Quit") && !name.startsWith(u"Change")) {
-        controls << control;
-    }
-    for (int i = 0; i < control->childCount(); ++i) {
-        collectControls(control->child(i), controls);
-    }
-}
-
 /// Presses one of the controls on the screen and returns its name; an empty one when there is no control.
 QString pressControl(qsizetype number) {
-    QList<QAccessibleInterface*> controls;
-    for (QWindow* window : openWindows()) {
-        collectControls(QAccessible::queryAccessibleInterface(window), controls);
+    QList<test::Element> controls;
+    for (QQuickWindow* window : test::openWindows()) {
+        controls << test::elementsOf(*window);
     }
+    // Don't quit the application or open a file dialog.
+    controls.removeIf([](const test::Element& element) {
+        return !element.isControl() || !element.isEnabled() || element.name.contains(u"Quit") ||
+               element.name.startsWith(u"Change");
+    });
     if (controls.isEmpty()) {
         return {};
     }
-    QAccessibleInterface& control = *controls[number % controls.size()];
-    const QString name = control.text(QAccessible::Name);
-    control.actionInterface()->doAction(pressActionOf(control));
-    return name;
+    const test::Element& control = controls[number % controls.size()];
+    control.press();
+    return control.name;
 }
 
 void closeWindows() {
-    while (!openWindows().isEmpty()) {
-        QWindow* const window = openWindows().first();
+    while (!test::openWindows().isEmpty()) {
+        QWindow* const window = test::openWindows().first();
         window->close();
         window->hide(); // a question may refuse to close
     }
@@ -171,7 +135,7 @@ QString execute(const QString& line, AppDelegate& delegate, FastClock& clock) {
 int run(int& argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    FastClock clock(qEnvironmentVariable("SOAK_SPEED").toDouble());
+    FastClock clock;
     Application menu(clock, systemFacts());
     // One response per request, so the buffer never holds a second line.
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
@@ -195,8 +159,6 @@ int run(int& argc, char** argv) {
 int main(int argc, char** argv) {
     using namespace tunedeck;
     using namespace Qt::StringLiterals;
-    QCoreApplication::setOrganizationName(u"Brightfold"_s);
-    QCoreApplication::setOrganizationDomain(u"brightfold.com"_s);
     QCoreApplication::setApplicationName(u"Tunedeck"_s);
     QGuiApplication::setDesktopFileName(u"com.brightfold.tunedeck.menu"_s);
     installSystemLog();

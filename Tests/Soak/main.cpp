@@ -1,17 +1,18 @@
+#include "Tests/Helpers/RunTask.h"
 #include "Tests/Helpers/TestServer.h"
 #include "Tests/Peers/NotificationServer.h"
 #include "Tests/Peers/TrayHost.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
-#include <QThread>
 
 #include <algorithm>
+#include <array>
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -25,38 +26,23 @@ namespace tunedeck::soak {
 namespace {
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using test::runUntil;
 
-constexpr int responseTimeout = 20'000; ///< milliseconds; whatever takes longer counts as a hang
+constexpr auto responseTimeout = 20s; ///< whatever takes longer counts as a hang
 
 struct Options {
     double minutes = 60;
-    int openings = 0; ///< when set, the panel is opened this often and nothing else happens
     unsigned seed = 0;
-    double speed = 60;
     bool limitsMemory = true;
 };
 
-/// What the application's process uses; memory in KiB.
-struct Figures {
-    double heap = 0;
-    double privateMemory = 0;
-    double descriptors = 0;
-    double threads = 0;
-};
-
-/// Processes events until the condition holds; false after the timeout.
-template<class Condition>
-bool waitUntil(Condition condition, int milliseconds) {
-    const QDeadlineTimer deadline(milliseconds, Qt::PreciseTimer);
-    while (!condition() && !deadline.hasExpired()) {
-        QCoreApplication::processEvents();
-        QThread::msleep(5);
-    }
-    return condition();
-}
+/// What the application's process uses.
+const QStringList figureNames{u"heap (KiB)"_s, u"private memory (KiB)"_s, u"descriptors"_s, u"threads"_s};
+using Figures = std::array<double, 4>;
 
 void wait(int milliseconds) {
-    waitUntil([] { return false; }, milliseconds);
+    runUntil([] { return false; }, std::chrono::milliseconds(milliseconds));
 }
 
 void print(const QString& line) {
@@ -105,11 +91,7 @@ public:
             wait(1000);
             command(view); // loads everything that is loaded on demand
         }
-        if (m_options.openings > 0) {
-            openPanelRepeatedly();
-        } else {
-            disturbAtRandom();
-        }
+        disturbAtRandom();
         if (!hasFailed()) {
             quit();
             checkGrowth();
@@ -147,7 +129,6 @@ private:
     void startApplication() {
         auto environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"PATH"_s, m_home + u"/bin:/usr/bin:/bin"_s);
-        environment.insert(u"SOAK_SPEED"_s, QString::number(m_options.speed));
         environment.remove(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s);
         m_application.setProcessEnvironment(environment);
         m_application.setProcessChannelMode(QProcess::ForwardedErrorChannel);
@@ -159,33 +140,21 @@ private:
     QString command(const QString& line) {
         m_application.write(line.toUtf8() + '\n');
         const auto hasEnded = [this] { return m_application.state() == QProcess::NotRunning; };
-        waitUntil([&] { return m_application.canReadLine() || hasEnded(); }, responseTimeout);
+        runUntil([&] { return m_application.canReadLine() || hasEnded(); }, responseTimeout);
         if (hasEnded()) {
             fail(u"crashed or quit unexpectedly (status or signal %1)"_s.arg(m_application.exitCode()));
         } else if (!m_application.canReadLine()) {
-            fail(u"hangs: no response to “%1” within %2 s"_s.arg(line).arg(responseTimeout / 1000));
+            fail(u"hangs: no response to “%1” within %2 s"_s.arg(line).arg(responseTimeout / 1s));
         }
         return QString::fromUtf8(m_application.readLine()).trimmed();
     }
 
     void quit() {
         m_application.write("quit\n");
-        if (!waitUntil([this] { return m_application.state() == QProcess::NotRunning; }, responseTimeout)) {
+        if (!runUntil([this] { return m_application.state() == QProcess::NotRunning; }, responseTimeout)) {
             fail(u"does not quit"_s);
         } else if (m_application.exitStatus() != QProcess::NormalExit || m_application.exitCode() != 0) {
             fail(u"fails while it quits (status or signal %1)"_s.arg(m_application.exitCode()));
-        }
-    }
-
-    void openPanelRepeatedly() {
-        for (int i = 0; !hasFailed() && i < m_options.openings; ++i) {
-            if (i % std::max(m_options.openings / 20, 1) == 0) {
-                sample();
-            }
-            command(u"popover"_s);
-            wait(350); // about six refreshes at the usual speed
-            command(u"close"_s);
-            wait(35);
         }
     }
 
@@ -233,7 +202,7 @@ private:
         };
         int chosen = random(99);
         const auto event = std::ranges::find_if(events, [&](const Event& each) { return (chosen -= each.weight) < 0; });
-        m_events << u"%1 s  %2"_s.arg(static_cast<double>(m_time.elapsed()) / 1000, 8, 'f', 2).arg(event->name);
+        m_events << u"%1 s  %2"_s.arg(seconds(), 8, 'f', 2).arg(event->name);
         event->cause();
         if (m_repairAt == 0) {
             m_repairAt = m_time.elapsed() + 100 + random(5000);
@@ -284,7 +253,7 @@ private:
         repair();
         QProcess second;
         second.start(m_program, QStringList());
-        if (!waitUntil([&] { return second.state() == QProcess::NotRunning; }, responseTimeout) ||
+        if (!runUntil([&] { return second.state() == QProcess::NotRunning; }, responseTimeout) ||
             second.exitCode() != 0) {
             fail(u"isn't found by a second instance (status %1)"_s.arg(second.exitCode()));
         }
@@ -329,6 +298,7 @@ private:
         std::ofstream(m_home.toStdString() + "/scenario") << name.toStdString();
     }
 
+    [[nodiscard]] double seconds() const { return static_cast<double>(m_time.elapsed()) / 1000; }
     int polls() { return command(u"figures"_s).section(u' ', 1).toInt(); }
 
     /// Waits until everything has settled, then measures.
@@ -337,62 +307,52 @@ private:
         command(u"close"_s);
         wait(1200);
         const int before = polls();
-        if (!waitUntil([&] { return hasFailed() || polls() >= before + 3; }, responseTimeout)) {
+        if (!runUntil([&] { return hasFailed() || polls() >= before + 3; }, responseTimeout)) {
             fail(u"no longer polls the service"_s);
         }
         const auto process = u"/proc/%1/"_s.arg(m_application.processId());
-        Figures figures{.heap = command(u"figures"_s).section(u' ', 0, 0).toDouble(),
-                        .privateMemory = numberIn(process + u"smaps_rollup"_s, "Private_Dirty:"),
-                        .descriptors = 1e9,
-                        .threads = numberIn(process + u"status"_s, "Threads:")};
+        double descriptors = 1e9;
         for (int i = 0; i < 10; ++i) { // the minimum leaves out requests in flight
-            const QDir descriptors(process + u"fd"_s, {}, {}, QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
-            figures.descriptors = std::min<double>(figures.descriptors, descriptors.count());
+            const QDir folder(process + u"fd"_s, {}, {}, QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
+            descriptors = std::min<double>(descriptors, folder.count());
             wait(30);
         }
-        m_samples.push_back(figures);
+        m_samples.push_back({command(u"figures"_s).section(u' ', 0, 0).toDouble(),
+                             numberIn(process + u"smaps_rollup"_s, "Private_Dirty:"), descriptors,
+                             numberIn(process + u"status"_s, "Threads:")});
         m_notifications += std::ssize(std::exchange(m_notificationServer->calls, {}));
-        print(u"%1 min: heap %2 KiB, private memory %3 KiB, %4 descriptors, %5 threads, %6 notifications so far"_s
-                  .arg(static_cast<double>(m_time.elapsed()) / 60'000, 5, 'f', 1)
-                  .arg(figures.heap)
-                  .arg(figures.privateMemory)
-                  .arg(figures.descriptors)
-                  .arg(figures.threads)
-                  .arg(m_notifications));
+        QStringList line{u"%1 min"_s.arg(seconds() / 60, 5, 'f', 1)};
+        for (qsizetype i = 0; i < figureNames.size(); ++i) {
+            line << u"%1 %2"_s.arg(figureNames[i]).arg(m_samples.back()[static_cast<std::size_t>(i)]);
+        }
+        print(line.join(u", "_s) + u", %1 notifications so far"_s.arg(m_notifications));
     }
 
     /// Compares the last third of the samples with the first one after the warm-up.
     void checkGrowth() {
         // The heap reaches its size after about ten minutes; a shorter run is all warm-up.
-        const int scale = m_options.openings > 0 || m_options.minutes >= 40 ? 1 : m_options.minutes < 10 ? 4 : 2;
+        const int scale = m_options.minutes >= 40 ? 1 : m_options.minutes < 10 ? 4 : 2;
         const double memoryLimit = m_options.limitsMemory ? 2048 * scale : 1e9;
-        struct Limit {
-            QString name;
-            double Figures::* figure;
-            double growth;
-        };
-        const std::vector<Limit> limits{{u"heap (KiB)"_s, &Figures::heap, memoryLimit},
-                                        {u"private memory (KiB)"_s, &Figures::privateMemory, memoryLimit},
-                                        {u"descriptors"_s, &Figures::descriptors, 0},
-                                        {u"threads"_s, &Figures::threads, 0}};
+        const Figures limits{memoryLimit, memoryLimit, 0, 0};
         const auto warmUp = std::ssize(m_samples) / 4;
         const auto third = (std::ssize(m_samples) - warmUp) / 3;
         if (third == 0) {
             fail(u"ran too briefly to measure growth"_s);
             return;
         }
-        for (const auto& [name, figure, growth] : limits) {
+        for (std::size_t i = 0; i < limits.size(); ++i) {
             std::vector<double> values;
-            std::ranges::transform(m_samples, std::back_inserter(values), figure);
+            std::ranges::transform(m_samples, std::back_inserter(values), [i](const auto& each) { return each[i]; });
             const auto first = values.begin() + warmUp;
             const auto early = lowerQuartile({first, first + third});
             const auto late = lowerQuartile({values.end() - third, values.end()});
-            print(u"%1 %2 → %3"_s.arg(name, -21).arg(early, 7).arg(late, 7));
-            if (late - early > growth) {
-                fail(u"uses more and more: %1 grew from %2 to %3"_s.arg(name).arg(early).arg(late));
+            const auto change = u"%1 %2 → %3"_s.arg(figureNames[static_cast<qsizetype>(i)]).arg(early).arg(late);
+            print(change);
+            if (late - early > limits[i]) {
+                fail(u"uses more and more: "_s + change);
             }
         }
-        if (m_notifications == 0 && m_options.openings == 0) {
+        if (m_notifications == 0) {
             fail(u"posted no notification"_s);
         }
     }
@@ -406,11 +366,7 @@ private:
         for (const auto& failure : m_failures) {
             print(u"FAILED: the application "_s + failure);
         }
-        const auto length = m_options.openings > 0 ? u"--openings %1"_s.arg(m_options.openings)
-                                                   : u"--minutes %1"_s.arg(m_options.minutes);
-        print(u"Repeat with: ./tools/soak %1 --speed %2 --seed %3"_s.arg(length)
-                  .arg(m_options.speed)
-                  .arg(m_options.seed));
+        print(u"Repeat with: ./tools/soak --minutes %1 --seed %2"_s.arg(m_options.minutes).arg(m_options.seed));
     }
 
     Options m_options;
@@ -436,15 +392,11 @@ Options parseOptions(const QCoreApplication& application) {
     const auto randomSeed = QString::number(std::random_device()() % 1'000'000);
     parser.addHelpOption();
     parser.addOptions({{u"minutes"_s, u"Length of the run."_s, u"M"_s, u"60"_s},
-                       {u"openings"_s, u"Only open the panel, N times."_s, u"N"_s, u"0"_s},
                        {u"seed"_s, u"Seed of the random events."_s, u"N"_s, randomSeed},
-                       {u"speed"_s, u"Speed of the application's clock."_s, u"X"_s, u"60"_s},
                        {u"any-memory"_s, u"Do not limit memory, for sanitizers."_s}});
     parser.process(application);
     return {.minutes = parser.value(u"minutes"_s).toDouble(),
-            .openings = parser.value(u"openings"_s).toInt(),
             .seed = parser.value(u"seed"_s).toUInt(),
-            .speed = parser.value(u"speed"_s).toDouble(),
             .limitsMemory = !parser.isSet(u"any-memory"_s)};
 }
 

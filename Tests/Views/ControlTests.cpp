@@ -14,41 +14,40 @@ class ControlTests : public Screen {};
 
 /// A panel that shows every control at once.
 PanelContent pressable() {
-    PanelState state = samples::troubledState();
+    PanelState state = samples::troubled();
     state.links.push_back(samples::link(u"s"_s, Assistant::iphone));
     state.copied = u"s.key"_s;
     samples::status(state).rekordboxDb->rekordboxRunning = false;
     Release release;
     release.version = u"1.5.0"_s;
     state.update.value = UpdateState::Available{release};
-    PanelContent content = samples::contentOf(state);
-    content.notRunning = samples::stopped().notRunning;
+    PanelContent content = contentOf(state);
+    content.notRunning = contentOf(samples::stopped()).notRunning;
     return content;
 }
 
 } // namespace
 
 TEST_F(ControlTests, EveryControlHasAnUnambiguousName) {
-    PanelState namesakes = samples::usualState();
-    for (const auto* const id : {u"x", u"y"}) {
-        namesakes.links.push_back(samples::link(QString::fromUtf16(id), Assistant::claude));
-        namesakes.links.push_back(samples::link(QString::fromUtf16(id) + u'i', Assistant::iphone));
-        namesakes.links.push_back(samples::link(QString::fromUtf16(id) + u't', Assistant::telegram));
-    }
-    for (const PanelContent& content : {samples::checking(), samples::stopped(), pressable(), samples::longWords(),
-                                        samples::crowded(), samples::contentOf(namesakes)}) {
-        mainWindow(content);
-        become(content);
-        QSet<QPair<QString, QString>> known;
-        for (const Seen& seen : controls()) {
-            EXPECT_FALSE(seen.name.isEmpty())
-                << seen.item()->metaObject()->className() << " under "
-                << seen.item()->parentItem()->metaObject()->className() << " at " << seen.place.y();
-            const QPair key(seen.name, seen.description);
-            EXPECT_FALSE(known.contains(key)) << qPrintable(seen.name) << " / " << qPrintable(seen.description);
-            known.insert(key);
+    PanelState namesakes = samples::usual();
+    for (const auto& id : {u"x"_s, u"y"_s}) {
+        for (const Assistant assistant : {Assistant::claude, Assistant::iphone, Assistant::telegram}) {
+            namesakes.links.push_back(samples::link(id + info(assistant).rawValue, assistant));
         }
-        EXPECT_GT(known.size(), 6);
+    }
+    mainWindow(contentOf(samples::checking()));
+    for (const PanelContent& content : {contentOf(samples::stopped()), pressable(), contentOf(samples::longWords()),
+                                        contentOf(samples::crowded()), contentOf(namesakes)}) {
+        setContent(content);
+        QSet<QPair<QString, QString>> names;
+        for (const Element& element : controls()) {
+            EXPECT_FALSE(element.name.isEmpty())
+                << element.item()->metaObject()->className() << " at " << element.geometry.y();
+            const QPair name(element.name, element.description);
+            EXPECT_FALSE(names.contains(name)) << qPrintable(name.first) << " / " << qPrintable(name.second);
+            names.insert(name);
+        }
+        EXPECT_GT(names.size(), 6);
     }
 }
 
@@ -70,42 +69,39 @@ TEST_F(ControlTests, DisabledControlsIgnoreMouseKeysAndAssistiveTechnology) {
                                       {u"Retry"_s, u"under way"_s},
                                       {u"Apply Now"_s, u"under way"_s},
                                       {u"Restore"_s, u"Quit Rekordbox to restore v1.2.0"_s}}) {
-        const Seen seen = control(name, which);
-        EXPECT_FALSE(seen.isEnabled()) << qPrintable(name);
-        EXPECT_FALSE(seen.press()) << qPrintable(name);
-        click(seen);
-        EXPECT_FALSE(seen.item()->activeFocusOnTab()) << qPrintable(name);
-        seen.item()->forceActiveFocus(Qt::TabFocusReason);
+        const Element element = control(name, which);
+        EXPECT_FALSE(element.isEnabled()) << qPrintable(name);
+        EXPECT_FALSE(element.press()) << qPrintable(name);
+        click(element);
+        EXPECT_FALSE(element.item()->activeFocusOnTab()) << qPrintable(name);
+        element.item()->forceActiveFocus(Qt::TabFocusReason);
         key(Qt::Key_Space);
         key(Qt::Key_Return);
     }
     EXPECT_EQ(host.pressed.join(u';').toStdString(), "");
     content.footer.restarting = false;
-    become(content);
+    setContent(content);
     click(control(u"Restart tunedeck"_s));
     EXPECT_EQ(host.pressed, QStringList{u"restartService"_s});
 }
 
 TEST_F(ControlTests, TabVisitsEveryControlInOrderAndScrollsToIt) {
-    QQuickWindow& window = popover(samples::crowded());
-    const qsizetype count = controls().size();
+    QQuickWindow& window = popover(contentOf(samples::crowded()));
+    QStringList order;
+    for (const Element& element : controls()) {
+        order.append(element.name);
+    }
     QStringList visited;
-    int lastInCards = 0;
-    for (qsizetype i = 0; i < count; ++i) {
+    for (qsizetype i = 0; i < order.size(); ++i) {
         key(Qt::Key_Tab);
         const QRectF place = focus()->mapRectToScene(focus()->boundingRect());
         EXPECT_GE(place.top(), 0) << qPrintable(focusName());
         EXPECT_LE(place.bottom(), window.height()) << qPrintable(focusName());
         EXPECT_TRUE(focus()->property("focusShown").toBool()) << qPrintable(focusName());
         visited.append(focusName());
-        lastInCards = focusName() == u"Copy Diagnostics"_s ? static_cast<int>(i) : lastInCards;
-    }
-    QStringList order;
-    for (const Seen& seen : controls()) {
-        order.append(seen.name);
     }
     EXPECT_EQ(visited.join(u'|').toStdString(), order.join(u'|').toStdString());
-    EXPECT_EQ(lastInCards, count - 5) << "the footer comes after the cards";
+    EXPECT_EQ(visited.indexOf(u"Copy Diagnostics"_s), visited.size() - 5) << "the footer comes after the cards";
     key(Qt::Key_Tab);
     EXPECT_EQ(focusName(), visited.first());
     key(Qt::Key_Backtab, Qt::ShiftModifier);
@@ -113,9 +109,9 @@ TEST_F(ControlTests, TabVisitsEveryControlInOrderAndScrollsToIt) {
 }
 
 TEST_F(ControlTests, EveryKindOfControlReactsToMouseKeysAndAssistiveTechnology) {
-    PanelState state = samples::usualState();
+    PanelState state = samples::usual();
     state.links.push_back(samples::link(u"s"_s, Assistant::iphone));
-    const PanelContent content = samples::contentOf(state);
+    const PanelContent content = contentOf(state);
     const ConnectRowView& assistant = content.assistants.connect.first();
     QQuickWindow& window = mainWindow(content);
     window.resize(400, 2400);
@@ -126,24 +122,24 @@ TEST_F(ControlTests, EveryKindOfControlReactsToMouseKeysAndAssistiveTechnology) 
           {content.downloads.folderTitle + u", "_s + content.downloads.folderSubtitle, u""_s, u"revealDownloads"_s},
           {assistant.accessibleName, assistant.help, u"connectAssistant "_s + assistant.id},
           {u"Setup guide"_s, u""_s, u"openSetupGuide s"_s}}) {
-        const Seen seen = control(name, which);
-        const QPoint centre = seen.place.center() - window.position();
+        const Element element = control(name, which);
+        const QPoint centre = element.geometry.center() - window.position();
         const auto expectActions = [&](int count, const char* input) {
             EXPECT_EQ(host.pressed, QStringList(count, action)) << qPrintable(name) << ": " << input;
             host.pressed.clear();
         };
-        EXPECT_TRUE(seen.press());
+        EXPECT_TRUE(element.press());
         expectActions(1, "assistive technology");
-        click(seen);
+        click(element);
         expectActions(1, "click");
-        EXPECT_FALSE(seen.item()->property("focusShown").toBool()) << qPrintable(name);
+        EXPECT_FALSE(element.item()->property("focusShown").toBool()) << qPrintable(name);
         QTest::mouseDClick(&window, Qt::LeftButton, {}, centre);
         expectActions(2, "double click");
         QTest::mousePress(&window, Qt::LeftButton, {}, centre);
         QTest::mouseMove(&window, {1, 1});
         QTest::mouseRelease(&window, Qt::LeftButton, {}, {1, 1});
         expectActions(0, "released elsewhere");
-        seen.item()->forceActiveFocus(Qt::TabFocusReason);
+        element.item()->forceActiveFocus(Qt::TabFocusReason);
         for (const Qt::Key pressed : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
             QTest::keyPress(&window, pressed);
             for (int i = 0; i < 3; ++i) {
@@ -165,12 +161,12 @@ TEST_F(ControlTests, EveryKindOfControlReactsToMouseKeysAndAssistiveTechnology) 
 TEST_F(ControlTests, OneAssistantIsConnectedAtATime) {
     OnboardingState state = samples::assistantStep();
     state.connecting = true;
-    const OnboardingContent content = samples::contentOf(state);
+    const OnboardingContent content = contentOf(state);
     onboarding(content);
     for (const ConnectRowView& assistant : content.assistants) {
-        const Seen seen = control(assistant.accessibleName);
-        EXPECT_FALSE(seen.isEnabled());
-        click(seen);
+        const Element element = control(assistant.accessibleName);
+        EXPECT_FALSE(element.isEnabled());
+        click(element);
     }
     EXPECT_TRUE(host.pressed.isEmpty()) << qPrintable(host.pressed.join(u' '));
 }
@@ -181,36 +177,36 @@ TEST_F(ControlTests, TheFirstRunsControlsCallTheirActions) {
     OnboardingState noBackup = samples::rekordboxStep();
     noBackup.baseline.value = Baseline::Later{u"Rekordbox is open."_s};
     for (const auto& [shown, labels, actions] :
-         {std::tuple(samples::contentOf(noTools), &OnboardingContent::repairButton, u"repairTools"_s),
-          {samples::contentOf(noTools), &OnboardingContent::nextButton, u"advance"_s},
-          {samples::contentOf(noBackup), &OnboardingContent::baselineButton, u"takeBaseline"_s},
-          {samples::contentOf(noBackup), &OnboardingContent::backButton, u"back"_s},
-          {samples::contentOf(samples::assistantStep(Assistant::claude)), &OnboardingContent::guideTitle,
+         {std::tuple(contentOf(noTools), &OnboardingContent::repairButton, u"repairTools"_s),
+          {contentOf(noTools), &OnboardingContent::nextButton, u"advance"_s},
+          {contentOf(noBackup), &OnboardingContent::baselineButton, u"takeBaseline"_s},
+          {contentOf(noBackup), &OnboardingContent::backButton, u"back"_s},
+          {contentOf(samples::assistantStep(Assistant::claude)), &OnboardingContent::guideTitle,
            u"openSetupGuide"_s}}) {
         onboarding(shown);
         press(shown.*labels);
         EXPECT_EQ(host.pressed, QStringList{actions});
         host.pressed.clear();
     }
-    onboarding(samples::contentOf(samples::assistantStep(Assistant::iphone)));
-    for (const Seen& copy : controls(u"Copy"_s)) {
+    onboarding(contentOf(samples::assistantStep(Assistant::iphone)));
+    for (const Element& copy : controls(u"Copy"_s)) {
         copy.press();
     }
-    onboarding(samples::contentOf(samples::assistantStep(Assistant::telegram)));
+    onboarding(contentOf(samples::assistantStep(Assistant::telegram)));
     press(u"Open Telegram"_s);
     press(u"New Code"_s);
-    press(samples::contentOf(samples::assistantStep()).assistants.first().accessibleName);
+    press(contentOf(samples::assistantStep()).assistants.first().accessibleName);
     EXPECT_EQ(host.pressed.join(u';').toStdString(), "copyLink;copyKey;openTelegram;newTelegramCode;choose chatgpt");
 }
 
 TEST_F(ControlTests, ScreenReadersGetJobStatesAndEachNewResult) {
     static QStringList events;
     events.clear();
-    PanelContent content = samples::usual();
+    PanelContent content = contentOf(samples::usual());
     mainWindow(content);
     for (const JobRowView& job : content.recent.jobs) {
-        EXPECT_TRUE(std::ranges::any_of(all(), [&](const Seen& seen) {
-            return seen.name == job.stateName && seen.description == job.message;
+        EXPECT_TRUE(std::ranges::any_of(elements(), [&](const Element& element) {
+            return element.name == job.stateName && element.description == job.message;
         })) << qPrintable(job.playlist);
     }
     const auto old = QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
@@ -218,21 +214,17 @@ TEST_F(ControlTests, ScreenReadersGetJobStatesAndEachNewResult) {
             events.append(event->accessibleInterface()->text(QAccessible::Name));
         }
     });
-    const auto expectEvents = [&](const QString& text, qsizetype count) {
-        become(content);
-        pass(20);
-        EXPECT_EQ(events.count(text), count) << qPrintable(events.join(u';'));
-    };
-    content.banner = {.shown = true, .text = u"Library updated."_s};
-    expectEvents(u"Library updated."_s, 1);
-    expectEvents(u"Library updated."_s, 1);
-    content.banner.text = u"Backup restored."_s;
-    expectEvents(u"Backup restored."_s, 1);
+    for (const auto& text : {u"Library updated."_s, u"Library updated."_s, u"Backup restored."_s}) {
+        content.banner = {.shown = true, .text = text};
+        setContent(content);
+        wait(20);
+    }
+    EXPECT_EQ(events, QStringList({u"Library updated."_s, u"Backup restored."_s}));
     QAccessible::installUpdateHandler(old);
 }
 
 TEST_F(ControlTests, ALinksMenuWorksByKeyboardAndMouse) {
-    popover(samples::usual());
+    popover(contentOf(samples::usual()));
     EXPECT_TRUE(controls(u"Disconnect"_s).isEmpty());
     while (focusName() != u"More"_s) {
         key(Qt::Key_Tab);
@@ -251,9 +243,9 @@ TEST_F(ControlTests, ALinksMenuWorksByKeyboardAndMouse) {
 
     // A refresh keeps an open menu open; choosing an entry closes it.
     click(control(u"More"_s, u"Claude"_s));
-    PanelContent later = samples::usual();
+    PanelContent later = contentOf(samples::usual());
     later.assistants.links.first().detail = u"· used 6 minutes ago"_s;
-    become(later);
+    setContent(later);
     click(control(u"Disconnect"_s));
     EXPECT_EQ(host.pressed, QStringList{u"disconnectLink a"_s});
     EXPECT_TRUE(controls(u"Disconnect"_s).isEmpty());
@@ -266,7 +258,7 @@ TEST_F(ControlTests, ALinksMenuWorksByKeyboardAndMouse) {
     // The menu closes when its link is removed.
     click(control(u"More"_s, u"Claude"_s));
     later.assistants.links.removeFirst();
-    become(later);
+    setContent(later);
     EXPECT_TRUE(controls(u"Disconnect"_s).isEmpty());
 }
 
