@@ -41,7 +41,9 @@ void addJobs(Stage& stage, const Texts& texts) {
 void addLibrary(Stage& stage, const Texts& texts) {
     stage.state.library = Library{.dbPath = texts.folder + u"/rekordbox/master.db"_s, .rekordboxRunning = true};
     addManyBackups(stage, 60);
-    stage.library().lastApplied->summary = u"Add 120 tracks to "_s + inQuotes(texts.german);
+    if (auto& applied = stage.library().lastApplied) {
+        applied->summary = u"Add 120 tracks to "_s + inQuotes(texts.german);
+    }
     stage.addPending(u"Add 1 track to "_s + inQuotes(texts.arabic), 39min);
     stage.addPending(u"Add 14 tracks to the new playlist "_s + inQuotes(texts.emoji), 30min);
     stage.addPending(u"Add 3 tracks to "_s + inQuotes(texts.hebrew), 20min);

@@ -14,7 +14,7 @@ namespace tunedeck::demo {
 struct Scenario {
     QLatin1StringView name;
     QLatin1StringView description;
-    void (*prepare)(Stage& stage);
+    void (*prepare)(Stage& stage) = nullptr;
 };
 
 /// All scenarios, the default one first.

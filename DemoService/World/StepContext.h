@@ -24,7 +24,7 @@ struct StepContext {
     using Span = std::chrono::milliseconds;
 
     Moment now;
-    double speed; ///< how many times faster than in reality things happen
+    double speed = 1; ///< how many times faster than in reality things happen
     Random& random;
     std::vector<Log::Line>& lines;
 

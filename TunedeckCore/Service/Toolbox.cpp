@@ -2,6 +2,8 @@
 
 #include "TunedeckCore/Support/Json/Record.h"
 
+#include <QStringList>
+
 #include <algorithm>
 
 namespace tunedeck {

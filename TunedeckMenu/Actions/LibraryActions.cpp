@@ -49,13 +49,12 @@ LibraryActions::LibraryActions(PanelActions& panel, MenuModel& model, const Menu
 void LibraryActions::sendOn(PanelActions& panel, void (PanelActions::*signal)(), Request request, InFlight& inFlight) {
     connect(&panel, signal, this, [this, request, &inFlight] {
         if (!inFlight.isBusy()) {
-            spawn(sendOnce(request, inFlight));
+            spawn(send(request, inFlight.begin()));
         }
     });
 }
 
-QCoro::Task<> LibraryActions::sendOnce(Request request, InFlight& inFlight) {
-    const auto guard = inFlight.begin();
+QCoro::Task<> LibraryActions::send(Request request, [[maybe_unused]] InFlight::Guard guard) {
     co_await finish((m_services.library.*request)(m_scope.token()));
 }
 

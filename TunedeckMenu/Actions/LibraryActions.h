@@ -20,7 +20,7 @@ private:
     using Request = QCoro::Task<LibraryClient::Reply> (LibraryClient::*)(std::stop_token) const;
     /// Sends the request when the signal is emitted, unless the same request is in flight.
     void sendOn(PanelActions& panel, void (PanelActions::*signal)(), Request request, InFlight& inFlight);
-    QCoro::Task<> sendOnce(Request request, InFlight& inFlight);
+    QCoro::Task<> send(Request request, InFlight::Guard guard);
     void restoreBackup(const QString& version);
     void restoreConfirmed(const QString& version);
     QCoro::Task<> finish(QCoro::Task<LibraryClient::Reply> request);

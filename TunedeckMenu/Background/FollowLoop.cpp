@@ -34,11 +34,10 @@ void FollowLoop::notifyChanges(const ServiceStatus& status) {
     for (const auto& event : m_jobs.update(status.recentJobs)) {
         m_notifier.post(event);
     }
-    if (!status.rekordboxDb) {
-        return;
-    }
-    if (const auto applied = m_library.update(status.rekordboxDb->lastApplied)) {
-        m_notifier.postLibrary(*applied);
+    if (status.rekordboxDb) {
+        if (const auto applied = m_library.update(status.rekordboxDb->lastApplied)) {
+            m_notifier.postLibrary(*applied);
+        }
     }
 }
 

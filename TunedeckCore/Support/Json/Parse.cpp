@@ -2,6 +2,7 @@
 
 #include <QByteArrayView>
 #include <QStringDecoder>
+#include <QStringList>
 
 #include <rapidjson/error/en.h>
 #include <rapidjson/reader.h>

@@ -25,7 +25,7 @@ enum class Keys {
 
 /// Parses strict JSON in UTF-8; a byte-order mark before it is accepted. If an object repeats a key, the last member
 /// counts. Nesting uses no stack.
-std::expected<Value, Error> parse(const QByteArray& document, Limits limits = {}, Keys keys = Keys::AsWritten);
+std::expected<Value, Error> parse(const QByteArray& bytes, Limits limits = {}, Keys keys = Keys::AsWritten);
 
 /// Like parse(), for documents that must be objects.
 std::expected<Object, Error> parseObject(const QByteArray& document);

@@ -16,12 +16,14 @@ QML_FOREIGN_NAMESPACE(tunedeck::look)
 QML_NAMED_ELEMENT(Look)
 } // namespace LookForeign
 
+// NOLINTBEGIN(bugprone-macro-parentheses): the argument is a macro call, not an expression
 #define TUNEDECK_QML_TYPE(Type, REGISTRATION)                                                                          \
     struct Type##Foreign {                                                                                             \
         Q_GADGET                                                                                                       \
         QML_FOREIGN(tunedeck::Type)                                                                                    \
         REGISTRATION                                                                                                   \
     };
+// NOLINTEND(bugprone-macro-parentheses)
 
 TUNEDECK_QML_TYPE(PanelActions, QML_ANONYMOUS)
 TUNEDECK_QML_TYPE(OnboardingActions, QML_ANONYMOUS)
