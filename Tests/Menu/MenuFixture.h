@@ -6,21 +6,27 @@
 #include "Tests/Helpers/TestServer.h"
 #include "TunedeckMenu/Model/MenuServices.h"
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 #include <vector>
 
 namespace tunedeck::test {
 
-/// The library section as a member of a status document, with one backup of that version.
+/// The `rekordbox_db` member of a status document, with one backup of this version.
 inline QByteArray libraryMember(const QByteArray& backup, bool rekordboxRunning = false) {
     return R"("rekordbox_db":{"db_path":"/db","pending":[],"failed":[],"rekordbox_running":)" +
            QByteArray(rekordboxRunning ? "true" : "false") + R"(,"backups":[{"version":")" + backup +
            R"(","created_at":"2026-02-28T10:00:00Z","reason":"before import","size_bytes":1}]})";
 }
 
-/// What a model and its actions need: a service of the test's own over real HTTP, and a desktop that keeps what it was
-/// asked for.
+/// A task that has already ended. The value is kept by the coroutine.
+template<class T>
+QCoro::Task<T> endedTask(T value) {
+    co_return value;
+}
+
+/// The services of a model and its actions: a fake service over real HTTP, and a fake desktop that records its calls.
 class MenuWorld {
 protected:
     MenuWorld() {
@@ -32,22 +38,20 @@ protected:
     void serve(const QByteArray& route, const QByteArray& body, int status = 200) {
         server.on(route, behave::answer(status, body));
     }
-    /// `changes`: members as JSON text.
+    /// `changes`: see statusDocument().
     void serveStatus(const QByteArray& changes = {}) { serve("GET /local/status", statusDocument(changes)); }
-    /// `links`: objects as JSON text, with commas between them.
+    /// `links`: JSON objects, separated by commas.
     void serveLinks(const QByteArray& links) { serve("GET /local/links", R"({"links":[)" + links + "]}"); }
 
-    /// How often a route was asked for.
+    /// The number of requests for a route.
     [[nodiscard]] int count(const QByteArray& route) const {
-        int found = 0;
-        for (const auto& request : server.requests()) {
-            found += request.method + ' ' + request.target == route ? 1 : 0;
-        }
-        return found;
+        const auto requests = server.requests();
+        return static_cast<int>(std::ranges::count(
+            requests, route, [](const ServedRequest& each) { return each.method + ' ' + each.target; }));
     }
-    /// Whether a condition comes true.
+    /// Waits for a condition; false on timeout.
     static bool comes(const std::function<bool()>& condition) { return runUntil(condition, std::chrono::seconds(5)); }
-    /// Gives what shouldn't happen the time to happen.
+    /// Waits long enough for an unexpected request to arrive.
     static void settle() {
         runUntil([] { return false; }, std::chrono::milliseconds(40));
     }
@@ -62,7 +66,7 @@ protected:
     FakeRelauncher relauncher;
     std::vector<std::pair<Confirmation, std::function<void(bool)>>> questions;
     std::vector<QStringList> launchctlCalls;
-    std::vector<int> launchctlStatus; ///< of the next calls; 0 afterwards
+    std::vector<int> launchctlStatus; ///< exit statuses of the next calls; 0 afterwards
     int quits = 0;
 
     QCoro::Task<std::int32_t> launchctl(QStringList arguments) {
@@ -93,7 +97,6 @@ protected:
     };
 };
 
-/// A test in that world.
 class MenuTest : public testing::Test, protected MenuWorld {};
 
 } // namespace tunedeck::test

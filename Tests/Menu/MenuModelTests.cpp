@@ -20,10 +20,6 @@ protected:
     TaskScope scope;
 };
 
-UpdateCheck newer() {
-    return {UpdateCheck::Available{{.version = u"1.3.0"_s}}};
-}
-
 } // namespace
 
 TEST_F(MenuModelTest, PollsWhileAPanelIsShownAndStopsAtOnceAfterTheLast) {
@@ -201,12 +197,9 @@ TEST_F(MenuModelTest, NotifiesOnlyOfChangesAndShowsOneLine) {
 TEST_F(MenuModelTest, TimedUpdateChecksAreRareAndFailSilently) {
     int checks = 0;
     UpdateCheck next{UpdateCheck::Failed{u"no"_s}};
-    struct Answer {
-        static QCoro::Task<UpdateCheck> give(UpdateCheck check) { co_return check; }
-    };
     services.updates.check = [&](std::stop_token) {
         ++checks;
-        return Answer::give(next);
+        return endedTask(next);
     };
     const auto update = [&] { return state().update.value; };
 
@@ -220,7 +213,7 @@ TEST_F(MenuModelTest, TimedUpdateChecksAreRareAndFailSilently) {
     model->checkForUpdates(MenuModel::CheckTrigger::Timer);
     EXPECT_EQ(checks, 2);
     clock.advance(1s);
-    next = newer();
+    next = {UpdateCheck::Available{{.version = u"1.3.0"_s}}};
     model->checkForUpdates(MenuModel::CheckTrigger::Timer);
     EXPECT_EQ(std::get<UpdateState::Available>(update()).release.version, u"1.3.0"_s);
     next = {UpdateCheck::UpToDate{}};

@@ -74,12 +74,4 @@ TEST_F(NotifierTest, PostsEvenIfTheLogCannotBeWritten) {
     appendLine(fifo, u"line\n"_s);
 }
 
-TEST_F(NotifierTest, ReportsClicks) {
-    int opened = 0;
-    Q_EMIT center.opened(u"j1-requested"_s);
-    notifier.onOpen = [&] { ++opened; };
-    Q_EMIT center.opened(u"j1-requested"_s);
-    EXPECT_EQ(opened, 1);
-}
-
 } // namespace tunedeck

@@ -38,14 +38,11 @@ const QByteArray repairRoute = "POST /local/toolbox/install";
 TEST_F(OnboardingTest, PollsEveryTwoSecondsWhileTheWindowIsOpen) {
     server.on("GET /local/toolbox",
               behave::answer(200, R"({"venvs":[],"installing":true,"step":"Unpacking","progress":0.5,"tools":[
-                  {"name":"yt-dlp","installed":"yt-dlp==2025.1","wanted":"1","ready":true},
                   {"name":"ffmpeg","wanted":"7","ready":false}]})"));
-    EXPECT_EQ(content().waitingText, u"Starting Tunedeck's background service…"_s);
+    EXPECT_FALSE(content().waitingText.isEmpty());
     open();
     EXPECT_TRUE(content().waitingText.isEmpty());
     EXPECT_EQ(content().installText, u"Unpacking"_s);
-    EXPECT_EQ(content().tools.front().state, u"2025.1"_s);
-    EXPECT_TRUE(content().repairButton.isEmpty()) << "nothing to repair while it installs";
     EXPECT_EQ(clock.sleeps().back(), 2s) << "the fetches took no time";
 
     serve("GET /local/status", "{}", 500);
@@ -60,15 +57,19 @@ TEST_F(OnboardingTest, PollsEveryTwoSecondsWhileTheWindowIsOpen) {
 
 TEST_F(OnboardingTest, RequestsTheFirstBackupOnceAutomaticallyAndThenByButton) {
     serve(baselineRoute, R"({"ok":false})");
-    serveStatus(libraryMember("1", true));
     open();
+    model->advance();
+    poll();
+    EXPECT_EQ(count(baselineRoute), 0) << "without a library";
+    model->back();
+    serveStatus(libraryMember("1", true));
+    poll();
     EXPECT_EQ(count(baselineRoute), 0) << "before its step";
     model->advance();
     model->takeBaseline(); // already under way
     EXPECT_TRUE(content().baselineBusy);
     ASSERT_TRUE(comes([&] { return !content().baselineBusy; }));
     EXPECT_EQ(content().baselineText, u"Rekordbox is open."_s);
-    EXPECT_TRUE(content().baselineNote.startsWith(u"Rekordbox is open, so Tunedeck will back up"_s));
     model->back();
     model->advance();
     poll();
@@ -77,21 +78,10 @@ TEST_F(OnboardingTest, RequestsTheFirstBackupOnceAutomaticallyAndThenByButton) {
     serve(baselineRoute, R"({"ok":false,"error":"The disk is full."})");
     model->takeBaseline();
     ASSERT_TRUE(comes([&] { return content().baselineText == u"The disk is full."_s; }));
-    EXPECT_FALSE(content().baselineButton.isEmpty());
     serve(baselineRoute, R"({"ok":true})");
     model->takeBaseline();
-    ASSERT_TRUE(comes([&] { return content().baselineSymbol == u"checkmark.shield.fill"_s; }));
+    ASSERT_TRUE(comes([&] { return std::holds_alternative<Baseline::Done>(state().baseline.value); }));
     EXPECT_EQ(std::get<Baseline::Done>(state().baseline.value).version, u"1.0.0"_s);
-    EXPECT_TRUE(content().baselineButton.isEmpty());
-}
-
-TEST_F(OnboardingTest, RequestsNoBackupWithoutALibrary) {
-    open();
-    model->advance();
-    poll();
-    EXPECT_EQ(count(baselineRoute), 0);
-    EXPECT_TRUE(content().text.startsWith(u"Rekordbox isn't installed here."_s));
-    EXPECT_TRUE(content().baselineText.isEmpty());
 }
 
 TEST_F(OnboardingTest, CreatesOneLinkAtATimeAndNoticesItsFirstUse) {
@@ -103,11 +93,12 @@ TEST_F(OnboardingTest, CreatesOneLinkAtATimeAndNoticesItsFirstUse) {
     serveLinks(R"({"id":"n","kind":"claude","url":"https://x.example/u"})");
     model->choose(u"claude"_s);
     model->choose(u"chatgpt"_s);
-    EXPECT_EQ(content().connectingText, u"Making your private link…"_s);
+    EXPECT_TRUE(state().connecting);
     ASSERT_TRUE(comes([&] { return !state().connecting; }));
     EXPECT_EQ(count("POST /local/links"), 1);
-    EXPECT_EQ(content().pasteText, u"Paste this into Claude"_s);
-    EXPECT_FALSE(content().connected);
+    EXPECT_EQ((QStringList{content().chosen, content().pasteText, content().liveText}),
+              (QStringList{u"claude"_s, u"Paste this into Claude"_s, u"Waiting for the first request from Claude…"_s}));
+    EXPECT_EQ(content().setupSteps, info(Assistant::claude).setupSteps);
 
     model->copyLink();
     EXPECT_EQ(pasteboard.text, u"https://x.example/u"_s);
@@ -128,7 +119,6 @@ TEST_F(OnboardingTest, ShowsAnErrorUntilTheNextOrPreviousStep) {
     model->advance();
     model->advance();
     model->choose(u"telegram"_s);
-    EXPECT_EQ(content().connectingText, u"Making your pairing code…"_s);
     ASSERT_TRUE(comes([&] { return !state().connecting; }));
     EXPECT_EQ(content().error, u"The cloud is busy."_s);
     model->back();
@@ -148,7 +138,6 @@ TEST_F(OnboardingTest, ShowsAnErrorUntilTheNextOrPreviousStep) {
     model->repairTools();
     EXPECT_TRUE(content().error.isEmpty()) << "cleared at once";
     ASSERT_TRUE(comes([&] { return !content().error.isEmpty(); }));
-    EXPECT_EQ(count(repairRoute), 2);
     model->advance();
     EXPECT_TRUE(content().error.isEmpty());
 }
