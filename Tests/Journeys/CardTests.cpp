@@ -39,7 +39,7 @@ TEST_F(CardJourney, UpdatesTheCardsAfterEachPoll) {
          {},
          {},
          {u"connected to the cloud"_s, u"even while this Mac sleeps."_s, u"rekordbox xml"_s},
-         {u"Recent"_s, u"Tools"_s, u"Backups ("_s, u"Show the private"_s}},
+         {u"Recent"_s, u"Tools"_s, u"Backups ("_s, u"Show the private"_s, u"Retry"_s, u"Library v"_s}},
         {R"("recent_jobs":[{"job_id":"1","state":"running","playlist":"Alpha","message":"m"},
             {"job_id":"2","state":"done","playlist":"Beta","message":"m","finished_at":"2026-03-01T11:00:00Z"}])",
          R"({"tools":[)" + tool + R"(false}],"venvs":[],"installing":false})",
@@ -47,12 +47,14 @@ TEST_F(CardJourney, UpdatesTheCardsAfterEachPoll) {
          {u"Alpha"_s, u"Downloading"_s, u"Beta"_s, u"Needs repair"_s, u"Missing: yt-dlp"_s, u"/0123…/mcp"_s},
          {u"even while this Mac sleeps."_s, u"0123456789abcdef"_s}},
         {R"("recent_jobs":[{"job_id":"2","state":"failed","playlist":"Beta","message":"m"}],"download_dir":"/else",
-            "download_dir_source":"settings","download_dir_writable":false,)" +
-             libraryMember("1.4.0", true),
+            "download_dir_source":"settings","download_dir_writable":false,
+            "rekordbox_db":{"db_path":"/db","rekordbox_running":true,"current_version":"1.4.0","pending":[],
+                "backups":[],"failed":[{"id":"7","summary":"Add 2 tracks","error":"File not found"}]})",
          R"({"tools":[)" + tool + R"(true}],"venvs":[],"installing":true,"progress":0.5})",
          R"({"id":"t","kind":"telegram","url":"https://t.me/b?start=1","expiresAt":"2026-03-01T12:10:00Z"})",
          {u"Installing…"_s, u"Custom"_s, u"tunedeck can't write to this folder."_s, u"· waiting for Start"_s,
-          u"Up to date · Rekordbox is open"_s, u"Expires in "_s},
+          u"Up to date · Rekordbox is open"_s, u"Expires in "_s, u"Library v1.4.0"_s,
+          u"Couldn't apply “Add 2 tracks”"_s, u"File not found"_s, u"Retry"_s, u"Dismiss"_s},
          {u"Alpha"_s, u"Downloading"_s, u"Missing"_s, u"/mcp"_s, u"Repair Tools"_s}},
     };
     for (const auto& moment : moments) {
@@ -143,17 +145,11 @@ TEST_F(CardJourney, ShowsAndCopiesSecretsAndOpensGuides) {
 }
 
 TEST_F(CardJourney, ChecksForAnUpdateInstallsItAndShowsFailures) {
-    struct Feed {
-        static QCoro::Task<UpdateCheck> check(UpdateCheck found) { co_return found; }
-        static QCoro::Task<std::expected<void, UpdateError>> install(std::expected<void, UpdateError> result) {
-            co_return result;
-        }
-    };
     UpdateCheck found{UpdateCheck::Failed{u"No network."_s}};
     std::expected<void, UpdateError> result = std::unexpected(UpdateError{.kind = UpdateError::Kind::checksum});
-    services.updates.check = [&](std::stop_token) { return Feed::check(found); };
+    services.updates.check = [&](std::stop_token) { return endedTask(found); };
     services.updates.install = [&](const Release&, const ProgressHandler&, std::stop_token) {
-        return Feed::install(result);
+        return endedTask(result);
     };
     open();
     EXPECT_TRUE(shows({u"Version 1.2.0"_s, u"Tunedeck checks for updates once a day."_s}, {u"Update to"_s}));

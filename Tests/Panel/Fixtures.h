@@ -22,26 +22,16 @@ inline QString ago(qint64 seconds) {
 
 /// The status of an idle service.
 inline ServiceStatus goodStatus() {
-    ServiceStatus status;
-    status.version = u"2.3.4"_s;
-    status.downloadDir = u"/srv/music/Tunedeck"_s;
-    status.downloadDirSource = u"default"_s;
-    status.downloadDirWritable = true;
-    status.importXml = u"/srv/music/tunedeck.xml"_s;
-    status.cloud.enabled = true;
-    status.cloud.connected = true;
-    return status;
-}
-
-inline ServiceStatus::Library::Backup backup(const char* version, const QString& createdAt) {
-    return {QString::fromLatin1(version), createdAt, u"Before a change"_s, 1};
+    return {.version = u"2.3.4"_s,
+            .downloadDir = u"/srv/music/Tunedeck"_s,
+            .downloadDirSource = u"default"_s,
+            .downloadDirWritable = true,
+            .importXml = u"/srv/music/tunedeck.xml"_s,
+            .cloud = {.enabled = true, .connected = true}};
 }
 
 inline AssistantLink link(const char* id, const char* kind) {
-    AssistantLink made;
-    made.id = QString::fromLatin1(id);
-    made.kind = QString::fromLatin1(kind);
-    return made;
+    return {.id = QString::fromLatin1(id), .kind = QString::fromLatin1(kind)};
 }
 
 } // namespace tunedeck::test

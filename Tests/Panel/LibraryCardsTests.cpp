@@ -6,6 +6,7 @@ namespace tunedeck::test {
 namespace {
 
 using Library = ServiceStatus::Library;
+using look::Tone;
 
 RekordboxView card(const Library& library, bool busy = false) {
     ServiceStatus status = goodStatus();
@@ -22,6 +23,10 @@ Library pendingLibrary(int changes, bool open) {
     return library;
 }
 
+Library::Backup backup(const QString& version, const QString& createdAt) {
+    return {version, createdAt, u"Before a change"_s, 1};
+}
+
 DownloadsView downloads(const QString& folder, const char* source = "default") {
     ServiceStatus status = goodStatus();
     status.downloadDir = folder;
@@ -31,13 +36,29 @@ DownloadsView downloads(const QString& folder, const char* source = "default") {
 
 } // namespace
 
-TEST(RekordboxCard, HeadlineDependsOnRekordboxAndThePendingChanges) {
-    EXPECT_EQ(card(pendingLibrary(0, true)).headline, u"Up to date · Rekordbox is open");
-    EXPECT_EQ(card(pendingLibrary(0, false)).headline, u"Up to date");
-    EXPECT_EQ(card(pendingLibrary(1, true)).headline, u"1 change waiting — quit Rekordbox to apply");
-    EXPECT_EQ(card(pendingLibrary(2, true)).headline, u"2 changes waiting — quit Rekordbox to apply");
-    EXPECT_EQ(card(pendingLibrary(1, false)).headline, u"Applying 1 change…");
-    EXPECT_EQ(card(pendingLibrary(2, false)).headline, u"Applying 2 changes…");
+TEST(RekordboxCard, DependsOnRekordboxAndThePendingChanges) {
+    const struct {
+        int changes;
+        bool isOpen;
+        QString headline;
+        Tone tone;
+        QString applyButton = {};
+    } cases[] = {
+        {0, true, u"Up to date · Rekordbox is open"_s, Tone::Good},
+        {0, false, u"Up to date"_s, Tone::Good},
+        {1, true, u"1 change waiting — quit Rekordbox to apply"_s, Tone::Warning},
+        {2, true, u"2 changes waiting — quit Rekordbox to apply"_s, Tone::Warning},
+        {1, false, u"Applying 1 change…"_s, Tone::Accent, u"Apply Now"_s},
+        {2, false, u"Applying 2 changes…"_s, Tone::Accent, u"Apply Now"_s},
+    };
+    for (const auto& [changes, isOpen, headline, tone, applyButton] : cases) {
+        const RekordboxView view = card(pendingLibrary(changes, isOpen));
+        EXPECT_EQ((QStringList{view.headline, view.applyButton}), (QStringList{headline, applyButton}));
+        EXPECT_EQ(view.tone, tone) << headline.toStdString();
+    }
+    const RekordboxView busy = card(pendingLibrary(1, false), true);
+    EXPECT_EQ(busy.applyButton, u"Applying…");
+    EXPECT_TRUE(busy.busy);
 }
 
 TEST(RekordboxCard, ShowsTheLastErrorOnlyWhileChangesWait) {
@@ -48,51 +69,17 @@ TEST(RekordboxCard, ShowsTheLastErrorOnlyWhileChangesWait) {
     EXPECT_EQ(card(library).detail, u"Added 3 tracks · 5 minutes ago");
     library.lastApplied->at = u"yesterday"_s;
     EXPECT_EQ(card(library).detail, u"Added 3 tracks");
+    EXPECT_EQ(card(library).tone, Tone::Good);
     library.pending = pendingLibrary(2, false).pending;
     EXPECT_EQ(card(library).detail, u"Last try failed: Locked");
+    EXPECT_EQ(card(library).tone, Tone::Warning);
     library.lastError.reset();
     EXPECT_EQ(card(library).detail, u"Change 1 · Change 2");
 }
 
-TEST(RekordboxCard, OffersToApplyOnlyWhileRekordboxIsClosed) {
-    EXPECT_EQ(card(pendingLibrary(1, true)).applyButton, QString());
-    EXPECT_EQ(card(pendingLibrary(0, false)).applyButton, QString());
-    EXPECT_EQ(card(pendingLibrary(1, false)).applyButton, u"Apply Now");
-    const RekordboxView busy = card(pendingLibrary(1, false), true);
-    EXPECT_EQ(busy.applyButton, u"Applying…");
-    EXPECT_TRUE(busy.busy);
-}
-
-TEST(RekordboxCard, ToneDependsOnWhatNeedsAttention) {
-    EXPECT_EQ(card(pendingLibrary(0, true)).tone, look::Tone::Good);
-    EXPECT_EQ(card(pendingLibrary(1, false)).tone, look::Tone::Accent);
-    EXPECT_EQ(card(pendingLibrary(1, true)).tone, look::Tone::Warning);
-    Library library = pendingLibrary(1, false);
-    library.lastError = u"Locked"_s;
-    EXPECT_EQ(card(library).tone, look::Tone::Warning);
-    library.pending.clear();
-    EXPECT_EQ(card(library).tone, look::Tone::Good);
-}
-
-TEST(RekordboxCard, ListsFailedChangesWithTheirButtons) {
-    Library library;
-    EXPECT_EQ(card(library).retryButton, QString());
-    EXPECT_EQ(card(library).dismissButton, QString());
-    EXPECT_EQ(card(library).badge, QString());
-    library.currentVersion = u"1.2.0"_s;
-    library.failed = {{u"7"_s, u"Add 2 tracks"_s, u"File not found"_s}};
-    const RekordboxView view = card(library);
-    EXPECT_EQ(view.badge, u"Library v1.2.0");
-    EXPECT_EQ(view.failed.at(0).text, u"Couldn't apply “Add 2 tracks”");
-    EXPECT_EQ(view.failed.at(0).detail, u"File not found");
-    EXPECT_EQ(view.failed.at(0).id, u"7");
-    EXPECT_EQ(view.retryButton, u"Retry");
-    EXPECT_EQ(view.dismissButton, u"Dismiss");
-}
-
 TEST(RekordboxCard, BackupsCanBeRestoredOnlyWhileRekordboxIsClosed) {
     Library library;
-    library.backups = {backup("1.2.0", ago(305)), backup("1.1.0", u"long ago"_s), backup("1.2.0", ago(1))};
+    library.backups = {backup(u"1.2.0"_s, ago(305)), backup(u"1.1.0"_s, u"long ago"_s), backup(u"1.2.0"_s, ago(1))};
     RekordboxView closed = card(library);
     EXPECT_EQ(closed.backupsTitle, u"Backups (3)");
     EXPECT_EQ(closed.backupsNote, QString());
@@ -116,26 +103,27 @@ TEST(RekordboxCard, BackupsCanBeRestoredOnlyWhileRekordboxIsClosed) {
 TEST(RekordboxCard, HidesWhatTheServiceDoesNotReport) {
     const RekordboxView without = rekordboxCard(ServiceState::running(goodStatus()), false, moment());
     EXPECT_FALSE(without.hasLibrary);
-    EXPECT_EQ(without.xmlText, u"rekordbox xml");
-    EXPECT_EQ(without.xmlHelp, u"/srv/music/tunedeck.xml");
+    EXPECT_EQ((QStringList{without.xmlText, without.xmlHelp}),
+              (QStringList{u"rekordbox xml"_s, u"/srv/music/tunedeck.xml"_s}));
     const RekordboxView stopped = rekordboxCard(ServiceState::notRunning(), false, moment());
     EXPECT_EQ(stopped.xmlText, u"Shown when tunedeck is running.");
     EXPECT_EQ(stopped.xmlButton, QString());
 }
 
-TEST(DownloadsCard, AbbreviatesTheHomeFolderOnlyAtASlash) {
-    EXPECT_EQ(downloads(u"/Users/me/Music/Tunedeck"_s).folderSubtitle, u"~/Music/Tunedeck");
-    EXPECT_EQ(downloads(u"/Users/me2/Sets"_s).folderSubtitle, u"/Users/me2/Sets");
-    EXPECT_EQ(downloads(u"/Users/me/Music/Tunedeck"_s).folderHelp, u"/Users/me/Music/Tunedeck");
-}
-
-TEST(DownloadsCard, OffersTheDefaultFolderOnlyForACustomOne) {
-    EXPECT_EQ(downloads(u"/Users/me/Music"_s).badge, u"Default");
-    EXPECT_EQ(downloads(u"/Users/me/Music"_s).defaultButton, QString());
-    EXPECT_EQ(downloads(u"/Users/me/Music"_s, "environment").badge, u"Default");
-    EXPECT_EQ(downloads(u"/Users/me/Music"_s, "settings").badge, u"Custom");
-    EXPECT_EQ(downloads(u"/Users/me/Music"_s, "settings").defaultButton, u"Use Default");
-    EXPECT_TRUE(downloads(u"/Users/me/Music"_s).hasFolder);
+TEST(DownloadsCard, AbbreviatesTheHomeFolderAndOffersTheDefaultInsteadOfACustomFolder) {
+    const struct {
+        DownloadsView card;
+        QStringList texts; ///< folder, badge, button
+    } cases[] = {
+        {downloads(u"/Users/me/Music"_s), {u"~/Music"_s, u"Default"_s, {}}},
+        {downloads(u"/Users/me2/Sets"_s, "environment"), {u"/Users/me2/Sets"_s, u"Default"_s, {}}},
+        {downloads(u"/Users/me/Music"_s, "settings"), {u"~/Music"_s, u"Custom"_s, u"Use Default"_s}},
+    };
+    for (const auto& [card, texts] : cases) {
+        EXPECT_EQ((QStringList{card.folderSubtitle, card.badge, card.defaultButton}), texts);
+        EXPECT_TRUE(card.hasFolder);
+    }
+    EXPECT_EQ(cases[0].card.folderHelp, u"/Users/me/Music");
 }
 
 TEST(DownloadsCard, WarnsAboutTheMostSeriousProblem) {

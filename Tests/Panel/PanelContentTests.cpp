@@ -12,14 +12,12 @@ TEST(AboutCard, ShowsEachStateOfTheUpdate) {
         double progress = -1;
     };
     const Case cases[] = {
-        {{UpdateState::Idle{}}, {u"Tunedeck checks for updates once a day."_s, {}, {}, {}}},
         {{UpdateState::Checking{}}, {u"Checking for updates…"_s, {}, {}, u"Checking for updates…"_s}},
         {{UpdateState::UpToDate{moment().addSecs(-305)}}, {u"Up to date · checked 5 minutes ago"_s, {}, {}, {}}},
         {{UpdateState::Available{release}},
          {u"Tunedeck 2.0.0 is available."_s, u"Faster."_s, u"Update to 2.0.0"_s, {}}},
         {{UpdateState::Installing{}}, {installing, {}, {}, installing}},
         {{UpdateState::Installing{0.5}}, {installing, {}, {}, installing}, 0.5},
-        {{UpdateState::Failed{u"no network."_s}}, {u"Couldn't check for updates: no network."_s, {}, {}, {}}},
     };
     for (const auto& [update, texts, progress] : cases) {
         const AboutView card = aboutCard(u"1.0.0"_s, update, moment());
@@ -63,15 +61,14 @@ TEST(PanelContent, ShowsCardsOnlyWhenTheyApply) {
     state.menuBarIcon.kind = MenuBarIconVisibility::Kind::hidden;
     state.opensAtLogin = true;
     EXPECT_EQ(shown(), (QList<bool>{true, true, false, false, false, true}));
-    state.actionError = u"Failed."_s;
-    EXPECT_EQ(panelContent(state, moment()).banner.tone, look::Tone::Warning);
-}
-
-TEST(Banner, ShowsTheErrorRatherThanTheNote) {
-    const BannerView error = actionBanner(u"Failed."_s, u"Done."_s);
-    EXPECT_EQ(std::tuple(error.shown, error.text, error.tone), std::tuple(true, u"Failed."_s, look::Tone::Warning));
-    const BannerView note = actionBanner({}, u"Done."_s);
-    EXPECT_EQ(std::tuple(note.shown, note.text, note.tone), std::tuple(true, u"Done."_s, look::Tone::Good));
+    for (const auto& [error, note] : {std::pair(u"Failed."_s, u"Done."_s), {{}, u"Done."_s}}) {
+        state.actionError = error.isEmpty() ? std::nullopt : std::optional(error);
+        state.actionNote = note;
+        const BannerView banner = panelContent(state, moment()).banner;
+        EXPECT_TRUE(banner.shown);
+        EXPECT_EQ(banner.text, error.isEmpty() ? note : error) << "the error rather than the note";
+        EXPECT_EQ(banner.tone, error.isEmpty() ? look::Tone::Good : look::Tone::Warning);
+    }
 }
 
 } // namespace tunedeck::test

@@ -8,10 +8,12 @@
 
 namespace tunedeck::test {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString accessible = QStringLiteral("org.a11y.atspi.Accessible");
-constexpr uint showing = 1U << 25; // a bit of the states (AtspiStateType)
+const QString accessible = u"org.a11y.atspi.Accessible"_s;
+constexpr uint showing = 1U << 25; // ATSPI_STATE_SHOWING of AtspiStateType
 
 QDBusMessage call(const QString& program, const QString& path, const QString& interface, const QString& member,
                   const QVariantList& arguments = {}) {
@@ -20,21 +22,20 @@ QDBusMessage call(const QString& program, const QString& path, const QString& in
     return message;
 }
 
-QDBusConnection accessibilityBus(const QString& sessionBus, const QString& name) {
-    const auto session = QDBusConnection::connectToBus(sessionBus, name + QStringLiteral("-session"));
-    const auto reply = session.call(call(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
-                                         QStringLiteral("org.a11y.Bus"), QStringLiteral("GetAddress")));
-    QDBusConnection::disconnectFromBus(name + QStringLiteral("-session"));
+QDBusConnection accessibilityBus(const QString& sessionBusAddress, const QString& name) {
+    const auto session = QDBusConnection::connectToBus(sessionBusAddress, name + u"-session"_s);
+    const auto reply = session.call(call(u"org.a11y.Bus"_s, u"/org/a11y/bus"_s, u"org.a11y.Bus"_s, u"GetAddress"_s));
+    QDBusConnection::disconnectFromBus(name + u"-session"_s);
     return QDBusConnection::connectToBus(reply.arguments().value(0).toString(), name);
 }
 
-/// The programs and paths in the answer to GetChildren.
+/// The elements in a reply to GetChildren: bus name and path.
 QList<QPair<QString, QString>> childrenIn(const QDBusMessage& reply) {
     QList<QPair<QString, QString>> children;
-    const auto list = reply.arguments().value(0).value<QDBusArgument>();
     if (reply.type() != QDBusMessage::ReplyMessage) {
         return children;
     }
+    const auto list = reply.arguments().value(0).value<QDBusArgument>();
     list.beginArray();
     while (!list.atEnd()) {
         QString program;
@@ -58,37 +59,36 @@ bool isShowing(const QDBusMessage& reply) {
 
 } // namespace
 
-Accessibility::Accessibility(const QString& sessionBus)
-    : m_name(QUuid::createUuid().toString()), m_bus(accessibilityBus(sessionBus, m_name)) {}
+Accessibility::Accessibility(const QString& sessionBusAddress)
+    : m_name(QUuid::createUuid().toString()), m_bus(accessibilityBus(sessionBusAddress, m_name)) {}
 
 Accessibility::~Accessibility() {
     QDBusConnection::disconnectFromBus(m_name);
 }
 
-QList<Accessibility::Element> Accessibility::look() const {
-    const auto root =
-        m_bus.call(call(QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("/org/a11y/atspi/accessible/root"),
-                        accessible, QStringLiteral("GetChildren")));
+QList<Accessibility::Element> Accessibility::elements() const {
+    const auto root = m_bus.call(
+        call(u"org.a11y.atspi.Registry"_s, u"/org/a11y/atspi/accessible/root"_s, accessible, u"GetChildren"_s));
     QList<Element> found;
     QList<QPair<QString, QString>> level;
     for (const auto& [program, path] : childrenIn(root)) {
-        level += childrenIn(m_bus.call(call(program, path, accessible, QStringLiteral("GetChildren"))));
+        level += childrenIn(m_bus.call(call(program, path, accessible, u"GetChildren"_s)));
     }
     for (bool isWindow = true; !level.isEmpty(); isWindow = false) {
-        struct Questions {
+        struct Calls {
             QDBusPendingCall name, states, children;
         };
-        std::vector<Questions> asked; // all at once: one after the other would take a second for a panel
-        asked.reserve(static_cast<std::size_t>(level.size()));
+        std::vector<Calls> pending; // in parallel: one call after the other takes a second for a panel
+        pending.reserve(static_cast<std::size_t>(level.size()));
         for (const auto& [program, path] : level) {
-            asked.push_back({m_bus.asyncCall(call(program, path, QStringLiteral("org.freedesktop.DBus.Properties"),
-                                                  QStringLiteral("Get"), {accessible, QStringLiteral("Name")})),
-                             m_bus.asyncCall(call(program, path, accessible, QStringLiteral("GetState"))),
-                             m_bus.asyncCall(call(program, path, accessible, QStringLiteral("GetChildren")))});
+            pending.push_back({m_bus.asyncCall(call(program, path, u"org.freedesktop.DBus.Properties"_s, u"Get"_s,
+                                                    {accessible, u"Name"_s})),
+                               m_bus.asyncCall(call(program, path, accessible, u"GetState"_s)),
+                               m_bus.asyncCall(call(program, path, accessible, u"GetChildren"_s))});
         }
         QList<QPair<QString, QString>> below;
-        for (std::size_t i = 0; i < asked.size(); ++i) {
-            auto& [name, states, children] = asked[i];
+        for (std::size_t i = 0; i < pending.size(); ++i) {
+            auto& [name, states, children] = pending[i];
             name.waitForFinished();
             states.waitForFinished();
             children.waitForFinished();
@@ -106,7 +106,7 @@ QList<Accessibility::Element> Accessibility::look() const {
 
 QStringList Accessibility::texts() const {
     QStringList names;
-    for (const auto& element : look()) {
+    for (const auto& element : elements()) {
         if (!element.name.isEmpty()) {
             names.append(element.name);
         }
@@ -115,11 +115,11 @@ QStringList Accessibility::texts() const {
 }
 
 bool Accessibility::press(const QString& name) const {
-    for (const auto& element : look()) {
-        const auto done = element.name == name
-                              ? m_bus.call(call(element.program, element.path, QStringLiteral("org.a11y.atspi.Action"),
-                                                QStringLiteral("DoAction"), {0}))
-                              : QDBusMessage();
+    for (const auto& element : elements()) {
+        const auto done =
+            element.name == name
+                ? m_bus.call(call(element.program, element.path, u"org.a11y.atspi.Action"_s, u"DoAction"_s, {0}))
+                : QDBusMessage();
         if (done.arguments().value(0).toBool()) {
             return true;
         }

@@ -7,30 +7,27 @@
 
 namespace tunedeck::test {
 
-/// What a screen reader finds of the programs on a desktop, read afresh at each look.
+/// Reads the accessibility tree of all programs on a desktop, as a screen reader does. Nothing is cached.
 class Accessibility {
 public:
-    /// `sessionBus`: the address of the desktop's bus.
-    explicit Accessibility(const QString& sessionBus);
+    explicit Accessibility(const QString& sessionBusAddress);
     ~Accessibility();
     Accessibility(const Accessibility&) = delete;
     Accessibility& operator=(const Accessibility&) = delete;
 
-    /// True when the desktop has such a service.
-    [[nodiscard]] bool isThere() const { return m_bus.isConnected(); }
-    /// The names of all that is in the windows on the screen, also of what is scrolled away.
+    [[nodiscard]] bool isConnected() const { return m_bus.isConnected(); }
+    /// The names of all elements in visible windows, including those scrolled out of view.
     [[nodiscard]] QStringList texts() const;
-    /// Presses the control of that name; false when there is none.
+    /// Presses the control with this name; false if there is none.
     [[nodiscard]] bool press(const QString& name) const;
 
 private:
-    /// One thing in a program.
     struct Element {
-        QString program; ///< on the bus
+        QString program; ///< its bus name
         QString path;
         QString name;
     };
-    [[nodiscard]] QList<Element> look() const;
+    [[nodiscard]] QList<Element> elements() const;
 
     QString m_name;
     QDBusConnection m_bus;

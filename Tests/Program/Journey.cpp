@@ -20,12 +20,10 @@
 
 namespace tunedeck::test {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
-const QString readersProgram = u"/usr/libexec/at-spi-bus-launcher"_s;
-constexpr int patience = 30'000; // for a slow machine; nothing waits it out but a failure
+const QString accessibilityProgram = u"/usr/libexec/at-spi-bus-launcher"_s;
+constexpr int timeoutMs = 30'000; // generous, for slow machines
 
 QByteArray bytesOf(const QString& path) {
     QFile file(path);
@@ -36,11 +34,11 @@ void write(const QString& path, const QByteArray& bytes) {
     QFile file(path);
     if (!QDir().mkpath(QFileInfo(path).path()) || !file.open(QIODevice::WriteOnly) ||
         file.write(bytes) != bytes.size() || !file.flush()) {
-        throw std::runtime_error("a file of the journey can't be written: " + path.toStdString());
+        throw std::runtime_error("can't write " + path.toStdString());
     }
 }
 
-testing::AssertionResult judge(bool holds, const QStringList& seen) {
+testing::AssertionResult resultWith(bool holds, const QStringList& seen) {
     return holds ? testing::AssertionSuccess()
                  : testing::AssertionFailure() << "on the screen: " << seen.join(u" | "_s).toStdString();
 }
@@ -50,19 +48,19 @@ testing::AssertionResult judge(bool holds, const QStringList& seen) {
 void Journey::SetUp() {
     const auto runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
     if (!QFileInfo::exists(runtime + u"/manager.log"_s)) {
-        GTEST_SKIP() << "not to be tried on anybody's own service manager: run it with tools/lib/user-manager";
+        GTEST_SKIP() << "run it with tools/lib/user-manager, which provides a private service manager";
     }
-    if (!BareDesktop::isPossible() || !QFileInfo::exists(readersProgram) ||
+    if (!BareDesktop::isPossible() || !QFileInfo::exists(accessibilityProgram) ||
         QStandardPaths::findExecutable(u"openbox"_s).isEmpty()) {
         GTEST_SKIP() << "Xvfb, openbox, trayer, dbus-daemon or at-spi2-core is missing; ./tools/test installs them";
     }
     home = qEnvironmentVariable("HOME");
-    // In memory: what is replaced there is on the disk at once.
+    // In memory, so that syncing is fast.
     folder.emplace(runtime + u"/journey-XXXXXX"_s);
     bundle = folder->filePath(u"apps/Tunedeck.app"_s);
     replaceProgram(u"xdg-open"_s, "echo \"$1\" >> '" + QFile::encodeName(folder->filePath(u"opened"_s)) + '\'');
 
-    desktop.emplace(u"1280x940x24"_s); // what the first run's window and the panel need
+    desktop.emplace(u"1280x940x24"_s); // the first run's window and the panel must fit
     environment = desktop->environment();
     for (const auto& name : environment.keys()) {
         if (name.startsWith(u"XDG_"_s) || name.startsWith(u"QT_"_s) || name.endsWith(u"_proxy"_s)) {
@@ -78,6 +76,8 @@ void Journey::SetUp() {
     startTray();
     application.setProcessChannelMode(QProcess::MergedChannels);
     application.setStandardOutputFile(folder->filePath(u"log"_s), QIODevice::Append);
+    writeBundle(bundle, "1.4.0");
+    prepare();
 }
 
 void Journey::TearDown() {
@@ -91,7 +91,7 @@ void Journey::TearDown() {
         ::kill(process, SIGKILL);
     }
     application.waitForFinished();
-    QFile::remove(lockPath()); // a killed one leaves it behind
+    QFile::remove(lockPath()); // remains after a kill
     std::ignore = output(u"systemctl"_s, {u"--user"_s, u"disable"_s, u"--now"_s, u"com.brightfold.tunedeck.service"_s});
     QDir own(home);
     for (const auto& entry : own.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)) {
@@ -101,11 +101,10 @@ void Journey::TearDown() {
 
 void Journey::startBus() {
     bus = desktop->startBus();
-    readers = std::make_unique<Program>(u"/usr/libexec/at-spi-bus-launcher"_s, QStringList{u"--launch-immediately"_s},
-                                        environment);
+    readers = std::make_unique<Program>(accessibilityProgram, QStringList{u"--launch-immediately"_s}, environment);
     ASSERT_TRUE(eventually([this] {
         screen = std::make_unique<Accessibility>(busAddress());
-        return screen->isThere();
+        return screen->isConnected();
     })) << "the accessibility bus doesn't start";
 }
 
@@ -123,15 +122,15 @@ void Journey::replaceProgram(const QString& name, const QByteArray& script) cons
     ::chmod(QFile::encodeName(path).constData(), 0755);
 }
 
-void Journey::layOut(const QString& bundle, const QByteArray& version, char build) {
-    const QString source = QStringLiteral(TUNEDECK_BUNDLE);
+void Journey::writeBundle(const QString& bundle, const QByteArray& version, char build) {
+    const QString source = QString::fromUtf8(TUNEDECK_BUNDLE);
     QByteArray otherBuild(buildId);
     otherBuild.back() = build != 0 ? build : otherBuild.back();
     for (QDirIterator files(source, QDir::Files, QDirIterator::Subdirectories); files.hasNext();) {
         const auto path = files.next();
         const auto name = path.mid(source.size());
         const bool isProgram = name == u"/Contents/MacOS/Tunedeck";
-        auto bytes = bytesOf(isProgram ? QStringLiteral(TUNEDECK_PROGRAM) : path);
+        auto bytes = bytesOf(isProgram ? QString::fromUtf8(TUNEDECK_PROGRAM) : path);
         if (name.endsWith(u"/Info.plist")) {
             const QByteArray key = "<key>CFBundleShortVersionString</key>\n\t<string>";
             const auto begin = bytes.indexOf(key) + key.size();
@@ -139,28 +138,28 @@ void Journey::layOut(const QString& bundle, const QByteArray& version, char buil
         } else if (isProgram || name.contains(u"/PlugIns/")) {
             bytes.replace(buildId, otherBuild);
         } else if (name.endsWith(u"/Helpers/tunedeck")) {
-            bytes.append(otherBuild); // what follows the end of a program doesn't keep it from running
+            bytes.append(otherBuild); // ignored when the program is executed
         }
         write(bundle + name, bytes);
         QFile::setPermissions(bundle + name, QFile::permissions(path));
     }
 }
 
-void Journey::withoutService() const {
+void Journey::removeServiceProgram() const {
     QFile::remove(bundle + u"/Contents/Helpers/tunedeck"_s);
 }
 
-void Journey::serviceIsAt(std::uint16_t port) const {
+void Journey::publishServicePort(std::uint16_t port) const {
     writeInHome(u".tunedeck/runtime.json"_s, "{\"port\": " + QByteArray::number(port) + '}');
 }
 
-void Journey::start(const QStringList& arguments) {
-    ASSERT_TRUE(eventually([this] { return tray == nullptr || icons() == 0; })) << "an icon of before is still there";
-    application.waitForFinished(); // the one of before is gone, but perhaps not heard of yet
+void Journey::start() {
+    ASSERT_TRUE(eventually([this] { return tray == nullptr || icons() == 0; })) << "the previous icon is still there";
+    application.waitForFinished(); // QProcess may not have noticed the end of the previous process
     application.setProcessEnvironment(environment);
-    application.start(bundle + u"/Contents/MacOS/Tunedeck"_s, arguments);
+    application.start(bundle + u"/Contents/MacOS/Tunedeck"_s, {});
     ASSERT_TRUE(application.waitForStarted());
-    ASSERT_TRUE(eventually([this] { return tray == nullptr || icons() == 1; })) << "no icon came into the tray";
+    ASSERT_TRUE(eventually([this] { return tray == nullptr || icons() == 1; })) << "no icon appeared in the tray";
 }
 
 Journey::Ended Journey::run(const QStringList& arguments) const {
@@ -168,7 +167,7 @@ Journey::Ended Journey::run(const QStringList& arguments) const {
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(bundle + u"/Contents/MacOS/Tunedeck"_s, arguments);
-    if (!process.waitForFinished(patience)) {
+    if (!process.waitForFinished(timeoutMs)) {
         process.kill();
         process.waitForFinished();
         return {};
@@ -183,29 +182,29 @@ testing::AssertionResult Journey::opensWith(const QString& text) const {
 
 testing::AssertionResult Journey::sees(const QString& text) const {
     QStringList seen;
-    return judge(eventually([&] {
-                     seen = screen->texts();
-                     return seen.filter(text).size() > 0;
-                 }),
-                 seen);
+    return resultWith(eventually([&] {
+                          seen = screen->texts();
+                          return seen.filter(text).size() > 0;
+                      }),
+                      seen);
 }
 
 testing::AssertionResult Journey::press(const QString& name) const {
-    return judge(eventually([&] { return screen->press(name); }), screen->texts());
+    return resultWith(eventually([&] { return screen->press(name); }), screen->texts());
 }
 
-void Journey::picture(const QString& name) const {
-    const auto into = qEnvironmentVariable("TUNEDECK_PICTURES");
-    if (into.isEmpty()) {
+void Journey::takePicture(const QString& name) const {
+    const auto target = qEnvironmentVariable("TUNEDECK_PICTURES");
+    if (target.isEmpty()) {
         return;
     }
-    QDir().mkpath(into);
+    QDir().mkpath(target);
     QByteArray before;
-    eventually([&, tries = 0]() mutable { // until nothing moves any more
+    eventually([&, tries = 0]() mutable { // until the screen stops changing
         const auto now = output(u"import"_s, {u"-window"_s, u"root"_s, u"rgb:-"_s});
         return std::exchange(before, now) == now || ++tries > 30;
     });
-    std::ignore = output(u"import"_s, {u"-window"_s, u"root"_s, into + u'/' + name + u".png"_s});
+    std::ignore = output(u"import"_s, {u"-window"_s, u"root"_s, target + u'/' + name + u".png"_s});
 }
 
 QList<pid_t> Journey::processes(const QString& wanted) const {
@@ -239,12 +238,12 @@ QStringList Journey::opened() const {
     return QString::fromUtf8(bytesOf(folder->filePath(u"opened"_s))).split(u'\n', Qt::SkipEmptyParts);
 }
 
-QStringList Journey::beside() const {
+QStringList Journey::siblings() const {
     return QDir(QFileInfo(bundle).path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
 }
 
 bool Journey::eventually(const std::function<bool()>& condition) {
-    const QDeadlineTimer end(patience);
+    const QDeadlineTimer end(timeoutMs);
     while (!condition()) {
         if (end.hasExpired()) {
             return false;

@@ -18,66 +18,68 @@
 
 namespace tunedeck::test {
 
-/// The application as its user has it: a bundle, a home, a service manager and a desktop, all of the test's own.
+using namespace Qt::StringLiterals;
+
+/// Runs the real application with a private bundle, home, service manager and desktop. SetUp() installs version 1.4.0.
 class Journey : public testing::Test {
 protected:
-    void SetUp() override;
+    void SetUp() final;
     void TearDown() override;
+    /// Completes SetUp(); not called if the test is skipped.
+    virtual void prepare() = 0;
 
-    /// What one start printed and how it ended.
     struct Ended {
         int status = -1;
         QByteArray output; ///< both streams
     };
 
-    /// Writes a bundle of this version. `build`: the last character of its build's id, for one that was built anew.
-    /// Its service program differs by build as well.
-    static void layOut(const QString& bundle, const QByteArray& version, char build = 0);
-    /// Removes the service program from the bundle: nothing is installed, and the test provides the service.
-    void withoutService() const;
-    /// Points the application to a service of the test on this port.
-    void serviceIsAt(std::uint16_t port) const;
-    /// Starts the bundle's program and lets it run.
-    void start(const QStringList& arguments = {});
-    /// Starts the bundle's program and waits for its end.
+    /// Writes a bundle of this version. `build` replaces the last character of the build id in its programs.
+    static void writeBundle(const QString& bundle, const QByteArray& version, char build = 0);
+    /// Removes the service program from the bundle, so that none is installed. The test acts as the service.
+    void removeServiceProgram() const;
+    /// Publishes the port of the test's service.
+    void publishServicePort(std::uint16_t port) const;
+    /// Starts the application and waits for its icon.
+    void start();
+    /// Runs the application until it exits.
     [[nodiscard]] Ended run(const QStringList& arguments = {}) const;
-    /// Brings the window up by a second start, until the text is in it.
+    /// Starts the application again, which opens the window, and waits for the text.
     [[nodiscard]] testing::AssertionResult opensWith(const QString& text) const;
-    /// Waits until a text is on the screen.
+    /// Waits until a text is visible.
     [[nodiscard]] testing::AssertionResult sees(const QString& text) const;
-    /// Waits for a control and presses it; where there are several of that name, the one of a question before others.
+    /// Waits for a control and presses it. Those of a dialog come before others with the same name.
     [[nodiscard]] testing::AssertionResult press(const QString& name) const;
-    /// Saves what is on the screen in the folder that TUNEDECK_PICTURES names, if it names one.
-    void picture(const QString& name) const;
+    /// Saves a screenshot in the folder TUNEDECK_PICTURES if that is set.
+    void takePicture(const QString& name) const;
 
-    /// The running processes of a program of the bundle, whatever became of that.
-    [[nodiscard]] QList<pid_t> processes(const QString& wanted = QStringLiteral("MacOS/Tunedeck")) const;
-    /// The titles of the windows on the screen.
+    /// The running processes of a program of the bundle, even if the file was moved or deleted.
+    [[nodiscard]] QList<pid_t> processes(const QString& wanted = u"MacOS/Tunedeck"_s) const;
+    /// The titles of the application's windows.
     [[nodiscard]] QStringList windows() const;
-    /// How many icons of the application are in the tray.
+    /// The number of the application's tray icons.
     [[nodiscard]] int icons() const;
-    /// What the desktop was asked to open.
+    /// The arguments of all calls of xdg-open.
     [[nodiscard]] QStringList opened() const;
-    /// The names beside the bundle, and its own.
-    [[nodiscard]] QStringList beside() const;
+    /// The entries of the bundle's parent folder.
+    [[nodiscard]] QStringList siblings() const;
 
     void startBus();
     [[nodiscard]] QString busAddress() const;
-    /// Puts a shell script before all other programs of that name.
+    /// Adds a shell script that replaces a program of the PATH.
     void replaceProgram(const QString& name, const QByteArray& script) const;
     void startTray() { tray = desktop->startTray(); }
-    /// Waits for something that other processes do; false when it doesn't come.
+    /// Waits for a condition that depends on other processes; false on timeout.
     static bool eventually(const std::function<bool()>& condition);
-    /// What a program prints.
+    /// The standard output of a program.
     [[nodiscard]] QByteArray output(const QString& program, const QStringList& arguments) const;
-    /// Where the running application takes what later starts ask for.
+    /// The application's lock, which also accepts the requests of later starts.
     [[nodiscard]] QString lockPath() const;
-    /// A file in the home.
+    /// The contents of a file in the home.
     [[nodiscard]] QByteArray read(const QString& relative) const;
     void writeInHome(const QString& relative, const QByteArray& bytes) const;
 
     QString home;
-    QString bundle; ///< of the program that is started
+    QString bundle; ///< of the program that start() and run() execute
     std::optional<QTemporaryDir> folder;
     std::optional<BareDesktop> desktop;
     QProcessEnvironment environment;

@@ -10,18 +10,12 @@ namespace tunedeck::test {
 
 namespace {
 
-using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-/// Version 1.4.0 is installed, and the test plays the web endpoint.
+/// The test acts as the web endpoint.
 class UpdateJourney : public Journey {
 protected:
-    void SetUp() override {
-        Journey::SetUp();
-        if (IsSkipped() || HasFatalFailure()) {
-            return;
-        }
-        layOut(bundle, "1.4.0");
+    void prepare() override {
         writeInHome(u".tunedeck/settings.json"_s, settings);
         web.emplace();
     }
@@ -29,7 +23,7 @@ protected:
     /// Publishes version 1.4.1. The second half of its archive is sent once `held` is false.
     void publish(int emptyFiles = 0) {
         const auto fresh = folder->filePath(u"fresh/Tunedeck.app"_s);
-        layOut(fresh, "1.4.1", '!');
+        writeBundle(fresh, "1.4.1", '!');
         const auto archive = zipOf(fresh, emptyFiles);
         web->publish(archive, [this, archive](Connection& connection, const ServedRequest&) {
             connection.send("HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(archive.size()) + "\r\n\r\n");
@@ -56,7 +50,7 @@ protected:
         ASSERT_TRUE(press(u"Update to 1.4.1"_s));
         EXPECT_TRUE(!held || sees(u"50 %"_s));
         ASSERT_TRUE(eventually([&] {
-            const auto scratch = beside().filter(u".tunedeck-update-"_s);
+            const auto scratch = siblings().filter(u".tunedeck-update-"_s);
             const auto unpacked = QFileInfo(bundle).path() + u'/' + scratch.value(0) + u"/unpacked"_s;
             return (!scratch.isEmpty() && (held || QFileInfo::exists(unpacked))) || processes() != old;
         }));
@@ -92,10 +86,8 @@ TEST_F(UpdateJourney, RestartsWithTheNewVersionAndItsService) {
     }));
     EXPECT_TRUE(opensWith(u"Version 1.4.1"_s));
     EXPECT_TRUE(sees(u"/tmp/Music"_s));
-    EXPECT_EQ(icons(), 1);
-    EXPECT_EQ(processes().size(), 1);
     EXPECT_EQ(windows(), QStringList{u"Tunedeck"_s});
-    EXPECT_EQ(beside(), bundleOnly);
+    EXPECT_EQ(siblings(), bundleOnly);
     EXPECT_EQ(read(u".tunedeck/settings.json"_s), settings);
     EXPECT_TRUE(eventually([&] { return servicePid() > 0 && servicePid() != oldService; }));
     EXPECT_EQ(run({u"--quit"_s}).status, 0);
@@ -105,21 +97,21 @@ TEST_F(UpdateJourney, RestartsWithTheNewVersionAndItsService) {
 
 TEST_F(UpdateJourney, KeepsTheOldVersionOnAFullOrReadOnlyDisk) {
     const auto fresh = folder->filePath(u"fresh/Tunedeck.app"_s);
-    layOut(fresh, "1.4.1");
+    writeBundle(fresh, "1.4.1");
     const auto archive = zipOf(fresh);
     const SmallDisk disk(static_cast<int>(archive.size() * 3 / 2 / 1024)); // room for one bundle, but not for two
     if (!disk.isThere()) {
         GTEST_SKIP() << disk.reason();
     }
     bundle = disk.path(u"Tunedeck.app"_s);
-    layOut(bundle, "1.4.0");
+    writeBundle(bundle, "1.4.0");
     start();
     ASSERT_TRUE(opensWith(u"Version 1.4.0"_s));
     web->publish(archive);
     findUpdate();
     ASSERT_TRUE(press(u"Update to 1.4.1"_s));
     EXPECT_TRUE(sees(u"No space left on device"_s));
-    EXPECT_EQ(beside(), bundleOnly);
+    EXPECT_EQ(siblings(), bundleOnly);
 
     disk.setReadOnly(true);
     for (const QByteArray image : {"http://example.org/Tunedeck%201.dmg", "file:///etc/passwd", ""}) {
@@ -139,7 +131,7 @@ TEST_F(UpdateJourney, KeepsTheOldVersionOnAFullOrReadOnlyDisk) {
     disk.setReadOnly(false);
 }
 
-TEST_F(UpdateJourney, KilledOnTheWayItStartsAgainAndRemovesTheLeftovers) {
+TEST_F(UpdateJourney, StartsAgainAfterAKillAndRemovesTheLeftovers) {
     publish(10'000); // so that unpacking takes a while
     for (const auto step : {Step::Downloading, Step::Unpacking}) {
         start();
@@ -156,14 +148,14 @@ TEST_F(UpdateJourney, KilledOnTheWayItStartsAgainAndRemovesTheLeftovers) {
         EXPECT_TRUE(isOld || step == Step::Unpacking);
         ASSERT_TRUE(opensWith(isOld ? u"Version 1.4.0"_s : u"Version 1.4.1"_s));
         ASSERT_TRUE(press(u"Check for Updates"_s));
-        EXPECT_TRUE(eventually([this] { return beside() == bundleOnly; })) << beside().join(u' ').toStdString();
+        EXPECT_TRUE(eventually([this] { return siblings() == bundleOnly; })) << siblings().join(u' ').toStdString();
         EXPECT_TRUE(sees(isOld ? u"Tunedeck 1.4.1 is available."_s : u"Up to date"_s));
         EXPECT_EQ(run({u"--quit"_s}).status, 0);
         ASSERT_TRUE(eventually([this] { return processes().isEmpty(); }));
     }
 }
 
-TEST_F(UpdateJourney, QuittingOnTheWayEndsAllProcessesAndKeepsOneBundle) {
+TEST_F(UpdateJourney, QuittingDuringTheUpdateEndsAllProcessesAndKeepsOneBundle) {
     publish(10'000);
     const auto quit = [this] {
         // After the swap the new version may already be running; quit that one as well.
@@ -175,7 +167,7 @@ TEST_F(UpdateJourney, QuittingOnTheWayEndsAllProcessesAndKeepsOneBundle) {
         ASSERT_TRUE(opensWith(u"Version 1.4.0"_s));
         updateUntil(step);
         quit();
-        EXPECT_TRUE(step == Step::Unpacking || beside() == bundleOnly) << beside().join(u' ').toStdString();
+        EXPECT_TRUE(step == Step::Unpacking || siblings() == bundleOnly) << siblings().join(u' ').toStdString();
     }
     const auto version = u"Version "_s + QString::fromUtf8(run({u"--version"_s}).output.trimmed().mid(9));
     EXPECT_TRUE(version == u"Version 1.4.0" || version == u"Version 1.4.1") << version.toStdString();
