@@ -118,8 +118,8 @@ TEST(Diagnostics, ReportsAllPartsAndMasksThem) {
     const auto toolbox = ToolboxReport::decode(R"({"installing":false,"error":"offline","manifest":"2025-03",
         "tools":[{"name":"yt-dlp","installed":"yt-dlp==2025.1","wanted":"w","ready":true},
         {"name":"ffmpeg","wanted":"w","ready":false}],"venvs":[{"name":"spotdl","wanted":"w","ready":true}]})");
-    AssistantLink telegram{.id = u"1"_s, .kind = u"telegram"_s, .lastUsedAt = u"t"_s};
-    AssistantLink claude{.id = u"2"_s, .kind = u"claude"_s, .lastUsedAt = u"t"_s};
+    const AssistantLink telegram{.id = u"1"_s, .kind = u"telegram"_s, .lastUsedAt = u"t"_s};
+    const AssistantLink claude{.id = u"2"_s, .kind = u"claude"_s, .lastUsedAt = u"t"_s};
     const QStringList lines{u"t WARN https://r.example/0123456789abcdefghijklmn/mcp"_s, u"t ERROR two"_s};
     const Diagnostics::Input input{u"1.2.3"_s, u"2.0"_s, u"14.5"_s,          u"Intel (x86_64)"_s,
                                    *status,    *toolbox, {telegram, claude}, lines};

@@ -6,34 +6,27 @@
 
 #include <gtest/gtest.h>
 
-#include <ostream>
+#include <utility>
 
 using namespace tunedeck;
 
 namespace {
 
-struct Target {
-    const char* name;
-    void (*run)(const QByteArray&);
-};
-
-std::ostream& operator<<(std::ostream& out, const Target& target) {
-    return out << target.name;
-}
+using Target = std::pair<const char*, void (*)(const QByteArray&)>;
 
 class Corpus : public testing::TestWithParam<Target> {};
 
 TEST_P(Corpus, BreaksNoPromise) {
-    const QDir folder(QStringLiteral(FUZZ_CORPUS "/") + QString::fromLatin1(GetParam().name));
+    const QDir folder(QStringLiteral(FUZZ_CORPUS "/") + QString::fromLatin1(GetParam().first));
     const QStringList names = folder.entryList(QDir::Files);
     EXPECT_FALSE(names.isEmpty());
     for (const QString& name : names) {
         QFile file(folder.filePath(name));
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
         const QByteArray input = file.readAll();
-        GetParam().run(input);
+        GetParam().second(input);
         for (qsizetype length = 0; length < input.size(); length += 1 + length / 16) {
-            GetParam().run(input.first(length)); // truncated, as after a crash of the writer
+            GetParam().second(input.first(length)); // truncated, as after a crash of the writer
         }
     }
 }
@@ -45,6 +38,6 @@ INSTANTIATE_TEST_SUITE_P(Of, Corpus,
                                          Target{"tunnelConfig", fuzz::tunnelConfig},
                                          Target{"updateFeed", fuzz::updateFeed},
                                          Target{"zipArchive", fuzz::zipArchive}),
-                         [](const auto& target) { return std::string(target.param.name); });
+                         [](const auto& target) { return std::string(target.param.first); });
 
 } // namespace

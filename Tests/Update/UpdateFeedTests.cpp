@@ -10,9 +10,7 @@ namespace {
 
 const char* const goodFeed = R"({"latest":{"version":"1.4.1","url":"https://x.example/a.zip","sha256":"AB"}})";
 
-UpdateCheck upToDate() {
-    return {UpdateCheck::UpToDate{}};
-}
+const UpdateCheck upToDate{UpdateCheck::UpToDate{}};
 
 UpdateCheck failed(const char* message) {
     return {UpdateCheck::Failed{QString::fromUtf8(message)}};
@@ -56,8 +54,8 @@ TEST_F(UpdateFeedTest, FindsANewerRelease) {
 
 TEST_F(UpdateFeedTest, ComparesVersionsByPrecedence) {
     publish(goodFeed);
-    EXPECT_EQ(check("1.4.1"), upToDate());
-    EXPECT_NE(check("1.4.1-beta.1"), upToDate());
+    EXPECT_EQ(check("1.4.1"), upToDate);
+    EXPECT_NE(check("1.4.1-beta.1"), upToDate);
     EXPECT_EQ(check("1.4"), failed("Unreadable version in the update feed."));
     publish(R"({"latest":{"version":"one","url":"u","sha256":""}})");
     EXPECT_EQ(check(), failed("Unreadable version in the update feed."));
@@ -67,7 +65,7 @@ TEST_F(UpdateFeedTest, ReportsTheSystemThatAReleaseRequires) {
     publish(R"({"latest":{"version":"1.5.0","minMacos":"14.2","url":"u","sha256":""}})");
     EXPECT_EQ(check("1.4.0", {14, 1, 3}), failed("Tunedeck 1.5.0 needs macOS 14.2 or later."));
     EXPECT_NE(check("1.4.0", {14, 2, 0}), failed("Tunedeck 1.5.0 needs macOS 14.2 or later."));
-    EXPECT_EQ(check("1.5.0", {1, 0, 0}), upToDate()) << "only matters for a newer release";
+    EXPECT_EQ(check("1.5.0", {1, 0, 0}), upToDate) << "only matters for a newer release";
 }
 
 TEST(UpdateFeedSystem, ComparesTheMinimumByComponents) {
@@ -95,10 +93,10 @@ TEST_F(UpdateFeedTest, RejectsFeedsWithoutAValidSignature) {
 }
 
 TEST_F(UpdateFeedTest, A404MeansUpToDateAndOtherFailuresAreReported) {
-    EXPECT_EQ(check(), upToDate()) << "no feed";
+    EXPECT_EQ(check(), upToDate) << "no feed";
     publish(goodFeed);
     server.on("GET /download/appcast.json.sig", behave::answer(404, ""));
-    EXPECT_EQ(check(), upToDate());
+    EXPECT_EQ(check(), upToDate);
     for (const int status : {204, 304, 500}) {
         server.on("GET /download/appcast.json", behave::raw("HTTP/1.1 " + QByteArray::number(status) + " X\r\n\r\n"));
         EXPECT_EQ(check(), failed(("The update server answered " + std::to_string(status) + ".").c_str()));
