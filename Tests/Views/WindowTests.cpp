@@ -7,6 +7,7 @@
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QScreen>
+#include <QWheelEvent>
 
 #include <cmath>
 
@@ -177,6 +178,21 @@ TEST_F(WindowTests, ThePopoverClosesOnFocusLossAndTheSameClickDoesNotReopenIt) {
     runUntil([this] { return front().isActive(); });
     key(Qt::Key_Escape);
     EXPECT_FALSE(views->isPopoverShown());
+}
+
+TEST_F(WindowTests, TheWheelScrollsAPanelHigherThanTheScreen) {
+    QQuickWindow& window = popover(contentOf(samples::crowded()));
+    EXPECT_TRUE(window.screen()->availableGeometry().contains(window.geometry()));
+    const QRect quit = control(u"Quit Tunedeck"_s).geometry;
+    EXPECT_TRUE(window.geometry().contains(quit));
+    const QPointF centre(window.width() / 2.0, window.height() / 2.0);
+    for (int i = 0; i < 200; ++i) {
+        QWheelEvent event(centre, window.mapToGlobal(centre), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&window, &event);
+    }
+    wait(20);
+    EXPECT_LT(control(u"Copy Diagnostics"_s).geometry.bottom(), quit.top());
+    EXPECT_EQ(control(u"Quit Tunedeck"_s).geometry, quit);
 }
 
 TEST_F(WindowTests, TheWindowFitsItsContentUntilTheUserResizesIt) {
