@@ -19,6 +19,11 @@ TEST(DemoScenarios, OnlyLivelyAndFirstRunChangeWithoutRequests) {
 
 TEST(DemoScenarios, FirstRunInstallsTheToolsAndThenWaitsForAnAssistant) {
     TestWorld test(u"first-run"_s);
+    test.live(6s);
+    const auto report = test.state().toolbox.reportAt(test.now);
+    EXPECT_TRUE(report.tools.front().ready);
+    EXPECT_GT(report.progress.value_or(0), 0.2);
+    EXPECT_LT(report.progress.value_or(1), 0.6);
     test.live(1min);
     EXPECT_TRUE(test.state().toolbox.ready() && !test.state().toolbox.report.installing);
     EXPECT_EQ(test.live(24h), 0);
