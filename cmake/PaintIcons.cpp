@@ -1,4 +1,5 @@
-// Build-time tool that paints the tray's masks and the application's icon, so that the application needs no SVG renderer.
+// Build-time tool that paints the tray's masks and the application's icon, so that the application needs no SVG
+// renderer.
 //
 //   tunedeck-paint-icons mask OUTPUT_FOLDER NAME=FILE.svg… -- SIZE…
 //   tunedeck-paint-icons app OUTPUT_FOLDER GLYPH.svg -- SIZE…
