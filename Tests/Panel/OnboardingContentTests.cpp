@@ -64,7 +64,7 @@ TEST(ToolsStep, FollowsTheInstallation) {
 TEST(RekordboxStep, FollowsTheFirstBackup) {
     struct Case {
         Baseline baseline;
-        bool rekordboxRunning;
+        bool rekordboxRunning = false;
         QStringList starts; ///< of the text and the note; button
         bool busy = false;
     };
@@ -79,7 +79,7 @@ TEST(RekordboxStep, FollowsTheFirstBackup) {
     };
     for (const auto& [baseline, rekordboxRunning, starts, busy] : cases) {
         OnboardingState state{.status = goodStatus(), .baseline = baseline};
-        state.status->rekordboxDb.emplace().rekordboxRunning = rekordboxRunning;
+        state.status->rekordboxDb = ServiceStatus::Library{.rekordboxRunning = rekordboxRunning};
         const OnboardingContent content = contentAt(OnboardingStep::rekordbox, state);
         EXPECT_EQ((QStringList{content.baselineText.left(starts[0].size()), content.baselineNote.left(open.size()),
                                content.baselineButton}),

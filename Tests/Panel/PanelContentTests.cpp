@@ -30,7 +30,7 @@ TEST(AboutCard, ShowsEachStateOfTheUpdate) {
 
 TEST(PanelContent, EachCardFollowsItsOwnBusyFlag) {
     ServiceStatus status = goodStatus();
-    status.rekordboxDb.emplace();
+    status.rekordboxDb = ServiceStatus::Library{};
     for (bool PanelState::* busyFlag : {&PanelState::linksBusy, &PanelState::libraryBusy, &PanelState::isRestarting}) {
         PanelState state;
         state.service = ServiceState::running(status);
