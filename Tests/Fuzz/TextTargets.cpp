@@ -42,7 +42,7 @@ void semVer(const QByteArray& input) {
         // Spaces may end an identifier only where build metadata followed it.
         const QString description = a->description();
         require(SemVer::parse(description) == a || description.back().isSpace(), "a version survives its text");
-        const SemVer same = *a;
+        const SemVer& same = *a;
         require(!(same < *a), "no version precedes itself");
     }
     if (a && b) {
