@@ -13,6 +13,16 @@ namespace {
 class NotifierTest : public testing::Test {
 protected:
     void post(JobEvent::Kind kind, const ServiceStatus::Job& about) { notifier.post({kind, about}); }
+    /// The identifiers of the notifications that the status leads to.
+    QStringList update() {
+        center.posted.clear();
+        notifier.update(status);
+        QStringList identifiers;
+        for (const auto& notification : center.posted) {
+            identifiers << notification.identifier;
+        }
+        return identifiers;
+    }
     [[nodiscard]] QString body() const { return center.posted.back().body; }
 
     TemporaryHome home;
@@ -20,9 +30,25 @@ protected:
     FakeNotificationCenter center;
     Notifier notifier{center, clock, home.path(u".tunedeck/notifications.log"_s)};
     ServiceStatus::Job job{.jobId = u"j1"_s, .playlist = u"Friday"_s};
+    ServiceStatus status;
 };
 
 } // namespace
+
+TEST_F(NotifierTest, NotifiesOnceOfEachChangeSinceTheFirstStatus) {
+    status.recentJobs = {{.jobId = u"old"_s, .state = u"done"_s}};
+    status.rekordboxDb.emplace().lastApplied = {.at = u"T1"_s};
+    EXPECT_EQ(update(), QStringList());
+    status.recentJobs = {{.jobId = u"new"_s, .state = u"queued"_s}};
+    status.rekordboxDb->lastApplied->at = u"T2"_s;
+    EXPECT_EQ(update(), (QStringList{u"new-requested"_s, u"library-T2"_s}));
+    EXPECT_EQ(update(), QStringList());
+
+    const auto library = std::exchange(status.rekordboxDb, std::nullopt);
+    EXPECT_EQ(update(), QStringList());
+    status.rekordboxDb = library; // a status without a library doesn't count as one without changes
+    EXPECT_EQ(update(), QStringList());
+}
 
 TEST_F(NotifierTest, DescribesJobEventsAndGroupsThemByJob) {
     post(JobEvent::Kind::requested, job);

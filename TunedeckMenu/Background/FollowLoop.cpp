@@ -23,21 +23,10 @@ QCoro::Task<> FollowLoop::follow() {
             co_return;
         }
         if (status) {
-            notifyChanges(*status);
+            m_notifier.update(*status);
         }
         m_onFetched(status);
         co_await m_clock.sleep(4s, stop);
-    }
-}
-
-void FollowLoop::notifyChanges(const ServiceStatus& status) {
-    for (const auto& event : m_jobs.update(status.recentJobs)) {
-        m_notifier.post(event);
-    }
-    if (status.rekordboxDb) {
-        if (const auto applied = m_library.update(status.rekordboxDb->lastApplied)) {
-            m_notifier.postLibrary(*applied);
-        }
     }
 }
 

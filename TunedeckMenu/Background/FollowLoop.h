@@ -2,8 +2,6 @@
 
 #include "TunedeckCore/Service/ServiceStatus.h"
 #include "TunedeckCore/Service/StatusClient.h"
-#include "TunedeckCore/Service/Watchers/JobWatcher.h"
-#include "TunedeckCore/Service/Watchers/LibraryWatcher.h"
 #include "TunedeckCore/Support/Async/Clock.h"
 #include "TunedeckCore/Support/Async/TaskScope.h"
 #include "TunedeckMenu/Background/Notifier.h"
@@ -27,14 +25,11 @@ public:
 
 private:
     QCoro::Task<> follow();
-    void notifyChanges(const ServiceStatus& status);
 
     Clock& m_clock;
     StatusClient m_client;
     Notifier& m_notifier;
     std::function<void(const std::optional<ServiceStatus>&)> m_onFetched;
-    JobWatcher m_jobs;
-    LibraryWatcher m_library;
     TaskScope m_scope;
 };
 

@@ -67,6 +67,17 @@ void Notifier::start() {
     m_center.start();
 }
 
+void Notifier::update(const ServiceStatus& status) {
+    for (const auto& event : m_jobs.update(status.recentJobs)) {
+        post(event);
+    }
+    if (status.rekordboxDb) {
+        if (const auto applied = m_library.update(status.rekordboxDb->lastApplied)) {
+            postLibrary(*applied);
+        }
+    }
+}
+
 void Notifier::post(const JobEvent& event) {
     const auto words = wordsFor(event);
     m_center.post({.identifier = event.job.jobId + u'-' + words.kind,

@@ -2,6 +2,8 @@
 
 #include "TunedeckCore/Service/ServiceStatus.h"
 #include "TunedeckCore/Service/Watchers/JobEvent.h"
+#include "TunedeckCore/Service/Watchers/JobWatcher.h"
+#include "TunedeckCore/Service/Watchers/LibraryWatcher.h"
 #include "TunedeckCore/Support/Async/Clock.h"
 #include "TunedeckMenu/Platform/NotificationCenter.h"
 
@@ -12,7 +14,8 @@
 
 namespace tunedeck {
 
-/// Posts notifications about downloads and library updates, and logs each to a file.
+/// Compares successive statuses of the service, posts a notification about each download and library update, and logs it
+/// to a file.
 class Notifier : public QObject {
     Q_OBJECT
 public:
@@ -23,6 +26,8 @@ public:
     std::function<void()> onOpen;
 
     void start();
+    /// Posts what changed since the last call. The first status is the baseline.
+    void update(const ServiceStatus& status);
     /// A repeated event replaces the earlier notification of its kind.
     void post(const JobEvent& event);
     void postLibrary(const ServiceStatus::Library::Applied& applied);
@@ -33,6 +38,8 @@ private:
     NotificationCenter& m_center;
     Clock& m_clock;
     QString m_auditLog;
+    JobWatcher m_jobs;
+    LibraryWatcher m_library;
 };
 
 /// Appends a line to a regular file and creates the file if necessary. Never leaves a partial line; ignores failures.
