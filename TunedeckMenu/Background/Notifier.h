@@ -14,8 +14,8 @@
 
 namespace tunedeck {
 
-/// Compares successive statuses of the service, posts a notification about each download and library update, and logs it
-/// to a file.
+/// Compares successive statuses of the service, posts a notification about each download and library update, and logs
+/// it to a file.
 class Notifier : public QObject {
     Q_OBJECT
 public:
