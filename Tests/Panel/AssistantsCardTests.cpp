@@ -28,7 +28,7 @@ AssistantLink pairing(std::optional<QString> expiresAt) {
 TEST(AssistantsCard, OffersTheAssistantsThatAreNotConnected) {
     const AssistantsView empty = assistantsCard(stateWith({}), moment());
     EXPECT_FALSE(empty.emptyText.isEmpty());
-    EXPECT_FALSE(empty.canReveal);
+    EXPECT_EQ(empty.revealLabel, u""_s);
     ASSERT_EQ(empty.connect.size(), 4);
     const ConnectRowView& first = empty.connect[0];
     EXPECT_EQ((QStringList{first.name, first.help, first.plan}),
@@ -38,7 +38,7 @@ TEST(AssistantsCard, OffersTheAssistantsThatAreNotConnected) {
     const AssistantsView some = assistantsCard(stateWith({link("a", "shortcut"), link("b", "gemini")}), moment());
     ASSERT_EQ(some.connect.size(), 3);
     EXPECT_EQ(some.connect[2].name, u"Telegram");
-    EXPECT_TRUE(some.canReveal);
+    EXPECT_NE(some.revealLabel, u""_s);
     EXPECT_EQ(some.emptyText, QString());
 }
 

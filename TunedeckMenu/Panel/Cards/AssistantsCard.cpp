@@ -25,10 +25,11 @@ void describeCloud(AssistantsView& card, const ServiceStatus::Cloud& cloud) {
 AssistantsView assistantsCard(const PanelState& state, const QDateTime& now) {
     AssistantsView card{.title = u"Assistants"_s, .symbol = u"sparkles"_s};
     card.busy = state.linksBusy;
-    card.canReveal = !state.links.empty();
     card.revealSymbol = state.revealSecrets ? u"eye.slash"_s : u"eye"_s;
-    card.revealLabel = state.revealSecrets ? u"Hide the private URLs and keys"_s : u"Show the private URLs and keys"_s;
-    if (state.links.empty()) {
+    if (!state.links.empty()) {
+        card.revealLabel =
+            state.revealSecrets ? u"Hide the private URLs and keys"_s : u"Show the private URLs and keys"_s;
+    } else {
         card.emptyText = u"Connect one, then ask for tracks or playlist changes from your phone, even while "
                          "this Mac sleeps."_s;
     }

@@ -13,10 +13,9 @@ struct AssistantsView {
     Q_GADGET
     VIEW_PROPERTY(QString, title);
     VIEW_PROPERTY(QString, symbol);
-    VIEW_PROPERTY(bool, canReveal) = false;
     VIEW_PROPERTY(QString, revealSymbol);
-    VIEW_PROPERTY(QString, revealLabel);
-    VIEW_PROPERTY(QString, emptyText); ///< empty when there are links
+    VIEW_PROPERTY(QString, revealLabel); ///< empty when there is nothing to reveal
+    VIEW_PROPERTY(QString, emptyText);   ///< empty when there are links
     VIEW_PROPERTY(bool, busy) = false;
     QList<LinkRowView> links;
     QList<ConnectRowView> connect;

@@ -36,15 +36,14 @@ ToolsNoticeView toolsNotice(const std::optional<ToolboxReport>& toolbox) {
     if (!missing.isEmpty()) {
         card.text = u"Missing: "_s + missing.join(u", "_s);
     }
-    card.installing = toolbox->installing;
-    card.button = u"Repair Tools"_s;
-    card.installingText = u"Installing…"_s;
     if (toolbox->installing) {
+        card.installingText = u"Installing…"_s;
         card.badge = u"Installing"_s;
         card.badgeTone = look::Tone::Accent;
         card.detail = installDetail(*toolbox);
         card.progress = toolbox->progress ? std::clamp(*toolbox->progress, 0.0, 1.0) : -1;
     } else {
+        card.button = u"Repair Tools"_s;
         card.badge = u"Needs repair"_s;
         card.badgeTone = look::Tone::Warning;
         card.detail = toolbox->error.value_or(QString());

@@ -18,9 +18,8 @@ struct ToolsNoticeView {
     VIEW_PROPERTY(QString, text);   ///< the missing tools; may be empty
     VIEW_PROPERTY(QString, detail); ///< the installation step or the last error
     VIEW_PROPERTY(QString, button);
-    VIEW_PROPERTY(bool, installing) = false;
-    VIEW_PROPERTY(QString, installingText);
-    VIEW_PROPERTY(double, progress) = -1; ///< 0 to 1; negative when unknown
+    VIEW_PROPERTY(QString, installingText); ///< shown instead of the button
+    VIEW_PROPERTY(double, progress) = -1;   ///< 0 to 1; negative when unknown
     bool operator==(const ToolsNoticeView&) const = default;
 };
 

@@ -13,7 +13,7 @@ Card {
     accessory: IconButton {
         label: card.view.revealLabel
         symbol: card.view.revealSymbol
-        visible: card.view.canReveal
+        visible: label !== ""
 
         onClicked: Panel.actions.toggleRevealSecrets()
     }

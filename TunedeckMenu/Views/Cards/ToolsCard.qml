@@ -29,19 +29,19 @@ Card {
 
     ProgressBar {
         value: card.view.progress
-        visible: card.view.installing && value >= 0
+        visible: value >= 0
         width: parent.width
     }
 
     BusyLine {
         text: card.view.installingText
-        visible: card.view.installing
+        visible: text !== ""
     }
 
     PushButton {
         label: card.view.button
         prominent: true
-        visible: !card.view.installing && label !== ""
+        visible: label !== ""
 
         onClicked: Panel.actions.repairTools()
     }
