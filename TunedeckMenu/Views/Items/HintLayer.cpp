@@ -5,7 +5,7 @@
 namespace tunedeck {
 
 HintLayer* HintLayer::of(const QQuickItem& item) {
-    return item.window() != nullptr ? item.window()->contentItem()->findChild<HintLayer*>() : nullptr;
+    return item.window() != nullptr ? item.window()->findChild<HintLayer*>() : nullptr;
 }
 
 void HintLayer::show(const HintArea* area) {
