@@ -292,10 +292,8 @@ void QuickViews::askNextQuestion() {
 }
 
 void QuickViews::answered(bool confirmed) {
-    if (m_dialog == nullptr) {
-        return;
-    }
     QQuickWindow* const asked = m_dialog.release();
+    asked->disconnect(this); // a second press would answer the next question
     QWindow* const over = asked->transientParent();
     asked->hide();
     asked->deleteLater();

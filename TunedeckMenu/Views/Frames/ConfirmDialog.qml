@@ -12,23 +12,15 @@ Window {
     required property bool warning
     readonly property real wantedHeight: column.implicitHeight + 40
     readonly property real wantedWidth: Math.round(320 + (Theme.scale - 1) * 160)
-    property bool done: false
 
     signal answered(bool confirmed)
-
-    function answer(confirmed: bool): void {
-        if (done)
-            return;
-        done = true;
-        answered(confirmed);
-    }
 
     color: Theme.window
     flags: Qt.Dialog | Qt.CustomizeWindowHint | Qt.WindowTitleHint | Qt.WindowCloseButtonHint
     modality: Qt.ApplicationModal
     title: "Tunedeck"
 
-    onClosing: answer(false)
+    onClosing: answered(false)
 
     Item {
         anchors.fill: parent
@@ -37,9 +29,13 @@ Window {
         Accessible.role: Accessible.AlertMessage
         Accessible.name: window.message
 
-        Keys.onEnterPressed: window.answer(true)
-        Keys.onEscapePressed: window.answer(false)
-        Keys.onReturnPressed: window.answer(true)
+        // A Return that repeats was meant for the control that asked.
+        Keys.onPressed: event => {
+            if (event.key === Qt.Key_Escape)
+                window.answered(false);
+            else if ((event.key === Qt.Key_Return || event.key === Qt.Key_Enter) && !event.isAutoRepeat)
+                window.answered(true);
+        }
 
         Column {
             id: column
@@ -98,16 +94,15 @@ Window {
                 prominent: true
                 width: parent.width
 
-                onClicked: window.answer(true)
+                onClicked: window.answered(true)
             }
 
             PushButton {
                 label: window.cancelLabel
                 large: true
-                visible: label !== ""
                 width: parent.width
 
-                onClicked: window.answer(false)
+                onClicked: window.answered(false)
             }
         }
     }
