@@ -34,6 +34,8 @@ public:
     PanelActions panel;
     QStringList pressed; ///< actions in order: "restartService", "copySecret a.url", …
     int appeared = 0;    ///< windows on the screen
+    QIcon icon;          ///< of every file
+    QStringList iconPaths;
 
 private Q_SLOTS:
     void record(const QString& argument = {});

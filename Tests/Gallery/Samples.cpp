@@ -5,8 +5,6 @@
 #include "TunedeckMenu/Panel/PanelContent.h"
 #include "TunedeckMenu/Panel/PanelState.h"
 
-#include <QFileIconProvider>
-#include <QFileInfo>
 #include <QTimeZone>
 
 using namespace Qt::StringLiterals;
@@ -27,7 +25,8 @@ FakeHost::FakeHost() {
 }
 
 QIcon FakeHost::fileIcon(const QString& path) {
-    return QFileIconProvider().icon(QFileInfo(path));
+    iconPaths << path;
+    return icon;
 }
 
 void FakeHost::record(const QString& argument) {
@@ -167,6 +166,18 @@ PanelState troubled() {
                                   .error = u"The last try failed: the download was cut off."_s};
     state.update.value = UpdateState::Failed{u"the server can't be reached."_s};
     state.actionError = u"Couldn't reach tunedeck to repair its tools."_s;
+    return state;
+}
+
+PanelState busy() {
+    PanelState state = usual();
+    auto& library = *status(state).rekordboxDb;
+    library.pending = {{u"p"_s, ago(minute), u"Add 2 tracks to “Sunday”"_s}};
+    library.failed = {{u"1"_s, u"Rename ‘Peak’ to ‘Peak Time’"_s, u"There is no playlist of that name."_s}};
+    state.libraryBusy = state.linksBusy = state.isRestarting = state.revealSecrets = true;
+    state.links.push_back(link(u"u"_s, Assistant::telegram));
+    state.update.value = UpdateState::Installing{0.63};
+    state.toolbox = toolsStep().toolbox;
     return state;
 }
 

@@ -24,6 +24,8 @@ PanelState usual();
 PanelState stopped();
 /// Every problem at once.
 PanelState troubled();
+/// Everything at once is being changed.
+PanelState busy();
 /// Long German names, right-to-left and emoji text, paths of 200 characters.
 PanelState longWords();
 /// Twelve links and sixty backups.

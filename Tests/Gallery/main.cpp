@@ -10,10 +10,9 @@
 #include <QApplication>
 #include <QDir>
 #include <QFont>
-#include <QKeyEvent>
 #include <QPluginLoader>
 #include <QProcess>
-#include <QTimer>
+#include <QTest>
 
 #include <algorithm>
 #include <cstdio>
@@ -23,12 +22,6 @@ using namespace Qt::StringLiterals;
 using namespace tunedeck;
 
 namespace {
-
-void waitFor(int milliseconds) {
-    QEventLoop loop;
-    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
-    loop.exec();
-}
 
 void press(const QString& label) {
     for (const auto& element : test::elementsOf(*test::openWindows().first())) {
@@ -50,12 +43,8 @@ struct Screenshot {
 };
 
 void pressTab(PanelViews& /*views*/) {
-    QQuickWindow* const window = test::openWindows().first();
     for (int i = 0; i < 3; ++i) {
-        QKeyEvent down(QEvent::KeyPress, Qt::Key_Tab, {});
-        QKeyEvent up(QEvent::KeyRelease, Qt::Key_Tab, {});
-        QCoreApplication::sendEvent(window, &down);
-        QCoreApplication::sendEvent(window, &up);
+        QTest::keyClick(test::openWindows().first(), Qt::Key_Tab);
     }
 }
 
@@ -70,12 +59,6 @@ void ask(PanelViews& views) {
 }
 
 QList<Screenshot> screenshots() {
-    PanelState busy = samples::usual();
-    samples::status(busy).rekordboxDb->pending = {{u"p"_s, samples::ago(60), u"Add 2 tracks to “Sunday”"_s}};
-    busy.libraryBusy = busy.linksBusy = true;
-    busy.revealSecrets = true;
-    busy.update.value = UpdateState::Installing{0.63};
-    busy.toolbox = samples::toolsStep().toolbox;
     PanelState offered = samples::usual();
     offered.update.value =
         UpdateState::Available{Release{.version = u"1.5.0"_s, .notes = u"Backups are listed by day."_s}};
@@ -105,7 +88,7 @@ QList<Screenshot> screenshots() {
         {.name = u"crowded"_s, .panel = samples::crowded()},
         {.name = u"backups"_s, .panel = samples::usual(), .then = pressing(u"Backups (3)"_s)},
         {.name = u"more"_s, .panel = samples::usual(), .then = pressing(u"More"_s)},
-        {.name = u"busy"_s, .panel = busy, .then = pressing(u"Backups (3)"_s)},
+        {.name = u"busy"_s, .panel = samples::busy(), .then = pressing(u"Backups (3)"_s)},
         {.name = u"focus"_s, .panel = samples::usual(), .then = pressTab},
         {.name = u"confirm"_s, .panel = samples::usual(), .window = Window::Main, .then = ask},
         {.name = u"update"_s, .panel = offered},
@@ -132,10 +115,10 @@ bool takeScreenshot(PanelModule& module, const Screenshot& screenshot, bool dark
     } else {
         views->showOnboarding(host);
     }
-    waitFor(350);
+    QTest::qWait(350);
     if (screenshot.then) {
         screenshot.then(*views);
-        waitFor(450);
+        QTest::qWait(450);
     }
     return test::openWindows().first()->grabWindow().save(path);
 }

@@ -102,12 +102,12 @@ TEST_F(OnboardingTest, CreatesOneLinkAtATimeAndNoticesItsFirstUse) {
 
     model->copyLink();
     EXPECT_EQ(pasteboard.text, u"https://x.example/u"_s);
-    EXPECT_EQ(content().fields.at(0).button, u"Copied"_s);
+    EXPECT_EQ(content().urlField.button, u"Copied"_s);
     serveLinks(R"({"id":"n","kind":"claude","url":"https://x.example/u","lastUsedAt":"2026-03-01T11:59:00Z"})");
     clock.advance(2s);
     ASSERT_TRUE(comes([&] { return content().connected; }));
     EXPECT_TRUE(content().liveText.startsWith(u"Connected. Try: “Add "_s));
-    EXPECT_EQ(content().fields.at(0).button, u"Copy"_s);
+    EXPECT_EQ(content().urlField.button, u"Copy"_s);
     const auto lists = count("GET /local/links");
     poll();
     poll();

@@ -51,21 +51,30 @@ TEST(LinkRow, ShowsTheSecretsOfEachKindMaskedOrRevealed) {
     PanelState state = stateWith({claude, phone});
     state.copied = u"s.key"_s;
     const auto rows = assistantsCard(state, moment()).links;
-    EXPECT_EQ(rows[0].kind, look::LinkKind::PrivateUrl);
-    EXPECT_EQ(rows[0].fields.at(0).key, u"c.url");
-    EXPECT_FALSE(rows[0].fields.at(0).shownValue.contains(u"k7QxPz81mWv0aVh8Kd"));
-    EXPECT_EQ(rows[1].kind, look::LinkKind::Shortcut);
-    ASSERT_EQ(rows[1].fields.size(), 2);
-    EXPECT_EQ(rows[1].fields[0].label, u"URL");
-    EXPECT_EQ(rows[1].fields[0].button, u"Copy");
-    EXPECT_EQ(rows[1].fields[1].shownValue, u"secr…");
-    EXPECT_EQ(rows[1].fields[1].button, u"Copied");
-
+    EXPECT_EQ(textOf(rows[0]), "id: c | kind: PrivateUrl | name: Claude | detail: · not used yet | label: More | "
+                               "description: Claude · not used yet | renew: New URL… | guide: Setup Guide | "
+                               "disconnect: Disconnect | shownValue: https://x.example/u/k7Qx…/mcp | key: c.url | "
+                               "help: Copy this assistant's private URL | "
+                               "description: Copy this assistant's private URL | button: Copy | "
+                               "buttonSymbol: doc.on.doc | newCodeDescription: Claude | guideTitle: Setup guide | "
+                               "guideHelp: How to set up Claude, on tunedeck.example | "
+                               "guideDescription: How to set up Claude, on tunedeck.example");
+    EXPECT_EQ(textOf(rows[1]), "id: s | kind: Shortcut | name: iPhone | detail: · not used yet | label: More | "
+                               "description: iPhone · not used yet | renew: New Key… | guide: Setup Guide | "
+                               "disconnect: Disconnect | text: Build the Shortcut on your iPhone with these. | "
+                               "label: URL | shownValue: https://x.example/api | key: s.url | "
+                               "help: Copy the URL for the Shortcut | description: Copy the URL for the Shortcut | "
+                               "button: Copy | buttonSymbol: doc.on.doc | label: Key | shownValue: secr… | "
+                               "key: s.key | help: Copy the Key for the Shortcut | "
+                               "description: Copy the Key for the Shortcut | button: Copied | "
+                               "buttonSymbol: checkmark | newCodeDescription: iPhone | guideTitle: Setup guide | "
+                               "guideHelp: How to set up iPhone, on tunedeck.example | "
+                               "guideDescription: How to set up iPhone, on tunedeck.example");
     state.revealSecrets = true;
     const AssistantsView revealed = assistantsCard(state, moment());
     EXPECT_EQ(revealed.revealSymbol, u"eye.slash");
-    EXPECT_EQ(revealed.links[0].fields.at(0).shownValue, u"https://x.example/u/k7QxPz81mWv0aVh8Kd/mcp");
-    EXPECT_EQ(revealed.links[1].fields.at(1).shownValue, u"secret-token");
+    EXPECT_EQ(revealed.links[0].urlField.shownValue, u"https://x.example/u/k7QxPz81mWv0aVh8Kd/mcp");
+    EXPECT_EQ(revealed.links[1].keyField.shownValue, u"secret-token");
 }
 
 TEST(LinkRow, FollowsItsUseAndPairing) {
@@ -91,7 +100,7 @@ TEST(LinkRow, FollowsItsUseAndPairing) {
         EXPECT_EQ((QStringList{view.detail, view.guideTitle, view.menu.renew, view.text.left(texts[3].size())}), texts);
         EXPECT_EQ(view.connected, connected) << view.detail.toStdString();
         EXPECT_EQ(view.pairing.shown, isPairing) << view.detail.toStdString();
-        EXPECT_TRUE(view.fields.isEmpty());
+        EXPECT_EQ(view.urlField.key + view.keyField.key, QString());
     }
     EXPECT_EQ(row(stateWith({link("x", "gemini")})).guideTitle, QString()) << "an unknown assistant has no guide";
 }
@@ -107,26 +116,31 @@ TEST(LinkRow, DescribesControlsOfLinksWithTheSameNameDifferently) {
     EXPECT_EQ(rows[0].menu.description, u"Claude, 1 of 2 · not used yet");
     EXPECT_EQ(rows[1].menu.description, u"Claude, 2 of 2 · not used yet");
     EXPECT_EQ(rows[2].menu.description, u"ChatGPT · not used yet");
-    EXPECT_EQ(rows[1].fields.at(0).description, u"Copy this assistant's private URL (Claude, 2 of 2)");
+    EXPECT_EQ(rows[1].urlField.description, u"Copy this assistant's private URL (Claude, 2 of 2)");
     EXPECT_NE(rows[0].guideDescription, rows[1].guideDescription);
     EXPECT_EQ(rows[2].guideDescription, rows[2].guideHelp) << "already unique";
-    EXPECT_EQ(row(stateWith({claude})).fields.at(0).description, u"Copy this assistant's private URL");
+    EXPECT_EQ(row(stateWith({claude})).urlField.description, u"Copy this assistant's private URL");
 }
 
 TEST(TelegramPairing, FollowsTheCodeUntilItExpires) {
-    const TelegramPairingView fresh = telegramPairing(pairing(ago(-61)), false, moment());
-    EXPECT_EQ((QStringList{fresh.expiryNote, fresh.openButton}),
-              (QStringList{u"Expires in 2 min"_s, u"Open Telegram"_s}));
-    EXPECT_EQ(expiryNote(pairing(ago(-60)), moment()), u"Expires in under a minute");
-    EXPECT_EQ(expiryNote(pairing(ago(0)), moment()), QString());
-    EXPECT_EQ(expiryNote(pairing({}), moment()), QString());
-    const TelegramPairingView expired = telegramPairing(pairing(ago(0)), false, moment());
-    EXPECT_TRUE(expired.expired);
-    EXPECT_EQ((QStringList{expired.text, expired.newCodeButton, expired.openButton}),
-              (QStringList{u"This code has expired."_s, u"Get a New Code"_s, {}}));
-    const TelegramPairingView elsewhere = telegramPairing(link("t", "telegram"), true, moment());
-    EXPECT_EQ(elsewhere.text, u"Paired from another Mac or before a reinstall.");
-    EXPECT_TRUE(elsewhere.busy && elsewhere.startUrl.isEmpty());
+    const auto note = [](std::optional<QString> expiresAt) {
+        return telegramPairing(pairing(std::move(expiresAt)), false, moment()).expiryNote;
+    };
+    EXPECT_EQ((QStringList{note(ago(-61)), note(ago(-60)), note(ago(0)), note({})}),
+              (QStringList{u"Expires in 2 min"_s, u"Expires in under a minute"_s, {}, {}}));
+    EXPECT_EQ(textOf(telegramPairing(pairing(ago(-600)), false, moment())),
+              "shown: true | startUrl: https://t.me/bot?start=abc | "
+              "text: Scan with your phone's camera, then tap Start in Telegram. | openButton: Open Telegram | "
+              "openHelp: Opens the Tunedeck bot in Telegram on this Mac | "
+              "openDescription: Opens the Tunedeck bot in Telegram on this Mac | newCodeButton: New Code | "
+              "expiryNote: Expires in 10 min | qrName: QR code to pair Telegram");
+    EXPECT_EQ(textOf(telegramPairing(pairing(ago(0)), false, moment())),
+              "shown: true | startUrl: https://t.me/bot?start=abc | expired: true | text: This code has expired. | "
+              "newCodeButton: Get a New Code | qrName: QR code to pair Telegram");
+    EXPECT_EQ(textOf(telegramPairing(link("t", "telegram"), true, moment())),
+              "shown: true | text: Paired from another Mac or before a reinstall. | newCodeButton: New Code | "
+              "newCodeHelp: Another link is being changed. | newCodeDescription: Another link is being changed. | "
+              "busy: true");
 }
 
 } // namespace tunedeck::test

@@ -36,7 +36,7 @@ TEST(ToolsStep, FollowsTheInstallation) {
         const OnboardingContent content = contentAt(OnboardingStep::tools, state);
         QStringList all{content.waitingText, content.installText, content.repairButton};
         for (const ToolRowView& tool : content.tools) {
-            all << tool.state;
+            all << QString::fromStdString(textOf(tool)).section(u" | "_s, 1);
         }
         return all;
     };
@@ -46,7 +46,12 @@ TEST(ToolsStep, FollowsTheInstallation) {
     state.toolbox = ToolboxReport{.tools = {{u"yt-dlp"_s, u"yt-dlp==1.2"_s, {}, true}, {u"ffmpeg"_s, {}, {}, false}},
                                   .venvs = {{u"env"_s, {}, {}, true}},
                                   .installing = true};
-    EXPECT_EQ(texts(), (QStringList{{}, u"Installing…"_s, {}, u"1.2"_s, u"Installing…"_s, u"Ready"_s}));
+    const QString row = u"state: %1 | symbol: %2 | tone: %3"_s;
+    const QString version = row.arg(u"1.2"_s, u"checkmark.circle.fill"_s, u"Good"_s);
+    const QString ready = row.arg(u"Ready"_s, u"checkmark.circle.fill"_s, u"Good"_s);
+    const QString arriving = row.arg(u"Installing…"_s, u"arrow.down.circle.fill"_s, u"Accent"_s);
+    const QString missing = row.arg(u"Not installed yet"_s, u"clock.fill"_s, u"Secondary"_s);
+    EXPECT_EQ(texts(), (QStringList{{}, u"Installing…"_s, {}, version, arriving, ready}));
     EXPECT_LT(progress(), 0) << "unknown";
     state.toolbox->progress = 0.25;
     state.toolbox->step = u"Unpacking"_s;
@@ -54,63 +59,87 @@ TEST(ToolsStep, FollowsTheInstallation) {
     EXPECT_EQ(progress(), 0.25);
     state.toolbox->installing = false;
     state.toolbox->error = u"Disk full"_s;
-    EXPECT_EQ(texts(),
-              (QStringList{{}, u"Disk full"_s, u"Repair Tools"_s, u"1.2"_s, u"Not installed yet"_s, u"Ready"_s}));
+    EXPECT_EQ(texts(), (QStringList{{}, u"Disk full"_s, u"Repair Tools"_s, version, missing, ready}));
     EXPECT_LT(progress(), 0);
     state.toolbox->tools[1].ready = true;
-    EXPECT_EQ(texts(), (QStringList{{}, {}, {}, u"1.2"_s, u"Ready"_s, u"Ready"_s}));
+    EXPECT_EQ(texts(), (QStringList{{}, {}, {}, version, ready, ready}));
 }
 
 TEST(RekordboxStep, FollowsTheFirstBackup) {
     struct Case {
         Baseline baseline;
         bool rekordboxRunning = false;
-        QStringList starts; ///< of the text and the note; button
+        QStringList starts; ///< of the text and the note; button, symbol
         bool busy = false;
     };
     const QString open = u"Rekordbox is open, so"_s;
     const Case cases[] = {
-        {{Baseline::Waiting{}}, false, {{}, {}, {}}},
-        {{Baseline::Waiting{}}, true, {{}, open, {}}},
-        {{Baseline::Working{}}, true, {u"Backing up your library…"_s, {}, {}}, true},
-        {{Baseline::Done{u"1.0.0"_s}}, true, {u"Your library v1.0.0 is backed up"_s, {}, {}}},
-        {{Baseline::Later{u"Locked"_s}}, false, {u"Locked"_s, {}, u"Back Up Now"_s}},
-        {{Baseline::Later{u"Locked"_s}}, true, {u"Locked"_s, open, u"Back Up Now"_s}},
+        {{Baseline::Waiting{}}, false, {{}, {}, {}, {}}},
+        {{Baseline::Waiting{}}, true, {{}, open, {}, u"clock.fill"_s}},
+        {{Baseline::Working{}}, true, {u"Backing up your library…"_s, {}, {}, {}}, true},
+        {{Baseline::Done{u"1.0.0"_s}},
+         true,
+         {u"Your library v1.0.0 is backed up"_s, {}, {}, u"checkmark.shield.fill"_s}},
+        {{Baseline::Later{u"Locked"_s}}, false, {u"Locked"_s, {}, u"Back Up Now"_s, u"clock.fill"_s}},
+        {{Baseline::Later{u"Locked"_s}}, true, {u"Locked"_s, open, u"Back Up Now"_s, u"clock.fill"_s}},
     };
     for (const auto& [baseline, rekordboxRunning, starts, busy] : cases) {
         OnboardingState state{.status = goodStatus(), .baseline = baseline};
         state.status->rekordboxDb = ServiceStatus::Library{.rekordboxRunning = rekordboxRunning};
         const OnboardingContent content = contentAt(OnboardingStep::rekordbox, state);
         EXPECT_EQ((QStringList{content.baselineText.left(starts[0].size()), content.baselineNote.left(open.size()),
-                               content.baselineButton}),
+                               content.baselineButton, content.baselineSymbol}),
                   starts);
         EXPECT_EQ(content.baselineText.isEmpty(), starts[0].isEmpty());
         EXPECT_EQ(content.baselineBusy, busy);
+        EXPECT_EQ(content.baselineTone == look::Tone::Good, content.baselineSymbol == u"checkmark.shield.fill");
     }
     const OnboardingState found{.rekordbox = RekordboxInstall{u"Rekordbox 7"_s, u"7.1"_s}};
     EXPECT_EQ(contentAt(OnboardingStep::rekordbox, found).rekordboxName, u"Rekordbox 7 · 7.1");
-    EXPECT_NE(contentAt(OnboardingStep::rekordbox, found).text, contentAt(OnboardingStep::rekordbox).text);
+    EXPECT_TRUE(contentAt(OnboardingStep::rekordbox, found).text.startsWith(u"New songs and playlist changes go "));
+    EXPECT_TRUE(contentAt(OnboardingStep::rekordbox).text.startsWith(u"Rekordbox isn't installed here."));
 }
 
-TEST(AssistantStep, CopyButtonsFollowTheValueThatWasCopied) {
+TEST(AssistantStep, ShowsWhatToCopyAndHowToSetItUp) {
     AssistantLink shortcut = link("s", "shortcut");
     shortcut.apiUrl = u"https://x.example/api"_s;
     shortcut.token = u"secret"_s;
-    for (const bool urlCopied : {true, false}) {
-        QStringList fields;
-        for (const SecretFieldView& field :
-             assistantContent(Assistant::iphone, shortcut, {.copied = urlCopied, .keyCopied = !urlCopied}).fields) {
-            fields << field.key << field.shownValue << field.button;
-        }
-        EXPECT_EQ(fields, (QStringList{u"url"_s, *shortcut.apiUrl, urlCopied ? u"Copied"_s : u"Copy"_s, //
-                                       u"key"_s, *shortcut.token, urlCopied ? u"Copy"_s : u"Copied"_s}));
-    }
+    AssistantLink claude = link("c", "claude");
+    claude.url = u"https://x.example/u/1/mcp"_s;
+    claude.lastUsedAt = ago(60);
+    const std::string page =
+        "step: 2 | stepCount: 3 | stepLabel: Step 3 of 3 | title: Connect your assistant | "
+        "text: Pick where you'll ask for tracks. Tunedeck gives it a private link to this Mac. It works from your "
+        "phone "
+        "too, even while this Mac is asleep. Telegram and Claude are free; ChatGPT needs a paid plan. | progress: -1 | "
+        "baselineTone: Secondary | chosen: ";
+    const std::string buttons = "backButton: Back | nextButton: Done";
+    const auto steps = [](Assistant assistant) { return info(assistant).setupSteps.join(u' ').toStdString(); };
+    EXPECT_EQ(textOf(assistantContent(Assistant::iphone, shortcut, {.keyCopied = true})),
+              page +
+                  "shortcut | pasteText: Paste this into iPhone | label: URL | shownValue: https://x.example/api | "
+                  "key: url | help: Copy the URL for the Shortcut | description: Copy the URL for the Shortcut | "
+                  "button: Copy | buttonSymbol: doc.on.doc | label: Key | shownValue: secret | key: key | "
+                  "help: Copy the Key for the Shortcut | description: Copy the Key for the Shortcut | "
+                  "button: Copied | buttonSymbol: checkmark | guideTitle: Setup guide | "
+                  "guideHelp: How to set up iPhone, on tunedeck.example | setupSteps: " +
+                  steps(Assistant::iphone) + " | liveText: Waiting for the first request from iPhone… | " + buttons);
+    EXPECT_EQ(textOf(assistantContent(Assistant::claude, claude, {.copied = true})),
+              page +
+                  "claude | pasteText: Paste this into Claude | shownValue: https://x.example/u/1/mcp | key: url | "
+                  "help: Copy this assistant's private URL | description: Copy this assistant's private URL | "
+                  "button: Copied | buttonSymbol: checkmark | guideTitle: Setup guide | "
+                  "guideHelp: How to set up Claude, on tunedeck.example | setupSteps: " +
+                  steps(Assistant::claude) +
+                  " | liveText: Connected. Try: “Add https://open.spotify.com/track/… to a playlist called Friday” | "
+                  "connected: true | " +
+                  buttons);
 }
 
 TEST(AssistantStep, ShowsThePairingUnlessALinkIsBeingMade) {
     const AssistantLink telegram = link("t", "telegram");
     const OnboardingContent waiting = assistantContent(Assistant::telegram, telegram);
-    EXPECT_TRUE(waiting.pairing.shown && !waiting.pairing.busy && waiting.fields.isEmpty());
+    EXPECT_TRUE(waiting.pairing.shown && !waiting.pairing.busy);
     EXPECT_EQ(waiting.liveText, u"Waiting for you to tap Start in Telegram…");
     EXPECT_TRUE(assistantContent(Assistant::telegram, telegram, {.renewing = true}).pairing.busy);
     const OnboardingContent connecting = assistantContent(Assistant::telegram, telegram, {.connecting = true});

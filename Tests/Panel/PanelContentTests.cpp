@@ -3,28 +3,46 @@
 
 namespace tunedeck::test {
 
-TEST(AboutCard, ShowsEachStateOfTheUpdate) {
-    const Release release{.version = u"2.0.0"_s, .notes = u"Faster."_s};
-    const QString installing = u"Installing the update… Tunedeck restarts when it's done."_s;
-    struct Case {
-        UpdateState update;
-        QStringList texts; ///< text, detail, button, help of disabled buttons
-        double progress = -1;
+namespace {
+
+using look::Tone;
+
+ServiceState runningWith(bool cloudEnabled, std::optional<bool> connected) {
+    ServiceStatus status = goodStatus();
+    status.cloud.enabled = cloudEnabled;
+    status.cloud.connected = connected;
+    return ServiceState::running(status);
+}
+
+} // namespace
+
+TEST(PanelContent, ShowsADisabledCloudBeforeItsConnection) {
+    const struct {
+        ServiceState service;
+        QString line;
+        Tone tone;
+        QString cloudText = {}; ///< on the card of the assistants
+    } cases[] = {
+        {runningWith(false, true), u"Running · cloud off"_s, Tone::Secondary},
+        {runningWith(false, {}), u"Running · cloud off"_s, Tone::Secondary},
+        {runningWith(true, true), u"Running · connected to the cloud"_s, Tone::Good,
+         u"Connected to Tunedeck cloud: requests arrive instantly."_s},
+        {runningWith(true, false), u"Running · cloud not reachable yet"_s, Tone::Warning,
+         u"Not connected right now. Requests wait in the cloud until this Mac is back."_s},
+        {runningWith(true, {}), u"Running · v2.3.4"_s, Tone::Good, u"Cloud queue on."_s},
+        {ServiceState::checking(), u"Checking…"_s, Tone::Secondary},
+        {ServiceState::notRunning(), u"Not running"_s, Tone::Bad},
     };
-    const Case cases[] = {
-        {{UpdateState::Checking{}}, {u"Checking for updates…"_s, {}, {}, u"Checking for updates…"_s}},
-        {{UpdateState::UpToDate{moment().addSecs(-305)}}, {u"Up to date · checked 5 minutes ago"_s, {}, {}, {}}},
-        {{UpdateState::Available{release}},
-         {u"Tunedeck 2.0.0 is available."_s, u"Faster."_s, u"Update to 2.0.0"_s, {}}},
-        {{UpdateState::Installing{}}, {installing, {}, {}, installing}},
-        {{UpdateState::Installing{0.5}}, {installing, {}, {}, installing}, 0.5},
-    };
-    for (const auto& [update, texts, progress] : cases) {
-        const AboutView card = aboutCard(u"1.0.0"_s, update, moment());
-        EXPECT_EQ((QStringList{card.updateText, card.updateDetail, card.updateButton, card.busyHelp}), texts);
-        EXPECT_EQ(card.busy, !card.busyHelp.isEmpty());
-        EXPECT_EQ(card.progress, progress);
-        EXPECT_EQ(card.version, u"Version 1.0.0");
+    for (const auto& [service, line, tone, cloudText] : cases) {
+        PanelState state;
+        state.service = service;
+        const PanelContent content = panelContent(state, moment());
+        EXPECT_EQ((QStringList{content.header.title, content.header.status}), (QStringList{u"Tunedeck"_s, line}));
+        EXPECT_EQ(content.header.tone, tone) << line.toStdString();
+        EXPECT_EQ(content.assistants.cloudText, cloudText);
+        EXPECT_EQ(content.assistants.cloudTone, cloudText.startsWith(u"Cloud") ? Tone::Secondary
+                                                : cloudText.isEmpty()          ? Tone::Secondary
+                                                                               : tone);
     }
 }
 
@@ -44,7 +62,6 @@ TEST(PanelContent, EachCardFollowsItsOwnBusyFlag) {
         }
         EXPECT_EQ(content.rekordbox.busy, state.libraryBusy);
         EXPECT_EQ(content.notRunning.starting, state.isRestarting);
-        EXPECT_EQ(content.notRunning.button == u"Starting…", state.isRestarting);
         EXPECT_EQ(content.footer.restarting, state.isRestarting);
     }
 }
@@ -61,6 +78,21 @@ TEST(PanelContent, ShowsCardsOnlyWhenTheyApply) {
     state.menuBarIcon.kind = MenuBarIconVisibility::Kind::hidden;
     state.opensAtLogin = true;
     EXPECT_EQ(shown(), (QList<bool>{true, true, false, false, false, true}));
+    const PanelContent stopped = panelContent(state, moment());
+    EXPECT_EQ(
+        textOf(stopped.notRunning),
+        "shown: true | title: Service | text: tunedeck isn't running. Downloads you request wait in the cloud queue "
+        "until it's back. | button: Start tunedeck");
+    state.isRestarting = true;
+    EXPECT_EQ(panelContent(state, moment()).notRunning.button, u"Starting…");
+    EXPECT_EQ(textOf(stopped.hiddenIcon),
+              "shown: true | title: Menu bar | text: Hold ⌘ and drag other icons out of the menu bar to make room — "
+              "Tunedeck sits next to the clock. Until then, open Tunedeck from Spotlight (⌘ Space, “Tunedeck”) to get "
+              "this window.");
+    EXPECT_EQ(textOf(stopped.footer),
+              "loginTitle: Open at Login | opensAtLogin: true | restartLabel: Restart tunedeck | "
+              "logLabel: Open Log | quitLabel: Quit Tunedeck");
+
     for (const auto& [error, note] : {std::pair(u"Failed."_s, u"Done."_s), {{}, u"Done."_s}}) {
         state.actionError = error.isEmpty() ? std::nullopt : std::optional(error);
         state.actionNote = note;

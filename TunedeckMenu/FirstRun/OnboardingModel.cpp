@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::chrono::milliseconds pollInterval = 2s;
-// Keys of the values that can be copied, as in OnboardingContent::fields.
+// Keys of the values that can be copied.
 const auto urlKey = u"url"_s;
 const auto tokenKey = u"key"_s;
 

@@ -11,6 +11,7 @@
 #include "TunedeckMenu/Panel/Cards/ToolsNotice.h"
 #include "TunedeckMenu/Panel/FooterView.h"
 #include "TunedeckMenu/Panel/HeaderView.h"
+#include "TunedeckMenu/Panel/ViewProperty.h"
 
 #include <QDateTime>
 
@@ -18,20 +19,22 @@ namespace tunedeck {
 
 struct PanelState;
 
-/// All texts, symbols and conditions of the panel, from top to bottom; the views decide none of them. Symbols are names
-/// of the system's own symbols. The popover leaves out `hiddenIcon`, which is only for the window.
+/// All texts and conditions of the panel, from top to bottom; the views decide none of them. Symbols are names of the
+/// system's own symbols. The popover leaves out `hiddenIcon`, which is only for the window.
 struct PanelContent {
-    HeaderView header;
-    TextCardView hiddenIcon;
-    NotRunningView notRunning;
-    RecentView recent;
-    ToolsNoticeView tools;
-    AssistantsView assistants;
-    DownloadsView downloads;
-    RekordboxView rekordbox;
-    AboutView about;
-    BannerView banner;
-    FooterView footer;
+    Q_GADGET
+    VIEW_PROPERTY(tunedeck::HeaderView, header);
+    VIEW_PROPERTY(tunedeck::TextCardView, hiddenIcon);
+    VIEW_PROPERTY(tunedeck::NotRunningView, notRunning);
+    VIEW_PROPERTY(tunedeck::RecentView, recent);
+    VIEW_PROPERTY(tunedeck::ToolsNoticeView, tools);
+    VIEW_PROPERTY(tunedeck::AssistantsView, assistants);
+    VIEW_PROPERTY(tunedeck::DownloadsView, downloads);
+    VIEW_PROPERTY(tunedeck::RekordboxView, rekordbox);
+    VIEW_PROPERTY(tunedeck::AboutView, about);
+    VIEW_PROPERTY(tunedeck::BannerView, banner);
+    VIEW_PROPERTY(tunedeck::FooterView, footer);
+
     bool operator==(const PanelContent&) const = default;
 };
 

@@ -41,7 +41,6 @@ struct DescribeUpdate {
 AboutView aboutCard(const QString& appVersion, const UpdateState& update, const QDateTime& now) {
     AboutView card{
         .title = u"About"_s,
-        .symbol = u"info.circle"_s,
         .version = u"Version "_s + appVersion,
         .checkButton = u"Check for Updates"_s,
         .diagnosticsButton = u"Copy Diagnostics"_s,

@@ -10,7 +10,6 @@ namespace tunedeck {
 struct AboutView {
     Q_GADGET
     VIEW_PROPERTY(QString, title);
-    VIEW_PROPERTY(QString, symbol);
     VIEW_PROPERTY(QString, version);
     VIEW_PROPERTY(QString, updateText);
     VIEW_PROPERTY(QString, updateDetail); ///< the release notes; may be empty

@@ -23,7 +23,7 @@ void describeCloud(AssistantsView& card, const ServiceStatus::Cloud& cloud) {
 } // namespace
 
 AssistantsView assistantsCard(const PanelState& state, const QDateTime& now) {
-    AssistantsView card{.title = u"Assistants"_s, .symbol = u"sparkles"_s};
+    AssistantsView card{.title = u"Assistants"_s};
     card.busy = state.linksBusy;
     card.revealSymbol = state.revealSecrets ? u"eye.slash"_s : u"eye"_s;
     if (!state.links.empty()) {

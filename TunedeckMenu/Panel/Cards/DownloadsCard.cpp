@@ -32,7 +32,6 @@ DownloadsView downloadsCard(const ServiceState& service, const std::optional<QSt
     const bool custom = status && status->downloadDirSource == u"settings";
     DownloadsView card{
         .title = u"Downloads"_s,
-        .symbol = u"arrow.down.circle"_s,
         .badge = custom ? u"Custom"_s : u"Default"_s,
         .hasFolder = status != nullptr,
         .warning = folderWarning(status, customFolder, home),
@@ -45,7 +44,6 @@ DownloadsView downloadsCard(const ServiceState& service, const std::optional<QSt
         card.folderPath = status->downloadDir;
         card.folderTitle = u"Show in Finder"_s;
         card.folderSubtitle = abbreviatingHome(status->downloadDir, home);
-        card.folderHelp = status->downloadDir;
     } else {
         card.stoppedText = u"Start tunedeck to see where songs are saved."_s;
     }

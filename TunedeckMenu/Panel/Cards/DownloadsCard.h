@@ -11,13 +11,11 @@ namespace tunedeck {
 struct DownloadsView {
     Q_GADGET
     VIEW_PROPERTY(QString, title);
-    VIEW_PROPERTY(QString, symbol);
     VIEW_PROPERTY(QString, badge);
     VIEW_PROPERTY(bool, hasFolder) = false;
-    VIEW_PROPERTY(QString, folderPath); ///< absolute, for the icon
+    VIEW_PROPERTY(QString, folderPath); ///< absolute, for the icon and the tooltip
     VIEW_PROPERTY(QString, folderTitle);
     VIEW_PROPERTY(QString, folderSubtitle);
-    VIEW_PROPERTY(QString, folderHelp);
     VIEW_PROPERTY(QString, stoppedText); ///< shown instead of the folder while the service isn't running
     VIEW_PROPERTY(tunedeck::BannerView, warning);
     VIEW_PROPERTY(QString, changeButton);

@@ -10,7 +10,6 @@ struct TextCardView {
     Q_GADGET
     VIEW_PROPERTY(bool, shown) = false;
     VIEW_PROPERTY(QString, title);
-    VIEW_PROPERTY(QString, symbol);
     VIEW_PROPERTY(QString, text);
     bool operator==(const TextCardView&) const = default;
 };

@@ -33,8 +33,8 @@ void describePrivateUrl(LinkRowView& row, const AssistantLink& link, const Panel
     row.menu.renew = u"New URL…"_s;
     if (link.url) {
         const QString key = link.id + u".url"_s;
-        row.fields << privateUrlField(key, state.revealSecrets ? *link.url : maskingSecretPath(*link.url),
-                                      state.copied == key);
+        row.urlField =
+            privateUrlField(key, state.revealSecrets ? *link.url : maskingSecretPath(*link.url), state.copied == key);
     } else {
         row.text = u"Made on another Mac or before a reinstall: choose New URL to get one here."_s;
     }
@@ -50,13 +50,14 @@ void describeShortcut(LinkRowView& row, const AssistantLink& link, const PanelSt
         return;
     }
     row.text = u"Build the Shortcut on your iPhone with these."_s;
-    const auto add = [&](const QString& label, const QString& suffix, const QString& shown) {
-        row.fields << shortcutField(label, link.id + suffix, shown, state.copied == link.id + suffix);
+    const auto field = [&](const QString& label, const QString& suffix, const QString& shown) {
+        return shortcutField(label, link.id + suffix, shown, state.copied == link.id + suffix);
     };
     if (link.apiUrl) {
-        add(u"URL"_s, u".url"_s, *link.apiUrl);
+        row.urlField = field(u"URL"_s, u".url"_s, *link.apiUrl);
     }
-    add(u"Key"_s, u".key"_s, state.revealSecrets ? *link.token : cut(*link.token, shownKeyCharacters) + u"…"_s);
+    row.keyField =
+        field(u"Key"_s, u".key"_s, state.revealSecrets ? *link.token : cut(*link.token, shownKeyCharacters) + u"…"_s);
     describeGuide(row, link);
 }
 
@@ -105,9 +106,8 @@ void makeDescriptionsUnique(QList<LinkRowView>& links) {
     for (const LinkRowView& link : links) {
         ++helps[link.guideHelp];
         ++helps[link.pairing.openHelp];
-        for (const SecretFieldView& field : link.fields) {
-            ++helps[field.help];
-        }
+        ++helps[link.urlField.help];
+        ++helps[link.keyField.help];
     }
     for (qsizetype i = 0; i < links.size(); ++i) {
         LinkRowView& link = links[i];
@@ -120,9 +120,8 @@ void makeDescriptionsUnique(QList<LinkRowView>& links) {
         link.pairing.openDescription = uniqueDescription(link.pairing.openHelp);
         link.pairing.newCodeDescription =
             link.pairing.newCodeHelp.isEmpty() ? name : u"%1. %2"_s.arg(name, link.pairing.newCodeHelp);
-        for (SecretFieldView& field : link.fields) {
-            field.description = uniqueDescription(field.help);
-        }
+        link.urlField.description = uniqueDescription(link.urlField.help);
+        link.keyField.description = uniqueDescription(link.keyField.help);
     }
 }
 

@@ -31,7 +31,8 @@ struct LinkRowView {
     VIEW_PROPERTY(bool, connected) = false;
     VIEW_PROPERTY(tunedeck::LinkMenuView, menu);
     VIEW_PROPERTY(QString, text); ///< above the fields or instead of them
-    VIEW_PROPERTY(QList<tunedeck::SecretFieldView>, fields);
+    VIEW_PROPERTY(tunedeck::SecretFieldView, urlField);
+    VIEW_PROPERTY(tunedeck::SecretFieldView, keyField);
     VIEW_PROPERTY(tunedeck::TelegramPairingView, pairing);
     VIEW_PROPERTY(QString, guideTitle); ///< of the link below the fields; empty when there is none
     VIEW_PROPERTY(QString, guideHelp);

@@ -9,7 +9,6 @@ struct NotRunningView {
     Q_GADGET
     VIEW_PROPERTY(bool, shown) = false;
     VIEW_PROPERTY(QString, title);
-    VIEW_PROPERTY(QString, symbol);
     VIEW_PROPERTY(QString, text);
     VIEW_PROPERTY(QString, button);
     VIEW_PROPERTY(bool, starting) = false;

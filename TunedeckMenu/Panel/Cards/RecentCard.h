@@ -26,7 +26,6 @@ struct RecentView {
     Q_GADGET
     VIEW_PROPERTY(bool, shown) = false;
     VIEW_PROPERTY(QString, title);
-    VIEW_PROPERTY(QString, symbol);
     QList<JobRowView> jobs;
     bool operator==(const RecentView&) const = default;
 };

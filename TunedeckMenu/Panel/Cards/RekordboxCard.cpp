@@ -116,7 +116,7 @@ void describeLibrary(RekordboxView& card, const Library& library, bool busy, con
 } // namespace
 
 RekordboxView rekordboxCard(const ServiceState& service, bool libraryBusy, const QDateTime& now) {
-    RekordboxView card{.title = u"Rekordbox"_s, .symbol = u"square.stack.3d.up"_s};
+    RekordboxView card{.title = u"Rekordbox"_s};
     const ServiceStatus* status = service.status();
     if (!status) {
         card.xmlText = u"Shown when tunedeck is running."_s;
@@ -126,7 +126,6 @@ RekordboxView rekordboxCard(const ServiceState& service, bool libraryBusy, const
         describeLibrary(card, *status->rekordboxDb, libraryBusy, now);
     }
     card.xmlText = u"rekordbox xml"_s;
-    card.xmlSymbol = u"doc.text"_s;
     card.xmlButton = u"Show"_s;
     card.xmlHelp = status->importXml;
     return card;

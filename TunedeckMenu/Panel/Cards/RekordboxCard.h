@@ -25,7 +25,6 @@ struct BackupRowView {
 struct RekordboxView {
     Q_GADGET
     VIEW_PROPERTY(QString, title);
-    VIEW_PROPERTY(QString, symbol);
     VIEW_PROPERTY(QString, badge); ///< empty when no version is known
     VIEW_PROPERTY(QString, badgeHelp);
     VIEW_PROPERTY(bool, hasLibrary) = false; ///< false: everything but the xml row is hidden
@@ -42,7 +41,6 @@ struct RekordboxView {
     VIEW_PROPERTY(QString, backupsNote); ///< why backups can't be restored; empty when they can be
     QList<BackupRowView> backups;
     VIEW_PROPERTY(QString, xmlText);
-    VIEW_PROPERTY(QString, xmlSymbol);
     VIEW_PROPERTY(QString, xmlButton); ///< empty unless the service is running
     VIEW_PROPERTY(QString, xmlHelp);
     bool operator==(const RekordboxView&) const = default;

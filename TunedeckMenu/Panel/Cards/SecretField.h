@@ -4,7 +4,7 @@
 
 namespace tunedeck {
 
-/// An assistant's URL or key with a Copy button.
+/// An assistant's URL or key with a Copy button; hidden without a key.
 struct SecretFieldView {
     Q_GADGET
     VIEW_PROPERTY(QString, label);      ///< "URL", "Key"; empty for a private URL, which has no label

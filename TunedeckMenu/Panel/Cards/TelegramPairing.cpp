@@ -4,15 +4,19 @@ using namespace Qt::StringLiterals;
 
 namespace tunedeck {
 
+namespace {
+
+/// "Expires in 5 min"; empty when the code has expired or has no expiry time.
 QString expiryNote(const AssistantLink& link, const QDateTime& now) {
     const auto expiry = link.expires();
     if (!expiry || *expiry <= now) {
         return {};
     }
-    const qint64 milliseconds = now.msecsTo(*expiry);
-    const qint64 minutes = (milliseconds + 59'999) / 60'000;
+    const qint64 minutes = (now.msecsTo(*expiry) + 59'999) / 60'000;
     return minutes > 1 ? u"Expires in %1 min"_s.arg(minutes) : u"Expires in under a minute"_s;
 }
+
+} // namespace
 
 TelegramPairingView telegramPairing(const AssistantLink& link, bool busy, const QDateTime& now) {
     TelegramPairingView block{.shown = !link.isConnected(), .busy = busy};

@@ -27,7 +27,5 @@ struct TelegramPairingView {
 
 /// Not shown for a paired link. `busy`: another link is being changed.
 TelegramPairingView telegramPairing(const AssistantLink& link, bool busy, const QDateTime& now);
-/// "Expires in 5 min"; empty when the code has expired or has no expiry time.
-QString expiryNote(const AssistantLink& link, const QDateTime& now);
 
 } // namespace tunedeck

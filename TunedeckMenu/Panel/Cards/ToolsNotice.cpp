@@ -22,7 +22,7 @@ QString installDetail(const ToolboxReport& toolbox) {
 } // namespace
 
 ToolsNoticeView toolsNotice(const std::optional<ToolboxReport>& toolbox) {
-    ToolsNoticeView card{.title = u"Tools"_s, .symbol = u"wrench.and.screwdriver"_s};
+    ToolsNoticeView card{.title = u"Tools"_s};
     if (!toolbox || (toolbox->allReady() && !toolbox->installing)) {
         return card;
     }
@@ -37,16 +37,16 @@ ToolsNoticeView toolsNotice(const std::optional<ToolboxReport>& toolbox) {
         card.text = u"Missing: "_s + missing.join(u", "_s);
     }
     if (toolbox->installing) {
-        card.installingText = u"Installing…"_s;
         card.badge = u"Installing"_s;
         card.badgeTone = look::Tone::Accent;
         card.detail = installDetail(*toolbox);
+        card.installingText = u"Installing…"_s;
         card.progress = toolbox->progress ? std::clamp(*toolbox->progress, 0.0, 1.0) : -1;
     } else {
-        card.button = u"Repair Tools"_s;
         card.badge = u"Needs repair"_s;
         card.badgeTone = look::Tone::Warning;
         card.detail = toolbox->error.value_or(QString());
+        card.button = u"Repair Tools"_s;
     }
     return card;
 }

@@ -12,13 +12,12 @@ struct ToolsNoticeView {
     Q_GADGET
     VIEW_PROPERTY(bool, shown) = false;
     VIEW_PROPERTY(QString, title);
-    VIEW_PROPERTY(QString, symbol);
     VIEW_PROPERTY(QString, badge);
     VIEW_PROPERTY(tunedeck::look::Tone, badgeTone) = look::Tone::Warning;
-    VIEW_PROPERTY(QString, text);   ///< the missing tools; may be empty
-    VIEW_PROPERTY(QString, detail); ///< the installation step or the last error
-    VIEW_PROPERTY(QString, button);
-    VIEW_PROPERTY(QString, installingText); ///< shown instead of the button
+    VIEW_PROPERTY(QString, text);           ///< the missing tools; may be empty
+    VIEW_PROPERTY(QString, detail);         ///< the installation step or the last error
+    VIEW_PROPERTY(QString, button);         ///< empty while installing
+    VIEW_PROPERTY(QString, installingText); ///< empty otherwise
     VIEW_PROPERTY(double, progress) = -1;   ///< 0 to 1; negative when unknown
     bool operator==(const ToolsNoticeView&) const = default;
 };

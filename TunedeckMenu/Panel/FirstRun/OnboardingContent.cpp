@@ -102,12 +102,12 @@ void describeLink(OnboardingContent& content, const OnboardingState& state, cons
         const bool isShortcut = assistant == Assistant::iphone;
         content.pasteText = u"Paste this into "_s + facts.name;
         if (isShortcut && link.apiUrl) {
-            content.fields << shortcutField(u"URL"_s, u"url"_s, *link.apiUrl, state.copied);
+            content.urlField = shortcutField(u"URL"_s, u"url"_s, *link.apiUrl, state.copied);
         } else if (!isShortcut && link.url) {
-            content.fields << privateUrlField(u"url"_s, *link.url, state.copied);
+            content.urlField = privateUrlField(u"url"_s, *link.url, state.copied);
         }
         if (isShortcut && link.token) {
-            content.fields << shortcutField(u"Key"_s, u"key"_s, *link.token, state.keyCopied);
+            content.keyField = shortcutField(u"Key"_s, u"key"_s, *link.token, state.keyCopied);
         }
         content.guideTitle = guideTitle();
         content.guideHelp = guideHelp(assistant);

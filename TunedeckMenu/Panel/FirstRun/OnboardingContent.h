@@ -53,7 +53,8 @@ struct OnboardingContent {
     VIEW_PROPERTY(bool, connecting) = false;
     VIEW_PROPERTY(QString, connectingText);
     VIEW_PROPERTY(QString, pasteText);
-    QList<SecretFieldView> fields; ///< keys are "url" and, for a Shortcut, "key"
+    VIEW_PROPERTY(tunedeck::SecretFieldView, urlField);
+    VIEW_PROPERTY(tunedeck::SecretFieldView, keyField); ///< of a Shortcut
     VIEW_PROPERTY(QString, guideTitle);
     VIEW_PROPERTY(QString, guideHelp);
     VIEW_PROPERTY(QStringList, setupSteps);

@@ -5,9 +5,9 @@ import Tunedeck.Views
 Card {
     id: card
 
-    readonly property aboutView view: Panel.about
+    readonly property aboutView view: Panel.content.about
 
-    symbol: view.symbol
+    symbol: "info.circle"
     title: view.title
 
     accessory: Label {
@@ -39,7 +39,6 @@ Card {
 
     ProgressBar {
         value: card.view.progress
-        visible: value >= 0
         width: parent.width
     }
 
@@ -52,7 +51,6 @@ Card {
             usable: !card.view.busy
             label: card.view.updateButton
             prominent: true
-            visible: label !== ""
 
             onClicked: Panel.actions.installUpdate()
         }
@@ -60,9 +58,7 @@ Card {
         PushButton {
             busy: card.view.busy
             hint: card.view.busyHelp
-            usable: !card.view.busy
             label: card.view.checkButton
-            visible: label !== ""
 
             onClicked: Panel.actions.checkForUpdates()
         }

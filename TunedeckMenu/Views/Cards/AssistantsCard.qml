@@ -5,9 +5,9 @@ import Tunedeck.Views
 Card {
     id: card
 
-    readonly property assistantsView view: Panel.assistants
+    readonly property assistantsView view: Panel.content.assistants
 
-    symbol: view.symbol
+    symbol: "sparkles"
     title: view.title
 
     accessory: IconButton {

@@ -5,13 +5,7 @@ import Tunedeck.Views
 Item {
     id: row
 
-    required property string version
-    required property string date
-    required property string badge
-    required property string reason
-    required property string button
-    required property string help
-    required property bool canRestore
+    required property backupRowView view
 
     implicitHeight: words.implicitHeight
 
@@ -34,7 +28,7 @@ Item {
                 font.pixelSize: Theme.captionSize
                 font.weight: Font.Medium
                 mono: true
-                text: row.version
+                text: row.view.version
                 width: Math.min(implicitWidth, parent.width - (latest.visible ? latest.width + 6 : 0))
             }
 
@@ -47,7 +41,7 @@ Item {
                 caption: true
                 color: Theme.secondary
                 elide: Text.ElideRight
-                text: row.date
+                text: row.view.date
             }
 
             Badge {
@@ -55,7 +49,7 @@ Item {
 
                 anchors.right: parent.right
                 anchors.verticalCenter: version.verticalCenter
-                text: row.badge
+                text: row.view.badge
                 tone: Look.Good
             }
         }
@@ -64,7 +58,7 @@ Item {
             caption: true
             color: Theme.secondary
             elide: Text.ElideRight
-            text: row.reason
+            text: row.view.reason
             width: parent.width
         }
     }
@@ -74,10 +68,10 @@ Item {
 
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
-        usable: row.canRestore
-        hint: row.help
-        label: row.button
+        usable: row.view.canRestore
+        hint: row.view.help
+        label: row.view.button
 
-        onClicked: Panel.actions.restoreBackup(row.version)
+        onClicked: Panel.actions.restoreBackup(row.view.version)
     }
 }

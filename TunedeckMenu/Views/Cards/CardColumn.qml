@@ -15,7 +15,7 @@ Column {
     topPadding: 2
 
     FadeLoader {
-        shown: column.detached && Panel.hiddenIcon.shown
+        shown: column.detached && Panel.content.hiddenIcon.shown
         width: column.cardWidth
 
         sourceComponent: HiddenIconCard {
@@ -23,7 +23,7 @@ Column {
     }
 
     FadeLoader {
-        shown: Panel.notRunning.shown
+        shown: Panel.content.notRunning.shown
         width: column.cardWidth
 
         sourceComponent: NotRunningCard {
@@ -31,7 +31,7 @@ Column {
     }
 
     FadeLoader {
-        shown: Panel.recent.shown
+        shown: Panel.content.recent.shown
         width: column.cardWidth
 
         sourceComponent: RecentCard {
@@ -39,7 +39,7 @@ Column {
     }
 
     FadeLoader {
-        shown: Panel.tools.shown
+        shown: Panel.content.tools.shown
         width: column.cardWidth
 
         sourceComponent: ToolsCard {

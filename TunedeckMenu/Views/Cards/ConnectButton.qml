@@ -5,17 +5,12 @@ import Tunedeck.Views
 Control {
     id: button
 
-    required property string rowId
-    required property string name
-    required property string plan
-    required property string accessibleName
-    required property string help
-    required property string symbol
+    required property connectRowView view
     property bool chosen: false
 
-    hint: help
+    hint: view.help
     implicitHeight: Math.round(32 * Theme.scale)
-    label: accessibleName
+    label: view.accessibleName
 
     Rectangle {
         anchors.fill: parent
@@ -37,7 +32,7 @@ Control {
 
         anchors.verticalCenter: parent.verticalCenter
         color: Theme.accent
-        name: button.symbol
+        name: button.view.symbol
         size: Math.round(13 * Theme.scale)
         x: 9
     }
@@ -51,7 +46,7 @@ Control {
         elide: Text.ElideRight
         font.pixelSize: Math.round(12.5 * Theme.scale)
         font.weight: Font.Medium
-        text: button.name
+        text: button.view.name
     }
 
     PlainText {
@@ -62,6 +57,6 @@ Control {
         anchors.verticalCenter: parent.verticalCenter
         color: Theme.secondary
         font.pixelSize: Theme.caption2Size
-        text: button.plan
+        text: button.view.plan
     }
 }

@@ -16,10 +16,10 @@ Flow {
             required property int index
             readonly property bool alone: index % 2 === 0 && index === rows.count - 1 // qmllint disable unqualified
 
-            usable: !Panel.assistants.busy
+            usable: !Panel.content.assistants.busy
             width: alone ? parent.width : (parent.width - 8) / 2
 
-            onClicked: Panel.actions.connectAssistant(rowId)
+            onClicked: Panel.actions.connectAssistant(view.id)
         }
     }
 }

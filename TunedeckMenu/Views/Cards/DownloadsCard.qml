@@ -5,9 +5,9 @@ import Tunedeck.Views
 Card {
     id: card
 
-    readonly property downloadsView view: Panel.downloads
+    readonly property downloadsView view: Panel.content.downloads
 
-    symbol: view.symbol
+    symbol: "arrow.down.circle"
     title: view.title
 
     accessory: Badge {
@@ -15,7 +15,7 @@ Card {
     }
 
     PathRow {
-        hint: card.view.folderHelp
+        hint: card.view.folderPath
         path: card.view.folderPath
         subtitle: card.view.folderSubtitle
         title: card.view.folderTitle
@@ -37,8 +37,8 @@ Card {
         width: parent.width
 
         sourceComponent: Banner {
-            text: Panel.downloads.warning.text
-            tone: Panel.downloads.warning.tone
+            text: Panel.content.downloads.warning.text
+            tone: Panel.content.downloads.warning.tone
         }
     }
 
@@ -56,7 +56,6 @@ Card {
 
         PushButton {
             label: card.view.defaultButton
-            visible: label !== ""
 
             onClicked: Panel.actions.useDefaultFolder()
         }

@@ -5,9 +5,9 @@ import Tunedeck.Views
 Card {
     id: card
 
-    readonly property textCardView view: Panel.hiddenIcon
+    readonly property textCardView view: Panel.content.hiddenIcon
 
-    symbol: view.symbol
+    symbol: "menubar.rectangle"
     title: view.title
 
     Label {

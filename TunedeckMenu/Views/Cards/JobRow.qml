@@ -5,15 +5,9 @@ import Tunedeck.Views
 HintArea {
     id: row
 
-    required property string symbol
-    required property int tone
-    required property bool pulsing
-    required property string playlist
-    required property string trailing
-    required property string stateName
-    required property string message
+    required property jobRowView view
 
-    hint: message
+    hint: view.message
     implicitHeight: name.implicitHeight
 
     Symbol {
@@ -22,20 +16,20 @@ HintArea {
         property int phase: 0
 
         anchors.verticalCenter: parent.verticalCenter
-        color: Theme.symbolColor(row.tone)
-        name: row.symbol
+        color: Theme.symbolColor(row.view.tone)
+        name: row.view.symbol
         opacity: 0.7 + 0.3 * Math.cos(2 * Math.PI * phase / 24)
         size: Math.round(14 * Theme.scale)
 
         Accessible.role: Accessible.Graphic
-        Accessible.name: row.stateName
-        Accessible.description: row.message
+        Accessible.name: row.view.stateName
+        Accessible.description: row.view.message
 
         Timer {
             // A period of 1.6 s in 24 steps: an animation would redraw the window 60 times per second.
             interval: 66
             repeat: true
-            running: row.pulsing && row.visible && !Theme.reduceMotion && mark.Window.visibility !== Window.Hidden && mark.Window.visibility !== Window.Minimized
+            running: row.view.pulsing && row.visible && !Theme.reduceMotion && mark.Window.visibility !== Window.Hidden && mark.Window.visibility !== Window.Minimized
 
             onRunningChanged: mark.phase = 0
             onTriggered: mark.phase = (mark.phase + 1) % 24
@@ -51,7 +45,7 @@ HintArea {
         anchors.rightMargin: when.visible ? 10 : 0
         elide: Text.ElideRight
         horizontalAlignment: Text.AlignLeft
-        text: row.playlist
+        text: row.view.playlist
     }
 
     Label {
@@ -61,7 +55,7 @@ HintArea {
         anchors.right: parent.right
         caption: true
         color: Theme.secondary
-        text: row.trailing
+        text: row.view.trailing
         wrapMode: Text.NoWrap
     }
 }

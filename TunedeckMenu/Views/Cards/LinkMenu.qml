@@ -5,26 +5,24 @@ import Tunedeck.Views
 PopupMenu {
     id: menu
 
-    required property string linkId
-    required property int kind
-    required property linkMenuView view
+    required property linkRowView link
 
     MenuEntry {
-        label: menu.view.renew
+        label: menu.link.menu.renew
         visible: label !== ""
 
         onClicked: {
             menu.close();
-            if (menu.kind === Look.Telegram)
-                Panel.actions.newTelegramCode(menu.linkId);
+            if (menu.link.kind === Look.Telegram)
+                Panel.actions.newTelegramCode(menu.link.id);
             else
-                Panel.actions.rotateLink(menu.linkId);
+                Panel.actions.rotateLink(menu.link.id);
         }
     }
 
     Item {
         implicitHeight: 9
-        visible: menu.view.renew !== ""
+        visible: menu.link.menu.renew !== ""
         width: parent ? parent.width : 0
 
         Rectangle {
@@ -36,20 +34,20 @@ PopupMenu {
     }
 
     MenuEntry {
-        label: menu.view.guide
+        label: menu.link.menu.guide
 
         onClicked: {
             menu.close();
-            Panel.actions.openSetupGuide(menu.linkId);
+            Panel.actions.openSetupGuide(menu.link.id);
         }
     }
 
     MenuEntry {
-        label: menu.view.disconnect
+        label: menu.link.menu.disconnect
 
         onClicked: {
             menu.close();
-            Panel.actions.disconnectLink(menu.linkId);
+            Panel.actions.disconnectLink(menu.link.id);
         }
     }
 }

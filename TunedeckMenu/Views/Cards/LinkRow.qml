@@ -5,18 +5,7 @@ import Tunedeck.Views
 Column {
     id: row
 
-    required property string rowId
-    required property int kind
-    required property string name
-    required property string detail
-    required property bool connected
-    required property linkMenuView menu
-    required property string text
-    required property var fields
-    required property telegramPairingView pairing
-    required property string guideTitle
-    required property string guideHelp
-    required property string guideDescription
+    required property linkRowView view
 
     spacing: 6
 
@@ -29,7 +18,7 @@ Column {
 
             anchors.verticalCenter: parent.verticalCenter
             size: 6
-            tone: row.connected ? Look.Good : Look.Secondary
+            tone: row.view.connected ? Look.Good : Look.Secondary
         }
 
         Label {
@@ -40,7 +29,7 @@ Column {
             anchors.verticalCenter: parent.verticalCenter
             elide: Text.ElideRight
             font.weight: Font.Medium
-            text: row.name
+            text: row.view.name
             width: Math.min(implicitWidth, more.x - x - detail.implicitWidth - 8)
         }
 
@@ -52,7 +41,7 @@ Column {
             anchors.leftMargin: 5
             caption: true
             color: Theme.secondary
-            text: row.detail
+            text: row.view.detail
             wrapMode: Text.NoWrap
         }
 
@@ -64,17 +53,15 @@ Column {
             anchors.verticalCenter: parent.verticalCenter
             expandable: true
             expanded: menuLoader.status === Loader.Ready
-            label: row.menu.label
+            label: row.view.menu.label
             role: Accessible.ButtonMenu
             symbol: "ellipsis.circle"
 
-            Accessible.description: row.menu.description
+            Accessible.description: row.view.menu.description
 
             onClicked: menuLoader.setSource("LinkMenu.qml", {
                     "byKeyboard": more.focusShown,
-                    "kind": row.kind,
-                    "linkId": row.rowId,
-                    "view": row.menu,
+                    "link": row.view,
                     "target": more
                 })
         }
@@ -93,39 +80,42 @@ Column {
     Label {
         caption: true
         color: Theme.secondary
-        text: row.text
+        text: row.view.text
         width: parent.width
     }
 
-    Repeater {
-        model: row.fields
+    SecretField {
+        view: row.view.urlField
+        width: parent.width
 
-        SecretField {
-            width: parent.width
+        onCopied: Panel.actions.copySecret(view.key)
+    }
 
-            onCopied: Panel.actions.copySecret(key)
-        }
+    SecretField {
+        view: row.view.keyField
+        width: parent.width
+
+        onCopied: Panel.actions.copySecret(view.key)
     }
 
     TelegramPairing {
-        view: row.pairing
+        view: row.view.pairing
         visible: view.shown
         width: parent.width
 
-        onNewCodePressed: Panel.actions.newTelegramCode(row.rowId)
-        onOpenPressed: Panel.actions.openTelegram(row.rowId)
+        onNewCodePressed: Panel.actions.newTelegramCode(row.view.id)
+        onOpenPressed: Panel.actions.openTelegram(row.view.id)
     }
 
     PushButton {
         borderless: true
-        hint: row.guideHelp
-        label: row.guideTitle
+        hint: row.view.guideHelp
+        label: row.view.guideTitle
         role: Accessible.Link
-        visible: label !== ""
         x: -6
 
-        Accessible.description: row.guideDescription
+        Accessible.description: row.view.guideDescription
 
-        onClicked: Panel.actions.openSetupGuide(row.rowId)
+        onClicked: Panel.actions.openSetupGuide(row.view.id)
     }
 }

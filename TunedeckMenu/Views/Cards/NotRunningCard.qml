@@ -5,9 +5,9 @@ import Tunedeck.Views
 Card {
     id: card
 
-    readonly property notRunningView view: Panel.notRunning
+    readonly property notRunningView view: Panel.content.notRunning
 
-    symbol: view.symbol
+    symbol: "bolt.horizontal.circle"
     title: view.title
 
     Label {
@@ -17,7 +17,6 @@ Card {
 
     PushButton {
         busy: card.view.starting
-        usable: !card.view.starting
         label: card.view.button
         large: true
         prominent: true

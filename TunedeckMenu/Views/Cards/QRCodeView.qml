@@ -25,11 +25,8 @@ Item {
         visible: code.drawable
 
         Behavior on opacity  {
-            enabled: !Theme.reduceMotion
-
-            NumberAnimation {
-                duration: 200
-                easing.type: Easing.OutQuad
+            Ease {
+                time: 200
             }
         }
 

@@ -5,9 +5,9 @@ import Tunedeck.Views
 Card {
     id: card
 
-    readonly property recentView view: Panel.recent
+    readonly property recentView view: Panel.content.recent
 
-    symbol: view.symbol
+    symbol: "clock"
     title: view.title
 
     Column {

@@ -5,9 +5,9 @@ import Tunedeck.Views
 Card {
     id: card
 
-    readonly property rekordboxView view: Panel.rekordbox
+    readonly property rekordboxView view: Panel.content.rekordbox
 
-    symbol: view.symbol
+    symbol: "square.stack.3d.up"
     title: view.title
 
     accessory: Badge {
@@ -43,17 +43,18 @@ Card {
 
     Column {
         spacing: 6
-        visible: card.view.hasLibrary && card.view.retryButton !== ""
+        visible: card.view.retryButton !== ""
         width: parent.width
 
         Repeater {
             model: Panel.failedChanges
 
             Banner {
-                required detail
-                required text
-                required tone
+                required property bannerView view
 
+                detail: view.detail
+                text: view.text
+                tone: view.tone
                 width: parent.width
             }
         }
@@ -83,11 +84,9 @@ Card {
 
     PushButton {
         busy: card.view.busy
-        usable: !card.view.busy
         hint: card.view.busyHelp
         label: card.view.applyButton
         prominent: true
-        visible: card.view.hasLibrary && label !== ""
 
         onClicked: Panel.actions.applyLibraryNow()
     }
@@ -97,7 +96,24 @@ Card {
         visible: card.view.hasLibrary
         width: parent.width
 
-        content: BackupList {
+        content: Column {
+            spacing: 10
+            topPadding: 4
+
+            Repeater {
+                model: Panel.backups
+
+                BackupRow {
+                    width: parent.width
+                }
+            }
+
+            Label {
+                caption: true
+                color: Theme.secondary
+                text: Panel.content.rekordbox.backupsNote
+                width: parent.width
+            }
         }
     }
 
@@ -117,16 +133,16 @@ Card {
 
             anchors.verticalCenter: parent.verticalCenter
             color: Theme.secondary
-            name: card.view.xmlSymbol
+            name: "doc.text"
             size: Math.round(13 * Theme.scale)
-            visible: name !== ""
+            visible: show.visible
         }
 
         Label {
             id: xml
 
-            anchors.left: sheet.visible ? sheet.right : parent.left
-            anchors.leftMargin: sheet.visible ? 7 : 0
+            anchors.left: show.visible ? sheet.right : parent.left
+            anchors.leftMargin: show.visible ? 7 : 0
             anchors.right: show.visible ? show.left : parent.right
             anchors.verticalCenter: parent.verticalCenter
             caption: true
@@ -143,7 +159,6 @@ Card {
             borderless: true
             hint: card.view.xmlHelp
             label: card.view.xmlButton
-            visible: label !== ""
 
             onClicked: Panel.actions.revealXML()
         }

@@ -1,21 +1,16 @@
 import QtQuick
 import Tunedeck.Views
 
-/// A URL or key with its Copy button.
+/// A URL or key with its Copy button; hidden without a key.
 Item {
     id: field
 
-    required property string label
-    required property string shownValue
-    required property string key
-    required property string help
-    required property string description
-    required property string button
-    required property string buttonSymbol
+    required property secretFieldView view
 
     signal copied
 
     implicitHeight: copy.implicitHeight
+    visible: view.key !== ""
 
     Label {
         id: name
@@ -23,7 +18,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         caption: true
         color: Theme.secondary
-        text: field.label
+        text: field.view.label
         width: visible ? Math.round(34 * Theme.scale) : 0
     }
 
@@ -44,20 +39,30 @@ Item {
             elide: Text.ElideMiddle
             font.pixelSize: Theme.caption2Size
             mono: true
-            text: field.shownValue
+            text: field.view.shownValue
         }
     }
 
-    CopyButton {
+    PushButton {
         id: copy
 
         anchors.right: parent.right
-        hint: field.help
-        label: field.button
-        symbol: field.buttonSymbol
+        implicitWidth: Math.round(74 * Theme.scale)
+        hint: field.view.help
+        label: field.view.button
+        symbol: field.view.buttonSymbol
 
-        Accessible.description: field.description
+        Accessible.description: field.view.description
 
         onClicked: field.copied()
+        onLabelChanged: if (visible)
+            fade.restart()
+
+        FadeIn {
+            id: fade
+
+            from: 0.3
+            target: copy
+        }
     }
 }

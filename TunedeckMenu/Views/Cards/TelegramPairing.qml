@@ -42,7 +42,6 @@ Item {
             hint: block.view.openHelp
             label: block.view.openButton
             prominent: true
-            visible: label !== ""
 
             Accessible.description: block.view.openDescription
 
@@ -54,7 +53,6 @@ Item {
             hint: block.view.newCodeHelp
             label: block.view.newCodeButton
             prominent: block.view.expired
-            visible: label !== ""
 
             Accessible.description: block.view.newCodeDescription
 

@@ -5,9 +5,9 @@ import Tunedeck.Views
 Card {
     id: card
 
-    readonly property toolsNoticeView view: Panel.tools
+    readonly property toolsNoticeView view: Panel.content.tools
 
-    symbol: view.symbol
+    symbol: "wrench.and.screwdriver"
     title: view.title
 
     accessory: Badge {
@@ -29,19 +29,16 @@ Card {
 
     ProgressBar {
         value: card.view.progress
-        visible: value >= 0
         width: parent.width
     }
 
     BusyLine {
         text: card.view.installingText
-        visible: text !== ""
     }
 
     PushButton {
         label: card.view.button
         prominent: true
-        visible: label !== ""
 
         onClicked: Panel.actions.repairTools()
     }

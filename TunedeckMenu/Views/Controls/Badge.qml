@@ -13,7 +13,7 @@ HintArea {
     implicitWidth: label.implicitWidth + 12
     visible: text !== ""
 
-    onTextChanged: if (visible && !Theme.reduceMotion)
+    onTextChanged: if (visible)
         fade.restart()
 
     Accessible.role: Accessible.StaticText

@@ -1,19 +1,17 @@
 import QtQuick
 import Tunedeck.Views
 
-/// A spinner with a text.
+/// A spinner with a text. Hidden without a text.
 Row {
-    id: line
-
     property alias text: label.text
 
     spacing: 7
+    visible: text !== ""
 
     Spinner {
         anchors.verticalCenter: parent.verticalCenter
         color: Theme.secondary
         height: Math.round(13 * Theme.scale)
-        visible: line.visible
         width: height
     }
 

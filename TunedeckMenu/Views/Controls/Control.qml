@@ -7,11 +7,13 @@ Pressable {
 
     property string label
     property int role: Accessible.Button
+    property bool busy: false
     property real pressedScale: 0.97
     property real ringRadius: Theme.controlRadius + 2
     default property alias content: body.data
 
     opacity: usable ? 1 : 0.5
+    usable: !busy
 
     Accessible.role: role
     Accessible.name: label
@@ -25,15 +27,13 @@ Pressable {
         scale: control.pressed && !Theme.reduceMotion ? control.pressedScale : 1
 
         Behavior on opacity  {
-            NumberAnimation {
+            Ease {
                 duration: Theme.pressDuration
-                easing.type: Easing.OutQuad
             }
         }
         Behavior on scale  {
-            NumberAnimation {
+            Ease {
                 duration: Theme.pressDuration
-                easing.type: Easing.OutQuad
             }
         }
     }

@@ -22,7 +22,7 @@ Column {
         width: parent.width
 
         onClicked: {
-            group.animating = !Theme.reduceMotion;
+            group.animating = true;
             group.open = !group.open;
         }
 
@@ -34,11 +34,7 @@ Column {
             size: Math.round(11 * Theme.scale)
 
             Behavior on rotation  {
-                enabled: !Theme.reduceMotion
-
-                NumberAnimation {
-                    duration: Theme.fadeDuration
-                    easing.type: Easing.OutQuad
+                Ease {
                 }
             }
         }
@@ -60,12 +56,9 @@ Column {
         width: parent.width
 
         Behavior on height  {
-            enabled: !Theme.reduceMotion && group.animating
+            enabled: group.animating
 
-            NumberAnimation {
-                duration: Theme.fadeDuration
-                easing.type: Easing.OutQuad
-
+            Ease {
                 onRunningChanged: if (!running)
                     group.animating = false
             }

@@ -2,8 +2,7 @@ import QtQuick
 import Tunedeck.Views
 
 /// Fades `target` in each time it is restarted.
-NumberAnimation {
-    duration: Theme.fadeDuration
+Ease {
     from: 0
     property: "opacity"
     to: 1

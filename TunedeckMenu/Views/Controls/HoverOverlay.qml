@@ -11,9 +11,8 @@ Rectangle {
     opacity: control.hovered && control.usable ? strength : 0
 
     Behavior on opacity  {
-        NumberAnimation {
+        Ease {
             duration: Theme.hoverDuration
-            easing.type: Easing.OutQuad
         }
     }
 }

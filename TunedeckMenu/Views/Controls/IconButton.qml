@@ -6,13 +6,11 @@ Control {
     id: button
 
     property string symbol
-    property bool busy: false
 
     hint: label
     implicitHeight: Math.round(26 * Theme.scale)
     implicitWidth: Math.round(26 * Theme.scale)
     pressedScale: 0.92
-    usable: !busy
 
     // The hint repeats the name.
     Accessible.description: ""

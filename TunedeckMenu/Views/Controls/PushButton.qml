@@ -1,20 +1,20 @@
 import QtQuick
 import Tunedeck.Views
 
-/// A button with a title: outlined, `prominent` (filled) or `borderless`.
+/// A button with a title: outlined, `prominent` (filled) or `borderless`. Hidden without a label.
 Control {
     id: button
 
     property bool prominent: false
     property bool borderless: false
     property bool large: false
-    property bool busy: false
     property string symbol
 
     readonly property color foreground: prominent ? Theme.accentText : borderless ? Theme.accent : Theme.text
 
     implicitHeight: large ? Theme.largeControlHeight : Theme.controlHeight
     implicitWidth: row.implicitWidth + (borderless ? 12 : large ? 28 : 20)
+    visible: label !== ""
 
     Rectangle {
         anchors.fill: parent

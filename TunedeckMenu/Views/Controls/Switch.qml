@@ -31,11 +31,8 @@ Control {
             x: toggle.checked ? parent.width - width - 2 : 2
 
             Behavior on x  {
-                enabled: !Theme.reduceMotion
-
-                NumberAnimation {
-                    duration: Theme.pressDuration
-                    easing.type: Easing.OutQuad
+                Ease {
+                    time: Theme.pressDuration
                 }
             }
         }

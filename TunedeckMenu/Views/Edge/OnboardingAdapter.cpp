@@ -13,7 +13,6 @@ OnboardingAdapter* OnboardingAdapter::create(QQmlEngine* engine, QJSEngine*) {
 void OnboardingAdapter::setContent(const OnboardingContent& content) {
     m_tools.assign(content.tools);
     m_assistants.assign(content.assistants);
-    m_fields.assign(content.fields);
     if (m_content != content) {
         m_content = content;
         Q_EMIT contentChanged();

@@ -17,7 +17,6 @@ class OnboardingAdapter : public QObject {
     Q_PROPERTY(tunedeck::OnboardingContent content READ content NOTIFY contentChanged)
     Q_PROPERTY(QAbstractItemModel* tools READ tools CONSTANT)
     Q_PROPERTY(QAbstractItemModel* assistants READ assistants CONSTANT)
-    Q_PROPERTY(QAbstractItemModel* fields READ fields CONSTANT)
 public:
     /// Becomes a child of `engine`, where create() finds it.
     explicit OnboardingAdapter(QQmlEngine& engine);
@@ -31,7 +30,6 @@ public:
     [[nodiscard]] OnboardingContent content() const { return m_content; }
     [[nodiscard]] QAbstractItemModel* tools() { return &m_tools; }
     [[nodiscard]] QAbstractItemModel* assistants() { return &m_assistants; }
-    [[nodiscard]] QAbstractItemModel* fields() { return &m_fields; }
 
 Q_SIGNALS:
     void contentChanged();
@@ -42,7 +40,6 @@ private:
     OnboardingContent m_content;
     KeyedModel<ToolRowView> m_tools{&ToolRowView::name};
     KeyedModel<ConnectRowView> m_assistants{&ConnectRowView::id};
-    KeyedModel<SecretFieldView> m_fields{&SecretFieldView::key};
 };
 
 } // namespace tunedeck

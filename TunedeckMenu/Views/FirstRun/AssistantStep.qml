@@ -19,11 +19,11 @@ Column {
             model: Onboarding.assistants
 
             ConnectButton {
-                chosen: rowId === Onboarding.content.chosen
+                chosen: view.id === Onboarding.content.chosen
                 usable: !Onboarding.content.connecting
                 width: (parent.width - 8) / 2
 
-                onClicked: Onboarding.actions.choose(rowId)
+                onClicked: Onboarding.actions.choose(view.id)
             }
         }
     }
@@ -31,7 +31,6 @@ Column {
     BusyLine {
         anchors.horizontalCenter: parent.horizontalCenter
         text: step.view.connectingText
-        visible: text !== ""
     }
 
     Plate {
@@ -53,14 +52,18 @@ Column {
                 width: parent.width
             }
 
-            Repeater {
-                model: Onboarding.fields
+            SecretField {
+                view: step.view.urlField
+                width: parent.width
 
-                SecretField {
-                    width: parent.width
+                onCopied: Onboarding.actions.copyLink()
+            }
 
-                    onCopied: key === "key" ? Onboarding.actions.copyKey() : Onboarding.actions.copyLink()
-                }
+            SecretField {
+                view: step.view.keyField
+                width: parent.width
+
+                onCopied: Onboarding.actions.copyKey()
             }
 
             Column {

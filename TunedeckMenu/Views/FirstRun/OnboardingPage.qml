@@ -11,15 +11,13 @@ Column {
 
     spacing: 14
 
-    onStepChanged: if (!Theme.reduceMotion)
-        fade.restart()
+    onStepChanged: fade.restart()
 
     FadeIn {
         id: fade
 
-        duration: 220
-        easing.type: Easing.OutQuad
         target: page
+        time: 220
     }
 
     Label {

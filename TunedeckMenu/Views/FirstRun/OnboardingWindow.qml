@@ -70,24 +70,14 @@ Window {
             }
         }
 
-        Item {
+        Notice {
             id: notice
 
             anchors.bottom: bar.top
-            height: banner.active ? banner.implicitHeight + 12 : 0
+            margin: 32
+            shown: window.error !== ""
+            text: window.lastError
             width: parent.width
-
-            FadeLoader {
-                id: banner
-
-                shown: window.error !== ""
-                width: parent.width - 64
-                x: 32
-
-                sourceComponent: Banner {
-                    text: window.lastError // qmllint disable unqualified
-                }
-            }
         }
 
         Rectangle {
@@ -109,7 +99,6 @@ Window {
                 anchors.verticalCenter: parent.verticalCenter
                 label: window.view.backButton
                 large: true
-                visible: label !== ""
                 x: 32
 
                 onClicked: Onboarding.actions.back()
@@ -122,7 +111,6 @@ Window {
                 label: window.view.nextButton
                 large: true
                 prominent: true
-                visible: label !== ""
 
                 onClicked: Onboarding.actions.advance()
             }

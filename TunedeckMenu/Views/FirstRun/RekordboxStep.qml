@@ -93,9 +93,7 @@ Column {
 
     PushButton {
         anchors.horizontalCenter: parent.horizontalCenter
-        usable: !step.view.baselineBusy
         label: step.view.baselineButton
-        visible: label !== ""
 
         onClicked: Onboarding.actions.takeBaseline()
     }

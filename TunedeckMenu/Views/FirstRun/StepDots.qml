@@ -1,7 +1,7 @@
 import QtQuick
 import Tunedeck.Views
 
-/// Shows which of the steps is the current one.
+/// Shows which of the steps is the current one: its dot is longer.
 Row {
     spacing: 7
 
@@ -11,7 +11,20 @@ Row {
     Repeater {
         model: Onboarding.content.stepCount
 
-        StepDot {
+        Rectangle {
+            required property int index
+            readonly property bool isCurrent: index === Onboarding.content.step
+
+            antialiasing: true
+            color: isCurrent ? Theme.accentFill : Theme.tint(Theme.text, 0.2)
+            height: 8
+            radius: 4
+            width: isCurrent ? 20 : 8
+
+            Behavior on width  {
+                Ease {
+                }
+            }
         }
     }
 }

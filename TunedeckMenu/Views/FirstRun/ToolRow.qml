@@ -5,10 +5,7 @@ import Tunedeck.Views
 Item {
     id: row
 
-    required property string name
-    required property string state
-    required property string symbol
-    required property int tone
+    required property toolRowView view
 
     implicitHeight: Math.round(34 * Theme.scale)
 
@@ -16,8 +13,8 @@ Item {
         id: mark
 
         anchors.verticalCenter: parent.verticalCenter
-        color: Theme.symbolColor(row.tone)
-        name: row.symbol
+        color: Theme.symbolColor(row.view.tone)
+        name: row.view.symbol
         size: Math.round(16 * Theme.scale)
         x: 14
     }
@@ -30,7 +27,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         elide: Text.ElideRight
         font.weight: Font.Medium
-        text: row.name
+        text: row.view.name
     }
 
     Label {
@@ -40,8 +37,8 @@ Item {
         anchors.rightMargin: 14
         anchors.verticalCenter: parent.verticalCenter
         caption: true
-        color: Theme.textColor(row.tone)
-        text: row.state
+        color: Theme.textColor(row.view.tone)
+        text: row.view.state
         wrapMode: Text.NoWrap
     }
 }

@@ -12,7 +12,6 @@ Column {
     BusyLine {
         anchors.horizontalCenter: parent.horizontalCenter
         text: step.view.waitingText
-        visible: text !== ""
     }
 
     Plate {
@@ -47,14 +46,12 @@ Column {
 
     ProgressBar {
         value: step.view.progress
-        visible: value >= 0
         width: parent.width
     }
 
     PushButton {
         anchors.horizontalCenter: parent.horizontalCenter
         label: step.view.repairButton
-        visible: label !== ""
 
         onClicked: Onboarding.actions.repairTools()
     }

@@ -54,16 +54,13 @@ Item {
                 text: bar.view.status
                 width: parent.width - 14
 
-                onTextChanged: if (!Theme.reduceMotion)
-                    fade.restart()
+                onTextChanged: fade.restart()
 
-                NumberAnimation on opacity  {
+                FadeIn {
                     id: fade
 
-                    duration: Theme.fadeDuration
                     from: 0.2
-                    running: false
-                    to: 1
+                    target: status
                 }
             }
         }

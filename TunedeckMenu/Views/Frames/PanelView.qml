@@ -31,7 +31,7 @@ Rectangle {
     HeaderBar {
         id: header
 
-        view: Panel.header
+        view: Panel.content.header
         width: parent.width
         y: view.topInset
     }
@@ -44,7 +44,7 @@ Rectangle {
         anchors.right: parent.right
         anchors.top: header.bottom
 
-        Accessible.name: Panel.header.title
+        Accessible.name: Panel.content.header.title
 
         CardColumn {
             detached: view.topInset > 0
@@ -60,23 +60,14 @@ Rectangle {
         width: parent.width
     }
 
-    Item {
+    Notice {
         id: notice
 
         anchors.bottom: footer.top
-        height: line.active ? line.implicitHeight + Theme.margin : 0
+        shown: Panel.content.banner.shown
+        text: Panel.content.banner.text
+        tone: Panel.content.banner.tone
         width: parent.width
-
-        FadeLoader {
-            id: line
-
-            shown: Panel.banner.shown
-            width: parent.width - 2 * Theme.margin
-            x: Theme.margin
-            y: 4
-            sourceComponent: CurrentBanner {
-            }
-        }
     }
 
     Rectangle {
@@ -90,7 +81,7 @@ Rectangle {
         id: footer
 
         anchors.bottom: parent.bottom
-        view: Panel.footer
+        view: Panel.content.footer
         width: parent.width
     }
 

@@ -5,34 +5,22 @@
 namespace tunedeck {
 
 void Alert::setText(const QString& text) {
-    if (m_text != text) {
-        m_text = text;
-        Q_EMIT textChanged();
-        if (isComponentComplete()) {
-            announce();
-        }
+    if (m_text == text) {
+        return;
     }
-}
-
-void Alert::componentComplete() {
-    QQuickItem::componentComplete();
-    announce();
-}
-
-void Alert::announce() {
+    m_text = text;
+    Q_EMIT textChanged();
     // Queued: first the item must be in its window and its name updated. Qt 6.4 doesn't forward Alert events to AT-SPI,
     // but screen readers also react to an alert that is shown.
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            if (!m_text.isEmpty() && isVisible()) {
-                for (const auto kind : {QAccessible::Alert, QAccessible::ObjectShow}) {
-                    QAccessibleEvent event(this, kind);
-                    QAccessible::updateAccessibility(&event);
-                }
+    const auto announce = [this] {
+        if (!m_text.isEmpty() && isVisible()) {
+            for (const auto kind : {QAccessible::Alert, QAccessible::ObjectShow}) {
+                QAccessibleEvent event(this, kind);
+                QAccessible::updateAccessibility(&event);
             }
-        },
-        Qt::QueuedConnection);
+        }
+    };
+    QMetaObject::invokeMethod(this, announce, Qt::QueuedConnection);
 }
 
 } // namespace tunedeck

@@ -19,12 +19,7 @@ public:
 Q_SIGNALS:
     void textChanged();
 
-protected:
-    void componentComplete() override;
-
 private:
-    void announce();
-
     QString m_text;
 };
 
