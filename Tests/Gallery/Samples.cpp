@@ -232,6 +232,14 @@ PanelState crowded() {
     return state;
 }
 
+PanelState offered() {
+    PanelState state = usual();
+    state.update.value =
+        UpdateState::Available{Release{.version = u"1.5.0"_s, .notes = u"Backups are listed by day."_s}};
+    state.actionNote = u"Diagnostics copied."_s;
+    return state;
+}
+
 OnboardingState toolsStep() {
     OnboardingState state;
     state.status = goodStatus();
@@ -244,12 +252,27 @@ OnboardingState toolsStep() {
     return state;
 }
 
+OnboardingState brokenTools() {
+    OnboardingState state = toolsStep();
+    state.toolbox->installing = false;
+    state.toolbox->error = u"The download was cut off."_s;
+    state.error = u"Couldn't reach tunedeck to repair its tools."_s;
+    return state;
+}
+
 OnboardingState rekordboxStep() {
     OnboardingState state;
     state.step = OnboardingStep::rekordbox;
     state.status = goodStatus();
     state.rekordbox = RekordboxInstall{u"Rekordbox 7"_s, u"7.1.3"_s};
     state.baseline.value = Baseline::Done{u"1.0.0"_s};
+    return state;
+}
+
+OnboardingState postponedBackup() {
+    OnboardingState state = rekordboxStep();
+    state.rekordbox.reset();
+    state.baseline.value = Baseline::Later{u"Rekordbox is open."_s};
     return state;
 }
 
@@ -265,6 +288,28 @@ OnboardingState assistantStep(Assistant assistant) {
     state.assistant = assistant;
     state.link = link(u"n"_s, assistant);
     return state;
+}
+
+QList<std::pair<QString, PanelState>> panels() {
+    return {{u"checking"_s, checking()}, {u"stopped"_s, stopped()}, {u"usual"_s, usual()},
+            {u"troubled"_s, troubled()}, {u"busy"_s, busy()},       {u"long-words"_s, longWords()},
+            {u"crowded"_s, crowded()},   {u"update"_s, offered()}};
+}
+
+QList<std::pair<QString, OnboardingState>> firstRuns() {
+    OnboardingState claude = assistantStep(Assistant::claude);
+    claude.copied = true;
+    claude.link->lastUsedAt = ago(minute);
+    claude.error = u"Couldn't open https://tunedeck.example/connect/claude."_s;
+    return {{u"waiting"_s, {}},
+            {u"tools"_s, toolsStep()},
+            {u"no-tools"_s, brokenTools()},
+            {u"rekordbox"_s, rekordboxStep()},
+            {u"no-rekordbox"_s, postponedBackup()},
+            {u"assistant"_s, assistantStep()},
+            {u"telegram"_s, assistantStep(Assistant::telegram)},
+            {u"claude"_s, claude},
+            {u"iphone"_s, assistantStep(Assistant::iphone)}};
 }
 
 } // namespace samples

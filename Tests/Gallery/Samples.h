@@ -36,11 +36,22 @@ AssistantLink link(const QString& id, Assistant assistant);
 /// The status document of a state with a running service.
 ServiceStatus& status(PanelState& state);
 
+/// With a version on offer and the note of an action.
+PanelState offered();
+
 OnboardingState toolsStep();
+/// After a failed installation.
+OnboardingState brokenTools();
 OnboardingState rekordboxStep();
+/// Without Rekordbox, after a failed backup.
+OnboardingState postponedBackup();
 /// Before an assistant is chosen, or with the link of the chosen one.
 OnboardingState assistantStep();
 OnboardingState assistantStep(Assistant assistant);
+
+/// All of these states, with names.
+QList<std::pair<QString, PanelState>> panels();
+QList<std::pair<QString, OnboardingState>> firstRuns();
 
 } // namespace samples
 } // namespace tunedeck

@@ -59,48 +59,21 @@ void ask(PanelViews& views) {
 }
 
 QList<Screenshot> screenshots() {
-    PanelState offered = samples::usual();
-    offered.update.value =
-        UpdateState::Available{Release{.version = u"1.5.0"_s, .notes = u"Backups are listed by day."_s}};
-
-    OnboardingState noTools = samples::toolsStep();
-    noTools.toolbox->installing = false;
-    noTools.toolbox->error = u"The download was cut off."_s;
-    noTools.error = u"Couldn't reach tunedeck to repair its tools."_s;
-    OnboardingState later = samples::rekordboxStep();
-    later.rekordbox.reset();
-    later.baseline.value = Baseline::Later{u"Rekordbox is open."_s};
-    OnboardingState claude = samples::assistantStep(Assistant::claude);
-    claude.copied = true;
-    claude.link->lastUsedAt = samples::ago(60);
-    claude.error = u"Couldn't open https://tunedeck.example/connect/claude."_s;
-
     const auto pressing = [](const QString& label) { return [label](PanelViews&) { press(label); }; };
-    const auto welcome = [](const QString& name, const OnboardingState& state) {
-        return Screenshot{.name = u"welcome-"_s + name, .window = Window::Onboarding, .onboarding = state};
-    };
-    return {
-        {.name = u"checking"_s, .panel = samples::checking()},
-        {.name = u"stopped"_s, .panel = samples::stopped()},
-        {.name = u"usual"_s, .panel = samples::usual()},
-        {.name = u"troubled-window"_s, .panel = samples::troubled(), .window = Window::Main},
-        {.name = u"long-words"_s, .panel = samples::longWords()},
-        {.name = u"crowded"_s, .panel = samples::crowded()},
+    QList<Screenshot> all{
         {.name = u"backups"_s, .panel = samples::usual(), .then = pressing(u"Backups (3)"_s)},
         {.name = u"more"_s, .panel = samples::usual(), .then = pressing(u"More"_s)},
-        {.name = u"busy"_s, .panel = samples::busy(), .then = pressing(u"Backups (3)"_s)},
         {.name = u"focus"_s, .panel = samples::usual(), .then = pressTab},
         {.name = u"confirm"_s, .panel = samples::usual(), .window = Window::Main, .then = ask},
-        {.name = u"update"_s, .panel = offered},
-        welcome(u"no-tools"_s, noTools),
-        welcome(u"tools"_s, samples::toolsStep()),
-        welcome(u"rekordbox"_s, samples::rekordboxStep()),
-        welcome(u"no-rekordbox"_s, later),
-        welcome(u"assistant"_s, samples::assistantStep()),
-        welcome(u"telegram"_s, samples::assistantStep(Assistant::telegram)),
-        welcome(u"claude"_s, claude),
-        welcome(u"iphone"_s, samples::assistantStep(Assistant::iphone)),
+        {.name = u"window"_s, .panel = samples::troubled(), .window = Window::Main},
     };
+    for (const auto& [name, state] : samples::panels()) {
+        all.append({.name = name, .panel = state});
+    }
+    for (const auto& [name, state] : samples::firstRuns()) {
+        all.append({.name = u"welcome-"_s + name, .window = Window::Onboarding, .onboarding = state});
+    }
+    return all;
 }
 
 bool takeScreenshot(PanelModule& module, const Screenshot& screenshot, bool dark, const QString& path) {

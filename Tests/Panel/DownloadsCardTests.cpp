@@ -9,7 +9,7 @@ TEST(DownloadsCard, OffersTheDefaultInsteadOfACustomFolder) {
     const auto card = [&] { return downloadsCard(ServiceState::running(status), {}, u"/Users/me"_s); };
     const QString buttons = u"changeButton: Change Folder… | changeHelp: New downloads go to the folder you pick. "
                             "Songs already saved stay where they are. | %1note: Applies from the next download."_s;
-    const QString folder = u"title: Downloads | badge: %1 | hasFolder: true | folderPath: /Users/me/Music | "
+    const QString folder = u"title: Downloads | badge: %1 | folderPath: /Users/me/Music | "
                            "folderTitle: Show in Finder | folderSubtitle: ~/Music | tone: Warning | "_s;
     EXPECT_EQ(textOf(card()), (folder.arg(u"Default"_s) + buttons.arg(QString())).toStdString());
     status.downloadDirSource = u"settings"_s;

@@ -38,16 +38,16 @@ void recordNotification(QAccessibleEvent* event) {
 } // namespace
 
 TEST_F(ControlTests, EveryControlHasAnUnambiguousName) {
-    PanelState namesakes = samples::usual();
+    auto panels = samples::panels();
+    auto& namesakes = panels.emplaceBack(u"namesakes"_s, samples::usual()).second.links;
     for (const auto& id : {u"x"_s, u"y"_s}) {
         for (const Assistant assistant : {Assistant::claude, Assistant::iphone, Assistant::telegram}) {
-            namesakes.links.push_back(samples::link(id + info(assistant).rawValue, assistant));
+            namesakes.push_back(samples::link(id + info(assistant).rawValue, assistant));
         }
     }
     mainWindow(contentOf(samples::checking()));
-    for (const PanelState& state : {samples::stopped(), samples::troubled(), samples::busy(), samples::longWords(),
-                                    samples::crowded(), namesakes}) {
-        setContent(contentOf(state));
+    for (const auto& panel : panels) {
+        setContent(contentOf(panel.second));
         QSet<QPair<QString, QString>> names;
         for (const Element& element : controls()) {
             EXPECT_FALSE(element.name.isEmpty())
@@ -180,15 +180,11 @@ TEST_F(ControlTests, EveryKindOfControlReactsToMouseKeysAndAssistiveTechnology) 
 }
 
 TEST_F(ControlTests, TheFirstRunsControlsCallTheirActions) {
-    OnboardingState noTools = samples::toolsStep();
-    noTools.toolbox->installing = false;
-    OnboardingState noBackup = samples::rekordboxStep();
-    noBackup.baseline.value = Baseline::Later{u"Rekordbox is open."_s};
     for (const auto& [shown, labels, actions] :
-         {std::tuple(contentOf(noTools), &OnboardingContent::repairButton, u"repairTools"_s),
-          {contentOf(noTools), &OnboardingContent::nextButton, u"advance"_s},
-          {contentOf(noBackup), &OnboardingContent::baselineButton, u"takeBaseline"_s},
-          {contentOf(noBackup), &OnboardingContent::backButton, u"back"_s},
+         {std::tuple(contentOf(samples::brokenTools()), &OnboardingContent::repairButton, u"repairTools"_s),
+          {contentOf(samples::brokenTools()), &OnboardingContent::nextButton, u"advance"_s},
+          {contentOf(samples::postponedBackup()), &OnboardingContent::baselineButton, u"takeBaseline"_s},
+          {contentOf(samples::postponedBackup()), &OnboardingContent::backButton, u"back"_s},
           {contentOf(samples::assistantStep(Assistant::claude)), &OnboardingContent::guideTitle,
            u"openSetupGuide"_s}}) {
         onboarding(shown);

@@ -78,13 +78,9 @@ protected:
 } // namespace
 
 TEST_F(TextTests, ThePanelShowsEveryTextAndNoOther) {
-    PanelState offered = samples::usual();
-    offered.update.value = UpdateState::Available{Release{.version = u"1.5.0"_s, .notes = u"Faster backups."_s}};
-    offered.actionNote = u"Diagnostics copied."_s;
-
-    for (const PanelState& state :
-         {samples::checking(), samples::usual(), samples::stopped(), samples::troubled(), samples::busy(), offered}) {
+    for (const auto& [name, state] : samples::panels()) {
         const PanelContent panel = contentOf(state);
+        SCOPED_TRACE(name.toStdString());
         mainWindow(panel);
         if (const auto backups = controls(panel.rekordbox.backupsTitle); !backups.isEmpty()) {
             backups.first().press();
@@ -97,21 +93,9 @@ TEST_F(TextTests, ThePanelShowsEveryTextAndNoOther) {
 }
 
 TEST_F(TextTests, TheFirstRunShowsEveryTextAndNoOther) {
-    OnboardingState offline = samples::toolsStep();
-    offline.status.reset();
-    OnboardingState failed = samples::toolsStep();
-    failed.toolbox->installing = false;
-    failed.toolbox->error = u"The download was cut off."_s;
-    failed.error = u"Couldn't reach tunedeck to repair its tools."_s;
-    OnboardingState later = samples::rekordboxStep();
-    later.baseline.value = Baseline::Later{u"Rekordbox is open."_s};
-    OnboardingState used = samples::assistantStep(Assistant::claude);
-    used.link->lastUsedAt = samples::ago(60);
-
-    for (const OnboardingState& state :
-         {offline, samples::toolsStep(), failed, samples::rekordboxStep(), later, samples::assistantStep(),
-          samples::assistantStep(Assistant::telegram), samples::assistantStep(Assistant::iphone), used}) {
+    for (const auto& [name, state] : samples::firstRuns()) {
         const OnboardingContent page = contentOf(state);
+        SCOPED_TRACE(name.toStdString());
         onboarding(page);
         expectOnScreen(Texts(page, page.tools, page.assistants));
         views.reset();

@@ -33,7 +33,6 @@ DownloadsView downloadsCard(const ServiceState& service, const std::optional<QSt
     DownloadsView card{
         .title = u"Downloads"_s,
         .badge = custom ? u"Custom"_s : u"Default"_s,
-        .hasFolder = status != nullptr,
         .warning = folderWarning(status, customFolder, home),
         .changeButton = u"Change Folder…"_s,
         .changeHelp = u"New downloads go to the folder you pick. Songs already saved stay where they are."_s,

@@ -12,8 +12,7 @@ struct DownloadsView {
     Q_GADGET
     VIEW_PROPERTY(QString, title);
     VIEW_PROPERTY(QString, badge);
-    VIEW_PROPERTY(bool, hasFolder) = false;
-    VIEW_PROPERTY(QString, folderPath); ///< absolute, for the icon and the tooltip
+    VIEW_PROPERTY(QString, folderPath); ///< absolute; empty while the service isn't running
     VIEW_PROPERTY(QString, folderTitle);
     VIEW_PROPERTY(QString, folderSubtitle);
     VIEW_PROPERTY(QString, stoppedText); ///< shown instead of the folder while the service isn't running

@@ -19,7 +19,7 @@ Card {
         path: card.view.folderPath
         subtitle: card.view.folderSubtitle
         title: card.view.folderTitle
-        visible: card.view.hasFolder
+        visible: path !== ""
         width: parent.width + 12
         x: -6
 

@@ -13,14 +13,14 @@ Rectangle {
     visible: value >= 0
 
     Accessible.role: Accessible.ProgressBar
-    Accessible.name: Math.round(value * 100) + " %"
+    Accessible.name: Math.round(Math.min(1, value) * 100) + " %"
 
     Rectangle {
         color: Theme.accentFill
         height: parent.height
         radius: parent.radius
         visible: bar.value > 0
-        width: Math.max(height, parent.width * bar.value)
+        width: Math.max(height, parent.width * Math.min(1, bar.value))
 
         Behavior on width  {
             Ease {

@@ -9,7 +9,6 @@ Item {
     readonly property real contentHeight: column.implicitHeight
     readonly property real maximumOffset: Math.max(0, Math.floor(column.implicitHeight - height))
     readonly property bool canScrollUp: flick.contentY > 0.5
-    readonly property bool canScrollDown: flick.contentY < maximumOffset - 0.5
 
     /// Scrolls by `points`, within the limits.
     function scrollBy(points: real): void {

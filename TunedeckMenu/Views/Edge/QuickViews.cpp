@@ -122,7 +122,9 @@ std::unique_ptr<QQuickWindow> QuickViews::createWindow(const QString& file, cons
     return std::unique_ptr<QQuickWindow>(window);
 }
 
-void QuickViews::reportPresence(QQuickWindow& window) {
+void QuickViews::followPanel(QQuickWindow& window) {
+    connect(&window, SIGNAL(wantedHeightChanged()), this, SLOT(wantedSizeChanged()));
+    connect(&window, SIGNAL(wantedWidthChanged()), this, SLOT(wantedSizeChanged()));
     // Once per change, whatever visibilities the window system reports in between.
     connect(&window, &QWindow::visibilityChanged, this, [this, &window, present = false]() mutable {
         if (isOnScreen(&window) != present) {
@@ -143,10 +145,8 @@ void QuickViews::showPopover(const QRect& anchor) {
     }
     if (m_popover == nullptr) {
         m_popover = createWindow(u"Frames/Popover.qml"_s, {});
-        reportPresence(*m_popover);
+        followPanel(*m_popover);
         m_popover->installEventFilter(this);
-        connect(m_popover.get(), SIGNAL(wantedHeightChanged()), this, SLOT(wantedSizeChanged()));
-        connect(m_popover.get(), SIGNAL(wantedWidthChanged()), this, SLOT(wantedSizeChanged()));
         connect(m_popover.get(), SIGNAL(dismissed()), this, SLOT(closePopover()));
         connect(m_popover.get(), &QWindow::activeChanged, this,
                 [this] { m_popover->isActive() ? m_dismissIfUnfocused.stop() : m_dismissIfUnfocused.start(); });
@@ -189,9 +189,7 @@ bool QuickViews::isPopoverShown() const {
 void QuickViews::showWindow() {
     if (m_window == nullptr) {
         m_window = createWindow(u"Frames/MainWindow.qml"_s, {});
-        reportPresence(*m_window);
-        connect(m_window.get(), SIGNAL(wantedHeightChanged()), this, SLOT(wantedSizeChanged()));
-        connect(m_window.get(), SIGNAL(wantedWidthChanged()), this, SLOT(wantedSizeChanged()));
+        followPanel(*m_window);
         sizeWindow();
         centre(*m_window);
     }

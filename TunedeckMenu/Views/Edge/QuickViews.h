@@ -45,7 +45,8 @@ private:
     };
 
     std::unique_ptr<QQuickWindow> createWindow(const QString& file, const QVariantMap& properties);
-    void reportPresence(QQuickWindow& window);
+    /// Reports whether the window is on the screen, and follows the size of its content.
+    void followPanel(QQuickWindow& window);
     void placePopover();
     void dismissPopover();
     void sizeWindow();

@@ -84,7 +84,7 @@ Window {
             anchors.bottom: bar.top
             color: Theme.separator
             height: 1
-            visible: page.canScrollDown || page.canScrollUp
+            visible: page.maximumOffset > 0
             width: parent.width
         }
 

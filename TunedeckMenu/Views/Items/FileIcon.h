@@ -14,7 +14,6 @@ class FileIcon : public QQuickPaintedItem {
     Q_PROPERTY(bool known READ isKnown NOTIFY pathChanged)
 public:
     using QQuickPaintedItem::QQuickPaintedItem;
-    void componentComplete() override;
     [[nodiscard]] QString path() const { return m_path; }
     void setPath(const QString& path);
     /// Whether the desktop provides an icon for the path.
@@ -25,8 +24,6 @@ Q_SIGNALS:
     void pathChanged();
 
 private:
-    void load();
-
     QString m_path;
     QIcon m_icon;
 };

@@ -2,8 +2,6 @@
 
 #include "TunedeckMenu/Views/Items/HintLayer.h"
 
-#include <QAccessible>
-
 #include <utility>
 
 namespace tunedeck {
@@ -15,35 +13,27 @@ Pressable::Pressable(QQuickItem* parent) : HintArea(parent) {
 
 void Pressable::setUsable(bool usable) {
     if (m_usable != usable) {
-        m_usable = usable;
         m_spaceHeld = false;
         setPressed(false);
         setActiveFocusOnTab(usable);
-        Q_EMIT usableChanged();
-        QAccessible::State changed;
-        changed.disabled = true;
-        QAccessibleStateChangeEvent event(this, changed);
-        QAccessible::updateAccessibility(&event);
+        setState(m_usable, usable, [](QAccessible::State& changed) { changed.disabled = true; });
     }
 }
 
 void Pressable::setChecked(bool checked) {
-    if (m_checked != checked) {
-        m_checked = checked;
-        Q_EMIT stateChanged();
-        QAccessible::State changed;
-        changed.checked = true;
-        QAccessibleStateChangeEvent event(this, changed);
-        QAccessible::updateAccessibility(&event);
-    }
+    setState(m_checked, checked, [](QAccessible::State& changed) { changed.checked = true; });
 }
 
 void Pressable::setExpanded(bool expanded) {
-    if (m_expanded != expanded) {
-        m_expanded = expanded;
+    setState(m_expanded, expanded, [](QAccessible::State& changed) { changed.expanded = true; });
+}
+
+void Pressable::setState(bool& state, bool value, void (*mark)(QAccessible::State& changed)) {
+    if (state != value) {
+        state = value;
         Q_EMIT stateChanged();
         QAccessible::State changed;
-        changed.expanded = true;
+        mark(changed);
         QAccessibleStateChangeEvent event(this, changed);
         QAccessible::updateAccessibility(&event);
     }

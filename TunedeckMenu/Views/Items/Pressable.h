@@ -2,6 +2,7 @@
 
 #include "TunedeckMenu/Views/Items/HintArea.h"
 
+#include <QAccessible>
 #include <QtQml/qqmlregistration.h>
 
 namespace tunedeck {
@@ -11,7 +12,7 @@ namespace tunedeck {
 class Pressable : public tunedeck::HintArea {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(bool usable READ isUsable WRITE setUsable NOTIFY usableChanged)
+    Q_PROPERTY(bool usable READ isUsable WRITE setUsable NOTIFY stateChanged)
     Q_PROPERTY(bool pressed READ isPressed NOTIFY pressedChanged)
     Q_PROPERTY(bool focusShown READ isFocusShown NOTIFY focusShownChanged)
     Q_PROPERTY(bool checkable MEMBER m_checkable NOTIFY stateChanged)
@@ -39,7 +40,6 @@ public:
 
 Q_SIGNALS:
     void clicked();
-    void usableChanged();
     void pressedChanged();
     void focusShownChanged();
     void stateChanged();
@@ -55,6 +55,8 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    /// Reports the change to QML and, with the flag that `mark` sets, to assistive technology.
+    void setState(bool& state, bool value, void (*mark)(QAccessible::State& changed));
     void setPressed(bool pressed);
     void setFocusShown(bool shown);
 
