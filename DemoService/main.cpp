@@ -92,8 +92,8 @@ int serve(const Options& options) {
     const HomePaths paths{home};
     State state = firstState(options, paths, log);
     const auto scenario = state.scenario.toStdString();
-    Service service(World(std::move(state), options.speed),
-                    {.version = QStringLiteral(TUNEDECK_VERSION), .paths = paths}, log);
+    Service service(World(std::move(state), options.speed), {.version = u"" TUNEDECK_VERSION ""_s, .paths = paths},
+                    log);
     if (!service.start(options.port)) {
         return 1;
     }

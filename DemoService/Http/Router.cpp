@@ -39,21 +39,21 @@ Response failure(int status, const QString& error, const QString& code = {}) {
     return {.status = status, .body = json::compactText(body)};
 }
 
-Response success(const auto& record, int status = 200, std::chrono::milliseconds delay = {}) {
-    return {.status = status, .body = json::compactText(json::encode(record)), .delay = delay};
+Response success(const json::Value& body, int status = 200, std::chrono::milliseconds delay = {}) {
+    return {.status = status, .body = json::compactText(body), .delay = delay};
 }
 
 Response status(const Call& call) {
-    return {.body = statusDocument(call.world.state(), call.facts)};
+    return success(describeService(call.world.state(), call.facts));
 }
 
 Response tools(const Call& call) {
-    return success(call.world.state().toolbox.reportAt(call.now));
+    return success(json::encode(call.world.state().toolbox.reportAt(call.now)));
 }
 
 Response installTools(const Call& call) {
     call.world.update(call.now, [](State& state, StepContext& context) { state.toolbox.install(context); });
-    return success(call.world.state().toolbox.reportAt(call.now), 202);
+    return success(json::encode(call.world.state().toolbox.reportAt(call.now)), 202);
 }
 
 /// Runs a library action. Clients look for "ok" in the body whatever the status is.
@@ -68,7 +68,7 @@ Response changeLibrary(const Call& call, auto action) {
         }
         return action(*state.library, context, *body);
     });
-    return success(reply, reply.status, reply.ok ? libraryDelay : 0ms);
+    return success(json::encode(reply), reply.status, reply.ok ? libraryDelay : 0ms);
 }
 
 template<Library::Reply (Library::*action)(StepContext&)>
@@ -87,7 +87,8 @@ Response restore(const Call& call) {
 }
 
 Response links(const Call& call) {
-    return success(call.world.state().links);
+    const auto list = json::encode(call.world.state().links.all, json::Form::AsDeclared);
+    return success(json::Object{{u"links"_s, list}});
 }
 
 /// Runs action(Links&, StepContext&), which needs the cloud relay, and sends its result.
@@ -110,7 +111,7 @@ Response changeLinks(const Call& call, int status, Action action) {
     if constexpr (std::is_void_v<typename decltype(result)::value_type>) {
         return {.status = status, .delay = linkDelay};
     } else {
-        return success(*result, status, linkDelay);
+        return success(json::encode(*result, json::Form::AsDeclared), status, linkDelay);
     }
 }
 

@@ -6,7 +6,7 @@ namespace tunedeck::demo {
 
 using namespace Qt::StringLiterals;
 
-QByteArray statusDocument(const State& state, const ServiceFacts& facts) {
+json::Object describeService(const State& state, const ServiceFacts& facts) {
     json::Object mcp{{u"local_url"_s, u"http://127.0.0.1:%1/mcp"_s.arg(facts.port)}};
     json::Object document{{u"version"_s, facts.version},
                           {u"import_xml"_s, facts.paths.importXml()},
@@ -30,7 +30,7 @@ QByteArray statusDocument(const State& state, const ServiceFacts& facts) {
     for (const auto& [key, value] : *folder.as<json::Object>()) {
         document.set(key, value);
     }
-    return json::compactText(document);
+    return document;
 }
 
 } // namespace tunedeck::demo

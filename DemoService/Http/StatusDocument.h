@@ -2,8 +2,8 @@
 
 #include "DemoService/Files/HomePaths.h"
 #include "DemoService/World/State.h"
+#include "TunedeckCore/Support/Json/Value.h"
 
-#include <QByteArray>
 #include <QString>
 
 namespace tunedeck::demo {
@@ -15,7 +15,7 @@ struct ServiceFacts {
     int port = 0;
 };
 
-/// The document that describes the whole service to clients.
-QByteArray statusDocument(const State& state, const ServiceFacts& facts);
+/// The status document, which describes the whole service to clients.
+json::Object describeService(const State& state, const ServiceFacts& facts);
 
 } // namespace tunedeck::demo

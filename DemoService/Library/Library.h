@@ -1,13 +1,12 @@
 #pragma once
 
 #include "DemoService/World/StepContext.h"
-#include "TunedeckCore/Support/Json/Record.h"
+#include "TunedeckCore/Support/Json/Members.h"
 
 #include <QString>
 
 #include <cstdint>
 #include <optional>
-#include <tuple>
 #include <vector>
 
 namespace tunedeck::demo {
@@ -25,17 +24,26 @@ struct Library {
         std::optional<QString> error;
         int bump = Patch;
         bool retried = false; ///< a second attempt always succeeds
+
+        static constexpr auto members =
+            json::members<&Change::id, &Change::createdAt, &Change::summary, &Change::error>;
+        static constexpr auto internalMembers = json::members<&Change::bump, &Change::retried>;
     };
     struct Applied {
         Moment at;
         std::optional<QString> version;
         QString summary;
+
+        static constexpr auto members = json::members<&Applied::at, &Applied::version, &Applied::summary>;
     };
     struct Backup {
         QString version;
         Moment createdAt;
         QString reason;
         std::int64_t sizeBytes = 0;
+
+        static constexpr auto members =
+            json::members<&Backup::version, &Backup::createdAt, &Backup::reason, &Backup::sizeBytes>;
     };
     /// The reply to a library request.
     struct Reply {
@@ -44,6 +52,8 @@ struct Library {
         std::optional<QString> error;
         std::optional<QString> version;
         int status = 200; ///< of the HTTP response
+
+        static constexpr auto members = json::members<&Reply::ok, &Reply::message, &Reply::error, &Reply::version>;
     };
 
     QString dbPath;
@@ -75,6 +85,12 @@ struct Library {
     /// Logs the error and returns it as a reply.
     static Reply refused(StepContext& context, int status, const QString& error);
 
+    static constexpr auto members =
+        json::members<&Library::dbPath, &Library::rekordboxRunning, &Library::pending, &Library::failed,
+                      &Library::lastApplied, &Library::lastError, &Library::currentVersion, &Library::backups>;
+    static constexpr auto internalMembers =
+        json::members<&Library::lastChange, &Library::failurePercent, &Library::applyAt, &Library::toggleAt>;
+
 private:
     void toggleRekordbox(StepContext& context);
     void writePending(StepContext& context, int percentFailing);
@@ -82,49 +98,3 @@ private:
 };
 
 } // namespace tunedeck::demo
-
-template<>
-struct tunedeck::json::Members<tunedeck::demo::Library::Change> {
-    using Change = demo::Library::Change;
-    static constexpr auto list = std::tuple{member("id", &Change::id), member("created_at", &Change::createdAt),
-                                            member("summary", &Change::summary), member("error", &Change::error)};
-    static constexpr auto internal = std::tuple{member("bump", &Change::bump), member("retried", &Change::retried)};
-};
-
-template<>
-struct tunedeck::json::Members<tunedeck::demo::Library::Applied> {
-    using Applied = demo::Library::Applied;
-    static constexpr auto list = std::tuple{member("at", &Applied::at), member("version", &Applied::version),
-                                            member("summary", &Applied::summary)};
-};
-
-template<>
-struct tunedeck::json::Members<tunedeck::demo::Library::Backup> {
-    using Backup = demo::Library::Backup;
-    static constexpr auto list =
-        std::tuple{member("version", &Backup::version), member("created_at", &Backup::createdAt),
-                   member("reason", &Backup::reason), member("size_bytes", &Backup::sizeBytes)};
-};
-
-template<>
-struct tunedeck::json::Members<tunedeck::demo::Library::Reply> {
-    using Reply = demo::Library::Reply;
-    static constexpr auto list = std::tuple{member("ok", &Reply::ok), member("message", &Reply::message),
-                                            member("error", &Reply::error), member("version", &Reply::version)};
-};
-
-template<>
-struct tunedeck::json::Members<tunedeck::demo::Library> {
-    using Library = demo::Library;
-    static constexpr auto list = std::tuple{member("db_path", &Library::dbPath),
-                                            member("rekordbox_running", &Library::rekordboxRunning),
-                                            member("pending", &Library::pending),
-                                            member("failed", &Library::failed),
-                                            member("last_applied", &Library::lastApplied),
-                                            member("last_error", &Library::lastError),
-                                            member("current_version", &Library::currentVersion),
-                                            member("backups", &Library::backups)};
-    static constexpr auto internal =
-        std::tuple{member("last_change", &Library::lastChange), member("failure_percent", &Library::failurePercent),
-                   member("apply_at", &Library::applyAt), member("toggle_at", &Library::toggleAt)};
-};

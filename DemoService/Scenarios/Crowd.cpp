@@ -91,7 +91,7 @@ void prepareCrowd(Stage& stage) {
     addJobs(stage, texts);
     addLibrary(stage, texts);
     addLinks(stage, texts);
-    stage.state.stagedFolder = {.path = texts.folder, .source = u"default"_s};
+    stage.state.stagedFolder = {.downloadDir = texts.folder, .downloadDirSource = u"default"_s};
 }
 
 } // namespace tunedeck::demo

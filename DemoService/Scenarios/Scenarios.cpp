@@ -94,10 +94,10 @@ void backups(Stage& stage) {
 }
 
 void unwritable(Stage& stage) {
-    stage.state.stagedFolder = {.path = u"/Volumes/GIG USB/Music"_s,
-                                .source = u"default"_s,
-                                .writable = false,
-                                .error = u"tunedeck can't write to “GIG USB”: the drive is read-only."_s};
+    stage.state.stagedFolder = {.downloadDir = u"/Volumes/GIG USB/Music"_s,
+                                .downloadDirSource = u"default"_s,
+                                .downloadDirWritable = false,
+                                .downloadDirError = u"tunedeck can't write to “GIG USB”: the drive is read-only."_s};
 }
 
 void cloudOff(Stage& stage) {
@@ -171,7 +171,7 @@ const Scenario* findScenario(const QString& name) {
 State startState(const Scenario& scenario, Moment now) {
     State state;
     state.scenario = scenario.name;
-    state.links.endpoint = QStringLiteral(TUNEDECK_WEB_ENDPOINT);
+    state.links.endpoint = u"" TUNEDECK_WEB_ENDPOINT ""_s;
     state.cloud = {.baseUrl = state.links.endpoint, .protocol = 2, .registered = true, .connected = true};
     state.toolbox = Toolbox::make(true, now - 2h);
     state.jobs.xmlVersion = 39;

@@ -17,7 +17,7 @@ constexpr std::int64_t backupGrowth = 81'920;
 
 Job& Stage::addJob(const QString& playlist, const QString& jobState, const QString& message, Age age) {
     auto& jobs = state.jobs.recent;
-    return *jobs.insert(jobs.begin(), {.id = u"job-"_s + QString::number(++state.jobs.lastNumber),
+    return *jobs.insert(jobs.begin(), {.jobId = u"job-"_s + QString::number(++state.jobs.lastNumber),
                                        .state = jobState,
                                        .playlist = playlist,
                                        .message = message,

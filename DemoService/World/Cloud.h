@@ -1,11 +1,11 @@
 #pragma once
 
 #include "DemoService/World/StepContext.h"
+#include "TunedeckCore/Support/Json/Members.h"
 
 #include <QString>
 
 #include <optional>
-#include <tuple>
 
 namespace tunedeck::demo {
 
@@ -23,16 +23,10 @@ struct Cloud {
     /// Forgets the connection and makes it again 2 s later, as after a start of the service.
     void reconnect(Moment now);
     void advance(StepContext& context);
+
+    static constexpr auto members =
+        json::members<&Cloud::enabled, &Cloud::baseUrl, &Cloud::protocol, &Cloud::registered, &Cloud::connected>;
+    static constexpr auto internalMembers = json::members<&Cloud::changeAt, &Cloud::unstable>;
 };
 
 } // namespace tunedeck::demo
-
-template<>
-struct tunedeck::json::Members<tunedeck::demo::Cloud> {
-    using Cloud = demo::Cloud;
-    static constexpr auto list = std::tuple{
-        member("enabled", &Cloud::enabled), member("base_url", &Cloud::baseUrl), member("protocol", &Cloud::protocol),
-        member("registered", &Cloud::registered), member("connected", &Cloud::connected)};
-    static constexpr auto internal =
-        std::tuple{member("change_at", &Cloud::changeAt), member("unstable", &Cloud::unstable)};
-};

@@ -41,17 +41,17 @@ std::optional<QString> whyNotWritable(const QString& path) {
 } // namespace
 
 DownloadFolder DownloadFolder::current(const HomePaths& paths, const std::optional<DownloadFolder>& staged) {
-    DownloadFolder folder{.path = readObject(paths.settingsFile()).text("download_dir"_L1).value_or(QString()),
-                          .source = u"settings"_s};
-    if (folder.path.isEmpty()) {
+    DownloadFolder folder{.downloadDir = readObject(paths.settingsFile()).text("download_dir"_L1).value_or(QString()),
+                          .downloadDirSource = u"settings"_s};
+    if (folder.downloadDir.isEmpty()) {
         if (staged) {
             return *staged;
         }
-        folder = {.path = paths.defaultDownloads(), .source = u"default"_s};
-        QDir().mkpath(folder.path);
+        folder = {.downloadDir = paths.defaultDownloads(), .downloadDirSource = u"default"_s};
+        QDir().mkpath(folder.downloadDir);
     }
-    folder.error = whyNotWritable(folder.path);
-    folder.writable = !folder.error;
+    folder.downloadDirError = whyNotWritable(folder.downloadDir);
+    folder.downloadDirWritable = !folder.downloadDirError;
     return folder;
 }
 

@@ -32,7 +32,7 @@ QStringList Jobs::playlists() {
 
 void Jobs::request(StepContext& context) {
     Job job;
-    job.id = u"job-"_s + QString::number(++lastNumber);
+    job.jobId = u"job-"_s + QString::number(++lastNumber);
     job.state = job_state::queued;
     job.playlist = context.random.oneOf(playlists());
     job.message = u"Waiting to start"_s;
@@ -42,7 +42,7 @@ void Jobs::request(StepContext& context) {
     job.willFail = context.random.chance(12);
     job.nextStep = context.afterBetween(2s, 4s);
     context.info(part,
-                 job.id + u" requested: "_s + counted(*job.links, u"link"_s) + u" for "_s + inQuotes(job.playlist));
+                 job.jobId + u" requested: "_s + counted(*job.links, u"link"_s) + u" for "_s + inQuotes(job.playlist));
     recent.insert(recent.begin(), std::move(job));
     if (recent.size() > keptJobs) {
         recent.resize(keptJobs);
@@ -66,14 +66,14 @@ std::vector<Job> Jobs::advance(StepContext& context, bool toolsReady) {
 void Jobs::step(Job& job, StepContext& context) {
     if (job.state == job_state::queued) {
         job.state = job_state::running;
-        context.info(part, job.id + u" started"_s);
+        context.info(part, job.jobId + u" started"_s);
     } else {
         ++job.downloaded;
         if (job.downloaded >= job.requested || (job.willFail && job.downloaded * 2 >= job.requested)) {
             finish(job, context);
             return;
         }
-        context.debug(part, u"%1 got %2 of %3"_s.arg(job.id).arg(job.downloaded).arg(job.requested));
+        context.debug(part, u"%1 got %2 of %3"_s.arg(job.jobId).arg(job.downloaded).arg(job.requested));
     }
     job.message = u"Downloading %1 of %2"_s.arg(job.downloaded + 1).arg(job.requested);
     job.nextStep = context.afterBetween(3s, 7s);
@@ -87,7 +87,7 @@ void Jobs::finish(Job& job, StepContext& context) {
         job.message = context.random.oneOf(failures());
         job.tracks = 0;
         job.errors = job.requested;
-        context.error(part, job.id + u" failed: "_s + job.message);
+        context.error(part, job.jobId + u" failed: "_s + job.message);
         return;
     }
     job.errors = job.requested > 4 && context.random.chance(25) ? 1 : 0;
@@ -97,9 +97,9 @@ void Jobs::finish(Job& job, StepContext& context) {
     job.message = u"Added "_s + tracks(*job.tracks) + u" to "_s + inQuotes(job.playlist);
     if (*job.errors > 0) {
         job.message += u"; 1 wasn't found"_s;
-        context.warn(part, job.id + u": 1 track not found"_s);
+        context.warn(part, job.jobId + u": 1 track not found"_s);
     }
-    context.info(part, job.id + u" done: "_s + tracks(*job.tracks) + u", XML v"_s + *job.xmlVersion);
+    context.info(part, job.jobId + u" done: "_s + tracks(*job.tracks) + u", XML v"_s + *job.xmlVersion);
 }
 
 std::optional<Moment> Jobs::nextEvent(bool toolsReady) const {

@@ -1,13 +1,50 @@
 #pragma once
 
-#include "DemoService/World/Job.h"
 #include "DemoService/World/StepContext.h"
+#include "TunedeckCore/Support/Json/Members.h"
 
+#include <QLatin1StringView>
+#include <QString>
 #include <QStringList>
 
+#include <optional>
 #include <vector>
 
 namespace tunedeck::demo {
+
+namespace job_state {
+inline constexpr QLatin1StringView queued("queued");
+inline constexpr QLatin1StringView running("running");
+inline constexpr QLatin1StringView done("done");
+inline constexpr QLatin1StringView failed("failed");
+} // namespace job_state
+
+/// One request for music.
+struct Job {
+    QString jobId;
+    QString state;
+    QString playlist;
+    QString message;
+    std::optional<Moment> createdAt;
+    std::optional<Moment> finishedAt;
+    std::optional<int> links;
+    std::optional<int> tracks;
+    std::optional<int> errors;
+    std::optional<QString> xmlVersion;
+
+    int requested = 0;              ///< tracks
+    int downloaded = 0;             ///< of them
+    bool willFail = false;          ///< halfway through
+    std::optional<Moment> nextStep; ///< none when the job doesn't change
+
+    bool isFinished() const { return state == job_state::done || state == job_state::failed; }
+
+    static constexpr auto members =
+        json::members<&Job::jobId, &Job::state, &Job::playlist, &Job::message, &Job::createdAt, &Job::finishedAt,
+                      &Job::links, &Job::tracks, &Job::errors, &Job::xmlVersion>;
+    static constexpr auto internalMembers =
+        json::members<&Job::requested, &Job::downloaded, &Job::willFail, &Job::nextStep>;
+};
 
 /// The download jobs: they arrive, wait for the tools, download track by track, and are done or fail.
 struct Jobs {
@@ -25,17 +62,12 @@ struct Jobs {
     /// Names of playlists for requests.
     static QStringList playlists();
 
+    static constexpr auto members =
+        json::members<&Jobs::recent, &Jobs::lastNumber, &Jobs::xmlVersion, &Jobs::nextArrival>;
+
 private:
     void step(Job& job, StepContext& context);
     void finish(Job& job, StepContext& context);
 };
 
 } // namespace tunedeck::demo
-
-template<>
-struct tunedeck::json::Members<tunedeck::demo::Jobs> {
-    using Jobs = demo::Jobs;
-    static constexpr auto list =
-        std::tuple{member("recent", &Jobs::recent), member("last_number", &Jobs::lastNumber),
-                   member("xml_version", &Jobs::xmlVersion), member("next_arrival", &Jobs::nextArrival)};
-};

@@ -1,12 +1,47 @@
 #pragma once
 
-#include "DemoService/World/Link.h"
 #include "DemoService/World/StepContext.h"
+#include "TunedeckCore/Support/Json/Members.h"
+
+#include <QLatin1StringView>
+#include <QString>
 
 #include <expected>
+#include <optional>
 #include <vector>
 
 namespace tunedeck::demo {
+
+namespace link_kind {
+inline constexpr QLatin1StringView chatgpt("chatgpt");
+inline constexpr QLatin1StringView claude("claude");
+inline constexpr QLatin1StringView telegram("telegram");
+inline constexpr QLatin1StringView shortcut("shortcut");
+} // namespace link_kind
+
+/// A private connection between one assistant and this computer.
+struct Link {
+    QString id;
+    QString kind;
+    std::optional<QString> label;
+    std::optional<Moment> createdAt;
+    std::optional<Moment> lastUsedAt;
+    std::optional<QString> url;
+    std::optional<QString> apiUrl;
+    std::optional<QString> token;
+    std::optional<bool> paired;
+    std::optional<QString> telegramUsername;
+    std::optional<Moment> expiresAt;
+
+    std::optional<Moment> firstUseAt; ///< none when nobody starts to use the link
+
+    bool isConnected() const { return kind == link_kind::telegram ? paired.value_or(false) : lastUsedAt.has_value(); }
+
+    static constexpr auto members =
+        json::members<&Link::id, &Link::kind, &Link::label, &Link::createdAt, &Link::lastUsedAt, &Link::url,
+                      &Link::apiUrl, &Link::token, &Link::paired, &Link::telegramUsername, &Link::expiresAt>;
+    static constexpr auto internalMembers = json::members<&Link::firstUseAt>;
+};
 
 /// The assistants' links.
 struct Links {
@@ -38,15 +73,9 @@ struct Links {
 
     /// Logs the error and returns it.
     static std::unexpected<Error> refused(StepContext& context, Error error);
+
+    static constexpr auto members =
+        json::members<&Links::all, &Links::getUsed, &Links::telegramConfigured, &Links::endpoint>;
 };
 
 } // namespace tunedeck::demo
-
-template<>
-struct tunedeck::json::Members<tunedeck::demo::Links> {
-    using Links = demo::Links;
-    static constexpr auto list = std::tuple{member("links", &Links::all)};
-    static constexpr auto internal =
-        std::tuple{member("get_used", &Links::getUsed), member("telegram_configured", &Links::telegramConfigured),
-                   member("endpoint", &Links::endpoint)};
-};

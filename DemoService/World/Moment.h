@@ -44,9 +44,9 @@ inline std::optional<Error> read(const Value& from, demo::Moment& to) {
     return std::nullopt;
 }
 
-inline void write(Value& to, const demo::Moment& from, Audience /*audience*/) {
+inline Value encode(const demo::Moment& from, Form /*form*/) {
     const auto time = QDateTime::fromMSecsSinceEpoch(from.time_since_epoch().count(), Qt::UTC);
-    to = time.toString(from == demo::wholeSecond(from) ? Qt::ISODate : Qt::ISODateWithMs);
+    return time.toString(from == demo::wholeSecond(from) ? Qt::ISODate : Qt::ISODateWithMs);
 }
 
 } // namespace tunedeck::json

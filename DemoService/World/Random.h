@@ -1,11 +1,10 @@
 #pragma once
 
-#include "TunedeckCore/Support/Json/Record.h"
+#include "TunedeckCore/Support/Json/Members.h"
 
 #include <QString>
 
 #include <cstdint>
-#include <tuple>
 
 namespace tunedeck::demo {
 
@@ -41,11 +40,8 @@ struct Random {
         }
         return text;
     }
+
+    static constexpr auto members = json::members<&Random::state>;
 };
 
 } // namespace tunedeck::demo
-
-template<>
-struct tunedeck::json::Members<tunedeck::demo::Random> {
-    static constexpr auto list = std::tuple{member("state", &demo::Random::state)};
-};

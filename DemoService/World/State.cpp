@@ -6,7 +6,7 @@
 namespace tunedeck::demo {
 
 QByteArray State::text() const {
-    return json::prettyText(json::encode(*this, json::Audience::Internal));
+    return json::prettyText(json::encode(*this, json::Form::Complete));
 }
 
 std::expected<State, QString> State::fromText(const QByteArray& text) {

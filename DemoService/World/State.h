@@ -7,13 +7,13 @@
 #include "DemoService/World/Links.h"
 #include "DemoService/World/Random.h"
 #include "DemoService/World/Toolbox.h"
+#include "TunedeckCore/Support/Json/Members.h"
 
 #include <QByteArray>
 #include <QString>
 
 #include <expected>
 #include <optional>
-#include <tuple>
 
 namespace tunedeck::demo {
 
@@ -33,20 +33,10 @@ struct State {
     QByteArray text() const;
     /// Reads a state file; an error for the log otherwise.
     static std::expected<State, QString> fromText(const QByteArray& text);
+
+    static constexpr auto members =
+        json::members<&State::scenario, &State::random, &State::livelyWhenConnected, &State::jobs, &State::library,
+                      &State::links, &State::toolbox, &State::cloud, &State::stagedFolder>;
 };
 
 } // namespace tunedeck::demo
-
-template<>
-struct tunedeck::json::Members<tunedeck::demo::State> {
-    using State = demo::State;
-    static constexpr auto list = std::tuple{member("scenario", &State::scenario),
-                                            member("random", &State::random),
-                                            member("lively_when_connected", &State::livelyWhenConnected),
-                                            member("jobs", &State::jobs),
-                                            member("library", &State::library),
-                                            member("links", &State::links),
-                                            member("toolbox", &State::toolbox),
-                                            member("cloud", &State::cloud),
-                                            member("staged_folder", &State::stagedFolder)};
-};

@@ -1,12 +1,11 @@
 #pragma once
 
 #include "DemoService/World/StepContext.h"
-#include "TunedeckCore/Support/Json/Record.h"
+#include "TunedeckCore/Support/Json/Members.h"
 
 #include <QString>
 
 #include <optional>
-#include <tuple>
 #include <vector>
 
 namespace tunedeck::demo {
@@ -21,6 +20,9 @@ struct Toolbox {
         QString wanted;
         bool ready = false;
         QString installs; ///< the value of `installed` after an installation
+
+        static constexpr auto members = json::members<&Tool::name, &Tool::installed, &Tool::wanted, &Tool::ready>;
+        static constexpr auto internalMembers = json::members<&Tool::installs>;
     };
 
     /// What clients see.
@@ -33,6 +35,10 @@ struct Toolbox {
         std::optional<QString> error;
         std::optional<QString> manifest;
         std::optional<Moment> checkedAt;
+
+        static constexpr auto members =
+            json::members<&Report::tools, &Report::venvs, &Report::installing, &Report::step, &Report::progress,
+                          &Report::error, &Report::manifest, &Report::checkedAt>;
     };
 
     Report report;
@@ -52,6 +58,9 @@ struct Toolbox {
     /// The usual tools, all installed or all missing.
     static Toolbox make(bool installed, Moment checkedAt);
 
+    static constexpr auto members = json::members<&Toolbox::report, &Toolbox::stepStart, &Toolbox::stepEnd,
+                                                  &Toolbox::steps, &Toolbox::stepsDone, &Toolbox::failsAt>;
+
 private:
     std::vector<Tool*> missing();
     void startStep(StepContext& context);
@@ -59,30 +68,3 @@ private:
 };
 
 } // namespace tunedeck::demo
-
-template<>
-struct tunedeck::json::Members<tunedeck::demo::Toolbox::Tool> {
-    using Tool = demo::Toolbox::Tool;
-    static constexpr auto list = std::tuple{member("name", &Tool::name), member("installed", &Tool::installed),
-                                            member("wanted", &Tool::wanted), member("ready", &Tool::ready)};
-    static constexpr auto internal = std::tuple{member("installs", &Tool::installs)};
-};
-
-template<>
-struct tunedeck::json::Members<tunedeck::demo::Toolbox::Report> {
-    using Report = demo::Toolbox::Report;
-    static constexpr auto list =
-        std::tuple{member("tools", &Report::tools),           member("venvs", &Report::venvs),
-                   member("installing", &Report::installing), member("step", &Report::step),
-                   member("progress", &Report::progress),     member("error", &Report::error),
-                   member("manifest", &Report::manifest),     member("checked_at", &Report::checkedAt)};
-};
-
-template<>
-struct tunedeck::json::Members<tunedeck::demo::Toolbox> {
-    using Toolbox = demo::Toolbox;
-    static constexpr auto list =
-        std::tuple{member("report", &Toolbox::report),        member("step_start", &Toolbox::stepStart),
-                   member("step_end", &Toolbox::stepEnd),     member("steps", &Toolbox::steps),
-                   member("steps_done", &Toolbox::stepsDone), member("fails_at", &Toolbox::failsAt)};
-};

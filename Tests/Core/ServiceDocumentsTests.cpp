@@ -19,9 +19,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 TEST(ServiceStatus, DatesAJobByItsEndEvenIfThatIsInvalid) {
-    ServiceStatus::Job job;
-    EXPECT_EQ(job.date(), std::nullopt);
-    job.createdAt = u"2025-03-01T10:00:00Z"_s;
+    ServiceStatus::Job job{.createdAt = u"2025-03-01T10:00:00Z"_s};
     EXPECT_EQ(job.date(), QDateTime(QDate(2025, 3, 1), QTime(10, 0), Qt::UTC));
     job.finishedAt = u"2025-03-01T12:00:00.250+01:00"_s;
     EXPECT_EQ(job.date(), QDateTime(QDate(2025, 3, 1), QTime(11, 0, 0, 250), Qt::UTC));
@@ -35,30 +33,26 @@ TEST(ToolboxReport, ShowsTheVersionOfARequirement) {
     };
     EXPECT_EQ(shown({}), std::nullopt);
     EXPECT_EQ(shown(u"a==b==c"_s), u"c"_s);
-    EXPECT_EQ(shown(u"a=="_s), QString());
     EXPECT_EQ(shown(u"a=1"_s), u"a=1"_s);
 }
 
-using With = std::function<QByteArray(const std::optional<QJsonValue>&)>;
-using Rebuild = std::function<QByteArray(const QJsonObject&)>;
+using With = std::function<QByteArray(const QJsonValue&)>;
 using Visit = std::function<void(const QString&, const With&)>;
 
-/// Calls `visit` for every nested member with its path and a function that replaces or removes it.
-void eachMember(const QJsonObject& object, const QString& path, const Rebuild& rebuild, const Visit& visit) {
+/// Calls `visit` for every nested member with its path and a function that returns the document with another value for
+/// that member; an undefined value removes it.
+void eachMember(const QJsonObject& object, const QString& path, const With& rebuild, const Visit& visit) {
     for (const auto& key : object.keys()) {
-        const With with = [&](const std::optional<QJsonValue>& value) {
+        const With with = [&](const QJsonValue& value) {
             auto changed = object;
-            changed.remove(key);
-            if (value) {
-                changed.insert(key, *value);
-            }
+            changed[key] = value;
             return rebuild(changed);
         };
         visit(path + key, with);
         eachMember(object[key].toObject(), path + key + u'.', with, visit);
         const auto list = object[key].toArray();
         for (qsizetype i = 0; i < list.size(); ++i) {
-            const Rebuild inList = [&](const QJsonObject& element) {
+            const With inList = [&](const QJsonValue& element) {
                 auto changed = list;
                 changed[i] = element;
                 return with(changed);
@@ -68,39 +62,33 @@ void eachMember(const QJsonObject& object, const QString& path, const Rebuild& r
     }
 }
 
-/// Every member of a document as the service writes it, or the relay or the update feed. Optional ones are named.
-template<class Decode>
-void checkMembers(const char* file, const Decode& decode, const QString& names) {
-    QFile seed(QStringLiteral(DOCUMENT_SEEDS "/") + QString::fromLatin1(file));
+/// Checks every member of a complete document, which names its optional ones in a member of its own.
+void checkMembers(const char* file, const std::function<bool(const QByteArray&)>& accepts) {
+    QFile seed(u"" DOCUMENT_SEEDS "/"_s + QLatin1StringView(file));
     ASSERT_TRUE(seed.open(QIODevice::ReadOnly));
     auto whole = QJsonDocument::fromJson(seed.readAll()).object();
-    whole.remove(u"unknown"_s);
-    const auto optional = names.split(u' ');
-    const Rebuild text = [](const QJsonObject& object) { return QJsonDocument(object).toJson(); };
-    ASSERT_TRUE(decode(text(whole))) << file;
-    int members = 0;
+    const auto optional = whole.take(u"optional members"_s).toString().split(u' ');
+    const With text = [](const QJsonValue& document) { return QJsonDocument(document.toObject()).toJson(); };
+    ASSERT_TRUE(accepts(text(whole))) << file;
+    qsizetype found = 0;
     eachMember(whole, {}, text, [&](const QString& path, const With& with) {
-        ++members;
-        EXPECT_EQ(decode(with({})).has_value(), optional.contains(path)) << path.toStdString() << " left out";
-        EXPECT_EQ(decode(with(QJsonValue())).has_value(), optional.contains(path)) << path.toStdString() << " null";
-        EXPECT_FALSE(decode(with(QJsonArray{1.5}))) << path.toStdString() << " of a wrong type";
+        const bool isOptional = optional.contains(path);
+        found += isOptional ? 1 : 0;
+        EXPECT_EQ(accepts(with(QJsonValue::Undefined)), isOptional) << path.toStdString() << " left out";
+        EXPECT_EQ(accepts(with(QJsonValue::Null)), isOptional) << path.toStdString() << " null";
+        EXPECT_FALSE(accepts(with(QJsonArray{1.5}))) << path.toStdString() << " of a wrong type";
     });
-    EXPECT_GE(members, 8);
+    EXPECT_GE(found, optional.size()) << "the document lacks a member";
 }
 
 TEST(ServiceDocuments, RejectMissingMembersAndWrongTypes) {
-    checkMembers("status.json", ServiceStatus::decode,
-                 u"rekordbox_db rekordbox_db.last_applied rekordbox_db.last_applied.version rekordbox_db.last_error "
-                 "rekordbox_db.current_version mcp mcp.public_url shortcut_url download_dir_error xml_version "
-                 "cloud.protocol cloud.registered cloud.connected recent_jobs.created_at recent_jobs.finished_at "
-                 "recent_jobs.links recent_jobs.tracks recent_jobs.errors recent_jobs.xml_version"_s);
-    checkMembers("toolbox.json", ToolboxReport::decode,
-                 u"tools.installed venvs.installed step progress error manifest checked_at"_s);
-    checkMembers("health.json", CloudHealth::decode, u"agent agent.last_seen agent.version queued"_s);
-    checkMembers("appcast.json", Appcast::decode,
-                 u"latest.min_macos latest.size latest.published_at latest.notes latest.dmg_url"_s);
-    const auto link = [](const QByteArray& text) { return json::decode<AssistantLink>(text, json::Keys::AsWritten); };
-    checkMembers("link.json", link, u"label createdAt lastUsedAt url apiUrl token paired telegramUsername expiresAt"_s);
+    checkMembers("status.json", [](const QByteArray& text) { return ServiceStatus::decode(text).has_value(); });
+    checkMembers("toolbox.json", [](const QByteArray& text) { return ToolboxReport::decode(text).has_value(); });
+    checkMembers("health.json", [](const QByteArray& text) { return CloudHealth::decode(text).has_value(); });
+    checkMembers("appcast.json", [](const QByteArray& text) { return Appcast::decode(text).has_value(); });
+    checkMembers("link.json", [](const QByteArray& text) {
+        return json::decode<AssistantLink>(text, json::Keys::AsWritten).has_value();
+    });
 }
 
 } // namespace

@@ -4,14 +4,10 @@
 
 namespace tunedeck::demo {
 
-using namespace std::chrono_literals;
-using namespace Qt::StringLiterals;
-
 TEST(DemoScenarios, OnlyLivelyAndFirstRunChangeWithoutRequests) {
     for (const Scenario& scenario : scenarios()) {
         TestWorld test(scenario.name);
         const int events = test.live(24h);
-        test.world.advance(test.now);
         EXPECT_EQ(events > 0, scenario.name == u"lively"_s || scenario.name == u"first-run"_s) << scenario.name.data();
         EXPECT_EQ(test.world.takeLines().empty(), events == 0) << scenario.name.data();
     }
@@ -20,18 +16,15 @@ TEST(DemoScenarios, OnlyLivelyAndFirstRunChangeWithoutRequests) {
 TEST(DemoScenarios, FirstRunInstallsTheToolsAndThenWaitsForAnAssistant) {
     TestWorld test(u"first-run"_s);
     test.live(6s);
-    const auto report = test.state().toolbox.reportAt(test.now);
-    EXPECT_TRUE(report.tools.front().ready);
-    EXPECT_GT(report.progress.value_or(0), 0.2);
-    EXPECT_LT(report.progress.value_or(1), 0.6);
+    const auto progress = test.state().toolbox.reportAt(test.now).progress.value_or(0);
+    EXPECT_TRUE(progress > 0.2 && progress < 0.6) << progress;
     test.live(1min);
     EXPECT_TRUE(test.state().toolbox.ready() && !test.state().toolbox.report.installing);
     EXPECT_EQ(test.live(24h), 0);
 
     test.send("POST", "links", R"({"kind":"claude"})");
     test.live(30min);
-    EXPECT_FALSE(test.state().jobs.recent.empty()) << "requests arrive once the assistant is connected";
-    EXPECT_FALSE(test.state().library->backups.empty()) << "and reach the library";
+    EXPECT_FALSE(test.state().library->backups.empty()) << "requests arrive and reach the library";
     const int requests = test.state().jobs.lastNumber;
     test.send("DELETE", "links/" + test.state().links.all.front().id.toUtf8());
     test.live(1h);

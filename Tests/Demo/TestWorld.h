@@ -8,6 +8,9 @@
 
 namespace tunedeck::demo {
 
+using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
+
 /// A world with a clock that the test controls.
 struct TestWorld {
     explicit TestWorld(const QString& scenario) : world(startState(*findScenario(scenario), start), 1) {}
@@ -26,12 +29,12 @@ struct TestWorld {
         return events;
     }
     Response send(const QByteArray& method, const QByteArray& path, const QByteArray& body = {}) {
-        return respond(world, {.version = QStringLiteral("1.0"), .paths = {QStringLiteral("/dev/null")}, .port = 8000},
+        return respond(world, {.version = u"1.0"_s, .paths = {u"/dev/null"_s}, .port = 8000},
                        {.method = method, .target = "/local/" + path, .body = body}, now);
     }
     const State& state() const { return world.state(); }
 
-    static constexpr Moment start = std::chrono::sys_days{std::chrono::year{2026} / 11 / 21} + std::chrono::hours{9};
+    static constexpr Moment start = std::chrono::sys_days{std::chrono::year{2026} / 11 / 21} + 9h;
     Moment now = start;
     World world;
 };

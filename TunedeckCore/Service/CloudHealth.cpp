@@ -12,21 +12,6 @@ namespace tunedeck {
 
 using namespace Qt::StringLiterals;
 
-template<>
-struct json::Members<CloudHealth::Agent> {
-    static constexpr auto list =
-        std::tuple{member("online", &CloudHealth::Agent::online), member("lastSeen", &CloudHealth::Agent::lastSeen),
-                   member("version", &CloudHealth::Agent::version)};
-};
-
-template<>
-struct json::Members<CloudHealth> {
-    static constexpr auto list =
-        std::tuple{member("status", &CloudHealth::status), member("version", &CloudHealth::version),
-                   member("protocol", &CloudHealth::protocol), member("agent", &CloudHealth::agent),
-                   member("queued", &CloudHealth::queued)};
-};
-
 std::expected<CloudHealth, json::Error> CloudHealth::decode(const QByteArray& bytes) {
     return json::decode<CloudHealth>(bytes, json::Keys::SnakeToCamel);
 }

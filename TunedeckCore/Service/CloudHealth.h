@@ -2,6 +2,7 @@
 
 #include "TunedeckCore/Support/Http/Downloader.h"
 #include "TunedeckCore/Support/Json/Error.h"
+#include "TunedeckCore/Support/Json/Members.h"
 
 #include <QByteArray>
 #include <QCoroTask>
@@ -22,6 +23,8 @@ struct CloudHealth {
         std::optional<QString> lastSeen;
         std::optional<QString> version;
         bool operator==(const Agent&) const = default;
+
+        static constexpr auto members = json::members<&Agent::online, &Agent::lastSeen, &Agent::version>;
     };
 
     QString status;
@@ -35,6 +38,9 @@ struct CloudHealth {
     /// Fetches the report from a base URL within 4 seconds; nothing on any failure.
     static QCoro::Task<std::optional<CloudHealth>> fetch(QString baseURL, Downloader downloader, std::stop_token stop);
     bool operator==(const CloudHealth&) const = default;
+
+    static constexpr auto members = json::members<&CloudHealth::status, &CloudHealth::version, &CloudHealth::protocol,
+                                                  &CloudHealth::agent, &CloudHealth::queued>;
 };
 
 } // namespace tunedeck

@@ -10,12 +10,6 @@ using namespace Qt::StringLiterals;
 
 using Reply = LibraryClient::Reply;
 
-template<>
-struct json::Members<Reply> {
-    static constexpr auto list = std::tuple{member("ok", &Reply::ok), member("message", &Reply::message),
-                                            member("error", &Reply::error), member("version", &Reply::version)};
-};
-
 namespace {
 
 /// Accepts a reply regardless of its HTTP status.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "TunedeckCore/Support/Json/Members.h"
+
 #include <QCoroTask>
 #include <QString>
 #include <QUrl>
@@ -17,6 +19,8 @@ struct LibraryClient {
         std::optional<QString> error = {};
         std::optional<QString> version = {};
         bool operator==(const Reply&) const = default;
+
+        static constexpr auto members = json::members<&Reply::ok, &Reply::message, &Reply::error, &Reply::version>;
     };
 
     std::optional<QUrl> baseURL = {}; ///< default: resolved by ServiceEndpoint for each call

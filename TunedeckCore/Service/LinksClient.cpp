@@ -17,15 +17,9 @@ namespace {
 
 struct LinkList {
     std::vector<AssistantLink> links;
-};
 
-} // namespace
-
-template<>
-struct json::Members<LinkList> {
-    static constexpr auto list = std::tuple{member("links", &LinkList::links)};
+    static constexpr auto members = json::members<&LinkList::links>;
 };
-namespace {
 
 /// Fails for any status but 200 to 299.
 QCoro::Task<LinksClient::Result<HttpReply>> send(HttpRequest request, std::stop_token stop) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TunedeckCore/Support/Json/Error.h"
+#include "TunedeckCore/Support/Json/Members.h"
 
 #include <QByteArray>
 #include <QDateTime>
@@ -23,6 +24,9 @@ struct ServiceStatus {
         std::optional<bool> registered;
         std::optional<bool> connected; ///< absent while not yet known
         bool operator==(const Cloud&) const = default;
+
+        static constexpr auto members =
+            json::members<&Cloud::enabled, &Cloud::baseUrl, &Cloud::protocol, &Cloud::registered, &Cloud::connected>;
     };
 
     /// The endpoint for assistants.
@@ -30,6 +34,8 @@ struct ServiceStatus {
         std::optional<QString> publicUrl;
         QString localUrl;
         bool operator==(const Mcp&) const = default;
+
+        static constexpr auto members = json::members<&Mcp::publicUrl, &Mcp::localUrl>;
     };
 
     /// A download job.
@@ -48,6 +54,10 @@ struct ServiceStatus {
         /// When it finished or, without finishedAt, when it was created.
         [[nodiscard]] std::optional<QDateTime> date() const;
         bool operator==(const Job&) const = default;
+
+        static constexpr auto members =
+            json::members<&Job::jobId, &Job::state, &Job::playlist, &Job::message, &Job::createdAt, &Job::finishedAt,
+                          &Job::links, &Job::tracks, &Job::errors, &Job::xmlVersion>;
     };
 
     /// The Rekordbox library.
@@ -58,6 +68,8 @@ struct ServiceStatus {
             QString createdAt;
             QString summary;
             bool operator==(const Pending&) const = default;
+
+            static constexpr auto members = json::members<&Pending::id, &Pending::createdAt, &Pending::summary>;
         };
         /// A change that could not be applied.
         struct Failed {
@@ -65,6 +77,8 @@ struct ServiceStatus {
             QString summary;
             QString error;
             bool operator==(const Failed&) const = default;
+
+            static constexpr auto members = json::members<&Failed::id, &Failed::summary, &Failed::error>;
         };
         /// An applied change.
         struct Applied {
@@ -72,6 +86,8 @@ struct ServiceStatus {
             std::optional<QString> version;
             QString summary;
             bool operator==(const Applied&) const = default;
+
+            static constexpr auto members = json::members<&Applied::at, &Applied::version, &Applied::summary>;
         };
         /// A backup that can be restored.
         struct Backup {
@@ -82,6 +98,9 @@ struct ServiceStatus {
 
             [[nodiscard]] std::optional<QDateTime> date() const;
             bool operator==(const Backup&) const = default;
+
+            static constexpr auto members =
+                json::members<&Backup::version, &Backup::createdAt, &Backup::reason, &Backup::sizeBytes>;
         };
 
         QString dbPath;
@@ -93,6 +112,10 @@ struct ServiceStatus {
         std::optional<QString> currentVersion;
         std::vector<Backup> backups;
         bool operator==(const Library&) const = default;
+
+        static constexpr auto members =
+            json::members<&Library::dbPath, &Library::rekordboxRunning, &Library::pending, &Library::failed,
+                          &Library::lastApplied, &Library::lastError, &Library::currentVersion, &Library::backups>;
     };
 
     QString version;
@@ -111,6 +134,12 @@ struct ServiceStatus {
     /// Fails if a required member is missing or a member has the wrong type.
     static std::expected<ServiceStatus, json::Error> decode(const QByteArray& bytes);
     bool operator==(const ServiceStatus&) const = default;
+
+    static constexpr auto members =
+        json::members<&ServiceStatus::version, &ServiceStatus::rekordboxDb, &ServiceStatus::mcp,
+                      &ServiceStatus::shortcutUrl, &ServiceStatus::downloadDir, &ServiceStatus::downloadDirSource,
+                      &ServiceStatus::downloadDirWritable, &ServiceStatus::downloadDirError, &ServiceStatus::importXml,
+                      &ServiceStatus::xmlVersion, &ServiceStatus::cloud, &ServiceStatus::recentJobs>;
 };
 
 } // namespace tunedeck

@@ -12,21 +12,6 @@ using namespace Qt::StringLiterals;
 
 using Tool = ToolboxReport::Tool;
 
-template<>
-struct json::Members<Tool> {
-    static constexpr auto list = std::tuple{member("name", &Tool::name), member("installed", &Tool::installed),
-                                            member("wanted", &Tool::wanted), member("ready", &Tool::ready)};
-};
-
-template<>
-struct json::Members<ToolboxReport> {
-    static constexpr auto list =
-        std::tuple{member("tools", &ToolboxReport::tools),           member("venvs", &ToolboxReport::venvs),
-                   member("installing", &ToolboxReport::installing), member("step", &ToolboxReport::step),
-                   member("progress", &ToolboxReport::progress),     member("error", &ToolboxReport::error),
-                   member("manifest", &ToolboxReport::manifest),     member("checkedAt", &ToolboxReport::checkedAt)};
-};
-
 std::optional<QString> ToolboxReport::Tool::displayVersion() const {
     if (!installed) {
         return {};

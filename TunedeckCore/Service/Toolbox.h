@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TunedeckCore/Support/Json/Error.h"
+#include "TunedeckCore/Support/Json/Members.h"
 
 #include <QByteArray>
 #include <QString>
@@ -23,6 +24,8 @@ struct ToolboxReport {
         /// The installed version, without the "name==" of a requirement.
         [[nodiscard]] std::optional<QString> displayVersion() const;
         bool operator==(const Tool&) const = default;
+
+        static constexpr auto members = json::members<&Tool::name, &Tool::installed, &Tool::wanted, &Tool::ready>;
     };
 
     std::vector<Tool> tools;
@@ -40,6 +43,11 @@ struct ToolboxReport {
 
     static std::expected<ToolboxReport, json::Error> decode(const QByteArray& bytes);
     bool operator==(const ToolboxReport&) const = default;
+
+    static constexpr auto members =
+        json::members<&ToolboxReport::tools, &ToolboxReport::venvs, &ToolboxReport::installing, &ToolboxReport::step,
+                      &ToolboxReport::progress, &ToolboxReport::error, &ToolboxReport::manifest,
+                      &ToolboxReport::checkedAt>;
 };
 
 } // namespace tunedeck

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TunedeckCore/Support/Json/Error.h"
+#include "TunedeckCore/Support/Json/Members.h"
 
 #include <QString>
 
@@ -23,12 +24,18 @@ struct Appcast {
         std::optional<QString> notes;
         std::optional<QString> dmgUrl;
         bool operator==(const Release&) const = default;
+
+        static constexpr auto members =
+            json::members<&Release::version, &Release::minMacos, &Release::url, &Release::sha256, &Release::size,
+                          &Release::publishedAt, &Release::notes, &Release::dmgUrl>;
     };
 
     Release latest;
 
     static std::expected<Appcast, json::Error> decode(const QByteArray& bytes);
     bool operator==(const Appcast&) const = default;
+
+    static constexpr auto members = json::members<&Appcast::latest>;
 };
 
 using Release = Appcast::Release;

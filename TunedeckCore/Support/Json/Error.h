@@ -2,8 +2,6 @@
 
 #include <QString>
 
-#include <optional>
-
 namespace tunedeck::json {
 
 /// Why a document was rejected.
@@ -13,10 +11,10 @@ struct Error {
     bool beyondLimits = false; ///< the document may be valid, but exceeds a limit on its size, depth or numbers
 
     /// One sentence for the user.
-    [[nodiscard]] QString description() const;
+    [[nodiscard]] QString description() const {
+        using namespace Qt::StringLiterals;
+        return u"Unreadable document: %1%2."_s.arg(path.isEmpty() ? path : u"\"%1\" "_s.arg(path), reason);
+    }
 };
-
-/// Prefixes the path of `error`, if there is one, with the name or index of the containing value.
-std::optional<Error> within(const QString& parent, std::optional<Error> error);
 
 } // namespace tunedeck::json

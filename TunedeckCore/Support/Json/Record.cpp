@@ -24,6 +24,14 @@ Error wrongType(QLatin1StringView expected, const Value& found) {
     return {.reason = u"expected %1, found %2"_s.arg(expected, found.typeName())};
 }
 
+std::optional<Error> within(const QString& parent, std::optional<Error> error) {
+    if (error) {
+        const bool isMember = !error->path.isEmpty() && !error->path.startsWith(u'[');
+        error->path = parent + (isMember ? u"."_s : QString()) + error->path;
+    }
+    return error;
+}
+
 std::optional<Error> read(const Value& from, QString& to) {
     return readExactly("text"_L1, from, to);
 }
@@ -60,6 +68,16 @@ std::optional<Error> read(const Value& from, std::int64_t& to) {
     }
     to = static_cast<std::int64_t>(inexact);
     return {};
+}
+
+QString keyOf(QLatin1StringView name, Form form) {
+    QString key = name;
+    for (qsizetype i = 0; form == Form::SnakeCase && i < key.size(); ++i) {
+        if (key[i].isUpper()) {
+            key.replace(i, 1, u'_' + QString(key[i].toLower()));
+        }
+    }
+    return key;
 }
 
 } // namespace tunedeck::json

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TunedeckCore/Support/Json/Error.h"
+#include "TunedeckCore/Support/Json/Members.h"
 #include "TunedeckCore/Support/Json/Parse.h"
 #include "TunedeckCore/Support/Json/Value.h"
 
@@ -17,38 +18,29 @@
 #include <utility>
 #include <vector>
 
+/// Reads and writes records, which declare their members with json::members. Each type accepts exactly one JSON type:
+/// QString, bool, double, integers, std::vector, other records, and whatever has overloads of read() and encode() in
+/// this namespace. Members of an object that the record doesn't declare are ignored.
 namespace tunedeck::json {
 
-/// Declares how a record is stored as an object:
-///
-///     template<> struct tunedeck::json::Members<Cloud> {
-///         static constexpr auto list = std::tuple{member("enabled", &Cloud::enabled), …};
-///     };
-///
-/// A member of type std::optional may be absent or null, and encode() leaves it out when it is empty; any other is
-/// required. A second tuple `internal` declares members that encode() writes for Audience::Internal only.
-///
-/// Each type accepts exactly one JSON type: QString, bool, double, integers, std::vector, other records, and whatever
-/// has overloads of read() and write() in this namespace. Members of an object that the record doesn't declare are
-/// ignored.
-template<class Record>
-struct Members;
+template<class Type>
+concept IsRecord = requires { Type::members; };
 
-template<class Record, class Type>
-struct Member {
-    QLatin1StringView name;
-    Type Record::* pointer;
+/// How encode() writes a record.
+enum class Form {
+    SnakeCase,  ///< "download_dir" for downloadDir
+    AsDeclared, ///< "downloadDir"
+    Complete    ///< as declared, with the internal members
 };
 
-template<class Record, class Type>
-constexpr Member<Record, Type> member(const char* name, Type Record::* pointer) {
-    return {QLatin1StringView(name), pointer};
-}
+/// "expected text, found null"
+Error wrongType(QLatin1StringView expected, const Value& found);
 
-template<class Type>
-concept IsRecord = requires { Members<Type>::list; };
+/// Prefixes the path of `error`, if there is one, with the name or index of the containing value.
+std::optional<Error> within(const QString& parent, std::optional<Error> error);
 
-enum class Audience { Public, Internal };
+/// The key of a member.
+QString keyOf(QLatin1StringView name, Form form);
 
 std::optional<Error> read(const Value& from, QString& to);
 std::optional<Error> read(const Value& from, bool& to);
@@ -56,15 +48,13 @@ std::optional<Error> read(const Value& from, double& to);
 /// Accepts 5, and also 5.0 and 5e3 up to 2^53 in magnitude, beyond which such a form is inexact.
 std::optional<Error> read(const Value& from, std::int64_t& to);
 
-/// "expected text, found null"
-Error wrongType(QLatin1StringView expected, const Value& found);
-
 template<std::integral Type>
 std::optional<Error> read(const Value& from, Type& to) {
+    using namespace Qt::StringLiterals;
     std::int64_t integer = 0;
     auto error = read(from, integer);
     if (!error && !std::in_range<Type>(integer)) {
-        error = Error{.reason = QStringLiteral("is out of range")};
+        error = Error{.reason = u"is out of range"_s};
     }
     to = static_cast<Type>(integer);
     return error;
@@ -79,7 +69,7 @@ std::optional<Error> read(const Value& from, std::vector<Type>& to) {
     to.reserve(array->size());
     for (const Value& element : *array) {
         if (auto error = read(element, to.emplace_back())) {
-            return within(QStringLiteral("[%1]").arg(to.size() - 1), std::move(error));
+            return within(u'[' + QString::number(to.size() - 1) + u']', std::move(error));
         }
     }
     return {};
@@ -93,18 +83,19 @@ std::optional<Error> read(const Value& from, std::optional<Type>& to) {
     return from.as<std::nullptr_t>() != nullptr ? std::nullopt : read(from, to.emplace(Type{}));
 }
 
-/// The members in `list` and `internal`.
+/// The members and the internal members.
 template<IsRecord Type>
 constexpr auto allMembers() {
-    if constexpr (requires { Members<Type>::internal; }) {
-        return std::tuple_cat(Members<Type>::list, Members<Type>::internal);
+    if constexpr (requires { Type::internalMembers; }) {
+        return std::tuple_cat(Type::members, Type::internalMembers);
     } else {
-        return Members<Type>::list;
+        return Type::members;
     }
 }
 
 template<IsRecord Type>
 std::optional<Error> read(const Value& from, Type& to) {
+    using namespace Qt::StringLiterals;
     const auto* object = from.as<Object>();
     if (object == nullptr) {
         return wrongType(QLatin1StringView("an object"), from);
@@ -116,7 +107,7 @@ std::optional<Error> read(const Value& from, Type& to) {
         if (value != nullptr) {
             error = within(member.name, read(*value, target));
         } else if constexpr (!requires { target.has_value(); }) {
-            error = Error{member.name, QStringLiteral("is missing")};
+            error = Error{member.name, u"is missing"_s};
         }
         return !error;
     };
@@ -125,64 +116,52 @@ std::optional<Error> read(const Value& from, Type& to) {
 }
 
 template<class Type>
-    requires std::constructible_from<Value, const Type&>
-void write(Value& to, const Type& from, Audience /*audience*/) {
-    to = Value(from);
-}
-
-template<class Type>
-void write(Value& to, const std::vector<Type>& from, Audience audience) {
-    Array array;
-    for (const Type& element : from) {
-        write(array.emplace_back(nullptr), element, audience);
+std::expected<Type, Error> decode(const QByteArray& document, Keys keys, Limits limits = {}) {
+    const auto value = parse(document, limits, keys);
+    if (!value) {
+        return std::unexpected(value.error());
     }
-    to = std::move(array);
-}
-
-template<class Type>
-void write(Value& to, const std::optional<Type>& from, Audience audience) {
-    if (from) {
-        write(to, *from, audience);
-    }
-}
-
-template<IsRecord Type>
-void write(Value& to, const Type& from, Audience audience) {
-    std::vector<Object::Member> members;
-    const auto writeMember = [&](const auto& member) {
-        Value value = nullptr;
-        write(value, from.*member.pointer, audience);
-        if (value.template as<std::nullptr_t>() == nullptr) {
-            members.emplace_back(member.name, std::move(value));
-        }
-    };
-    const auto writeAll = [&](const auto&... declared) { (writeMember(declared), ...); };
-    audience == Audience::Internal ? std::apply(writeAll, allMembers<Type>())
-                                   : std::apply(writeAll, Members<Type>::list);
-    to = Object(std::move(members));
-}
-
-/// Decodes a record or any other type that read() accepts.
-template<class Type>
-std::expected<Type, Error> decode(const Value& value) {
     Type result{};
-    if (auto error = read(value, result)) {
+    if (auto error = read(*value, result)) {
         return std::unexpected(std::move(*error));
     }
     return result;
 }
 
 template<class Type>
-std::expected<Type, Error> decode(const QByteArray& document, Keys keys, Limits limits = {}) {
-    const auto value = parse(document, limits, keys);
-    return value ? decode<Type>(*value) : std::unexpected(value.error());
+    requires std::constructible_from<Value, const Type&>
+Value encode(const Type& from, Form /*form*/) {
+    return from;
+}
+
+/// Null if there is no value.
+template<class Type>
+Value encode(const std::optional<Type>& from, Form form) {
+    return from ? encode(*from, form) : Value(nullptr);
 }
 
 template<class Type>
-Value encode(const Type& from, Audience audience = Audience::Public) {
-    Value value = nullptr;
-    write(value, from, audience);
-    return value;
+Value encode(const std::vector<Type>& from, Form form = Form::SnakeCase) {
+    Array array;
+    for (const Type& element : from) {
+        array.push_back(encode(element, form));
+    }
+    return array;
+}
+
+/// Leaves out members that are null.
+template<IsRecord Type>
+Value encode(const Type& from, Form form = Form::SnakeCase) {
+    std::vector<Object::Member> members;
+    const auto add = [&](const auto& member) {
+        Value value = encode(from.*member.pointer, form);
+        if (value.template as<std::nullptr_t>() == nullptr) {
+            members.emplace_back(keyOf(member.name, form), std::move(value));
+        }
+    };
+    const auto addAll = [&](const auto&... declared) { (add(declared), ...); };
+    form == Form::Complete ? std::apply(addAll, allMembers<Type>()) : std::apply(addAll, Type::members);
+    return Object(std::move(members));
 }
 
 } // namespace tunedeck::json
