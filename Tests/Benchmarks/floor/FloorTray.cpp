@@ -1,4 +1,4 @@
-// The least that a tray application can be: what the application costs is told against this.
+// The least that a tray application can be.
 #include <QApplication>
 #include <QIcon>
 #include <QPixmap>
