@@ -15,12 +15,9 @@ namespace {
 TEST(Mask, HidesTokensCodesAndLongRuns) {
     const QString run = u"abcdefghij0123456789_-AZ"_s; // 24
     const std::vector<std::pair<QString, QString>> cases{
-        {u"Authorization: Bearer abc.def"_s, u"Authorization: Bearer …"_s},
         {u"forBEARER \t\u00a0\n a b"_s, u"forBEARER \t\u00a0\n … b"_s},
         {u"bearer bearer x"_s, u"bearer … x"_s},
-        {u"https://t.me/bot?start=x-1_Z&a=b"_s, u"https://t.me/bot?start=…&a=b"_s},
-        {u"?a=b&START=1 ?start=é"_s, u"?a=b&START=… ?start=é"_s},
-        {run, u"abcd…"_s},
+        {u"?a=b&START=x-1_Z&b ?start=é"_s, u"?a=b&START=…&b ?start=é"_s},
         {u"/"_s + run + u"xyz/mcp"_s, u"/abcd…/mcp"_s},
         {run + u"."_s + run + u"é"_s + run, u"abcd….abcd…éabcd…"_s},
         {u"?start="_s + run, u"?start=…"_s},
@@ -59,10 +56,7 @@ TEST_F(LogTail, KeepsTheLastWarningsAndErrorsInOrder) {
 }
 
 TEST_F(LogTail, ReadsOnlyTheTail) {
-    const QByteArray log = "1 WARN one\n2 WARN two\n";
-    EXPECT_EQ(lines(log, 50, log.size()).size(), 2);
-    EXPECT_EQ(lines(log, 50, 17), QStringList(u"2 WARN two"_s));
-    EXPECT_EQ(lines(log, 50, 21), (QStringList{u" WARN one"_s, u"2 WARN two"_s}));
+    EXPECT_EQ(lines("1 WARN one\n2 WARN two\n", 50, 21), (QStringList{u" WARN one"_s, u"2 WARN two"_s}));
     QFile sparse(home.path(u"sparse"_s));
     ASSERT_TRUE(sparse.open(QIODevice::WriteOnly) && sparse.resize(1LL << 40) && sparse.seek(1LL << 40));
     sparse.write("\nt ERROR at the end\n");
@@ -71,20 +65,11 @@ TEST_F(LogTail, ReadsOnlyTheTail) {
 }
 
 TEST_F(LogTail, IsEmptyWithoutAReadableFileAndNeverBlocks) {
-    EXPECT_EQ(Diagnostics::warningLines(home.path(u"missing"_s), 50, 4096), QStringList());
     EXPECT_EQ(Diagnostics::warningLines(u"/dev/zero"_s, 50, 4096), QStringList());
     const QString pipe = home.path(u"pipe"_s);
     ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
     EXPECT_EQ(Diagnostics::warningLines(pipe, 50, 4096), QStringList());
 }
-
-constexpr const char* jobs = R"("recent_jobs":[
-    {"job_id":"j1","state":"done","playlist":"p","message":"m1"},
-    {"job_id":"j2","state":"failed","playlist":"p","message":"m2"},
-    {"job_id":"j3","state":"done","playlist":"p","message":"m3"},
-    {"job_id":"j4","state":"done","playlist":"p","message":"m4"},
-    {"job_id":"j5","state":"done","playlist":"p","message":"m5"},
-    {"job_id":"j6","state":"done","playlist":"p","message":"m6"}],)";
 
 const QDateTime moment(QDate(2025, 3, 1), QTime(18, 4, 5), Qt::UTC);
 
@@ -109,20 +94,20 @@ Assistants: none
 }
 
 TEST(Diagnostics, ReportsAllPartsAndMasksThem) {
-    const auto status = ServiceStatus::decode(test::statusDocument(jobs + QByteArray(R"(
-        "cloud":{"enabled":true,"base_url":"u","protocol":3,"connected":false,"registered":true},
-        "xml_version":"7","download_dir_writable":false,
-        "rekordbox_db":{"db_path":"d","rekordbox_running":true,"pending":[{"id":"1","created_at":"c","summary":"s"},
-        {"id":"2","created_at":"c","summary":"s"}],"failed":[{"id":"3","summary":"s","error":"e"}],"backups":[],
-        "last_error":"Bearer secret","current_version":"42"})")));
+    auto status = ServiceStatus::decode(test::statusDocument(R"("xml_version":"7","download_dir_writable":false,
+        "cloud":{"enabled":true,"base_url":"u","protocol":3,"connected":false},
+        "rekordbox_db":{"db_path":"d","rekordbox_running":true,"pending":[],"failed":[],"backups":[],
+        "last_error":"Bearer secret","current_version":"42"})"));
+    status->rekordboxDb->pending.resize(2);
+    status->rekordboxDb->failed.resize(1);
+    status->recentJobs.resize(6, {.jobId = u"j"_s, .state = u"done"_s, .playlist = u"p"_s, .message = u"m"_s});
     const auto toolbox = ToolboxReport::decode(R"({"installing":false,"error":"offline","manifest":"2025-03",
         "tools":[{"name":"yt-dlp","installed":"yt-dlp==2025.1","wanted":"w","ready":true},
         {"name":"ffmpeg","wanted":"w","ready":false}],"venvs":[{"name":"spotdl","wanted":"w","ready":true}]})");
     const AssistantLink telegram{.id = u"1"_s, .kind = u"telegram"_s, .lastUsedAt = u"t"_s};
     const AssistantLink claude{.id = u"2"_s, .kind = u"claude"_s, .lastUsedAt = u"t"_s};
-    const QStringList lines{u"t WARN https://r.example/0123456789abcdefghijklmn/mcp"_s, u"t ERROR two"_s};
     const Diagnostics::Input input{u"1.2.3"_s, u"2.0"_s, u"14.5"_s,          u"Intel (x86_64)"_s,
-                                   *status,    *toolbox, {telegram, claude}, lines};
+                                   *status,    *toolbox, {telegram, claude}, {u"t WARN one"_s, u"t ERROR two"_s}};
     EXPECT_EQ(Diagnostics::report(input, moment.toOffsetFromUtc(3600)), uR"(Tunedeck diagnostics · 2025-03-01T18:04:05Z
 App 1.2.3 · service 2.0
 macOS 14.5 · Intel (x86_64)
@@ -131,18 +116,18 @@ Downloads: /music (NOT writable)
 Import XML: /music/import.xml · v7
 Rekordbox library: v42 · 2 pending · 1 failed · Rekordbox open
   last error: Bearer …
-Job j1 done: m1
-Job j2 failed: m2
-Job j3 done: m3
-Job j4 done: m4
-Job j5 done: m5
+Job j done: m
+Job j done: m
+Job j done: m
+Job j done: m
+Job j done: m
 Tools: yt-dlp 2025.1, ffmpeg missing (not ready)
   toolbox error: offline
   manifest: 2025-03
 Assistants: Telegram (not used yet), Claude (used)
 
 Recent warnings and errors:
-t WARN https://r.example/0123…/mcp
+t WARN one
 t ERROR two)"_s);
 }
 

@@ -19,10 +19,7 @@ ServiceStatus::Job job(const char* id, const char* state) {
 QString events(JobWatcher& watcher, const Jobs& jobs) {
     QStringList texts;
     for (const JobEvent& event : watcher.update(jobs)) {
-        const auto kind = event.kind == JobEvent::Kind::requested  ? u'r'
-                          : event.kind == JobEvent::Kind::finished ? u'f'
-                                                                   : u'x';
-        texts += kind + u":"_s + event.job.jobId;
+        texts += u"rfx"_s.at(static_cast<int>(event.kind)) + u":"_s + event.job.jobId;
     }
     return texts.join(u' ');
 }
@@ -31,10 +28,10 @@ TEST(JobWatcher, ReportsNothingForTheFirstAndUnchangedLists) {
     JobWatcher watcher;
     const Jobs jobs{job("a", "done"), job("b", "failed"), job("c", "queued"), job("d", "running")};
     EXPECT_EQ(events(watcher, jobs), u""_s);
-    EXPECT_EQ(events(watcher, jobs), u""_s);
     JobWatcher emptyFirst;
     EXPECT_EQ(events(emptyFirst, {}), u""_s);
     EXPECT_EQ(events(emptyFirst, jobs), u"f:a x:b r:c r:d"_s);
+    EXPECT_EQ(events(emptyFirst, jobs), u""_s);
 }
 
 TEST(JobWatcher, ReportsEachStepOnceInListOrder) {

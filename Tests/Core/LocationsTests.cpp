@@ -19,7 +19,7 @@ TEST(UserPaths, UsesHomeOnlyIfItIsAbsolute) {
         EXPECT_EQ(UserPaths::current().home(), account) << value;
     }
     qputenv("HOME", "/home//dj/");
-    EXPECT_EQ(UserPaths::current().settings(), u"/home/dj/.tunedeck/settings.json"_s);
+    EXPECT_EQ(UserPaths::current().dataFolder(), u"/home/dj/.tunedeck"_s);
     EXPECT_EQ(UserPaths(u"/"_s).serviceLog(), u"/Library/Logs/tunedeck.log"_s);
 }
 

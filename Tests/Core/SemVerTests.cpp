@@ -13,8 +13,7 @@ SemVer version(const QString& text) {
 }
 
 TEST(SemVer, ParsesThreeNumbersAndRejectsOtherTexts) {
-    EXPECT_EQ(version(u" v1.4.0 "_s), (SemVer{1, 4, 0, {}}));
-    EXPECT_EQ(version(u"\t1.4.0+abc..\u00a0"_s), (SemVer{1, 4, 0, {}}));
+    EXPECT_EQ(version(u"\tv1.4.0+abc..\u00a0"_s), (SemVer{1, 4, 0, {}}));
     EXPECT_EQ(version(u"1.4.0-beta+exp.sha-5"_s), (SemVer{1, 4, 0, {u"beta"_s}}));
     EXPECT_EQ(version(u"1.4.0-alpha-2.-.é x"_s), (SemVer{1, 4, 0, {u"alpha-2"_s, u"-"_s, u"é x"_s}}));
     EXPECT_EQ(version(u"01.002.9223372036854775807"_s), (SemVer{1, 2, std::numeric_limits<std::int64_t>::max(), {}}));
@@ -38,9 +37,7 @@ TEST(SemVer, ComparesByPrecedence) {
     }
     const SemVer one = version(u"1.0.0-1"_s);
     const SemVer leadingZero = version(u"1.0.0-01"_s);
-    EXPECT_FALSE(one < leadingZero);
-    EXPECT_FALSE(leadingZero < one);
-    EXPECT_NE(one, leadingZero);
+    EXPECT_FALSE(one < leadingZero || leadingZero < one || one == leadingZero);
     EXPECT_EQ(qHash(one, 7), qHash(version(u"v1.0.0-1+build"_s), 7));
 }
 

@@ -9,18 +9,14 @@ namespace tunedeck::test {
 using std::chrono::milliseconds;
 using std::chrono::nanoseconds;
 
-namespace {
-
-struct Sleeper {
-    nanoseconds due;
-    bool throughSuspend;
-    Wait& wait;
-};
-
-} // namespace
-
 /// Shared with the sleepers, so that clock and sleepers may be destroyed in any order.
 struct ManualClock::State {
+    struct Sleeper {
+        nanoseconds due;
+        bool throughSuspend;
+        Wait& wait;
+    };
+
     QDateTime now;
     nanoseconds elapsed = std::chrono::hours(1);
     nanoseconds uptime = std::chrono::hours(2);
@@ -37,21 +33,20 @@ struct ManualClock::State {
         elapsed += awake ? step : nanoseconds::zero();
     }
 
-    static void pass(const std::shared_ptr<State>& state, nanoseconds duration, bool awake) {
+    static void pass(std::shared_ptr<State> state, nanoseconds duration, bool awake) {
         for (;;) {
-            Sleeper* next = nullptr;
-            for (auto* sleeper : state->sleepers) {
-                if ((awake || sleeper->throughSuspend) && (!next || state->left(*sleeper) < state->left(*next))) {
-                    next = sleeper;
-                }
-            }
-            if (!next || state->left(*next) > duration) {
+            const auto left = [&](const Sleeper* sleeper) {
+                return awake || sleeper->throughSuspend ? state->left(*sleeper) : nanoseconds::max();
+            };
+            const auto first = std::ranges::min_element(state->sleepers, {}, left);
+            if (first == state->sleepers.end() || left(*first) > duration) {
                 break;
             }
+            Sleeper* const next = *first;
             const auto step = std::max(state->left(*next), nanoseconds::zero());
             duration -= step;
             state->move(step, awake);
-            std::erase(state->sleepers, next);
+            state->sleepers.erase(first);
             next->wait.wake();
         }
         state->move(duration, awake);
@@ -98,11 +93,11 @@ QCoro::Task<bool> ManualClock::sleepThroughSuspend(milliseconds duration, std::s
 }
 
 void ManualClock::advance(milliseconds duration) {
-    State::pass(std::shared_ptr(m_state), duration, true);
+    State::pass(m_state, duration, true);
 }
 
 void ManualClock::suspend(milliseconds duration) {
-    State::pass(std::shared_ptr(m_state), duration, false);
+    State::pass(m_state, duration, false);
 }
 
 void ManualClock::setUptime(nanoseconds uptime) {

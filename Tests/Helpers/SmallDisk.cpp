@@ -37,9 +37,8 @@ bool separateMounts() {
 
 } // namespace
 
-SmallDisk::SmallDisk(int kilobytes) : m_kilobytes(kilobytes) {
-    const auto size = "size=" + std::to_string(kilobytes) + "k";
-    if (!separateMounts() || ::mount("tmpfs", folder().c_str(), "tmpfs", 0, size.c_str()) != 0) {
+SmallDisk::SmallDisk(int kilobytes) : m_options("size=" + std::to_string(kilobytes) + "k") {
+    if (!separateMounts() || ::mount("tmpfs", folder().c_str(), "tmpfs", 0, m_options.c_str()) != 0) {
         m_reason = std::string("can't mount a tmpfs: ") + std::strerror(errno);
     }
 }
@@ -61,14 +60,9 @@ void SmallDisk::fill() const {
     }
 }
 
-void SmallDisk::makeRoom() const {
-    QFile::remove(path(u".filler"_s));
-}
-
 void SmallDisk::setReadOnly(bool readOnly) const {
-    const auto size = "size=" + std::to_string(m_kilobytes) + "k";
     const auto flags = static_cast<unsigned long>(MS_REMOUNT | (readOnly ? MS_RDONLY : 0));
-    if (::mount(nullptr, folder().c_str(), nullptr, flags, size.c_str()) != 0) {
+    if (::mount(nullptr, folder().c_str(), nullptr, flags, m_options.c_str()) != 0) {
         throw std::runtime_error(std::strerror(errno));
     }
 }

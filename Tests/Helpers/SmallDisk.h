@@ -22,17 +22,15 @@ public:
     /// The mount point, or a path in it.
     [[nodiscard]] QString path(const QString& relative = {}) const;
 
-    /// Uses up the free space, and frees it.
+    /// Uses up the free space.
     void fill() const;
-    void makeRoom() const;
-
     void setReadOnly(bool readOnly) const;
 
 private:
     [[nodiscard]] std::string folder() const;
 
     QTemporaryDir m_folder;
-    int m_kilobytes;
+    std::string m_options; ///< of the mount
     std::string m_reason;
 };
 

@@ -1,5 +1,7 @@
 #include "Tests/Helpers/TemporaryHome.h"
 
+#include "TunedeckCore/Support/Files/RemoveTree.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -17,24 +19,10 @@ const QString& folder() {
     return path;
 }
 
-void empty() {
-    const QDir home(folder());
-    for (const auto& entry :
-         home.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot)) {
-        if (entry.isDir() && !entry.isSymLink()) {
-            // A test may have removed its permissions.
-            QFile::setPermissions(entry.filePath(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-            QDir(entry.filePath()).removeRecursively();
-        } else {
-            QFile::remove(entry.filePath());
-        }
-    }
-}
-
 } // namespace
 
 TemporaryHome::TemporaryHome() {
-    empty();
+    QDir().mkpath(folder());
     qputenv("HOME", QFile::encodeName(folder()));
     for (const auto* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_STATE_HOME"}) {
         qunsetenv(name);
@@ -42,7 +30,7 @@ TemporaryHome::TemporaryHome() {
 }
 
 TemporaryHome::~TemporaryHome() {
-    empty();
+    removeTree(folder());
 }
 
 QString TemporaryHome::path(const QString& relative) const {

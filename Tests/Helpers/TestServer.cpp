@@ -15,11 +15,15 @@ namespace tunedeck::test {
 
 namespace {
 
-/// Polls a socket; false if the server stops or on a timeout.
-bool waitFor(int socket, short events, int wakeUp, int milliseconds = -1) {
+enum class Waited { Ready, TimedOut, Stopped };
+
+/// Polls a socket until the server stops.
+Waited waitFor(int socket, short events, int wakeUp,
+               std::chrono::milliseconds timeout = std::chrono::milliseconds(-1)) {
     std::array<pollfd, 2> watched{pollfd{.fd = socket, .events = events, .revents = 0},
                                   pollfd{.fd = wakeUp, .events = POLLIN, .revents = 0}};
-    return poll(watched.data(), watched.size(), milliseconds) > 0 && watched[1].revents == 0;
+    const int count = poll(watched.data(), watched.size(), static_cast<int>(timeout.count()));
+    return count == 0 ? Waited::TimedOut : watched[1].revents == 0 ? Waited::Ready : Waited::Stopped;
 }
 
 /// A listening socket; sets the port that was chosen for 0.
@@ -48,7 +52,7 @@ ServedRequest headOf(const QByteArray& head) {
 
 bool Connection::send(const QByteArray& bytes) {
     for (qsizetype sent = 0; sent < bytes.size();) {
-        if (!waitFor(m_socket, POLLOUT, m_wakeUp)) {
+        if (waitFor(m_socket, POLLOUT, m_wakeUp) != Waited::Ready) {
             return false;
         }
         const auto count = ::send(m_socket, bytes.constData() + sent, static_cast<std::size_t>(bytes.size() - sent),
@@ -63,7 +67,7 @@ bool Connection::send(const QByteArray& bytes) {
 
 bool Connection::receive(QByteArray& bytes) {
     std::array<char, 65536> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init)
-    if (!waitFor(m_socket, POLLIN, m_wakeUp)) {
+    if (waitFor(m_socket, POLLIN, m_wakeUp) != Waited::Ready) {
         return false;
     }
     const auto count = recv(m_socket, buffer.data(), buffer.size(), 0);
@@ -72,9 +76,7 @@ bool Connection::receive(QByteArray& bytes) {
 }
 
 bool Connection::pause(std::chrono::milliseconds duration) {
-    std::array<pollfd, 2> watched{pollfd{.fd = m_socket, .events = POLLRDHUP, .revents = 0},
-                                  pollfd{.fd = m_wakeUp, .events = POLLIN, .revents = 0}};
-    return poll(watched.data(), watched.size(), static_cast<int>(duration.count())) == 0;
+    return waitFor(m_socket, POLLRDHUP, m_wakeUp, duration) == Waited::TimedOut;
 }
 
 void Connection::reset() {
@@ -119,11 +121,8 @@ QList<ServedRequest> TestServer::requests() const {
 }
 
 void TestServer::accept() {
-    while (waitFor(m_socket, POLLIN, m_wakeUp)) {
+    while (waitFor(m_socket, POLLIN, m_wakeUp) == Waited::Ready) {
         const int peer = ::accept4(m_socket, nullptr, nullptr, SOCK_CLOEXEC);
-        if (peer < 0) {
-            continue;
-        }
         ++m_made;
         ++m_open;
         m_connections.emplace_back([this, peer] {
@@ -137,12 +136,12 @@ void TestServer::accept() {
 void TestServer::serve(int peer) {
     Connection connection(peer, m_wakeUp);
     QByteArray bytes;
-    while (!bytes.contains("\r\n\r\n")) {
+    qsizetype end = -1;
+    for (; end < 0; end = bytes.indexOf("\r\n\r\n")) {
         if (!connection.receive(bytes)) {
             return;
         }
     }
-    const auto end = bytes.indexOf("\r\n\r\n");
     auto request = headOf(bytes.left(end));
     request.body = bytes.mid(end + 4);
     const auto [behaviour, when] = planFor(request.method + ' ' + request.target);

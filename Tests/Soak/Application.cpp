@@ -2,14 +2,12 @@
 
 #include "Tests/Helpers/Views/Elements.h"
 #include "TunedeckCore/Support/Async/Clock.h"
-#include "TunedeckCore/Support/Async/Wait.h"
 #include "TunedeckMenu/Platform/Log.h"
 #include "TunedeckMenu/Platform/SingleInstance.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QSocketNotifier>
-#include <QTimer>
 
 #include <malloc.h>
 #include <unistd.h>
@@ -19,6 +17,7 @@
 #include <cstdlib>
 #include <iostream>
 #include <string>
+#include <utility>
 
 namespace tunedeck::soak {
 namespace {
@@ -39,10 +38,16 @@ public:
     [[nodiscard]] nanoseconds uptime() const override { return elapsed() + m_suspended; }
     QCoro::Task<bool> sleep(milliseconds duration, std::stop_token stop) override {
         m_polls += duration == 4s ? 1 : 0; // only the follow loop sleeps this long
-        return sleepUntil(&FastClock::elapsed, elapsed() + std::min<nanoseconds>(duration, 10'000h), stop);
+        return m_machine.sleep(duration / speed + 1ms, std::move(stop));
     }
     QCoro::Task<bool> sleepThroughSuspend(milliseconds duration, std::stop_token stop) override {
-        return sleepUntil(&FastClock::uptime, uptime() + std::min<nanoseconds>(duration, 10'000h), stop);
+        const auto end = uptime() + std::min<nanoseconds>(duration, 10'000h);
+        while (uptime() < end && !stop.stop_requested()) {
+            // Short naps, so that a suspension is noticed soon.
+            const auto left = std::chrono::ceil<milliseconds>((end - uptime()) / speed);
+            co_await m_machine.sleep(std::min(left, 200ms), stop);
+        }
+        co_return !stop.stop_requested();
     }
 
     /// Advances now() and uptime(), but not elapsed(), as if the machine had been suspended.
@@ -51,27 +56,8 @@ public:
     [[nodiscard]] int polls() const { return m_polls; }
 
 private:
-    using Reading = nanoseconds (FastClock::*)() const;
-
-    QCoro::Task<bool> sleepUntil(Reading reading, nanoseconds end, std::stop_token stop) {
-        Wait wait(stop);
-        QTimer timer;
-        timer.setTimerType(Qt::PreciseTimer);
-        timer.setSingleShot(true);
-        QObject::connect(&timer, &QTimer::timeout, [&wait] { wait.wake(); });
-        do {
-            const auto left = (end - (this->*reading)()) / speed;
-            // Short naps, so that a suspension is noticed soon.
-            timer.start(std::clamp(std::chrono::ceil<milliseconds>(left), 0ms, 200ms));
-            const bool goesOn = co_await wait.next();
-            if (!goesOn) {
-                co_return false;
-            }
-        } while ((this->*reading)() < end);
-        co_return true;
-    }
-
     static constexpr int speed = 60;
+    SystemClock m_machine;
     QDateTime m_start = QDateTime::currentDateTimeUtc();
     QElapsedTimer m_timer;
     nanoseconds m_suspended = 1h;

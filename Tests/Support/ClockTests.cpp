@@ -23,7 +23,6 @@ TEST(SystemClock, NeverWakesEarlyNorBlocksTheLoop) {
     EXPECT_GE(heart.ticks(), 5);
     EXPECT_EQ(nextDescriptor(), descriptor) << "leaked a descriptor";
     EXPECT_TRUE(runToEnd(clock.sleep(-5ms, {})));
-    EXPECT_TRUE(runToEnd(clock.sleepThroughSuspend(0ms, {})));
 }
 
 TEST(SystemClock, StopsSleepingAtOnce) {

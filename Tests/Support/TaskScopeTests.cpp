@@ -20,9 +20,7 @@ public:
 private:
     QCoro::Task<bool> counted(QCoro::Task<bool> sleep) {
         const bool slept = co_await sleep;
-        if (slept) {
-            ++m_steps;
-        }
+        m_steps += slept ? 1 : 0;
         co_return slept;
     }
 

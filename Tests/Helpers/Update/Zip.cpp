@@ -33,9 +33,6 @@ QByteArray zip(const std::vector<ZipEntry>& entries, ZipStyle style) {
     if (style.stored) {
         archive_write_zip_set_compression_store(writer);
     }
-    if (style.zip64) {
-        archive_write_set_options(writer, "zip:zip64");
-    }
     if (style.encrypted) {
         archive_write_set_options(writer, "zip:encryption=zipcrypt");
         archive_write_set_passphrase(writer, "secret");

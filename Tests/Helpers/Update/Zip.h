@@ -18,7 +18,6 @@ struct ZipEntry {
 /// Format of a test archive.
 struct ZipStyle {
     bool stored = false; ///< uncompressed
-    bool zip64 = false;
     bool encrypted = false;
 };
 
