@@ -4,9 +4,10 @@
 #include "TunedeckCore/Support/Files/AtomicFile.h"
 #include "TunedeckCore/Support/Files/PropertyList.h"
 
+#include <QCollator>
 #include <QDir>
+#include <QLocale>
 
-#include <algorithm>
 #include <utility>
 
 namespace tunedeck {
@@ -54,53 +55,19 @@ RekordboxInstall install(const QString& bundle) {
             .version = std::move(version)};
 }
 
-bool isDigit(QChar character) {
-    return character >= u'0' && character <= u'9';
-}
-
-/// Removes a run of digits from the front and returns it without leading zeros.
-QStringView takeNumber(QStringView& text) {
-    const auto* const end = std::find_if_not(text.begin(), text.end(), isDigit);
-    const auto* const start = std::find_if(text.begin(), end, [](QChar digit) { return digit != u'0'; });
-    const QStringView number(start, end);
-    text = QStringView(end, text.end());
-    return number;
-}
-
 } // namespace
 
 std::optional<RekordboxInstall> RekordboxInstall::detect(const QString& folder) {
+    QCollator order{QLocale(QLocale::English)}; // that of the C locale doesn't compare numbers
+    order.setNumericMode(true);
     std::optional<RekordboxInstall> best;
     for (const auto& bundle : candidates(folder)) {
         auto found = install(bundle);
-        if (!best || isNumericallyLess(best->version.value_or(QString()), found.version.value_or(QString()))) {
+        if (!best || order.compare(best->version.value_or(QString()), found.version.value_or(QString())) < 0) {
             best = std::move(found);
         }
     }
     return best;
-}
-
-bool isNumericallyLess(const QString& one, const QString& other) {
-    QStringView left(one);
-    QStringView right(other);
-    while (!left.isEmpty() && !right.isEmpty()) {
-        if (isDigit(left.front()) && isDigit(right.front())) {
-            const auto leftNumber = takeNumber(left);
-            const auto rightNumber = takeNumber(right);
-            if (leftNumber.size() != rightNumber.size()) {
-                return leftNumber.size() < rightNumber.size();
-            }
-            if (leftNumber != rightNumber) {
-                return leftNumber < rightNumber;
-            }
-        } else if (left.front() != right.front()) {
-            return left.front() < right.front();
-        } else {
-            left = left.mid(1);
-            right = right.mid(1);
-        }
-    }
-    return left.isEmpty() && !right.isEmpty();
 }
 
 } // namespace tunedeck

@@ -12,11 +12,9 @@ struct RekordboxInstall {
     std::optional<QString> version; ///< from the bundle's Info.plist
 
     /// Finds the highest version in a folder of applications and in its "rekordbox…" subfolders; the first of equals.
+    /// Runs of digits are compared as numbers: "7.10.0" is higher than "7.9.2".
     static std::optional<RekordboxInstall> detect(const QString& folder);
     bool operator==(const RekordboxInstall&) const = default;
 };
-
-/// Compares texts with runs of digits as numbers: "7.9.2" is less than "7.10.0".
-bool isNumericallyLess(const QString& one, const QString& other);
 
 } // namespace tunedeck
