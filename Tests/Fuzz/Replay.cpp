@@ -18,7 +18,6 @@ TEST(Corpus, BreaksNoPromise) {
                                                                  {u"jsonValues"_s, fuzz::jsonValues},
                                                                  {u"mask"_s, fuzz::mask},
                                                                  {u"propertyList"_s, fuzz::propertyList},
-                                                                 {u"updateFeed"_s, fuzz::updateFeed},
                                                                  {u"zipArchive"_s, fuzz::zipArchive}};
     for (const auto& [name, target] : targets) {
         const auto seeds = QDir(u"" FUZZ_CORPUS "/"_s + name).entryInfoList(QDir::Files);

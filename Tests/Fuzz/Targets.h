@@ -10,7 +10,6 @@ void documents(const QByteArray& input);
 void jsonValues(const QByteArray& input);
 void mask(const QByteArray& input);
 void propertyList(const QByteArray& input);
-void updateFeed(const QByteArray& input);
 void zipArchive(const QByteArray& input);
 
 /// Aborts unless the promise holds.

@@ -1,12 +1,7 @@
 #include "Tests/Fuzz/Targets.h"
-#include "Tests/Helpers/Update/Signing.h"
 #include "Tests/Helpers/Update/Zip.h"
 #include "TunedeckCore/Support/Files/RemoveTree.h"
 #include "TunedeckCore/Update/Archive.h"
-#include "TunedeckCore/Update/FeedSignature.h"
-#include "TunedeckCore/Update/SemVer.h"
-#include "TunedeckCore/Update/UpdateCheck.h"
-#include "TunedeckCore/Update/UpdateFeed.h"
 
 #include <QDir>
 #include <QFile>
@@ -25,23 +20,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr ArchiveLimits smallLimits{.entries = 50, .bytes = 1024 * 1024};
-
-/// Checks a feed whose download completes at once.
-UpdateCheck check(const test::SigningKey& key, const QByteArray& document, const QByteArray& signature) {
-    const auto answer = [](QByteArray bytes) -> QCoro::Task<std::expected<UpdateFeed::Fetched, UpdateError>> {
-        co_return UpdateFeed::Fetched{std::move(bytes)};
-    };
-    const UpdateFeed feed{.url = UpdateFeed::defaultURL(),
-                          .publicKey = key.publicKey(),
-                          .fetch = [&](const QUrl& url, const std::stop_token&) {
-                              return answer(url.path().endsWith(u".sig") ? signature : document);
-                          }};
-    std::optional<UpdateCheck> result;
-    auto task =
-        feed.check(u"1.0.0"_s, SystemVersion{14, 2, 1}, {}).then([&](UpdateCheck found) { result = std::move(found); });
-    require(result.has_value(), "the check doesn't wait");
-    return *result;
-}
 
 /// An archive with one entry per line: a letter for its type, its name and, after a tab, its contents or link target.
 QByteArray zipOf(const QByteArray& description) {
@@ -76,29 +54,6 @@ void requireContained(const fs::path& root) {
 }
 
 } // namespace
-
-void updateFeed(const QByteArray& input) {
-    static const test::SigningKey key;
-    // A line with a signature, then a feed.
-    const qsizetype end = input.indexOf('\n');
-    const QString claimed = QString::fromUtf8(input.left(end < 0 ? 0 : end));
-    const QByteArray document = input.mid(end + 1);
-    const QByteArray signature = key.sign(document);
-    const bool isValid = isSignedBy(document, claimed, key.publicKey());
-    require(!isValid || claimed.trimmed().toUtf8() == signature, "there is one signature");
-    isSignedBy(document, QString::fromLatin1(signature), claimed);
-
-    const UpdateCheck unsignedFeed{UpdateCheck::Failed{u"The update feed isn't signed by Tunedeck."_s}};
-    require(check(key, document + " ", signature) == unsignedFeed, "a changed feed is rejected");
-    const UpdateCheck checked = check(key, document, signature + "\n");
-    require(checked != unsignedFeed, "a signed feed is read");
-    if (const auto* failed = std::get_if<UpdateCheck::Failed>(&checked.value)) {
-        require(!failed->message.isEmpty(), "a failure has a message");
-    } else if (const auto* available = std::get_if<UpdateCheck::Available>(&checked.value)) {
-        const auto version = SemVer::parse(available->release.version);
-        require(version && *SemVer::parse(u"1.0.0"_s) < *version, "only newer versions are offered");
-    }
-}
 
 void zipArchive(const QByteArray& input) {
     const QTemporaryDir folder;
