@@ -3,18 +3,41 @@
 #include "DemoService/Files/JsonFile.h"
 #include "DemoService/Library/ImportXml.h"
 #include "TunedeckCore/Support/Files/AtomicFile.h"
+#include "TunedeckCore/Support/Json/Value.h"
 
+#include <QCoreApplication>
+#include <QFile>
+
+#include <expected>
 #include <utility>
 
 namespace tunedeck::demo {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// Writes the file from which clients learn the port. It exists while the service runs.
+std::expected<void, QString> publishPort(const QString& runtimeFile, int port) {
+    const json::Object content{{u"port"_s, port}, {u"pid"_s, QCoreApplication::applicationPid()}};
+    return writeFile(runtimeFile, json::prettyText(content));
+}
+
+/// Removes the file, unless another process has published its own port in the meantime.
+void withdrawPort(const QString& runtimeFile) {
+    const auto content = readObject(runtimeFile);
+    const auto* pid = content.find("pid"_L1);
+    if (pid != nullptr && *pid == json::Value(QCoreApplication::applicationPid())) {
+        QFile::remove(runtimeFile);
+    }
+}
+
+} // namespace
+
 Service::Service(World world, ServiceFacts facts, Log log)
     : m_world(std::move(world))
     , m_facts(std::move(facts))
     , m_log(log)
-    , m_runtimeFile(m_facts.paths.runtimeFile())
     , m_server([this](const Request& request) { return handle(request); }) {}
 
 bool Service::start(int port) {
@@ -25,7 +48,7 @@ bool Service::start(int port) {
         return false;
     }
     m_facts.port = taken;
-    if (const auto published = m_runtimeFile.publish(taken); !published) {
+    if (const auto published = publishPort(m_facts.paths.runtimeFile(), taken); !published) {
         m_log.write(
             {Log::Level::Error, u"tunedeck::http"_s, published.error()}); // clients may know the port from elsewhere
     }
@@ -38,7 +61,7 @@ void Service::stop() {
     m_server.stop();
     m_life.request_stop();
     m_life.join();
-    m_runtimeFile.withdraw();
+    withdrawPort(m_facts.paths.runtimeFile());
     m_log.write({Log::Level::Info, u"tunedeck::service"_s, u"stopped"_s});
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "DemoService/Files/Log.h"
-#include "DemoService/Files/RuntimeFile.h"
 #include "DemoService/Http/Router.h"
 #include "DemoService/Http/Server.h"
 #include "DemoService/World/World.h"
@@ -37,7 +36,6 @@ private:
 
     ServiceFacts m_facts;
     Log m_log;
-    RuntimeFile m_runtimeFile;
     QString m_saveError; ///< the last one, which isn't logged again
     Server m_server;
     std::jthread m_life;
