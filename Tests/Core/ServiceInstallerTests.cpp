@@ -23,24 +23,18 @@ constexpr auto bothChanged = "installed(serviceChanged: true, plistChanged: true
 constexpr auto programChanged = "installed(serviceChanged: true, plistChanged: false)";
 constexpr auto listChanged = "installed(serviceChanged: false, plistChanged: true)";
 
-/// A fake launchctl that records its arguments and returns the given statuses; `hanging` waits for the stop.
-struct Manager {
-    QStringList asked;
-    std::map<QString, int> answers{{u"print"_s, 113}};
-    QString hanging;
-
-    static QCoro::Task<std::int32_t> run(std::shared_ptr<Manager> self, QStringList arguments, std::stop_token stop) {
-        self->asked << arguments.join(u' ');
-        if (arguments.front() == self->hanging) {
+/// With a fake launchctl that records its arguments and returns the given statuses.
+class ServiceInstallerTest : public testing::Test {
+protected:
+    QCoro::Task<std::int32_t> launchctl(QStringList arguments, std::stop_token stop) {
+        asked << arguments.join(u' ');
+        if (arguments.front() == hanging) {
             Wait wait(stop);
             co_await wait.next();
         }
-        co_return self->answers[arguments.front()];
+        co_return answers[arguments.front()];
     }
-};
 
-class ServiceInstallerTest : public testing::Test {
-protected:
     void SetUp() override { writeProgram("program 1"); }
 
     void writeProgram(const QByteArray& bytes) {
@@ -50,15 +44,13 @@ protected:
 
     ServiceInstaller installer(const QString& home) {
         return {home, m_bundled, 501,
-                [manager = m_manager](QStringList arguments, std::stop_token stop) {
-                    return Manager::run(manager, std::move(arguments), std::move(stop));
-                },
+                [this](const QStringList& arguments, std::stop_token stop) { return launchctl(arguments, stop); },
                 m_clock};
     }
 
     /// Runs the installer; returns the outcome as text.
     std::string run(const QString& home) {
-        m_manager->asked.clear();
+        asked.clear();
         const auto ending = test::endingOf(installer(home).ensureInstalled({}));
         m_clock.advance(1h);
         return ending->value ? ending->value->description().toStdString() : "unfinished";
@@ -68,7 +60,7 @@ protected:
     /// Installs; from then on the agent is loaded.
     void installAndLoad() {
         ASSERT_EQ(run(), bothChanged);
-        m_manager->answers[u"print"_s] = 0;
+        answers[u"print"_s] = 0;
     }
 
     const QString program = u"u/.tunedeck/bin/tunedeck"_s;
@@ -80,12 +72,14 @@ protected:
     const QString m_bundled = m_home.path(u"bundle/tunedeck"_s);
     const QString bootstrap = u"bootstrap gui/501 "_s + m_home.path(plist);
     test::ManualClock m_clock;
-    std::shared_ptr<Manager> m_manager = std::make_shared<Manager>();
+    QStringList asked;
+    std::map<QString, int> answers{{u"print"_s, 113}};
+    QString hanging; ///< the subcommand that waits for the stop
 };
 
 TEST_F(ServiceInstallerTest, InstallsForANewUser) {
     EXPECT_EQ(run(), bothChanged);
-    EXPECT_EQ(m_manager->asked, QStringList({print, bootstrap}));
+    EXPECT_EQ(asked, QStringList({print, bootstrap}));
     EXPECT_EQ(m_home.read(program), "program 1");
     struct stat facts{};
     ::stat(QFile::encodeName(m_home.path(program)).constData(), &facts);
@@ -101,34 +95,34 @@ TEST_F(ServiceInstallerTest, DoesNothingIfUpToDate) {
         .replace("</dict>\n</plist>", "<key>KeepAlive</key> <true/></dict></plist>");
     m_home.write(plist, xml);
     EXPECT_EQ(run(), "upToDate");
-    EXPECT_EQ(m_manager->asked, QStringList(print));
+    EXPECT_EQ(asked, QStringList(print));
     EXPECT_EQ(m_home.read(plist), xml);
 }
 
 TEST_F(ServiceInstallerTest, RestartsOrReloadsOnlyAsNeeded) {
     installAndLoad();
-    m_manager->answers[u"kickstart"_s] = 3;
-    m_manager->answers[u"bootout"_s] = 3;
+    answers[u"kickstart"_s] = 3;
+    answers[u"bootout"_s] = 3;
     writeProgram("program 2");
     EXPECT_EQ(run(), programChanged);
-    EXPECT_EQ(m_manager->asked, QStringList({print, restart}));
+    EXPECT_EQ(asked, QStringList({print, restart}));
     EXPECT_EQ(m_home.read(program), "program 2");
 
     m_home.write(plist, xmlPropertyList(installer(u"/home/other"_s).plist()));
     EXPECT_EQ(run(), listChanged);
-    EXPECT_EQ(m_manager->asked, QStringList({print, bootout, bootstrap}));
+    EXPECT_EQ(asked, QStringList({print, bootout, bootstrap}));
 
-    m_manager->answers[u"print"_s] = -1;
+    answers[u"print"_s] = -1;
     EXPECT_EQ(run(), "upToDate");
-    EXPECT_EQ(m_manager->asked, QStringList({print, bootstrap}));
+    EXPECT_EQ(asked, QStringList({print, bootstrap}));
     QFile::remove(m_home.path(plist));
     EXPECT_EQ(run(), listChanged);
 }
 
 TEST_F(ServiceInstallerTest, RetriesLoadingTenTimes) {
-    m_manager->answers[u"bootstrap"_s] = 5;
+    answers[u"bootstrap"_s] = 5;
     EXPECT_EQ(run(), "failed(\"launchctl bootstrap exited 5\")");
-    EXPECT_EQ(m_manager->asked.count(bootstrap), 10);
+    EXPECT_EQ(asked.count(bootstrap), 10);
     EXPECT_EQ(m_clock.sleeps(), std::vector<std::chrono::milliseconds>(9, 500ms));
 }
 
@@ -167,7 +161,7 @@ TEST_F(ServiceInstallerTest, ReportsObstaclesAndKeepsTheUsersFiles) {
     EXPECT_EQ(run(), "failed(\"" + m_home.path(plist).toStdString() + ": Is a directory\")");
     m_home.write(u"file"_s, "mine");
     EXPECT_TRUE(run(m_home.path(u"file"_s)).ends_with("Not a directory\")"));
-    EXPECT_TRUE(m_manager->asked.isEmpty());
+    EXPECT_TRUE(asked.isEmpty());
 }
 
 TEST_F(ServiceInstallerTest, KeepsTheProgramOnAFullDisk) {
@@ -183,25 +177,25 @@ TEST_F(ServiceInstallerTest, KeepsTheProgramOnAFullDisk) {
     EXPECT_EQ(run(home), "failed(\"" + path.toStdString() + ".new: No space left on device\")");
     EXPECT_FALSE(QFileInfo::exists(path + u".new"_s));
     EXPECT_EQ(readFile(path), QByteArray("program 1"));
-    EXPECT_TRUE(m_manager->asked.isEmpty());
+    EXPECT_TRUE(asked.isEmpty());
 }
 
 TEST_F(ServiceInstallerTest, StopsAtEveryStep) {
     for (const auto& step : {u"print"_s, u"bootout"_s, u"bootstrap"_s, u"sleep"_s}) {
-        m_manager->asked.clear();
-        m_manager->answers = {{u"bootstrap"_s, 5}};
-        m_manager->hanging = step;
+        asked.clear();
+        answers = {{u"bootstrap"_s, 5}};
+        hanging = step;
         m_home.write(plist, "old");
         TaskScope scope;
         auto gone = std::make_unique<ServiceInstaller>(installer(m_home.path(u"u"_s)));
         const auto ending = test::endingOf(gone->ensureInstalled(scope.token()));
         gone.reset();
         EXPECT_FALSE(ending->isThere()) << step.toStdString();
-        const auto asked = m_manager->asked.size();
+        const auto count = asked.size();
         scope.stop();
         ASSERT_TRUE(ending->value) << step.toStdString();
         EXPECT_EQ(ending->value->kind, Kind::failed);
-        EXPECT_EQ(m_manager->asked.size(), asked);
+        EXPECT_EQ(asked.size(), count);
     }
 }
 

@@ -26,27 +26,22 @@ protected:
         m_home.write(u".tunedeck/settings.json"_s, "{}");
     }
 
-    [[nodiscard]] Launchctl launchctl() {
-        return [this](const QStringList& arguments, std::stop_token) -> QCoro::Task<std::int32_t> {
-            m_asked << arguments.join(u' ');
-            return answer(m_answers[arguments.front()]);
-        };
+    QCoro::Task<std::int32_t> launchctl(QStringList arguments) {
+        m_asked << arguments.join(u' ');
+        co_return m_answers[arguments.front()];
     }
-    static QCoro::Task<std::int32_t> answer(std::int32_t status) { co_return status; }
-    static QCoro::Task<Removal> forget(QString unit) {
+    QCoro::Task<Removal> forget() {
         Removal removal;
-        removal.note(u"the unit"_s, removeFile(unit));
+        removal.note(u"the unit"_s, removeFile(m_home.path(u"unit"_s)));
         co_return removal;
     }
 
     [[nodiscard]] ServiceRemover remover() {
-        const ServiceInstaller installer(m_home.path(), std::nullopt, 501, launchctl(), m_clock);
-        const auto unit = m_home.path(u"unit"_s);
         return {m_home.path(),
-                installer,
+                ServiceInstaller(m_home.path(), std::nullopt, 501, {}, m_clock),
                 501,
-                {.launchctl = launchctl(),
-                 .forget = [unit](std::stop_token) { return forget(unit); },
+                {.launchctl = [this](const QStringList& arguments, std::stop_token) { return launchctl(arguments); },
+                 .forget = [this](std::stop_token) { return forget(); },
                  .processes = [this](const QString&) { return m_processes(); }},
                 m_clock};
     }
