@@ -12,9 +12,10 @@ namespace {
 
 /// A status document of 5,000 jobs, about 1 MB.
 QByteArray document() {
-    const QByteArray job = R"({"job_id":"job-1","state":"done","playlist":"Friday Night",)"
-                           R"("message":"12 tracks added — fertig","created_at":"2025-03-01T18:04:05Z",)"
-                           R"("finished_at":"2025-03-01T18:06:07Z","links":1,"tracks":12,"errors":0,"xml_version":"7"})";
+    const QByteArray job =
+        R"({"job_id":"job-1","state":"done","playlist":"Friday Night",)"
+        R"("message":"12 tracks added — fertig","created_at":"2025-03-01T18:04:05Z",)"
+        R"("finished_at":"2025-03-01T18:06:07Z","links":1,"tracks":12,"errors":0,"xml_version":"7"})";
     return test::statusDocument("\"recent_jobs\":[" + QByteArrayList(5000, job).join(',') + ']');
 }
 
