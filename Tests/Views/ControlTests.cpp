@@ -89,6 +89,7 @@ TEST_F(ControlTests, DisabledControlsIgnoreMouseKeysAndAssistiveTechnology) {
     views.reset();
     mainWindow(busy).resize(400, 2600);
     press(u"Backups (3)"_s);
+    wait(100); // until nothing moves any more
     EXPECT_EQ(disabled(), "Starting…|Open Telegram|New Code|ChatGPT, Paid plan|iPhone|Retry|Dismiss|Applying…|"
                           "Restore|Restore|Restore|Check for Updates|Restart tunedeck");
 
@@ -132,6 +133,7 @@ TEST_F(ControlTests, EveryKindOfControlReactsToMouseKeysAndAssistiveTechnology) 
     const ConnectRowView& assistant = content.assistants.connect.first();
     QQuickWindow& window = mainWindow(content);
     window.resize(400, 2400);
+    wait(100);
     for (const auto& [name, which, action] :
          {std::tuple(u"Check for Updates"_s, u""_s, u"checkForUpdates"_s),
           {u"Open Log"_s, u""_s, u"openLog"_s},

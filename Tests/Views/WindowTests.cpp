@@ -233,7 +233,8 @@ TEST_F(WindowTests, RowsComeAndGoWhileTheWindowIsResized) {
 }
 
 TEST_F(WindowTests, ReportsEachWindowOnceWhenItAppearsOrDisappears) {
-    popover(contentOf(samples::usual()));
+    popover(contentOf(samples::troubled()));
+    EXPECT_FALSE(hasText(u"Menu bar"_s)) << "the icon that opened the popover isn't hidden";
     EXPECT_EQ(host.appeared, 1);
     views->showPopover({400, 2, 24, 24});
     EXPECT_EQ(host.appeared, 1);

@@ -11,6 +11,9 @@ namespace {
 
 using Library = ServiceStatus::Library;
 
+const auto closeRekordbox = u"Quit Rekordbox to restore a backup."_s;
+const auto otherChange = u"Another change to the library is under way."_s;
+
 QString relative(const QString& timestamp, const QDateTime& now) {
     const auto date = parseTimestamp(timestamp);
     return date ? relativeDate(*date, now) : QString();
@@ -62,14 +65,6 @@ QList<BannerView> failedChanges(const Library& library) {
     return banners;
 }
 
-/// Why a backup can't be restored now; empty when it can.
-QString restoreObstacle(const Library& library, bool busy) {
-    if (library.rekordboxRunning) {
-        return u"Quit Rekordbox to restore a backup."_s;
-    }
-    return busy ? u"Another change to the library is under way."_s : QString();
-}
-
 BackupRowView backupRow(const Library::Backup& backup, const Library& library, bool busy, const QDateTime& now) {
     BackupRowView row{
         .version = backup.version,
@@ -77,11 +72,12 @@ BackupRowView backupRow(const Library::Backup& backup, const Library& library, b
         .badge = backup.version == library.backups.front().version ? u"Latest"_s : QString(),
         .reason = backup.reason,
         .button = u"Restore"_s,
-        .help = restoreObstacle(library, busy),
+        .help = u"Restore the library to v"_s + backup.version,
         .canRestore = !library.rekordboxRunning && !busy,
     };
-    const QString which = u"Restore the library to v"_s + backup.version;
-    row.help = row.help.isEmpty() ? which : which + u". "_s + row.help;
+    if (!row.canRestore) {
+        row.help += u". "_s + (library.rekordboxRunning ? closeRekordbox : otherChange);
+    }
     return row;
 }
 
@@ -103,10 +99,10 @@ void describeLibrary(RekordboxView& card, const Library& library, bool busy, con
         card.applyButton = busy ? u"Applying…"_s : u"Apply Now"_s;
     }
     card.busy = busy;
-    card.busyHelp = busy ? u"Another change to the library is under way."_s : QString();
+    card.busyHelp = busy ? otherChange : QString();
     card.backupsTitle = u"Backups (%1)"_s.arg(library.backups.size());
     if (library.rekordboxRunning) {
-        card.backupsNote = u"Quit Rekordbox to restore a backup."_s;
+        card.backupsNote = closeRekordbox;
     }
     for (const Library::Backup& backup : library.backups) {
         card.backups << backupRow(backup, library, busy, now);

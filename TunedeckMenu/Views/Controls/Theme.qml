@@ -60,24 +60,14 @@ QtObject {
     readonly property int hoverDuration: 150
     readonly property int fadeDuration: 180
 
-    /// Colour of texts of a tone.
+    /// Colour of texts of a tone; the colours are in the order of Look.Tone.
     function textColor(tone: int): color {
-        return {
-            [Look.Accent]: accent,
-            [Look.Good]: good,
-            [Look.Warning]: warning,
-            [Look.Bad]: bad
-        }[tone] ?? secondary;
+        return [secondary, accent, good, warning, bad][tone];
     }
 
     /// Colour of dots and filled symbols of a tone; needs less contrast than text.
     function symbolColor(tone: int): color {
-        return {
-            [Look.Accent]: accent,
-            [Look.Good]: goodMark,
-            [Look.Warning]: warningMark,
-            [Look.Bad]: badMark
-        }[tone] ?? secondary;
+        return [secondary, accent, goodMark, warningMark, badMark][tone];
     }
 
     /// `base` with this opacity.

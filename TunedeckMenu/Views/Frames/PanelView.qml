@@ -12,10 +12,11 @@ Rectangle {
     implicitHeight: topInset + header.implicitHeight + cards.contentHeight + notice.height + footer.implicitHeight
     implicitWidth: Theme.panelWidth
 
-    Keys.onDownPressed: cards.scrollBy(48)
     Keys.onPressed: event => {
         const page = cards.height - 48;
         const ways = {
+            [Qt.Key_Down]: 48,
+            [Qt.Key_Up]: -48,
             [Qt.Key_PageDown]: page,
             [Qt.Key_PageUp]: -page,
             [Qt.Key_End]: cards.contentHeight,
@@ -26,7 +27,6 @@ Rectangle {
             event.accepted = true;
         }
     }
-    Keys.onUpPressed: cards.scrollBy(-48)
 
     HeaderBar {
         id: header
