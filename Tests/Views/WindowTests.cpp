@@ -71,8 +71,9 @@ TEST(PopoverPlaceTests, ThePopoverIsAtItsIconAndInsideTheScreen) {
 TEST(PopoverPlaceTests, WindowManagersKeepTheHeightAtEveryScale) {
     for (const double ratio : {1.0, 1.25, 1.5, 1.75, 2.0, 2.5, 3.0}) {
         for (int wanted = 280; wanted < 1400; ++wanted) {
-            const auto isKept = [&](int height) { // in whole steps of pixels
-                return qRound(qRound(height * ratio) / qRound(ratio) * qRound(ratio) / ratio) == height;
+            const auto isKept = [&](int height) {
+                const int given = qRound(height * ratio) / qRound(ratio) * qRound(ratio); // in whole steps of pixels
+                return qRound(given / ratio) == height;
             };
             int height = wanted;
             while (!isKept(height)) {
@@ -158,24 +159,25 @@ TEST_F(WindowTests, CardsFadeOutWithTheirTextAndAnOpenGroupGrowsAtOnce) {
     EXPECT_EQ(bottom(), after);
 }
 
-TEST_F(WindowTests, DrawsPairingCodesAndFolderIcons) {
+TEST_F(WindowTests, DrawsCodesIconsAndTones) {
     QPixmap red(32, 32);
     red.fill(Qt::red);
     host.icon = red;
     PanelContent content = contentOf(samples::troubled());
     TelegramPairingView& pairing = content.assistants.links.last().pairing;
-    QQuickWindow& window = mainWindow(content);
-    window.resize(window.width(), 2000);
-    wait(50);
+    mainWindow(content).resize(front().width(), 2000);
+    wait(100);
     const auto code = QRCode::image(pairing.startUrl);
     ASSERT_TRUE(code);
-    const auto countWrong = [&](int darkest, int lightest) {
+    const auto picture = [this](const QString& name) {
         const QList<Element> shown = elements();
-        const QRect place =
-            std::ranges::find(shown, pairing.qrName, &Element::name)->geometry.translated(-window.position());
-        const QImage image = window.grabWindow();
-        const int module = place.width() / code->size;
-        const QPoint corner = place.center() - QPoint(module, module) * code->size / 2;
+        const QRect place = std::ranges::find(shown, name, &Element::name)->geometry;
+        return front().grabWindow().copy(place.translated(-front().position()));
+    };
+    const auto countWrong = [&](int darkest, int lightest) {
+        const QImage image = picture(pairing.qrName);
+        const int module = image.width() / code->size;
+        const QPoint corner = image.rect().center() - QPoint(module, module) * code->size / 2;
         int wrong = 0;
         for (int i = 0; i < code->size * code->size; ++i) {
             const QPoint at(i % code->size, i / code->size);
@@ -185,12 +187,19 @@ TEST_F(WindowTests, DrawsPairingCodesAndFolderIcons) {
         return wrong;
     };
     EXPECT_EQ(countWrong(0, 200), 0);
-    const QRect folder = control(u"Show in Finder, ~/Music/Tunedeck"_s).geometry.translated(-window.position());
-    EXPECT_EQ(window.grabWindow().pixelColor(folder.left() + 22, folder.center().y()), QColor(Qt::red));
+    const QImage folder = picture(u"Show in Finder, ~/Music/Tunedeck"_s);
+    EXPECT_EQ(folder.pixelColor(22, folder.height() / 2), QColor(Qt::red));
     EXPECT_EQ(host.iconPaths, QStringList{content.downloads.folderPath});
+    EXPECT_EQ(picture(u"Added"_s).pixelColor(7, 2), QColor("#2ba84f"));
+    EXPECT_EQ(picture(u"Failed"_s).pixelColor(7, 2), QColor("#e0362e"));
     pairing.expired = true;
     setContent(content);
     EXPECT_LT(countWrong(150, 200), 80) << "faded, below a symbol";
+
+    views.reset();
+    onboarding(contentOf(samples::rekordboxStep()));
+    const QImage dots = picture(u"Step 2 of 3"_s);
+    EXPECT_EQ(dots.pixelColor(dots.rect().center()), QColor("#6d3ee0"));
 }
 
 TEST_F(WindowTests, ARefreshKeepsRowsAndTheirFocus) {
@@ -214,6 +223,8 @@ TEST_F(WindowTests, ARefreshKeepsRowsAndTheirFocus) {
     EXPECT_EQ(control(u"Restore"_s, u"v1.2.0"_s).item(), restore);
     EXPECT_EQ(control(u"Copied"_s).item(), copy);
     EXPECT_EQ(focus(), restore);
+    key(Qt::Key_Space);
+    EXPECT_EQ(host.pressed, QStringList{u"restoreBackup 1.2.0"_s});
     EXPECT_FALSE(hasText(u"After Hours"_s));
     EXPECT_LT(texts().indexOf(u"Sunday"_s), texts().indexOf(u"Disco Edits 2026"_s));
 }
