@@ -10,8 +10,8 @@ namespace {
 
 const QByteArray healthy = R"({"status":"ok","version":"2","protocol":"3","agent":{"online":true,"last_seen":"t"}})";
 
-QCoro::Task<std::optional<CloudHealth>> fetch(const QString& base) {
-    return CloudHealth::fetch(base, Downloader(QStringLiteral(TUNEDECK_FETCH)), {});
+QCoro::Task<std::optional<CloudHealth>> fetch(const QString& base, const std::stop_token& stop = {}) {
+    return CloudHealth::fetch(base, Downloader(u"" TUNEDECK_FETCH ""_s), stop);
 }
 
 } // namespace
@@ -39,6 +39,10 @@ TEST(CloudHealthTest, RejectsOtherResponsesAndTimesOutAfterFourSeconds) {
     QElapsedTimer watch;
     watch.start();
     const auto ending = endingOf(fetch(slow.url().toString()));
+    std::stop_source stop;
+    const auto stopped = endingOf(fetch(slow.url().toString(), stop.get_token()));
+    stop.request_stop();
+    EXPECT_TRUE(stopped->isThere());
     TestServer server;
     for (const auto& behaviour : {behave::answer(404, healthy), behave::answer(200, "{}"),
                                   behave::answer(302, healthy, "Location: file:///etc/passwd\r\n"),
