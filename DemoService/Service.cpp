@@ -1,7 +1,6 @@
 #include "DemoService/Service.h"
 
 #include "DemoService/Files/JsonFile.h"
-#include "DemoService/Library/ImportXml.h"
 #include "TunedeckCore/Support/Files/AtomicFile.h"
 #include "TunedeckCore/Support/Json/Value.h"
 
@@ -112,7 +111,7 @@ void Service::live(const std::stop_token& stop) {
 
 void Service::save(const State& state) {
     auto saved = writeFile(m_facts.paths.stateFile(), state.text());
-    const auto xml = importXml(state.jobs, m_facts.version);
+    const auto xml = state.jobs.importXml(m_facts.version);
     if (saved && readFile(m_facts.paths.importXml()) != xml) {
         saved = writeFile(m_facts.paths.importXml(), xml);
     }

@@ -56,7 +56,7 @@ State firstState(const Options& options, const HomePaths& paths, const Log& log)
         auto last = State::fromText(*text);
         if (!last) {
             log.write({Log::Level::Warn, u"tunedeck::service"_s,
-                       u"ignoring the state file, which can't be read: "_s + last.error()});
+                       u"ignoring the state file, which can't be read: "_s + last.error().description()});
         } else if (options.scenario == nullptr || options.scenario->name == last->scenario) {
             if (last->cloud.unstable) {
                 last->cloud.reconnect(now);

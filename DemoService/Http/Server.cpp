@@ -10,7 +10,6 @@ namespace tunedeck::demo {
 namespace {
 
 constexpr std::size_t maxBody = 64U << 10U;
-constexpr std::size_t maxTarget = 4096;
 constexpr std::size_t workers = 4;
 constexpr auto host = "127.0.0.1";
 constexpr auto json = "application/json";
@@ -28,10 +27,6 @@ public:
         using Outcome = httplib::Server::HandlerResponse;
         // The library would wait for the body of a POST or DELETE that has none, so handle those requests here.
         http.set_pre_routing_handler([this](const httplib::Request& request, httplib::Response& response) {
-            if (request.target.size() > maxTarget) {
-                response.status = 414;
-                return Outcome::Handled;
-            }
             if (hasBody(request)) {
                 return Outcome::Unhandled;
             }

@@ -9,11 +9,7 @@ namespace tunedeck::demo {
 using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr std::int64_t backupGrowth = 81'920;
-
-} // namespace
+static constexpr std::int64_t backupGrowth = 81'920;
 
 Job& Stage::addJob(const QString& playlist, const QString& jobState, const QString& message, Age age) {
     auto& jobs = state.jobs.recent;

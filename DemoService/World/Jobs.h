@@ -3,6 +3,7 @@
 #include "DemoService/World/StepContext.h"
 #include "TunedeckCore/Support/Json/Members.h"
 
+#include <QByteArray>
 #include <QLatin1StringView>
 #include <QString>
 #include <QStringList>
@@ -58,6 +59,9 @@ struct Jobs {
     /// Advances the jobs and returns those that are done now. No job starts before the tools are ready.
     std::vector<Job> advance(StepContext& context, bool toolsReady);
     std::optional<Moment> nextEvent(bool toolsReady) const;
+
+    /// An XML file that Rekordbox can import, with each playlist that a finished job added to.
+    QByteArray importXml(const QString& version) const;
 
     /// Names of playlists for requests.
     static QStringList playlists();

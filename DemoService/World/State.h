@@ -7,7 +7,7 @@
 #include "DemoService/World/Links.h"
 #include "DemoService/World/Random.h"
 #include "DemoService/World/Toolbox.h"
-#include "TunedeckCore/Support/Json/Members.h"
+#include "TunedeckCore/Support/Json/Record.h"
 
 #include <QByteArray>
 #include <QString>
@@ -30,9 +30,11 @@ struct State {
     std::optional<DownloadFolder> stagedFolder; ///< shown in place of the default folder, without being checked
 
     /// The content of the state file.
-    QByteArray text() const;
-    /// Reads a state file; an error for the log otherwise.
-    static std::expected<State, QString> fromText(const QByteArray& text);
+    QByteArray text() const { return json::prettyText(json::encode(*this, json::Form::Complete)); }
+    /// Reads the content of a state file.
+    static std::expected<State, json::Error> fromText(const QByteArray& text) {
+        return json::decode<State>(text, json::Keys::AsWritten);
+    }
 
     static constexpr auto members =
         json::members<&State::scenario, &State::random, &State::livelyWhenConnected, &State::jobs, &State::library,

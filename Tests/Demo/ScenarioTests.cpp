@@ -38,7 +38,7 @@ TEST(DemoScenarios, EveryStateSurvivesTheStateFileUnchanged) {
         test.live(20min + 1234ms);
         const auto text = test.state().text();
         const auto read = State::fromText(text);
-        ASSERT_TRUE(read) << scenario.name.data() << ": " << read.error().toStdString();
+        ASSERT_TRUE(read) << scenario.name.data() << ": " << read.error().path.toStdString();
         EXPECT_EQ(read->text(), text) << scenario.name.data();
     }
 }
