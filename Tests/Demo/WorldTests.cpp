@@ -62,6 +62,7 @@ TEST(DemoWorld, LinksGetSeparateSecretsAndAreUsedAfterAWhile) {
         EXPECT_TRUE(reply.body.contains(R"("createdAt":)") && !reply.body.contains("first")) << reply.body.data();
     }
     ASSERT_EQ(links.size(), 3U);
+    EXPECT_TRUE(test.send("GET", "links").body.contains(R"("createdAt":)"));
     EXPECT_TRUE(links[0].url && !links[0].token && links[1].apiUrl && links[1].token && !links[1].url);
     EXPECT_EQ(links[2].expiresAt, test.now + 10min);
     EXPECT_FALSE(test.send("GET", "status").body.contains("public_url"));
