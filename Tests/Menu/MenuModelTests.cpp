@@ -185,12 +185,12 @@ TEST_F(MenuModelTest, NotifiesOnlyOfChangesAndShowsOneLine) {
     EXPECT_EQ(changes, 0);
     EXPECT_EQ(refreshes, 1);
 
-    model->show(u"bad"_s);
+    model->showError(u"bad"_s);
     model->showNote(u"good"_s);
     EXPECT_FALSE(state().actionError);
-    model->show(u"bad"_s);
+    model->showError(u"bad"_s);
     EXPECT_FALSE(state().actionNote);
-    model->show(u"bad"_s);
+    model->showError(u"bad"_s);
     EXPECT_EQ(changes, 3);
 }
 

@@ -40,7 +40,7 @@ void FolderActions::save(const std::optional<QString>& folder) {
     if (const auto saved = m_services.settings.setDownloadDir(folder); saved) {
         m_model.clearError();
     } else {
-        m_model.show(u"Couldn't save the folder: "_s + saved.error());
+        m_model.showError(u"Couldn't save the folder: "_s + saved.error());
     }
     spawn(m_model.refresh(m_scope.token()));
 }

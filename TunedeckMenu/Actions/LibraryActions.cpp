@@ -76,11 +76,11 @@ void LibraryActions::restoreConfirmed(const QString& version) {
     if (m_model.state().service.isRunning()) {
         const auto* current = library(m_model);
         if (current != nullptr && current->rekordboxRunning) {
-            m_model.show(u"Quit Rekordbox to restore a backup."_s);
+            m_model.showError(u"Quit Rekordbox to restore a backup."_s);
             return;
         }
         if (current == nullptr || backupOf(*current, version) == nullptr) {
-            m_model.show(u"The backup v%1 isn't there any more."_s.arg(version));
+            m_model.showError(u"The backup v%1 isn't there any more."_s.arg(version));
             return;
         }
     }
@@ -96,7 +96,7 @@ QCoro::Task<> LibraryActions::finish(QCoro::Task<LibraryClient::Reply> request) 
         co_return;
     }
     if (!reply.ok) {
-        m_model.show(reply.error.value_or(u"That didn't work."_s));
+        m_model.showError(reply.error.value_or(u"That didn't work."_s));
     }
     co_await m_model.refresh(stop);
 }

@@ -107,9 +107,9 @@ QCoro::Task<> LinkActions::create(Assistant assistant, ResultHandler<AssistantLi
             m_model.storeLink(*made);
             showNextStep(assistant, *made);
         } else if (made.error().code == u"telegram_not_configured"_s) {
-            m_model.show(u"Telegram isn't available yet. Try ChatGPT, Claude or the iPhone Shortcut for now."_s);
+            m_model.showError(u"Telegram isn't available yet. Try ChatGPT, Claude or the iPhone Shortcut for now."_s);
         } else {
-            m_model.show(u"Couldn't connect %1: %2"_s.arg(info(assistant).name, made.error().message));
+            m_model.showError(u"Couldn't connect %1: %2"_s.arg(info(assistant).name, made.error().message));
         }
         if (done) {
             done(made);
@@ -150,7 +150,7 @@ void LinkActions::confirm(const QString& id, Confirmation (*question)(const Assi
         if (current != nullptr && isSame(link, *current)) {
             (this->*step)(link);
         } else {
-            m_model.show(link.displayName() + u" has changed in the meantime, so nothing was done."_s);
+            m_model.showError(link.displayName() + u" has changed in the meantime, so nothing was done."_s);
         }
     };
     m_services.confirm(question(*asked), std::move(answered));
@@ -165,7 +165,7 @@ void LinkActions::rotated(const AssistantLink& link, const Result<AssistantLink>
     const bool isKey = isShortcut(link);
     const auto secret = !renewed ? std::nullopt : isKey ? renewed->token : renewed->url;
     if (!secret) {
-        m_model.show((isKey ? u"Couldn't make a new key: "_s : u"Couldn't make a new URL: "_s) +
+        m_model.showError((isKey ? u"Couldn't make a new key: "_s : u"Couldn't make a new URL: "_s) +
                      (renewed ? u"Unexpected reply from tunedeck."_s : renewed.error().message));
         return;
     }
@@ -193,7 +193,7 @@ void LinkActions::reportNewCode(const Result<AssistantLink>& renewed, ActionFeed
     if (renewed) {
         feedback.showNote(u"New code ready. Scan it with your phone."_s);
     } else {
-        feedback.show(u"Couldn't make a new code: "_s + renewed.error().message);
+        feedback.showError(u"Couldn't make a new code: "_s + renewed.error().message);
     }
 }
 
@@ -202,7 +202,7 @@ void LinkActions::remove(const AssistantLink& link) {
         if (removed) {
             m_model.removeLink(id);
         } else {
-            m_model.show(u"Couldn't disconnect: "_s + removed.error().message);
+            m_model.showError(u"Couldn't disconnect: "_s + removed.error().message);
         }
     };
     spawn(change(m_services.links.remove(link.id, m_scope.token()), std::move(done)));

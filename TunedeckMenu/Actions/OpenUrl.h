@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 inline void openUrl(const QUrl& url, Workspace& workspace, ActionFeedback& feedback) {
     if (!workspace.open(url)) {
         const auto name = url.isLocalFile() ? url.toLocalFile() : url.toDisplayString();
-        feedback.show(u"Couldn't open %1."_s.arg(name));
+        feedback.showError(u"Couldn't open %1."_s.arg(name));
     }
 }
 

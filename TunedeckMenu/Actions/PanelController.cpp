@@ -22,7 +22,7 @@ PanelController::PanelController(MenuModel& model, const MenuServices& services)
         if (const auto changed = services.loginItem.setEnabled(on); changed) {
             model.clearError();
         } else {
-            model.show(u"Couldn't change Open at Login: "_s + changed.error());
+            model.showError(u"Couldn't change Open at Login: "_s + changed.error());
         }
         model.readSettings(); // the actual state, which may differ from the requested one
     });

@@ -52,7 +52,7 @@ QCoro::Task<> ServiceActions::restart() {
                                     UserPaths(facts.home).agentPlist()};
         status = co_await m_services.launchctl(bootstrap, stop);
         if (status != 0 && !stop.stop_requested()) {
-            m_model.show(u"Couldn't start tunedeck (launchctl exit %1). See the log."_s.arg(status));
+            m_model.showError(u"Couldn't start tunedeck (launchctl exit %1). See the log."_s.arg(status));
         }
     }
     if (stop.stop_requested()) {

@@ -19,7 +19,7 @@ QCoro::Task<> ToolRepair::install() {
         co_return;
     }
     if (!accepted) {
-        m_feedback.show(u"Couldn't reach tunedeck to repair its tools."_s);
+        m_feedback.showError(u"Couldn't reach tunedeck to repair its tools."_s);
     } else if (m_onAccepted) {
         m_onAccepted();
     }

@@ -84,7 +84,7 @@ QCoro::Task<> StartUp::install(std::stop_token stop) {
     }
     qCInfo(appLog).noquote() << "service install:" << outcome.description();
     if (outcome.kind == ServiceInstaller::Outcome::Kind::failed) {
-        m_model.show(u"Couldn't start Tunedeck's background service: "_s + outcome.message);
+        m_model.showError(u"Couldn't start Tunedeck's background service: "_s + outcome.message);
     }
 }
 

@@ -228,7 +228,7 @@ void OnboardingModel::openSetupGuide() {
     }
 }
 
-void OnboardingModel::show(QString error) {
+void OnboardingModel::showError(QString error) {
     m_state.error = std::move(error);
     Q_EMIT changed();
 }

@@ -47,7 +47,7 @@ public:
     void newTelegramCode() override;
     void openSetupGuide() override;
 
-    void show(QString error) override;
+    void showError(QString error) override;
     /// Only clears the error: the window has no line for notes.
     void showNote(QString note) override;
     void clearError() override;

@@ -11,7 +11,7 @@ class ActionFeedback {
 public:
     virtual ~ActionFeedback() = default;
     /// Shows an error instead of the current error or note.
-    virtual void show(QString error) = 0;
+    virtual void showError(QString error) = 0;
     /// Shows a note instead of the current error or note.
     virtual void showNote(QString note) = 0;
     virtual void clearError() = 0;

@@ -149,7 +149,7 @@ const AssistantLink* MenuModel::link(const QString& id) const {
     return found == m_state.links.end() ? nullptr : &*found;
 }
 
-void MenuModel::show(QString error) {
+void MenuModel::showError(QString error) {
     if (m_state.actionError == error && !m_state.actionNote) {
         return;
     }

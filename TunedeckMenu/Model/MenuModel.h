@@ -57,7 +57,7 @@ public:
     /// The link with that id, or null.
     [[nodiscard]] const AssistantLink* link(const QString& id) const;
 
-    void show(QString error) override;
+    void showError(QString error) override;
     void showNote(QString note) override;
     void clearError() override;
     void setCopied(std::optional<QString> key) override;
