@@ -39,8 +39,12 @@ void handleWith(void (*handler)(int)) {
 
 QuitSignals::QuitSignals(QObject* parent) : QObject(parent) {
     std::array<int, 2> ends{-1, -1};
-    if (::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
+    if (::pipe(ends.data()) != 0) {
         return; // the signals keep their default action
+    }
+    for (const int end : ends) {
+        ::fcntl(end, F_SETFD, FD_CLOEXEC);
+        ::fcntl(end, F_SETFL, O_NONBLOCK);
     }
     m_read = FileDescriptor(ends[0]);
     m_write = FileDescriptor(ends[1]);
