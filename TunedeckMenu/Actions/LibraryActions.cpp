@@ -61,7 +61,7 @@ QCoro::Task<> LibraryActions::send(Request request, [[maybe_unused]] InFlight::G
 void LibraryActions::restoreBackup(const QString& version) {
     const auto* current = library(m_model);
     const auto* backup = current == nullptr ? nullptr : backupOf(*current, version);
-    if (backup == nullptr || !m_services.confirm) {
+    if (backup == nullptr) {
         return;
     }
     m_services.confirm(restoreQuestion(*backup), [this, version, stop = m_scope.token()](bool confirmed) {

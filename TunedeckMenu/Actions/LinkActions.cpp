@@ -139,7 +139,7 @@ void LinkActions::showNextStep(Assistant assistant, const AssistantLink& link) {
 
 void LinkActions::confirm(const QString& id, Confirmation (*question)(const AssistantLink&), Step step) {
     const auto* asked = m_model.link(id);
-    if (asked == nullptr || !m_services.confirm) {
+    if (asked == nullptr) {
         return;
     }
     auto answered = [this, step, link = *asked, stop = m_scope.token()](bool confirmed) {
@@ -166,7 +166,7 @@ void LinkActions::rotated(const AssistantLink& link, const Result<AssistantLink>
     const auto secret = !renewed ? std::nullopt : isKey ? renewed->token : renewed->url;
     if (!secret) {
         m_model.showError((isKey ? u"Couldn't make a new key: "_s : u"Couldn't make a new URL: "_s) +
-                     (renewed ? u"Unexpected reply from tunedeck."_s : renewed.error().message));
+                          (renewed ? u"Unexpected reply from tunedeck."_s : renewed.error().message));
         return;
     }
     m_model.storeLink(*renewed);

@@ -17,7 +17,7 @@ UpdateActions::UpdateActions(PanelActions& panel, MenuModel& model, const MenuSe
 
 void UpdateActions::installUpdate() {
     const auto* available = std::get_if<UpdateState::Available>(&m_model.state().update.value);
-    if (available == nullptr || !m_services.updates.install) {
+    if (available == nullptr) {
         return;
     }
     const auto release = available->release;

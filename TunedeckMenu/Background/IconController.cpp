@@ -17,7 +17,6 @@ IconController::IconController(MenuModel& model, StatusItem& item, QObject* pare
 
 void IconController::statusFetched(const std::optional<ServiceStatus>& status) {
     if (status) {
-        m_waiting = false;
         show(ServiceState::running(*status));
     } else if (!m_waiting) {
         show(ServiceState::notRunning());

@@ -19,8 +19,7 @@ class IconController : public QObject {
 public:
     IconController(MenuModel& model, StatusItem& item, QObject* parent = nullptr);
 
-    /// `status`: a result of the follow loop. Failures are ignored until the first status arrives or
-    /// stopWaitingForService() is called.
+    /// `status`: a result of the follow loop. Failures are ignored until stopWaitingForService() is called.
     void statusFetched(const std::optional<ServiceStatus>& status);
     /// Start-up has given up waiting: from now on a failure means that the service isn't running.
     void stopWaitingForService() { m_waiting = false; }

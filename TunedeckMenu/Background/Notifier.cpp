@@ -9,7 +9,6 @@
 #include <QFileInfo>
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdint>
@@ -109,13 +108,9 @@ void appendLine(const QString& path, const QString& line) {
     // O_NONBLOCK: opening a FIFO fails instead of waiting for a reader.
     const FileDescriptor file(::open(QFile::encodeName(path).constData(),
                                      O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, 0666));
-    struct stat before{};
-    if (file && ::fstat(file.get(), &before) == 0 && S_ISREG(before.st_mode)) {
+    if (file) {
         const auto bytes = line.toUtf8();
-        const auto written = ::write(file.get(), bytes.constData(), static_cast<std::size_t>(bytes.size()));
-        if (written >= 0 && written < bytes.size()) {
-            std::ignore = ::ftruncate(file.get(), before.st_size);
-        }
+        std::ignore = ::write(file.get(), bytes.constData(), static_cast<std::size_t>(bytes.size()));
     }
 }
 

@@ -7,19 +7,15 @@
 
 namespace tunedeck {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 QCoro::Task<std::expected<void, UpdateError>> install(Release release, SystemFacts facts, Downloader downloader,
                                                       ProgressHandler progress, std::stop_token stop) {
-    const auto identifier =
-        facts.bundleIdentifier.isEmpty() ? u"com.brightfold.tunedeck.menu"_s : facts.bundleIdentifier;
     DownloadProgress received = [progress](std::int64_t bytes, std::optional<std::int64_t> total) {
         progress(total ? std::optional(static_cast<double>(bytes) / static_cast<double>(*total)) : std::nullopt);
     };
     const auto result =
-        co_await UpdateInstaller::install(release, facts.bundle, identifier, downloader, received, stop);
+        co_await UpdateInstaller::install(release, facts.bundle, facts.bundleIdentifier, downloader, received, stop);
     if (!result) {
         co_return std::unexpected(result.error());
     }

@@ -12,7 +12,7 @@ class FolderPicker {
 public:
     virtual ~FolderPicker() = default;
     /// Shows a folder picker that starts at `start`; `prompt` is the label of its confirming button. Calls `done` once,
-    /// with the chosen path or, when the user cancels, nothing.
+    /// with the chosen path or, when the user cancels, nothing. Not to be called again before that.
     virtual void choose(const QString& title, const QString& prompt, const QString& start,
                         std::function<void(std::optional<QString>)> done) = 0;
 };

@@ -13,7 +13,7 @@ class NotificationCenter : public QObject {
 public:
     using QObject::QObject;
 
-    /// Prepares posting (authorization, the server's capabilities). Returns at once.
+    /// Prepares posting (authorization, the server's capabilities). Call it once, before post(). Returns at once.
     virtual void start() = 0;
     /// Shows a notification with the default sound.
     virtual void post(const UserNotification& notification) = 0;

@@ -81,8 +81,6 @@ void WindowController::togglePopover(const QRect& anchor) {
 void WindowController::confirm(const Confirmation& question, std::function<void(bool)> answer) {
     if (auto* shown = views()) {
         shown->confirm(question, std::move(answer));
-    } else {
-        answer(false);
     }
 }
 

@@ -42,7 +42,7 @@ public:
     [[nodiscard]] bool hasBeenShown() const { return m_hasBeenShown; }
     /// Opens or closes the panel at the icon. `anchor`: the icon's rectangle on the screen.
     void togglePopover(const QRect& anchor);
-    /// Asks a question. `answer` gets false if there are no windows.
+    /// Asks a question of the panel.
     void confirm(const Confirmation& question, std::function<void(bool)> answer);
 
     PanelActions& actions() override { return m_parts.panel; }

@@ -30,11 +30,7 @@ constexpr uint preferLight = 2;
 
 LinuxAppearanceSource::LinuxAppearanceSource(SessionBus& bus, QObject* parent) : m_bus(bus) {
     setParent(parent);
-    connect(&m_bus, &SessionBus::reconnected, this, [this] {
-        if (m_watcher) {
-            subscribe();
-        }
-    });
+    connect(&m_bus, &SessionBus::reconnected, this, &LinuxAppearanceSource::subscribe);
     QCoreApplication::instance()->installEventFilter(this);
     m_notified = current();
     QMetaObject::invokeMethod(this, &LinuxAppearanceSource::subscribe, Qt::QueuedConnection);

@@ -10,12 +10,6 @@ LinuxFolderPicker::~LinuxFolderPicker() {
 
 void LinuxFolderPicker::choose(const QString& title, const QString& prompt, const QString& start,
                                std::function<void(std::optional<QString>)> done) {
-    if (m_dialog) {
-        m_dialog->raise();
-        m_dialog->activateWindow();
-        done(std::nullopt);
-        return;
-    }
     m_dialog = new QFileDialog(nullptr, title, start);
     m_dialog->setAttribute(Qt::WA_DeleteOnClose);
     m_dialog->setFileMode(QFileDialog::Directory);

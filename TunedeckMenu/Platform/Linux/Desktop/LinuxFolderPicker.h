@@ -12,7 +12,6 @@ class LinuxFolderPicker final : public FolderPicker {
 public:
     ~LinuxFolderPicker() override;
 
-    /// While a picker is open, raises it and calls `done` with nothing.
     void choose(const QString& title, const QString& prompt, const QString& start,
                 std::function<void(std::optional<QString>)> done) override;
 

@@ -88,8 +88,4 @@ void SessionBus::reconnect() {
     }
 }
 
-QString senderOf(const QDBusMessage& message) {
-    return message.type() == QDBusMessage::ErrorMessage ? QString() : message.service();
-}
-
 } // namespace tunedeck

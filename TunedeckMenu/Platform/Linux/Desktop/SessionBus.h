@@ -47,7 +47,4 @@ private:
     int m_attempts = 0;
 };
 
-/// The unique bus name of the sender of a reply or signal; empty for an error.
-QString senderOf(const QDBusMessage& message);
-
 } // namespace tunedeck

@@ -43,25 +43,16 @@ QString escaped(QString body) {
 LinuxNotificationCenter::LinuxNotificationCenter(SessionBus& bus, Identity identity, QObject* parent)
     : m_bus(bus), m_identity(std::move(identity)) {
     setParent(parent);
-    connect(&m_bus, &SessionBus::lost, this, &LinuxNotificationCenter::resetServer);
-    connect(&m_bus, &SessionBus::reconnected, this, [this] {
-        if (m_watcher) {
-            subscribe();
-        }
-    });
 }
 
 void LinuxNotificationCenter::start() {
-    if (!m_watcher) {
-        subscribe();
-        requestCapabilities(false);
-    }
+    connect(&m_bus, &SessionBus::lost, this, &LinuxNotificationCenter::resetServer);
+    connect(&m_bus, &SessionBus::reconnected, this, &LinuxNotificationCenter::subscribe);
+    subscribe();
+    requestCapabilities(false);
 }
 
 void LinuxNotificationCenter::post(const UserNotification& notification) {
-    if (!m_watcher) {
-        subscribe();
-    }
     m_queue.push_back(notification);
     if (m_queue.size() > maxQueued) {
         m_queue.pop_front();
@@ -136,7 +127,7 @@ void LinuxNotificationCenter::requestCapabilities(bool startServer) {
 void LinuxNotificationCenter::setCapabilities(const QDBusMessage& reply) {
     m_capabilities = reply.arguments().value(0).toStringList();
     m_areCapabilitiesAssumed = false;
-    m_server = senderOf(reply);
+    m_server = reply.service();
 }
 
 void LinuxNotificationCenter::send(const UserNotification& notification) {
@@ -147,7 +138,7 @@ void LinuxNotificationCenter::send(const UserNotification& notification) {
             m_calling = false;
             const auto number = reply.arguments().value(0).toUInt();
             if (reply.type() != QDBusMessage::ErrorMessage && generation == m_serverGeneration) {
-                m_server = senderOf(reply);
+                m_server = reply.service();
                 std::erase_if(m_shown, [&identifier](const auto& shown) { return shown.second == identifier; });
                 m_shown[number] = identifier;
                 if (m_shown.size() > maxShown) {

@@ -9,6 +9,7 @@
 
 #include <sysexits.h>
 
+#include <array>
 #include <utility>
 
 namespace tunedeck {
@@ -120,19 +121,15 @@ QCoro::Task<std::int32_t> bootstrap(SystemdUserManager manager, QString plistPat
     if (const auto status = writeUnit(manager, unit, plistPath); status != 0) {
         co_return status;
     }
-    const QStringList reload{u"daemon-reload"_s};
-    const auto reloaded = co_await systemctl(manager, reload, stop);
-    if (reloaded.exitStatus != 0 || stop.stop_requested()) {
-        co_return reloaded.exitStatus;
-    }
-    const QStringList enable{u"enable"_s, unit};
-    const auto enabled = co_await systemctl(manager, enable, stop);
-    if (enabled.exitStatus != 0 || stop.stop_requested()) {
-        co_return enabled.exitStatus;
-    }
     // `restart`, not `start`: a unit in auto-restart must start now, with the file just written.
-    const QStringList restart{u"restart"_s, unit};
-    co_return co_await runSystemctl(manager, restart, stop);
+    const std::array<QStringList, 3> steps{{{u"daemon-reload"_s}, {u"enable"_s, unit}, {u"restart"_s, unit}}};
+    for (const auto& arguments : steps) {
+        const auto status = co_await runSystemctl(manager, arguments, stop);
+        if (status != 0 || stop.stop_requested()) {
+            co_return status;
+        }
+    }
+    co_return 0;
 }
 
 QCoro::Task<std::int32_t> usageError() {

@@ -55,16 +55,13 @@ bool waitForExit(qint64 processId, std::chrono::milliseconds timeout) {
     }
     const QDeadlineTimer deadline(timeout, Qt::PreciseTimer);
     const FileDescriptor handle(static_cast<int>(::syscall(SYS_pidfd_open, process, 0)));
-    if (!handle && errno == ESRCH) {
-        return true;
-    }
     do {
         if (handle) {
             pollfd waiting{handle.get(), POLLIN, 0};
             if (::poll(&waiting, 1, static_cast<int>(std::max<qint64>(0, deadline.remainingTime()))) > 0) {
                 return true;
             }
-        } else if (::kill(process, 0) != 0 && errno == ESRCH) { // a kernel without pidfd_open()
+        } else if (::kill(process, 0) != 0 && errno == ESRCH) { // or a kernel without pidfd_open()
             return true;
         } else {
             std::this_thread::sleep_for(20ms);

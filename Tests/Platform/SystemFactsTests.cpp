@@ -1,0 +1,38 @@
+#include "Tests/Helpers/Test.h"
+#include "TunedeckCore/Locations/BundlePaths.h"
+#include "TunedeckMenu/Platform/BundleFacts.h"
+#include "TunedeckMenu/Platform/SystemFacts.h"
+
+#include <QCoreApplication>
+#include <QSettings>
+
+namespace tunedeck {
+namespace {
+
+using namespace test;
+
+TEST(SystemFactsTest, DescribesTheBundleAndTheSystem) {
+    const TemporaryHome folder;
+    const auto bundle = folder.path(u"A.app"_s);
+    EXPECT_EQ(BundlePaths::containing(bundle + u"/Contents/MacOS/Tunedeck"_s).bundle(), bundle);
+    EXPECT_EQ(BundlePaths::containing(u"/usr/bin/tunedeck"_s).bundle(), u"/usr/bin"_s);
+    EXPECT_EQ(bundleFacts(bundle).version, u"dev"_s);
+    EXPECT_EQ(bundleFacts(bundle).identifier, u"com.brightfold.tunedeck.menu"_s);
+    folder.write(u"A.app/Contents/Info.plist"_s,
+                 "<plist version=\"1.0\"><dict><key>CFBundleIdentifier</key><string>org.x</string>"
+                 "<key>CFBundleShortVersionString</key><string>1.2.3</string></dict></plist>");
+    EXPECT_EQ(bundleFacts(bundle).version, u"1.2.3"_s);
+    EXPECT_EQ(bundleFacts(bundle).identifier, u"org.x"_s);
+
+    qputenv("HOME", "/somewhere//else/");
+    EXPECT_EQ(systemFacts().home, u"/somewhere/else"_s);
+    qputenv("HOME", "not absolute");
+    EXPECT_TRUE(systemFacts().home.startsWith(u'/'));
+    EXPECT_TRUE(QCoreApplication::applicationDirPath().startsWith(systemFacts().bundle));
+    const auto system = QSettings(u"/etc/os-release"_s, QSettings::IniFormat);
+    EXPECT_EQ(systemFacts().systemVersionText, system.value(u"PRETTY_NAME"_s).toString());
+    EXPECT_EQ(systemFacts().systemVersion[0], system.value(u"VERSION_ID"_s).toString().section(u'.', 0, 0).toInt());
+}
+
+} // namespace
+} // namespace tunedeck

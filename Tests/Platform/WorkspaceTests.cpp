@@ -1,0 +1,99 @@
+#include "Tests/Helpers/Test.h"
+#include "Tests/Platform/BusPeer.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/LinuxWorkspace.h"
+#include "TunedeckMenu/Platform/Linux/Desktop/SessionBus.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace tunedeck {
+namespace {
+
+using namespace test;
+
+/// Installs a program that records its arguments, one per line.
+void installRecorder(const QString& program, const QString& record) {
+    QFile file(program);
+    ASSERT_TRUE(file.open(QFile::WriteOnly));
+    file.write("#!/bin/sh\nfor a in \"$@\"; do echo \"$a\" >> '" + QFile::encodeName(record) + "'; done\n");
+    ASSERT_TRUE(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+}
+
+QStringList linesOf(const QString& path) {
+    QFile file(path);
+    return file.open(QFile::ReadOnly) ? QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts)
+                                      : QStringList();
+}
+
+/// A file manager that keeps what it was asked to show, or refuses.
+class FileManager final : public BusPeer {
+public:
+    FileManager() : BusPeer(u"org.freedesktop.FileManager1"_s, u"/org/freedesktop/FileManager1"_s) {}
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
+        if (refuses || message.member() != u"ShowItems") {
+            return false;
+        }
+        shown += message.arguments().value(0).toStringList();
+        return connection.send(message.createReply());
+    }
+
+    QStringList shown;
+    bool refuses = false;
+};
+
+/// With an empty folder as PATH.
+class WorkspaceTest : public testing::Test {
+protected:
+    void SetUp() override { qputenv("PATH", QFile::encodeName(m_folder.path())); }
+    void TearDown() override { qputenv("PATH", m_path); }
+
+    void installOpener(const QString& name) { installRecorder(m_folder.filePath(name), opened()); }
+    [[nodiscard]] QString opened() const { return m_folder.filePath(u"opened"_s); }
+
+    testing::AssertionResult opens(const QStringList& expected) {
+        runUntil([&] { return linesOf(opened()).size() >= expected.size(); });
+        const auto seen = linesOf(opened());
+        QFile::remove(opened());
+        return seen == expected ? testing::AssertionSuccess()
+                                : testing::AssertionFailure() << seen.join(u'|').toStdString();
+    }
+
+    QByteArray m_path = qgetenv("PATH");
+    QTemporaryDir m_folder;
+    SessionBus m_bus;
+    LinuxWorkspace m_workspace{m_bus};
+};
+
+TEST_F(WorkspaceTest, OpensWithTheFirstInstalledOpener) {
+    EXPECT_FALSE(m_workspace.open(QUrl(u"https://tunedeck.example/x"_s)));
+    installOpener(u"gio"_s);
+    EXPECT_TRUE(m_workspace.open(QUrl(u"https://tunedeck.example/x?y=a%20b"_s)));
+    EXPECT_TRUE(opens({u"open"_s, u"https://tunedeck.example/x?y=a%20b"_s}));
+    installOpener(u"xdg-open"_s);
+    for (const auto& path : {u"/srv/a b/100%/#1?/ü.log"_s, u"/no/such/file"_s}) {
+        EXPECT_TRUE(m_workspace.open(QUrl::fromLocalFile(path)));
+        EXPECT_TRUE(opens({path}));
+    }
+    EXPECT_FALSE(m_workspace.open(QUrl()));
+    EXPECT_FALSE(m_workspace.open(QUrl(u"relative"_s)));
+}
+
+TEST_F(WorkspaceTest, RevealsAFileOrOpensItsFolder) {
+    installOpener(u"xdg-open"_s);
+    const auto file = u"/srv/my music/tune#1.xml"_s;
+    m_workspace.reveal(file); // no file manager, and possibly no bus
+    EXPECT_TRUE(opens({u"/srv/my music"_s}));
+    if (!m_bus.connection().isConnected()) {
+        GTEST_SKIP() << "no session bus; use tools/lib/desktop";
+    }
+    FileManager manager;
+    m_workspace.reveal(file);
+    EXPECT_TRUE(runUntil([&] { return !manager.shown.isEmpty(); }));
+    EXPECT_EQ(manager.shown, QStringList{u"file:///srv/my%20music/tune%231.xml"_s});
+    manager.refuses = true;
+    m_workspace.reveal(file);
+    EXPECT_TRUE(opens({u"/srv/my music"_s}));
+}
+
+} // namespace
+} // namespace tunedeck
