@@ -93,13 +93,15 @@ public:
 /// Answered by the test.
 class FakeFolderPicker final : public FolderPicker {
 public:
-    void choose(const QString& /*title*/, const QString& newPrompt, const QString& /*start*/,
+    void choose(const QString& /*title*/, const QString& newPrompt, const QString& newStart,
                 std::function<void(std::optional<QString>)> done) override {
         prompt = newPrompt;
+        start = newStart;
         answer = std::move(done);
     }
 
     QString prompt;
+    QString start;
     std::function<void(std::optional<QString>)> answer; ///< set while the picker is open
 };
 

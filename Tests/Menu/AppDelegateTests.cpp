@@ -53,11 +53,13 @@ private:
 
 class FakeViewsSource final : public ViewsSource {
 public:
-    std::unique_ptr<PanelViews> createViews(PanelHost&, const Appearance&) override {
+    std::unique_ptr<PanelViews> createViews(PanelHost& application, const Appearance&) override {
         ++asked;
+        host = &application;
         return works ? std::make_unique<FakeViews>(shown) : nullptr;
     }
     Shown shown;
+    PanelHost* host = nullptr;
     bool works = true;
     int asked = 0;
 };
@@ -101,6 +103,7 @@ TEST_F(AppDelegateTest, ShowsTheIconFirstAndKeepsItsPreferredPosition) {
     launch();
     EXPECT_EQ(item.installs, 1);
     EXPECT_EQ(symbol(), normal);
+    EXPECT_EQ(item.toolTip, u"Tunedeck"_s);
     EXPECT_EQ(defaults.value(positionKey), 220);
     EXPECT_EQ(center.starts, 1);
     EXPECT_EQ(views.asked, 0) << "the windows are loaded on demand";
@@ -158,6 +161,9 @@ TEST_F(AppDelegateTest, UpdatesTheIconWithoutTheWindows) {
     serve("GET /local/status", "{}", 500);
     EXPECT_TRUE(next(warning));
     EXPECT_EQ(count("GET /local/toolbox"), 0);
+    serveStatus();
+    Q_EMIT views.host->actions().panelAppeared();
+    EXPECT_TRUE(comes([&] { return symbol() == normal; })) << "a panel refreshes at once";
 }
 
 TEST_F(AppDelegateTest, OpensTheWindowOnARequestOrAfterAStartByHandButNotAtLogin) {
@@ -166,13 +172,23 @@ TEST_F(AppDelegateTest, OpensTheWindowOnARequestOrAfterAStartByHandButNotAtLogin
     finishStartUp();
     EXPECT_TRUE(views.shown.calls.isEmpty());
     Q_EMIT center.opened(u"b-requested"_s);
-    delegate->reopen();
+    Q_EMIT item.openRequested();
     EXPECT_EQ(views.shown.calls, (QStringList{u"window"_s, u"window"_s}));
 
     views.shown.calls.clear();
     clock.setUptime(301s);
     launch();
     EXPECT_TRUE(comes([&] { return views.shown.calls.contains(u"window"_s); }));
+
+    views.shown = {};
+    item.available = false;
+    const auto before = count("GET /local/status");
+    launch();
+    Q_EMIT item.activated(); // opens the panel during the start-up
+    ASSERT_TRUE(comes([&] { return count("GET /local/status") >= before + 2; }));
+    settle();
+    clock.advance(10s);
+    EXPECT_EQ(views.shown.calls, QStringList{u"popover"_s});
 }
 
 TEST_F(AppDelegateTest, ShowsAFailedInstallationAndContinues) {
@@ -198,10 +214,15 @@ TEST_F(AppDelegateTest, OpensTheWindowWithoutATrayAndMeasuresALateIcon) {
     settle();
     EXPECT_TRUE(views.shown.calls.contains(u"window"_s));
     EXPECT_TRUE(home.read(u".tunedeck/menu-bar.json"_s).isEmpty()) << "nothing was measured";
+    EXPECT_TRUE(views.shown.content.hiddenIcon.shown);
     item.place = MenuBarPlacement{.itemMinX = 1200, .itemWidth = 24, .screenWidth = 1600};
+    delegate->showWindow();
+    EXPECT_FALSE(home.read(u".tunedeck/menu-bar.json"_s).isEmpty()) << "measured again";
+    item.place->itemMinX = -1;
     item.setAvailable(true);
     clock.advance(1s);
-    EXPECT_FALSE(home.read(u".tunedeck/menu-bar.json"_s).isEmpty());
+    EXPECT_TRUE(home.read(u".tunedeck/menu-bar.json"_s).contains("hidden: "));
+    EXPECT_TRUE(comes([&] { return views.shown.content.hiddenIcon.shown; }));
 }
 
 TEST_F(AppDelegateTest, TogglesThePanelAtTheIcon) {
@@ -235,6 +256,14 @@ TEST_F(AppDelegateTest, ChecksForUpdatesAfterAMinuteAndDailyIncludingSuspendedTi
     EXPECT_EQ(checks, 1);
     clock.suspend(1h);
     EXPECT_EQ(checks, 2);
+    delegate->showWindow();
+    clock.suspend(5h);
+    Q_EMIT views.host->actions().checkForUpdates();
+    EXPECT_EQ(checks, 3);
+    clock.suspend(24h);
+    EXPECT_EQ(checks, 3) << "19 hours after the last check it was too early";
+    clock.suspend(1h);
+    EXPECT_EQ(checks, 4);
 }
 
 TEST_F(AppDelegateTest, OpensTheWindowWithoutWaitingForIrrelevantLinks) {

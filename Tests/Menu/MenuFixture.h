@@ -49,6 +49,14 @@ protected:
         return static_cast<int>(std::ranges::count(
             requests, route, [](const ServedRequest& each) { return each.method + ' ' + each.target; }));
     }
+    /// The body of the last request for a route.
+    [[nodiscard]] QByteArray bodyOf(const QByteArray& route) const {
+        QByteArray body;
+        for (const auto& request : server.requests()) {
+            body = request.method + ' ' + request.target == route ? request.body : body;
+        }
+        return body;
+    }
     /// Waits for a condition; false on timeout.
     static bool comes(const std::function<bool()>& condition) { return runUntil(condition, std::chrono::seconds(5)); }
     /// Waits long enough for an unexpected request to arrive.

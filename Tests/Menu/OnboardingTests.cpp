@@ -45,14 +45,21 @@ TEST_F(OnboardingTest, PollsEveryTwoSecondsWhileTheWindowIsOpen) {
     EXPECT_EQ(content().installText, u"Unpacking"_s);
     EXPECT_EQ(clock.sleeps().back(), 2s) << "the fetches took no time";
 
-    serve("GET /local/status", "{}", 500);
-    poll();
-    EXPECT_FALSE(state().status) << "the service has stopped";
+    server.on("GET /local/status", behave::after(50ms, behave::answer(500, "{}")));
+    serve("GET /local/toolbox", "{}", 500);
+    clock.advance(2s);
+    ASSERT_TRUE(comes([&] { return count("GET /local/status") == 2; }));
+    clock.advance(500ms);
+    ASSERT_TRUE(comes([&] { return clock.sleeping() == 1; }));
+    EXPECT_EQ(clock.sleeps().back(), 1500ms);
+    EXPECT_FALSE(state().status || state().toolbox) << "the service has stopped";
     model->windowClosed();
     EXPECT_EQ(clock.sleeping(), 0U);
     clock.advance(10s);
     settle();
     EXPECT_EQ(count("GET /local/status"), 2);
+    open();
+    EXPECT_EQ(count("GET /local/status"), 3);
 }
 
 TEST_F(OnboardingTest, RequestsTheFirstBackupOnceAutomaticallyAndThenByButton) {
@@ -82,6 +89,9 @@ TEST_F(OnboardingTest, RequestsTheFirstBackupOnceAutomaticallyAndThenByButton) {
     model->takeBaseline();
     ASSERT_TRUE(comes([&] { return std::holds_alternative<Baseline::Done>(state().baseline.value); }));
     EXPECT_EQ(std::get<Baseline::Done>(state().baseline.value).version, u"1.0.0"_s);
+    serve(baselineRoute, R"({"ok":true,"version":"1.2.0"})");
+    model->takeBaseline();
+    EXPECT_TRUE(comes([&] { return state().baseline.value == decltype(Baseline::value)(Baseline::Done{u"1.2.0"_s}); }));
 }
 
 TEST_F(OnboardingTest, CreatesOneLinkAtATimeAndNoticesItsFirstUse) {
@@ -103,15 +113,48 @@ TEST_F(OnboardingTest, CreatesOneLinkAtATimeAndNoticesItsFirstUse) {
     model->copyLink();
     EXPECT_EQ(pasteboard.text, u"https://x.example/u"_s);
     EXPECT_EQ(content().urlField.button, u"Copied"_s);
+    model->choose(u"claude"_s);
+    ASSERT_TRUE(comes([&] { return !state().connecting; }));
+    EXPECT_EQ(content().urlField.button, u"Copy"_s) << "another link";
     serveLinks(R"({"id":"n","kind":"claude","url":"https://x.example/u","lastUsedAt":"2026-03-01T11:59:00Z"})");
     clock.advance(2s);
     ASSERT_TRUE(comes([&] { return content().connected; }));
     EXPECT_TRUE(content().liveText.startsWith(u"Connected. Try: “Add "_s));
-    EXPECT_EQ(content().urlField.button, u"Copy"_s);
     const auto lists = count("GET /local/links");
     poll();
     poll();
     EXPECT_EQ(count("GET /local/links"), lists) << "the link is connected";
+
+    serve("POST /local/links", R"({"error":""})", 500);
+    model->choose(u"chatgpt"_s);
+    ASSERT_TRUE(comes([&] { return content().error == u"Couldn't make a link. Is this Mac online?"_s; }));
+    EXPECT_FALSE(state().link) << "of another assistant";
+}
+
+TEST_F(OnboardingTest, DropsTheNewCodeOfALinkThatWasReplaced) {
+    model->advance();
+    model->advance();
+    serve("POST /local/links", R"({"id":"t","kind":"telegram","url":"https://t.me/b?start=1"})", 201);
+    model->choose(u"telegram"_s);
+    ASSERT_TRUE(comes([&] { return !state().connecting; }));
+    model->openTelegram();
+    model->openSetupGuide();
+    ASSERT_EQ(workspace.opened.size(), 2U);
+    EXPECT_EQ(workspace.opened[0], QUrl(u"https://t.me/b?start=1"_s));
+    EXPECT_EQ(workspace.opened[1].path(), u"/connect/telegram"_s);
+
+    server.on("POST /local/links/t/rotate",
+              behave::after(80ms, behave::answer(200, R"({"id":"t","kind":"telegram","url":"https://t.me/b"})")));
+    model->newTelegramCode();
+    serve("POST /local/links", R"({"id":"s","kind":"shortcut","apiUrl":"https://api","token":"key"})", 201);
+    model->choose(u"shortcut"_s);
+    ASSERT_TRUE(comes([&] { return !state().connecting && !state().renewing; }));
+    ASSERT_EQ(state().link->id, u"s"_s);
+    model->copyLink();
+    EXPECT_EQ(pasteboard.text, u"https://api"_s);
+    model->copyKey();
+    EXPECT_EQ(pasteboard.text, u"key"_s);
+    EXPECT_EQ(content().keyField.button, u"Copied"_s);
 }
 
 TEST_F(OnboardingTest, ShowsAnErrorUntilTheNextOrPreviousStep) {
@@ -121,6 +164,9 @@ TEST_F(OnboardingTest, ShowsAnErrorUntilTheNextOrPreviousStep) {
     model->choose(u"telegram"_s);
     ASSERT_TRUE(comes([&] { return !state().connecting; }));
     EXPECT_EQ(content().error, u"The cloud is busy."_s);
+    model->choose(u"telegram"_s);
+    EXPECT_TRUE(content().error.isEmpty()) << "cleared at once";
+    ASSERT_TRUE(comes([&] { return !content().error.isEmpty(); }));
     model->back();
     EXPECT_TRUE(content().error.isEmpty());
     workspace.works = false;
@@ -174,8 +220,9 @@ TEST_F(OnboardingTest, KeepsANewCodeAndContinuesAfterAFailedList) {
     ASSERT_TRUE(comes([&] { return url().endsWith(u'3'); }));
     EXPECT_TRUE(content().error.isEmpty());
 
-    serve("GET /local/links", "{}", 500);
+    server.on("GET /local/links", behave::after(150ms, behave::answer(500, "{}")));
     poll();
+    poll(); // one list at a time
     ASSERT_TRUE(comes([&] { return count("GET /local/links") == 2 && server.open() == 0; }));
     serveLinks(link("3", "true"));
     poll();

@@ -9,7 +9,7 @@ using namespace test;
 
 namespace {
 
-class ActionTest : public MenuTest {
+class PanelControllerTest : public MenuTest {
 protected:
     [[nodiscard]] const PanelState& state() const { return model.state(); }
     [[nodiscard]] QString error() const { return state().actionError.value_or(QString()); }
@@ -40,11 +40,12 @@ const QByteArray restoreRoute = "POST /local/rekordbox/restore";
 
 } // namespace
 
-TEST_F(ActionTest, LibraryActionsAreBusyUntilTheLastOneHasEnded) {
+TEST_F(PanelControllerTest, LibraryActionsAreBusyUntilTheLastOneHasEnded) {
     serve("POST /local/rekordbox/retry", R"({"ok":false})");
     panel->retryFailedChanges();
     awaitLibrary();
     EXPECT_EQ(error(), u"That didn't work."_s);
+    EXPECT_TRUE(state().service.isRunning()) << "refreshed";
 
     serve("POST /local/rekordbox/dismiss", R"({"ok":true})");
     server.on(applyRoute, behave::after(150ms, behave::answer(200, R"({"ok":true})")));
@@ -58,7 +59,7 @@ TEST_F(ActionTest, LibraryActionsAreBusyUntilTheLastOneHasEnded) {
     EXPECT_EQ(count(applyRoute), 1);
 }
 
-TEST_F(ActionTest, RestoringSendsNothingIfTheStateHasChangedSinceTheQuestion) {
+TEST_F(PanelControllerTest, RestoringSendsNothingIfTheStateHasChangedSinceTheQuestion) {
     serve(restoreRoute, R"({"ok":true})");
     serveStatus(libraryMember("1.4.0"));
     refresh();
@@ -88,19 +89,28 @@ TEST_F(ActionTest, RestoringSendsNothingIfTheStateHasChangedSinceTheQuestion) {
     EXPECT_EQ(error(), u"Quit Rekordbox to restore a backup."_s);
     settle();
     EXPECT_EQ(count(restoreRoute), 0);
+
+    panel->restoreBackup(u"1.5.0"_s);
+    serve("GET /local/status", "{}", 500);
+    refresh();
+    answer(true); // the request itself reports a service that is down
+    ASSERT_TRUE(comes([&] { return count(restoreRoute) == 1 && !state().libraryBusy; }));
+    EXPECT_TRUE(bodyOf(restoreRoute).contains("1.5.0"));
 }
 
-TEST_F(ActionTest, RestoreQuestionOmitsAnUnknownDate) {
+TEST_F(PanelControllerTest, RestoreQuestionOmitsAnUnknownDate) {
     ServiceStatus::Library::Backup backup{.version = u"2"_s, .createdAt = u"soon"_s, .reason = u"manual"_s};
     EXPECT_TRUE(restoreQuestion(backup).informativeText.startsWith(u"This puts back the backup: “manual”"_s));
 }
 
-TEST_F(ActionTest, RestartingFallsBackToBootstrapAndReportsItsExitStatus) {
+TEST_F(PanelControllerTest, RestartingFallsBackToBootstrapAndReportsItsExitStatus) {
     const QStringList kickstart{u"kickstart"_s, u"-k"_s, u"gui/501/com.brightfold.tunedeck"_s};
     const QStringList bootstrap{u"bootstrap"_s, u"gui/501"_s,
                                 home.path(u"Library/LaunchAgents/com.brightfold.tunedeck.plist"_s)};
     launchctlStatus = {113, 5};
+    model.showError(u"old"_s);
     panel->restartService();
+    EXPECT_FALSE(state().actionError);
     panel->restartService();
     EXPECT_EQ(launchctlCalls, std::vector{kickstart}) << "once, although pressed twice";
     EXPECT_TRUE(state().isRestarting);
@@ -116,7 +126,7 @@ TEST_F(ActionTest, RestartingFallsBackToBootstrapAndReportsItsExitStatus) {
     EXPECT_TRUE(state().service.isRunning());
 }
 
-TEST_F(ActionTest, AnEarlierCopyDoesNotClearTheMarkOfALaterOne) {
+TEST_F(PanelControllerTest, AnEarlierCopyDoesNotClearTheMarkOfALaterOne) {
     serveLinks(R"({"id":"a","kind":"claude","url":"u"},{"id":"i.1","kind":"shortcut","token":"secret"})");
     refresh();
     panel->copySecret(u"a.url"_s);
@@ -130,13 +140,17 @@ TEST_F(ActionTest, AnEarlierCopyDoesNotClearTheMarkOfALaterOne) {
     EXPECT_EQ(pasteboard.text, u"secret"_s);
 }
 
-TEST_F(ActionTest, ConnectingShowsTheNextStepAndAddsTheLink) {
+TEST_F(PanelControllerTest, ConnectingShowsTheNextStepAndAddsTheLink) {
     refresh();
     serve("POST /local/links", R"({"id":"s","kind":"shortcut"})", 201);
     serve("GET /local/links", "{}", 500);
+    const auto lists = count("GET /local/links");
     panel->connectAssistant(u"shortcut"_s);
+    panel->connectAssistant(u"shortcut"_s); // a double press
     EXPECT_TRUE(state().linksBusy);
     awaitLinks();
+    EXPECT_EQ(count("POST /local/links"), 1);
+    EXPECT_EQ(count("GET /local/links"), lists + 1);
     EXPECT_EQ(note(), u"Follow the setup guide on your iPhone, using the URL and key shown here."_s);
     EXPECT_EQ(state().links.size(), 1U) << "although the list fails";
     serve("POST /local/links", R"({"code":"telegram_not_configured"})", 409);
@@ -147,9 +161,18 @@ TEST_F(ActionTest, ConnectingShowsTheNextStepAndAddsTheLink) {
     EXPECT_FALSE(state().actionNote);
     panel->connectAssistant(u"telegram"_s);
     EXPECT_FALSE(state().actionError) << "cleared at once";
+    awaitLinks();
+    serve("POST /local/links", R"({"id":"c","kind":"claude"})", 201);
+    panel->connectAssistant(u"claude"_s);
+    awaitLinks();
+    EXPECT_FALSE(state().actionNote) << "there is no URL to paste";
+    serve("POST /local/links", R"({"id":"c","kind":"claude","url":"u"})", 201);
+    panel->connectAssistant(u"claude"_s);
+    awaitLinks();
+    EXPECT_EQ(state().copied, u"c.url"_s);
 }
 
-TEST_F(ActionTest, RenewingALinkCopiesItsSecretUnlessItIsACode) {
+TEST_F(PanelControllerTest, RenewingALinkCopiesItsSecretUnlessItIsACode) {
     serveLinks(
         R"({"id":"i","kind":"shortcut","token":"old"},{"id":"t","kind":"telegram","url":"https://t.me/b?start=1"})");
     refresh();
@@ -168,9 +191,10 @@ TEST_F(ActionTest, RenewingALinkCopiesItsSecretUnlessItIsACode) {
     answer(true);
     awaitLinks();
     EXPECT_EQ(pasteboard.text, u"fresh"_s);
+    EXPECT_EQ(model.link(u"t"_s)->url, u"https://t.me/b?start=new"_s);
 }
 
-TEST_F(ActionTest, ALinkThatChangedDuringTheQuestionIsLeftAlone) {
+TEST_F(PanelControllerTest, ALinkThatChangedDuringTheQuestionIsLeftAlone) {
     serveLinks(
         R"({"id":"t","kind":"telegram","url":"https://t.me/b?start=1"},{"id":"a","kind":"claude","url":"https://old"},)"
         R"({"id":"i","kind":"shortcut","token":"old"},{"id":"c","kind":"chatgpt","url":"https://old"})");
@@ -203,7 +227,74 @@ TEST_F(ActionTest, ALinkThatChangedDuringTheQuestionIsLeftAlone) {
     EXPECT_EQ(model.link(u"t"_s), nullptr) << "removed although the list fails";
 }
 
-TEST_F(ActionTest, DestroyedActionsCancelTheirRequests) {
+TEST_F(PanelControllerTest, AsksForTheFolderOnceStartingAtTheCurrentOne) {
+    panel->chooseFolder();
+    EXPECT_EQ(picker.start, home.path());
+    const auto choose = std::exchange(picker.answer, nullptr);
+    panel->chooseFolder();
+    EXPECT_FALSE(picker.answer) << "it is still open";
+    model.showError(u"old"_s);
+    choose(u"/sets"_s);
+    EXPECT_FALSE(state().actionError);
+    ASSERT_TRUE(comes([&] { return state().service.isRunning(); })) << "refreshed";
+    panel->chooseFolder();
+    EXPECT_EQ(picker.start, u"/sets"_s);
+    picker.answer(std::nullopt);
+    panel->revealDownloads();
+    EXPECT_EQ(workspace.opened.back(), QUrl::fromLocalFile(u"/sets"_s)) << "cancelling changes nothing";
+    panel->useDefaultFolder();
+    panel->chooseFolder();
+    EXPECT_EQ(picker.start, u"/music"_s);
+}
+
+TEST_F(PanelControllerTest, AnUpdateThatCannotBeInstalledOpensItsDiskImage) {
+    const auto latest = u"https://x.example/latest.dmg"_s;
+    services.updates.latestDiskImageUrl = QUrl(latest);
+    services.updates.install = [&](const Release&, const ProgressHandler& progress, std::stop_token) {
+        EXPECT_EQ(state().update, UpdateState{UpdateState::Installing{}});
+        progress(0.5);
+        EXPECT_EQ(state().update, UpdateState{UpdateState::Installing{0.5}});
+        const std::expected<void, UpdateError> failed =
+            std::unexpected(UpdateError{.kind = UpdateError::Kind::notWritable});
+        return endedTask(failed);
+    };
+    for (const auto& [image, opened] : {std::pair(u"http://x.example/a%20b.dmg"_s, u"http://x.example/a%20b.dmg"_s),
+                                        {u"file:///etc/passwd"_s, latest},
+                                        {QString(), latest}}) {
+        const UpdateState available{UpdateState::Available{{.version = u"1.3.0"_s, .dmgUrl = image}}};
+        model.setUpdate(available);
+        panel->installUpdate();
+        EXPECT_EQ(workspace.opened.back(), QUrl(opened));
+        EXPECT_EQ(state().update, available);
+    }
+}
+
+TEST_F(PanelControllerTest, SmallActionsUpdateTheModel) {
+    serveLinks(R"({"id":"x","kind":"new","label":"Robot"})");
+    refresh();
+    serve("POST /local/toolbox/install", "{}", 202);
+    serve("GET /local/toolbox",
+          R"({"tools":[{"name":"ffmpeg","wanted":"7","ready":false}],"venvs":[],"installing":true})");
+    panel->repairTools();
+    ASSERT_TRUE(comes([&] { return state().toolbox->installing; })) << "the report is fetched at once";
+    services.facts.architecture = u"arm64"_s;
+    panel->copyDiagnostics();
+    for (const auto& part : {u"Apple silicon"_s, u"Tools: ffmpeg"_s, u"Assistants: Robot"_s}) {
+        EXPECT_TRUE(pasteboard.text.contains(part)) << pasteboard.text.toStdString();
+    }
+    panel->openSetupGuide(u"x"_s);
+    EXPECT_EQ(workspace.opened.back().path(), u"/connect/"_s) << "an unknown assistant";
+    panel->toggleRevealSecrets();
+    EXPECT_TRUE(state().revealSecrets);
+    panel->toggleRevealSecrets();
+    EXPECT_FALSE(state().revealSecrets);
+    model.showError(u"old"_s);
+    panel->setOpensAtLogin(true);
+    EXPECT_FALSE(state().actionError);
+    EXPECT_TRUE(state().opensAtLogin);
+}
+
+TEST_F(PanelControllerTest, DestroyedActionsCancelTheirRequests) {
     serveStatus(libraryMember("1"));
     serveLinks(R"({"id":"a","kind":"claude","url":"u"},{"id":"t","kind":"telegram","url":"v"})");
     const std::vector<std::function<void(PanelController&)>> actions{
