@@ -1,5 +1,6 @@
 #include "Tests/Peers/TrayHost.h"
 
+#include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
@@ -8,6 +9,45 @@
 using namespace Qt::StringLiterals;
 
 namespace tunedeck::test {
+
+namespace {
+
+QString toolTipTitle(const QVariantMap& properties) {
+    QString iconName;
+    QString title;
+    const auto toolTip = properties.value(u"ToolTip"_s).value<QDBusArgument>();
+    toolTip.beginStructure();
+    toolTip >> iconName;
+    toolTip.beginArray();
+    while (!toolTip.atEnd()) {
+        toolTip.beginStructure();
+        toolTip.endStructure();
+    }
+    toolTip.endArray();
+    toolTip >> title;
+    return title;
+}
+
+/// "dark" or "light" and the number of opaque pixels of the first size.
+QString iconSummary(const QVariantMap& properties) {
+    int width = 0;
+    int height = 0;
+    QByteArray pixels; // alpha, red, green, blue
+    const auto icons = properties.value(u"IconPixmap"_s).value<QDBusArgument>();
+    icons.beginArray();
+    icons.beginStructure();
+    icons >> width >> height >> pixels;
+    int opaque = 0;
+    int light = 0;
+    for (qsizetype i = 0; i + 3 < pixels.size(); i += 4) {
+        const bool isOpaque = static_cast<uchar>(pixels[i]) > 200;
+        opaque += isOpaque;
+        light += isOpaque && static_cast<uchar>(pixels[i + 1]) > 127;
+    }
+    return (2 * light > opaque ? u"light %1"_s : u"dark %1"_s).arg(opaque);
+}
+
+} // namespace
 
 TrayHost::TrayHost()
     : m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, QUuid::createUuid().toString())) {
@@ -23,14 +63,26 @@ TrayHost::~TrayHost() {
 
 void TrayHost::RegisterStatusNotifierItem(const QString& /*service*/) {
     m_item = message().service();
+    readItem();
+}
+
+void TrayHost::readItem() {
     auto call = QDBusMessage::createMethodCall(m_item, u"/StatusNotifierItem"_s, u"org.freedesktop.DBus.Properties"_s,
-                                               u"Get"_s);
-    call.setArguments({u"org.kde.StatusNotifierItem"_s, u"Menu"_s});
+                                               u"GetAll"_s);
+    call.setArguments({u"org.kde.StatusNotifierItem"_s});
     auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-        const auto menu = watcher->reply().arguments().value(0).value<QDBusVariant>().variant();
-        Q_EMIT itemRegistered(menu.value<QDBusObjectPath>().path());
+        const auto properties = qdbus_cast<QVariantMap>(watcher->reply().arguments().value(0));
+        Q_EMIT itemRead(toolTipTitle(properties), iconSummary(properties));
     });
+}
+
+void TrayHost::selectMenuEntries() {
+    for (int id = 9; id > 0; --id) { // Qt numbers them from the end
+        auto call = QDBusMessage::createMethodCall(m_item, u"/MenuBar"_s, u"com.canonical.dbusmenu"_s, u"Event"_s);
+        call.setArguments({id, u"clicked"_s, QVariant::fromValue(QDBusVariant(0)), 0U});
+        m_bus.asyncCall(call);
+    }
 }
 
 void TrayHost::activateItem() {

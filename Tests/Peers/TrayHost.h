@@ -23,6 +23,10 @@ public:
     void setHostRegistered(bool isRegistered);
     /// Clicks the item that registered last.
     void activateItem();
+    /// Selects each entry of its menu.
+    void selectMenuEntries();
+    /// Reads the properties of the item, as after its registration.
+    void readItem();
 
 public Q_SLOTS:
     void RegisterStatusNotifierItem(const QString& service);
@@ -30,7 +34,8 @@ public Q_SLOTS:
 Q_SIGNALS:
     void StatusNotifierHostRegistered();
     void StatusNotifierHostUnregistered();
-    void itemRegistered(const QString& menuPath);
+    /// `icon`: "dark" or "light" and the number of its opaque pixels.
+    void itemRead(const QString& toolTip, const QString& icon);
 
 private:
     bool m_isHost = true;

@@ -51,6 +51,7 @@ TEST_F(NotificationTest, ReplacesByIdentifierUntilClosed) {
     EXPECT_EQ(first.title, u"A"_s);
     EXPECT_EQ(first.body, u"“x” <b>"_s);
     EXPECT_EQ(first.hints.value(u"desktop-entry"_s), u"entry"_s);
+    EXPECT_TRUE(first.hints.contains(u"sound-name"_s));
     EXPECT_EQ(first.replaces, 0U);
     EXPECT_EQ(shown(note(u"b"_s)).replaces, 0U);
     EXPECT_EQ(shown(note(u"a"_s)).replaces, first.id);
@@ -102,12 +103,19 @@ TEST_F(NotificationTest, ReportsClicksWithTheActivationToken) {
     Q_EMIT m_server->ActionInvoked(call.id + 1, u"default"_s);
     Q_EMIT m_server->ActionInvoked(call.id, u"other"_s);
     qunsetenv("XDG_ACTIVATION_TOKEN");
+    for (const auto& [id, token] : {std::pair(call.id + 1, u"of-another"_s), {call.id, u"two words"_s}}) {
+        Q_EMIT m_server->ActivationToken(id, token);
+        Q_EMIT m_server->ActionInvoked(call.id, u"default"_s);
+        ASSERT_TRUE(runUntil([this] { return !m_opened.isEmpty(); }));
+        runUntil([] { return false; }, 20ms);
+        EXPECT_EQ(std::exchange(m_opened, {}), QStringList{u"a"_s});
+        EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN")) << token.toStdString();
+    }
     Q_EMIT m_server->ActivationToken(call.id, u"token-9"_s);
     Q_EMIT m_server->ActionInvoked(call.id, u"default"_s);
     ASSERT_TRUE(runUntil([this] { return !m_opened.isEmpty(); }));
-    runUntil([] { return false; }, 20ms);
-    EXPECT_EQ(m_opened, QStringList{u"a"_s});
     EXPECT_EQ(qgetenv("XDG_ACTIVATION_TOKEN"), "token-9");
+    EXPECT_EQ(qgetenv("DESKTOP_STARTUP_ID"), "token-9");
     qunsetenv("XDG_ACTIVATION_TOKEN");
     qunsetenv("DESKTOP_STARTUP_ID");
 }

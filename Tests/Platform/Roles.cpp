@@ -65,6 +65,9 @@ void click(QWidget* widget, Qt::MouseButton button) {
     const QPointF middle = widget->rect().center();
     QMouseEvent press(QEvent::MouseButtonPress, middle, widget->mapToGlobal(middle), button, button, Qt::NoModifier);
     QCoreApplication::sendEvent(widget, &press);
+    QMouseEvent second(QEvent::MouseButtonDblClick, middle, widget->mapToGlobal(middle), button, button,
+                       Qt::NoModifier); // of a double click, which counts as one
+    QCoreApplication::sendEvent(widget, &second);
     if (const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
         for (auto* entry : menu->actions()) {
             entry->trigger();
@@ -91,8 +94,16 @@ int runStatusItem(int argc, char** argv) {
     item.setSymbol(u"music.note.list"_s, u"Tunedeck"_s);
     item.install();
     printPlace();
-    readCommands(&item, [printPlace](const QString& command) {
-        if (command == u"where") {
+    readCommands(&item, [&](const QString& command) {
+        if (command == u"warn") {
+            item.setSymbol(u"exclamationmark.triangle"_s, u"Attention"_s);
+        } else if (command == u"gnome") {
+            qputenv("XDG_CURRENT_DESKTOP", "ubuntu:GNOME");
+            appearance.set({});
+        } else if (command == u"dark") {
+            appearance.set({.dark = true});
+        }
+        if (command != u"click" && command != u"menu") {
             printPlace();
             return;
         }
@@ -129,11 +140,15 @@ int runDesktop(int argc, char** argv) {
 int runTrayHost(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     TrayHost host;
-    QObject::connect(&host, &TrayHost::itemRegistered, &host,
-                     [](const QString& menuPath) { print(u"item with menu at "_s + menuPath); });
+    QObject::connect(&host, &TrayHost::itemRead, &host,
+                     [](const QString& toolTip, const QString& icon) { print(toolTip + u' ' + icon); });
     readCommands(&host, [&host](const QString& command) {
         if (command == u"activate") {
             host.activateItem();
+        } else if (command == u"menu") {
+            host.selectMenuEntries();
+        } else if (command == u"look") {
+            host.readItem();
         } else {
             host.setHostRegistered(command == u"come");
         }

@@ -7,12 +7,14 @@ namespace tunedeck::test {
 ///
 /// - "--instance LOCK MILLISECONDS" starts a single instance, and prints the error, "handed over" or "first". The first
 ///   then prints "reopen" with the activation token for each request.
-/// - "--status-item" shows the status item. It prints "there" or "gone" with the placement whenever that changes and on
-///   "where". "click" clicks the docked icon, "menu" selects each entry of its menu.
+/// - "--status-item" shows the status item. It prints "there" or "gone" with the placement whenever that changes, and
+///   after "where", "warn", which shows the other symbol, "dark" and "gnome", which change the desktop. "click" clicks
+///   the docked icon twice, "menu" selects each entry of its menu.
 /// - "--desktop" uses the other parts of the platform. It prints "dark" or "light" when that changes; "post ID" posts a
 ///   notification, whose click prints "opened ID"; requests to reopen print "reopen".
-/// - "--tray-host" is a watcher and host of status notifier items. It prints each registration with the path of its
-///   menu; "activate" clicks the item, "leave" and "come" unregister and register the host.
+/// - "--tray-host" is a watcher and host of status notifier items. It prints the tool tip and a summary of the icon
+///   at each registration and on "look"; "activate" clicks the item, "menu" selects each entry of its menu, "leave" and
+///   "come" unregister and register the host.
 int runRole(int argc, char** argv);
 
 } // namespace tunedeck::test

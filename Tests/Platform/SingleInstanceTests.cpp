@@ -6,6 +6,7 @@
 #include "TunedeckMenu/Platform/SingleInstance.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QFile>
 #include <QSysInfo>
 
@@ -51,6 +52,9 @@ protected:
 TEST_F(SingleInstanceTest, ASecondStartReopensTheFirstWithItsActivationToken) {
     const auto first = start();
     ASSERT_EQ(first->nextLine(), "first");
+    QFile lock(m_lockPath);
+    ASSERT_TRUE(lock.open(QFile::ReadWrite));
+    ASSERT_TRUE(lock.setFileTime(QDateTime::currentDateTime().addDays(-9), QFile::FileModificationTime));
     EXPECT_EQ(resultOfStart(), "handed over");
     EXPECT_EQ(first->nextLine(), "reopen");
     m_environment.insert(u"DESKTOP_STARTUP_ID"_s, u"token-7"_s);
@@ -97,6 +101,10 @@ TEST_F(SingleInstanceTest, WaitsForAFirstThatIsStillStarting) {
     listener.start();
     EXPECT_TRUE(runUntil([&] { return requests == 1; }));
     EXPECT_EQ(second->nextLine(), "handed over");
+    listener.Activate({{u"desktop-startup-id"_s, u"token-5"_s}}); // some desktops send only this one
+    EXPECT_EQ(qgetenv("XDG_ACTIVATION_TOKEN"), "token-5");
+    qunsetenv("XDG_ACTIVATION_TOKEN");
+    qunsetenv("DESKTOP_STARTUP_ID");
 }
 
 TEST_F(SingleInstanceTest, ReportsAFirstThatHangsOrCannotBeReached) {

@@ -74,10 +74,13 @@ TEST_F(StatusItemTest, RegistersWithAHostThatStartsLateAndAfterRestartsOfHostAnd
     const auto registersWithAHost = [&] {
         auto host = desktop.startSelf(u"--tray-host"_s);
         EXPECT_EQ(host->nextLine(), "ready");
-        EXPECT_EQ(host->nextLine(), "item with menu at /MenuBar");
+        EXPECT_TRUE(host->nextLine().starts_with("Tunedeck dark "));
         EXPECT_EQ(item->nextLine(), "there unplaced"); // hosts don't report where the icon is
         host->write(u"activate"_s);
         EXPECT_EQ(item->nextLine(), "activated");
+        host->write(u"menu"_s);
+        EXPECT_EQ(item->nextLine(), "open");
+        EXPECT_EQ(item->nextLine(), "quit");
         return host;
     };
     auto host = registersWithAHost();
@@ -92,6 +95,19 @@ TEST_F(StatusItemTest, RegistersWithAHostThatStartsLateAndAfterRestartsOfHostAnd
     EXPECT_EQ(item->nextLine(), "gone unplaced");
     bus = desktop.startBus();
     host = registersWithAHost();
+
+    const auto lookAfter = [&](const QString& command) {
+        item->write(command);
+        EXPECT_EQ(item->nextLine(), "there unplaced");
+        host->write(u"look"_s);
+        return host->nextLine();
+    };
+    const auto light = lookAfter(u"dark"_s);
+    EXPECT_TRUE(light.starts_with("Tunedeck light ")) << light;
+    EXPECT_EQ(lookAfter(u"gnome"_s), light) << "its panel is always dark";
+    const auto warning = lookAfter(u"warn"_s);
+    EXPECT_TRUE(warning.starts_with("Attention light ")) << warning;
+    EXPECT_NE(warning.substr(warning.rfind(' ')), light.substr(light.rfind(' '))) << "another symbol";
 }
 
 TEST_F(StatusItemTest, WaitsForTheHostOfAWatcherBeforeItUsesAnX11Tray) {

@@ -51,7 +51,7 @@ TEST(UninstallTest, RemovesUnitLinksAndLoginItemWithoutAManager) {
     const auto units = home.path(u".config/systemd/user"_s);
     home.write(u".config/systemd/user/"_s + unit, "[Unit]");
     home.write(u".config/systemd/user/other.target.wants/mine"_s, "");
-    for (const auto& target : {u"/other.target.wants/"_s, u"/default.target.wants/"_s}) {
+    for (const auto& target : {u"/other.target.wants/"_s, u"/default.target.requires/"_s}) {
         QDir().mkpath(units + target);
         ASSERT_TRUE(QFile::link(units + u'/' + unit, units + target + unit));
     }
@@ -61,16 +61,19 @@ TEST(UninstallTest, RemovesUnitLinksAndLoginItemWithoutAManager) {
               QStringList(u"Removed ~/.config/autostart/com.brightfold.tunedeck.menu.desktop."_s));
     EXPECT_EQ(uninstall.removeLoginItem(), Removal());
 
-    const SystemdUserManager none{.unitFolder = units, .systemctl = u"/nonexistent/systemctl"_s};
+    QFile systemctl(home.write(u"systemctl"_s, "#!/bin/sh\necho $* >> $0.calls\nexit 1\n"));
+    ASSERT_TRUE(systemctl.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+    const SystemdUserManager none{.unitFolder = units, .systemctl = systemctl.fileName()};
     auto removal = test::runToEnd(removeUnit(none, home.path(), {}));
     removal.done.sort();
     EXPECT_EQ(removal.done, QStringList({u"Removed ~/.config/systemd/user/"_s + unit + u'.',
-                                         u"Removed ~/.config/systemd/user/default.target.wants/"_s + unit + u'.',
+                                         u"Removed ~/.config/systemd/user/default.target.requires/"_s + unit + u'.',
                                          u"Removed ~/.config/systemd/user/other.target.wants/"_s + unit + u'.'}));
     EXPECT_EQ(removal.failures, QStringList());
-    EXPECT_FALSE(QFileInfo::exists(units + u"/default.target.wants"_s));
+    EXPECT_FALSE(QFileInfo::exists(units + u"/default.target.requires"_s));
     EXPECT_TRUE(QFileInfo::exists(units + u"/other.target.wants/mine"_s));
     EXPECT_EQ(test::runToEnd(removeUnit(none, home.path(), {})), Removal());
+    EXPECT_EQ(home.read(u"systemctl.calls"_s), "--user daemon-reload\n");
 }
 
 } // namespace

@@ -175,6 +175,11 @@ Journey::Ended Journey::run(const QStringList& arguments) const {
     return {process.exitCode(), process.readAll()};
 }
 
+void Journey::quit() const {
+    EXPECT_EQ(run({u"--quit"_s}).status, 0);
+    ASSERT_TRUE(eventually([this] { return processes().isEmpty(); }));
+}
+
 testing::AssertionResult Journey::opensWith(const QString& text) const {
     const auto second = run();
     return second.status == 0 ? sees(text) : testing::AssertionFailure() << second.output.toStdString();

@@ -43,6 +43,8 @@ protected:
     void start();
     /// Runs the application until it exits.
     [[nodiscard]] Ended run(const QStringList& arguments = {}) const;
+    /// Quits the application as a user of the command line does.
+    void quit() const;
     /// Starts the application again, which opens the window, and waits for the text.
     [[nodiscard]] testing::AssertionResult opensWith(const QString& text) const;
     /// Waits until a text is visible.

@@ -136,8 +136,7 @@ TEST_F(StartUpJourney, ShowsTheIconInALateTrayAndSurvivesTheLossOfTheBus) {
     publishServicePort(busy.port());
     ASSERT_TRUE(eventually([&] { return !notifications.calls.empty(); }));
     EXPECT_EQ(notifications.calls.front().title, u"New download request");
-    EXPECT_EQ(run({u"--quit"_s}).status, 0);
-    EXPECT_TRUE(eventually([this] { return processes().isEmpty(); }));
+    quit();
 }
 
 TEST_F(StartUpJourney, RestartsAfterAnUpgradeOfItsBundleAndReportsAMissingOne) {
@@ -153,8 +152,7 @@ TEST_F(StartUpJourney, RestartsAfterAnUpgradeOfItsBundleAndReportsAMissingOne) {
     EXPECT_EQ(run().status, 0);
     ASSERT_TRUE(eventually([&] { return processes().size() == 1 && processes() != old && icons() == 1; }));
     EXPECT_TRUE(sees(u"Version 1.4.1"_s));
-    EXPECT_EQ(run({u"--quit"_s}).status, 0);
-    ASSERT_TRUE(eventually([this] { return processes().isEmpty(); }));
+    quit();
 
     start();
     const auto running = processes();

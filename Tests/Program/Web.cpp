@@ -29,13 +29,12 @@ QByteArray zipOf(const QString& bundle, int emptyFiles) {
     return zip(entries, {.stored = true});
 }
 
-void Web::publish(const QByteArray& archive, Behaviour delivery, const QByteArray& diskImage) {
+void Web::publish(const QByteArray& archive, Behaviour delivery) {
     // The first private key of RFC 8032, section 7.1.
     const SigningKey key(QByteArray::fromHex("9d61b19deffd5a60ba844af492ec2cc44449c5697b326919703bac031cae7f60"));
     const auto feed = R"({"latest": {"version": "1.4.1", "notes": "Faster.", "url": ")" +
                       url("/Tunedeck.zip").toEncoded() + R"(", "sha256": ")" +
-                      QCryptographicHash::hash(archive, QCryptographicHash::Sha256).toHex() + '"' +
-                      (diskImage.isEmpty() ? "" : R"(, "dmg_url": ")" + diskImage + '"') + "}}\n";
+                      QCryptographicHash::hash(archive, QCryptographicHash::Sha256).toHex() + "\"}}\n";
     on("GET /download/appcast.json", behave::answer(200, feed));
     on("GET /download/appcast.json.sig", behave::answer(200, key.sign(feed) + '\n'));
     on("GET /Tunedeck.zip", delivery ? std::move(delivery) : behave::answer(200, archive));

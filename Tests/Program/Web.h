@@ -13,7 +13,7 @@ public:
     Web() : TestServer(TUNEDECK_WEB_HOST, TUNEDECK_WEB_PORT) {}
 
     /// Publishes the archive as version 1.4.1. `delivery` replaces the plain download.
-    void publish(const QByteArray& archive, Behaviour delivery = {}, const QByteArray& diskImage = {});
+    void publish(const QByteArray& archive, Behaviour delivery = {});
 };
 
 /// Zips a bundle together with `emptyFiles` additional empty files.
