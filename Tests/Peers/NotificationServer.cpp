@@ -35,11 +35,11 @@ QStringList NotificationServer::GetCapabilities() {
     return m_capabilities;
 }
 
-uint NotificationServer::Notify(const QString& name, uint replaces, const QString& /*icon*/, const QString& title,
+uint NotificationServer::Notify(const QString& name, uint replaces, const QString& icon, const QString& title,
                                 const QString& body, const QStringList& actions, const QVariantMap& hints,
                                 int /*timeout*/) {
     const uint id = replaces != 0 ? replaces : ++lastId;
-    calls.push_back({name, replaces, title, body, actions, hints, id});
+    calls.push_back({name, replaces, icon, title, body, actions, hints, id});
     return id;
 }
 

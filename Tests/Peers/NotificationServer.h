@@ -21,6 +21,7 @@ public:
     struct Call {
         QString name;
         uint replaces = 0;
+        QString icon;
         QString title;
         QString body;
         QStringList actions;

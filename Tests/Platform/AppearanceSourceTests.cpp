@@ -38,6 +38,12 @@ TEST(AppearanceSourceTest, FollowsThePortalOrElseThePalette) {
     portal.change(neutral, u"reduced-motion"_s, 1U);
     EXPECT_TRUE(runUntil([&] { return source.current().reduceMotion; }));
     EXPECT_EQ(changes, 4);
+    portal.change(neutral, u"reduced-motion"_s, 0U);
+    EXPECT_TRUE(runUntil([&] { return !source.current().reduceMotion; }));
+    for (const auto& [factor, isReduced] : {std::pair(u"0"_s, true), {u"default"_s, false}}) {
+        portal.change(u"org.kde.kdeglobals.KDE"_s, u"AnimationDurationFactor"_s, factor);
+        EXPECT_TRUE(runUntil([&] { return source.current().reduceMotion == isReduced; })) << factor.toStdString();
+    }
 
     portal.change(neutral, scheme, 2U);
     EXPECT_TRUE(runUntil([&] { return !source.current().dark; }));

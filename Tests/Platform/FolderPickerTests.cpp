@@ -29,6 +29,7 @@ TEST(FolderPickerTest, CallsBackOnceWithAFolderOrNothing) {
     picker.choose(title, u"Use This Folder"_s, folder.path(), keep);
     ASSERT_NE(dialog(), nullptr);
     EXPECT_EQ(dialog()->windowTitle(), title);
+    EXPECT_TRUE(dialog()->testOption(QFileDialog::ShowDirsOnly));
     EXPECT_EQ(dialog()->labelText(QFileDialog::Accept), u"Use This Folder"_s);
     EXPECT_TRUE(answers.empty());                  // it doesn't block
     QMetaObject::invokeMethod(dialog(), "accept"); // as its button does

@@ -51,6 +51,8 @@ TEST_F(NotificationTest, ReplacesByIdentifierUntilClosed) {
     EXPECT_EQ(first.title, u"A"_s);
     EXPECT_EQ(first.body, u"“x” <b>"_s);
     EXPECT_EQ(first.hints.value(u"desktop-entry"_s), u"entry"_s);
+    EXPECT_EQ(first.icon, u"icon"_s);
+    EXPECT_EQ(first.hints.value(u"category"_s), u"transfer"_s);
     EXPECT_TRUE(first.hints.contains(u"sound-name"_s));
     EXPECT_EQ(first.replaces, 0U);
     EXPECT_EQ(shown(note(u"b"_s)).replaces, 0U);

@@ -62,6 +62,9 @@ int runInstance(int argc, char** argv) {
 }
 
 void click(QWidget* widget, Qt::MouseButton button) {
+    if (widget->accessibleName() != u"Tunedeck") {
+        print(u"the icon has no name"_s);
+    }
     const QPointF middle = widget->rect().center();
     QMouseEvent press(QEvent::MouseButtonPress, middle, widget->mapToGlobal(middle), button, button, Qt::NoModifier);
     QCoreApplication::sendEvent(widget, &press);

@@ -90,9 +90,21 @@ TEST_F(WorkspaceTest, RevealsAFileOrOpensItsFolder) {
     m_workspace.reveal(file);
     EXPECT_TRUE(runUntil([&] { return !manager.shown.isEmpty(); }));
     EXPECT_EQ(manager.shown, QStringList{u"file:///srv/my%20music/tune%231.xml"_s});
+    runUntil([] { return false; }, 20ms);
+    EXPECT_TRUE(linesOf(opened()).isEmpty()) << "the folder as well";
     manager.refuses = true;
     m_workspace.reveal(file);
     EXPECT_TRUE(opens({u"/srv/my music"_s}));
+}
+
+TEST_F(WorkspaceTest, ShowsTheKindOfAFileByItsIcon) {
+    for (const auto& [path, icon] : {std::pair(m_folder.path(), u"folder"_s),
+                                     {u"/x/A.MP3"_s, u"audio-x-generic"_s},
+                                     {u"/x/a.txt"_s, u"text-x-generic"_s}}) {
+        const auto shown = m_workspace.icon(path);
+        EXPECT_EQ(shown.name(), QIcon::hasThemeIcon(icon) ? icon : QString());
+        EXPECT_FALSE(shown.isNull());
+    }
 }
 
 } // namespace
