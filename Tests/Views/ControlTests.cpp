@@ -252,6 +252,7 @@ TEST_F(ControlTests, ATooltipAppearsAfterADelayUntilThePointerLeavesOrPresses) {
             QRectF(window.contentItem()->boundingRect()).contains(bubble->mapRectToScene(bubble->boundingRect())));
         presses ? QTest::mousePress(&window, Qt::LeftButton, {}, button) : point({3, 3});
         EXPECT_FALSE(bubble->isVisible());
+        EXPECT_TRUE(layer->property("text").toString().isEmpty()) << "it would appear again";
         QTest::mouseRelease(&window, Qt::LeftButton, {}, {3, 3});
     }
 }
