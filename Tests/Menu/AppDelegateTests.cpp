@@ -218,6 +218,7 @@ TEST_F(AppDelegateTest, OpensTheWindowWithoutATrayAndMeasuresALateIcon) {
     item.place = MenuBarPlacement{.itemMinX = 1200, .itemWidth = 24, .screenWidth = 1600};
     delegate->showWindow();
     EXPECT_FALSE(home.read(u".tunedeck/menu-bar.json"_s).isEmpty()) << "measured again";
+    EXPECT_FALSE(views.shown.content.hiddenIcon.shown);
     item.place->itemMinX = -1;
     item.setAvailable(true);
     clock.advance(1s);

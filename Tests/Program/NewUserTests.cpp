@@ -47,10 +47,6 @@ TEST_F(NewUserJourney, WorksFromTheFirstStartToTheRemoval) {
     ASSERT_TRUE(eventually([this] { return windows() == QStringList{u"Tunedeck"_s}; }));
     ASSERT_TRUE(sees(u"Running · connected to the cloud"_s));
 
-    ASSERT_TRUE(press(u"Open at Login"_s));
-    const auto loginItem = u".config/autostart/com.brightfold.tunedeck.menu.desktop"_s;
-    EXPECT_TRUE(eventually([&] { return read(loginItem).contains(bundle.toUtf8() + "/Contents/MacOS/Tunedeck"); }));
-
     // The button is disabled while Rekordbox is open, which takes up to a minute.
     ASSERT_TRUE(eventually([this] {
         const auto groups = screen->texts().filter(u"Backups ("_s);
@@ -67,7 +63,6 @@ TEST_F(NewUserJourney, WorksFromTheFirstStartToTheRemoval) {
     // A short download may end before its start is noticed.
     const QStringList titles{u"New download request"_s, u"Added to Rekordbox"_s, u"Download failed"_s};
     ASSERT_TRUE(eventually([&] { return isAnnounced(titles); }));
-    EXPECT_EQ(notifications.calls[0].hints.value(u"desktop-entry"_s), u"com.brightfold.tunedeck.menu"_s);
     const auto log = read(u".tunedeck/notifications.log"_s);
     EXPECT_FALSE(log.isEmpty());
     takePicture(u"8-request"_s);
@@ -84,7 +79,6 @@ TEST_F(NewUserJourney, WorksFromTheFirstStartToTheRemoval) {
     EXPECT_EQ(removed.status, 0) << removed.output.toStdString();
     EXPECT_TRUE(eventually([this] { return processes().isEmpty() && icons() == 0; }));
     EXPECT_FALSE(QFile::exists(home + u"/.tunedeck/bin/tunedeck"_s));
-    EXPECT_TRUE(read(loginItem).isEmpty());
     EXPECT_TRUE(QDir(home + u"/Library/LaunchAgents"_s).isEmpty());
     EXPECT_TRUE(
         output(u"systemctl"_s, {u"--user"_s, u"list-unit-files"_s, u"--no-legend"_s, u"com.brightfold.*"_s}).isEmpty());
