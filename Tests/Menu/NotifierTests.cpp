@@ -12,7 +12,7 @@ namespace {
 
 class NotifierTest : public testing::Test {
 protected:
-    void post(JobEvent::Kind kind, const ServiceStatus::Job& about) { notifier.postJob({kind, about}); }
+    void post(JobEvent::Kind kind, const ServiceStatus::Job& about) { notifier.post({kind, about}); }
     /// The identifiers of the notifications that the status leads to.
     QStringList update() {
         center.posted.clear();

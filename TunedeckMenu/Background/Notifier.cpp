@@ -68,7 +68,7 @@ void Notifier::start() {
 
 void Notifier::update(const ServiceStatus& status) {
     for (const auto& event : m_jobs.update(status.recentJobs)) {
-        postJob(event);
+        post(event);
     }
     if (status.rekordboxDb) {
         if (const auto applied = m_library.update(status.rekordboxDb->lastApplied)) {
@@ -77,7 +77,7 @@ void Notifier::update(const ServiceStatus& status) {
     }
 }
 
-void Notifier::postJob(const JobEvent& event) {
+void Notifier::post(const JobEvent& event) {
     const auto words = wordsFor(event);
     m_center.post({.identifier = event.job.jobId + u'-' + words.kind,
                    .thread = event.job.jobId,

@@ -29,7 +29,7 @@ public:
     /// Posts what changed since the last call. The first status is the baseline.
     void update(const ServiceStatus& status);
     /// A repeated event replaces the earlier notification of its kind.
-    void postJob(const JobEvent& event);
+    void post(const JobEvent& event);
     void postLibrary(const ServiceStatus::Library::Applied& applied);
 
 private:
