@@ -3,6 +3,8 @@
 
 #include <QFile>
 
+#include <stdexcept>
+
 using namespace Qt::StringLiterals;
 
 namespace tunedeck::test {
@@ -119,8 +121,12 @@ TEST_F(CardJourney, ShowsAndCopiesSecretsAndOpensGuides) {
 TEST_F(CardJourney, ChecksForAnUpdateInstallsItAndShowsFailures) {
     UpdateCheck found{UpdateCheck::Failed{u"No network."_s}};
     std::expected<void, UpdateError> result = std::unexpected(UpdateError{.kind = UpdateError::Kind::checksum});
+    bool isBroken = false;
     services.updates.check = [&](std::stop_token) { return endedTask(found); };
     services.updates.install = [&](const Release&, const ProgressHandler&, std::stop_token) {
+        if (isBroken) {
+            throw std::runtime_error("It broke.");
+        }
         return endedTask(result);
     };
     open();
@@ -136,6 +142,11 @@ TEST_F(CardJourney, ChecksForAnUpdateInstallsItAndShowsFailures) {
     EXPECT_TRUE(shows({u"Tunedeck 1.3.0 is available."_s}));
     go({u"Update to 1.3.0"_s});
     EXPECT_TRUE(shows({u"doesn't match its checksum."_s}, {u"Update to"_s}));
+    isBroken = true;
+    look();
+    go({u"Update to 1.3.0"_s});
+    EXPECT_TRUE(shows({u"It broke."_s}, {u"Installing"_s}));
+    isBroken = false;
     result = {};
     look();
     go({u"Update to 1.3.0"_s});

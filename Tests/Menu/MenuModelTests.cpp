@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <memory>
+#include <stdexcept>
 
 namespace tunedeck {
 
@@ -225,6 +226,10 @@ TEST_F(MenuModelTest, TimedUpdateChecksAreRareAndFailSilently) {
         model->checkForUpdates(MenuModel::CheckTrigger::User);
     }
     EXPECT_EQ(checks, 4);
+    services.updates.check = [](std::stop_token) -> QCoro::Task<UpdateCheck> { throw std::runtime_error("broken"); };
+    model->setUpdate({UpdateState::Idle{}});
+    model->checkForUpdates(MenuModel::CheckTrigger::User);
+    EXPECT_EQ(std::get<UpdateState::Failed>(update()).message, u"broken"_s);
 }
 
 } // namespace tunedeck

@@ -1,4 +1,5 @@
 #include "Tests/Helpers/Test.h"
+#include "TunedeckCore/Support/Async/Background.h"
 #include "TunedeckCore/Support/Async/TaskScope.h"
 
 #include <QString>
@@ -95,6 +96,22 @@ TEST(TaskScope, LogsAnEscapedException) {
     clock.advance(1ms);
     qInstallMessageHandler(previous);
     EXPECT_EQ(messages, QStringList{u"a task ended with an exception: no such thing"_s});
+}
+
+TEST(BackgroundTest, RethrowsTheExceptionOfTheWork) {
+    const std::function<int(std::stop_token)> work = [](const std::stop_token&) -> int {
+        throw std::runtime_error("broken");
+    };
+    std::string caught;
+    const auto run = [](std::function<int(std::stop_token)> what, std::string& message) -> QCoro::Task<> {
+        try {
+            co_await inBackground<int>(std::move(what), {});
+        } catch (const std::runtime_error& error) {
+            message = error.what();
+        }
+    };
+    runToEnd(run(work, caught));
+    EXPECT_EQ(caught, "broken");
 }
 
 } // namespace

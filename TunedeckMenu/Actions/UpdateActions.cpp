@@ -2,6 +2,8 @@
 
 #include "TunedeckMenu/Actions/OpenUrl.h"
 
+#include <exception>
+#include <expected>
 #include <variant>
 
 namespace tunedeck {
@@ -32,7 +34,12 @@ QCoro::Task<> UpdateActions::install(Release release) {
             m_model.setUpdate({UpdateState::Installing{fraction}});
         }
     };
-    const auto installed = co_await m_services.updates.install(release, progress, stop);
+    std::expected<void, UpdateError> installed;
+    try {
+        installed = co_await m_services.updates.install(release, progress, stop);
+    } catch (const std::exception& error) {
+        installed = std::unexpected(UpdateError::other(QString::fromUtf8(error.what())));
+    }
     if (stop.stop_requested()) {
         co_return;
     }

@@ -120,7 +120,12 @@ void MenuModel::checkForUpdates(CheckTrigger trigger) {
 
 QCoro::Task<> MenuModel::runUpdateCheck(CheckTrigger trigger) {
     const auto stop = m_scope.token();
-    const auto check = co_await m_services.updates.check(stop);
+    UpdateCheck check;
+    try {
+        check = co_await m_services.updates.check(stop);
+    } catch (const std::exception& error) {
+        check.value = UpdateCheck::Failed{QString::fromUtf8(error.what())};
+    }
     if (stop.stop_requested()) {
         co_return;
     }
