@@ -23,6 +23,11 @@ TEST(SystemFactsTest, DescribesTheBundleAndTheSystem) {
                  "<key>CFBundleShortVersionString</key><string>1.2.3</string></dict></plist>");
     EXPECT_EQ(bundleFacts(bundle).version, u"1.2.3"_s);
     EXPECT_EQ(bundleFacts(bundle).identifier, u"org.x"_s);
+    folder.write(
+        u"A.app/Contents/Info.plist"_s,
+        QByteArray::fromHex("62706c6973743030d101025f101a434642756e646c6553686f727456657273696f6e537472696e67"
+                            "55312e322e34080b28000000000000010100000000000000030000000000000000000000000000002e"));
+    EXPECT_EQ(bundleFacts(bundle).version, u"1.2.4"_s) << "a binary property list";
 
     qputenv("HOME", "/somewhere//else/");
     EXPECT_EQ(systemFacts().home, u"/somewhere/else"_s);

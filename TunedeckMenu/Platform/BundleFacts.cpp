@@ -10,7 +10,8 @@ using namespace Qt::StringLiterals;
 
 BundleFacts bundleFacts(const QString& bundle) {
     const auto text = readFile(BundlePaths(bundle).infoPlist());
-    const auto plist = (text ? parsePropertyList(*text) : std::nullopt).value_or(PropertyDictionary());
+    const auto parsed = text ? parsePropertyList(*text, PropertyListFormat::XmlOrBinary) : std::nullopt;
+    const auto plist = parsed.value_or(PropertyDictionary());
     const auto valueOr = [&plist](const QString& key, const QString& fallback) {
         const auto value = textValue(plist, key);
         return value && !value->isEmpty() ? *value : fallback;

@@ -129,12 +129,17 @@ struct ToNode {
 
 } // namespace
 
-std::optional<PropertyDictionary> parsePropertyList(const QByteArray& xml) {
-    if (xml.size() > maxSize) {
+std::optional<PropertyDictionary> parsePropertyList(const QByteArray& bytes, PropertyListFormat format) {
+    if (bytes.size() > maxSize) {
         return std::nullopt;
     }
     plist_t list = nullptr;
-    plist_from_xml(xml.constData(), static_cast<std::uint32_t>(xml.size()), &list);
+    const auto size = static_cast<std::uint32_t>(bytes.size());
+    if (format == PropertyListFormat::XmlOrBinary && plist_is_binary(bytes.constData(), size) != 0) {
+        plist_from_bin(bytes.constData(), size, &list);
+    } else {
+        plist_from_xml(bytes.constData(), size, &list);
+    }
     const List owner(list);
     const auto root = list == nullptr ? std::nullopt : fromNode(list, 0);
     const auto* dictionary = root ? root->as<PropertyDictionary>() : nullptr;

@@ -39,10 +39,14 @@ private:
     Storage m_value;
 };
 
-/// Parses an XML property list. Returns nothing for invalid XML, undefined entities, a root that isn't a dictionary,
-/// nesting deeper than 64 and more than 1 MiB. Binary lists are refused: a few hundred bytes of them can refer to each
-/// other so that libplist expands them to gigabytes.
-std::optional<PropertyDictionary> parsePropertyList(const QByteArray& xml);
+/// Binary lists are for trusted files and confined processes only: a few hundred bytes of them can refer to each other
+/// so that libplist expands them to gigabytes.
+enum class PropertyListFormat { Xml, XmlOrBinary };
+
+/// Parses a property list. Returns nothing for invalid lists, undefined entities, a root that isn't a dictionary,
+/// nesting deeper than 64 and more than 1 MiB.
+std::optional<PropertyDictionary> parsePropertyList(const QByteArray& bytes,
+                                                    PropertyListFormat format = PropertyListFormat::Xml);
 
 /// The XML form with sorted keys.
 QByteArray xmlPropertyList(const PropertyDictionary& dictionary);
