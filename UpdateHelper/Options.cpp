@@ -1,56 +1,34 @@
 #include "UpdateHelper/Options.h"
 
-#include <getopt.h>
-
-#include <array>
 #include <charconv>
-#include <string_view>
 
-namespace tunedeck::fetch {
+namespace tunedeck::helper {
 
 namespace {
 
 template<class Number>
-bool parseNumber(std::string_view text, Number& number) {
+bool parseNumber(const std::string& text, Number& number) {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size() && number >= 0;
+    return error == std::errc() && end == text.data() + text.size() && number > 0;
 }
 
 } // namespace
 
-std::optional<Options> Options::parse(int argc, char** argv) {
+std::optional<Options> Options::parse(const std::vector<std::string>& words) {
     Options options;
-    const std::array known{
-        option{"parent", required_argument, nullptr, 'p'},
-        option{"file", required_argument, nullptr, 'f'},
-        option{"limit", required_argument, nullptr, 'l'},
-        option{"timeout", required_argument, nullptr, 't'},
-        option{nullptr, 0, nullptr, 0},
-    };
-    bool valid = true;
-    for (int found = 0; (found = getopt_long(argc, argv, "", known.data(), nullptr)) != -1;) {
-        switch (found) {
-        case 'p':
-            valid = valid && parseNumber(optarg, options.parent);
-            break;
-        case 'f':
-            options.file = optarg;
-            break;
-        case 'l':
-            valid = valid && parseNumber(optarg, options.limit);
-            break;
-        case 't':
-            valid = valid && parseNumber(optarg, options.timeout);
-            break;
-        default:
-            valid = false;
-        }
-    }
-    if (!valid || optind + 1 != argc || options.parent == 0 || options.file.empty() || options.limit == 0) {
+    const auto count = words.size();
+    if (count < 3 || !parseNumber(words[1], options.parent)) {
         return std::nullopt;
     }
-    options.url = argv[optind];
-    return options;
+    options.subcommand = words[0];
+    const bool isFetch = options.subcommand == "fetch";
+    options.operands.assign(words.begin() + (isFetch && count == 5 ? 4 : 2), words.end());
+    const bool isValid =
+        isFetch ? count == 5 && parseNumber(words[2], options.limit) && parseNumber(words[3], options.timeout)
+                : ((options.subcommand == "verify" && (count == 3 || count == 5)) ||
+                   (options.subcommand == "unpack" && count == 6)) &&
+                      words[2].starts_with('/');
+    return isValid ? std::optional(options) : std::nullopt;
 }
 
-} // namespace tunedeck::fetch
+} // namespace tunedeck::helper

@@ -5,19 +5,24 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
-namespace tunedeck::fetch {
+namespace tunedeck::helper {
 
-/// The command line: `--parent PID --file FILE --limit BYTES [--timeout SECONDS] URL`.
+/// The command line, with the process id of the application as PARENT and absolute paths:
+///
+///     fetch PARENT BYTES SECONDS URL
+///     verify PARENT FILE [SIGNATURE-FILE KEY]
+///     unpack PARENT ARCHIVE FOLDER IDENTIFIER VERSION
 struct Options {
-    pid_t parent = 0;       ///< process that started this one
-    std::string file;       ///< receives the body; an existing file is replaced
-    std::int64_t limit = 0; ///< maximum size of the body in bytes
-    long timeout = 0;       ///< for the whole download, in seconds; 0 for none
-    std::string url;
+    std::string subcommand;
+    pid_t parent = 0;
+    std::int64_t limit = 0; ///< maximum size of a download in bytes
+    long timeout = 0;       ///< for a whole download, in seconds
+    std::vector<std::string> operands;
 
     /// Nothing if the command line is invalid.
-    static std::optional<Options> parse(int argc, char** argv);
+    static std::optional<Options> parse(const std::vector<std::string>& words);
 };
 
-} // namespace tunedeck::fetch
+} // namespace tunedeck::helper

@@ -1,7 +1,8 @@
+#include "Tests/Helpers/SmallDisk.h"
 #include "Tests/Helpers/Test.h"
 #include "Tests/Helpers/Update/Zip.h"
 #include "TunedeckCore/Support/Files/RemoveTree.h"
-#include "TunedeckCore/Update/Archive.h"
+#include "TunedeckCore/Update/Confined/Archive.h"
 
 #include <QDir>
 #include <QFile>
@@ -21,7 +22,7 @@ protected:
     bool unpack(const QByteArray& bytes, ArchiveLimits limits = {}) {
         QDir(destination()).removeRecursively();
         QDir().mkpath(destination());
-        return unpackZip(home.write(u"a.zip"_s, bytes), destination(), {}, limits);
+        return unpackZip(home.write(u"a.zip"_s, bytes), destination(), limits).has_value();
     }
 
     /// Whether the archive is rejected before anything is written.
@@ -72,7 +73,10 @@ TEST_F(ArchiveTest, RejectsLinksOutsideTheFolderAndNamesBelowLinks) {
     for (const char* target : {"/etc", "..", "a/../../out", "a/../b", "./../x"}) {
         EXPECT_TRUE(rejects({{.name = "l", .mode = linkMode, .linkTarget = target}})) << target;
     }
-    EXPECT_TRUE(rejects({{.name = "d/l", .mode = linkMode, .linkTarget = "../../x"}}));
+    for (const char* name : {"d/l", "d/e/l"}) { // only the top folder is installed
+        EXPECT_TRUE(rejects({{.name = name, .mode = linkMode, .linkTarget = "../../x"}})) << name;
+    }
+    EXPECT_TRUE(rejects({{.name = "d/l", .mode = linkMode, .linkTarget = "../x"}}));
     EXPECT_TRUE(rejects({{.name = "l", .mode = linkMode, .linkTarget = "d"}, {.name = "l/file", .contents = "x"}}));
     EXPECT_TRUE(rejects({{.name = "l/file", .contents = "x"}, {.name = "l", .mode = linkMode, .linkTarget = "d"}}));
 }
@@ -114,6 +118,18 @@ TEST_F(ArchiveTest, RejectsTruncatedArchives) {
     const QByteArray whole = zip({{.name = "a", .contents = QByteArray(5000, 'a')}, {.name = "b", .contents = "b"}});
     EXPECT_FALSE(unpack(whole.left(whole.size() / 2)));
     EXPECT_FALSE(unpackZip(home.path(u"missing.zip"_s), destination()));
+}
+
+TEST_F(ArchiveTest, DistinguishesAFullDiskFromAnInvalidArchive) {
+    const QByteArray large(200'000, 'x');
+    const QString archive = home.write(u"a.zip"_s, zip({{.name = "a", .contents = large}}));
+    const QString invalid = home.write(u"b.zip"_s, zip({{.name = "a"}, {.name = "a/b"}}));
+    const SmallDisk disk(64);
+    if (!disk.isThere()) {
+        GTEST_SKIP() << disk.reason();
+    }
+    EXPECT_EQ(unpackZip(archive, disk.path()).error().description(), u"No space left on device");
+    EXPECT_EQ(unpackZip(invalid, disk.path()).error().kind, UpdateError::Kind::noApp);
 }
 
 TEST_F(ArchiveTest, UnpacksNamesInOtherEncodings) {

@@ -11,7 +11,7 @@ namespace {
 const QByteArray healthy = R"({"status":"ok","version":"2","protocol":"3","agent":{"online":true,"last_seen":"t"}})";
 
 QCoro::Task<std::optional<CloudHealth>> fetch(const QString& base, const std::stop_token& stop = {}) {
-    return CloudHealth::fetch(base, Downloader(u"" TUNEDECK_FETCH ""_s), stop);
+    return CloudHealth::fetch(base, Downloader(u"" TUNEDECK_UPDATE ""_s), stop);
 }
 
 } // namespace

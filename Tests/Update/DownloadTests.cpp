@@ -14,7 +14,7 @@ namespace {
 class DownloadTest : public testing::Test {
 protected:
     std::expected<int, QString> get(const QUrl& url, std::int64_t limit = 1'000'000) {
-        DownloadRequest request{.url = url, .file = file, .limit = limit};
+        DownloadRequest request{.url = url, .file = file, .limit = limit, .timeout = timeout};
         return runToEnd(downloader.download(request,
                                             [this](std::int64_t received, std::optional<std::int64_t> total) {
                                                 lastReceived = received;
@@ -32,7 +32,8 @@ protected:
     TestServer server;
     TemporaryHome home;
     QString file = home.path(u"body"_s);
-    Downloader downloader{QStringLiteral(TUNEDECK_FETCH)};
+    Downloader downloader{QStringLiteral(TUNEDECK_UPDATE)};
+    std::chrono::seconds timeout = 60s;
     std::int64_t lastReceived = 0;
     std::optional<std::int64_t> lastTotal;
 };
@@ -46,7 +47,7 @@ protected:
             GTEST_SKIP() << "mount namespaces aren't allowed here";
         }
         const auto script = u"#!/bin/sh\nexec %1 sh -c 'mount --bind %2/cert /etc/ssl/certs/ca-certificates.crt && "
-                            "exec %3 \"$@\"' sh \"$@\"\n"_s.arg(unshare, home.path(), QStringLiteral(TUNEDECK_FETCH));
+                            "exec %3 \"$@\"' sh \"$@\"\n"_s.arg(unshare, home.path(), QStringLiteral(TUNEDECK_UPDATE));
         downloader = Downloader(home.write(u"helper"_s, script.toUtf8()));
         QFile::setPermissions(home.path(u"helper"_s), QFile::ReadOwner | QFile::ExeOwner);
         tls.setWorkingDirectory(home.path());
@@ -76,7 +77,6 @@ TEST_F(DownloadTest, KeepsTheBodyOfStatus200Only) {
     const QByteArray bytes = QByteArray(300'000, 'x') + QByteArray("\0end", 4);
     server.on("GET /good", behave::answer(200, bytes));
     server.on("GET /endless", behave::raw("HTTP/1.1 200 OK\r\n\r\nabc"));
-    server.on("GET /gone", behave::answer(404, "sorry"));
     EXPECT_EQ(get(server.url("/good")), 200);
     EXPECT_EQ(body(), bytes);
     EXPECT_EQ(lastTotal, bytes.size());
@@ -84,8 +84,6 @@ TEST_F(DownloadTest, KeepsTheBodyOfStatus200Only) {
     EXPECT_EQ(body(), "abc");
     EXPECT_EQ(lastReceived, 3);
     EXPECT_FALSE(lastTotal);
-    EXPECT_EQ(get(server.url("/gone")), 404);
-    EXPECT_EQ(body(), "");
     EXPECT_EQ(server.requests().last().headers.at("user-agent"), "Tunedeck");
 }
 
@@ -120,8 +118,42 @@ TEST_F(TlsDownloadTest, NeverFollowsARedirectFromHttpsToHttp) {
         EXPECT_EQ(body(), "");
     }
     EXPECT_EQ(server.requests().last().target, "/up-and-down") << "the plain address wasn't requested";
-    downloader = Downloader(QStringLiteral(TUNEDECK_FETCH));
+    downloader = Downloader(QStringLiteral(TUNEDECK_UPDATE));
     EXPECT_FALSE(get(at(u"/ok"_s))) << "an unknown certificate";
+}
+
+TEST_F(DownloadTest, EndsAtOnceOnAnotherStatusWhateverItsBodyDoes) {
+    server.on("GET /announced", behave::hang("HTTP/1.1 404 X\r\nContent-Length: 5000000\r\n\r\nx"));
+    server.on("GET /flood", behave::flood("HTTP/1.1 404 X\r\n\r\n", 5'000'000));
+    server.on("GET /endless", behave::hang("HTTP/1.1 103 Early Hints\r\n\r\nHTTP/1.1 404 X\r\n\r\nx"));
+    server.on("GET /redirect", behave::hang("HTTP/1.1 302 X\r\nLocation: /endless\r\n\r\nx"));
+    for (const char* path : {"/announced", "/flood", "/endless", "/redirect"}) {
+        EXPECT_EQ(get(server.url(path)), 404) << path;
+    }
+    EXPECT_EQ(body(), "");
+}
+
+TEST_F(DownloadTest, RejectsContradictoryLengths) {
+    const auto lengths = [this](const QByteArray& headers) {
+        server.on("GET /", behave::raw("HTTP/1.1 200 OK\r\n" + headers + "\r\nabcde"));
+        return get(server.url("/")).has_value();
+    };
+    EXPECT_TRUE(lengths("Content-Length: 5\r\nContent-Length: 5\r\n"));
+    for (const char* headers : {"Content-Length: 5\r\nContent-Length: 4\r\n", "Content-Length: 5, 4\r\n",
+                                "Content-Length: 4\r\nX: y\r\ncontent-length: 5\r\n"}) {
+        EXPECT_FALSE(lengths(headers)) << headers;
+    }
+}
+
+TEST_F(DownloadTest, EveryTransferHasATotalTime) {
+    timeout = 1s;
+    server.on("GET /silent", behave::hang());
+    server.on("GET /endless", behave::drip("HTTP/1.1 200 OK\r\n\r\nabc", 20ms));
+    for (const char* path : {"/silent", "/endless"}) {
+        EXPECT_EQ(get(server.url(path)), std::unexpected(u"The request timed out."_s)) << path;
+    }
+    timeout = 0s;
+    EXPECT_FALSE(get(server.url("/silent")));
 }
 
 TEST_F(DownloadTest, ReportsTransportErrors) {
@@ -143,8 +175,8 @@ TEST_F(DownloadTest, ReportsTransportErrors) {
 TEST_F(DownloadTest, HelperDiesWithItsParent) {
     server.on("GET /", behave::hang()); // without progress, which would end the helper by SIGPIPE
     const auto command = [this](const QString& parent) {
-        return QStringList{u"-c"_s, u"%1 --parent %2 --file %3 --limit 100 %4; exit $?"_s.arg(
-                                        QStringLiteral(TUNEDECK_FETCH), parent, file, server.url("/").toString())};
+        return QStringList{u"-c"_s, u"%1 fetch %2 100 60 %3; exit $?"_s.arg(QStringLiteral(TUNEDECK_UPDATE), parent,
+                                                                            server.url("/").toString())};
     };
     QProcess parent;
     parent.start(u"sh"_s, command(u"$$"_s));

@@ -16,7 +16,7 @@ UpdateCheck failed(const char* message) {
     return {UpdateCheck::Failed{QString::fromUtf8(message)}};
 }
 
-/// A server with a feed and its signature, fetched with the real download helper.
+/// A server with a feed and its signature, fetched with the real update helper.
 class UpdateFeedTest : public testing::Test {
 protected:
     void publish(const QByteArray& feed) {
@@ -27,12 +27,15 @@ protected:
     UpdateCheck check(const char* current = "1.4.0", SystemVersion system = {14, 1, 3}) {
         const UpdateFeed feed{.url = server.url("/download/appcast.json"),
                               .publicKey = key.publicKey(),
-                              .fetch = UpdateFeed::download(Downloader(QStringLiteral(TUNEDECK_FETCH)))};
+                              .fetch = UpdateFeed::download(Downloader(helper)),
+                              .helper = verifier};
         return runToEnd(feed.check(QString::fromLatin1(current), system, {}));
     }
 
     TestServer server;
     SigningKey key;
+    QString helper = QStringLiteral(TUNEDECK_UPDATE);
+    QString verifier = helper;
 };
 
 } // namespace
@@ -90,6 +93,9 @@ TEST_F(UpdateFeedTest, RejectsFeedsWithoutAValidSignature) {
     publish(goodFeed);
     server.on("GET /download/appcast.json.sig", behave::answer(200, "\xef\xbb\xbf" + key.sign(goodFeed)));
     EXPECT_EQ(check(), unsignedFeed) << "a byte order mark isn't white space";
+    publish(goodFeed);
+    verifier = u"/bin/false"_s;
+    EXPECT_EQ(check(), failed("The helper program /bin/false ended unexpectedly."));
 }
 
 TEST_F(UpdateFeedTest, A404MeansUpToDateAndOtherFailuresAreReported) {

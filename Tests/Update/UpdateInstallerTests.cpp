@@ -1,3 +1,4 @@
+#include "Tests/Helpers/SmallDisk.h"
 #include "Tests/Helpers/Test.h"
 #include "Tests/Helpers/TestServer.h"
 #include "Tests/Helpers/Update/Zip.h"
@@ -9,6 +10,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
+#include <QTemporaryDir>
 
 #include <unistd.h>
 
@@ -21,6 +24,26 @@ namespace tunedeck::test {
 namespace {
 
 const char* const identifier = "com.brightfold.tunedeck.menu";
+
+/// A binary property list with arrays that contain the next one a hundred times each.
+QByteArray expandingPropertyList() {
+    QByteArray list("bplist00");
+    QByteArray offsets;
+    const auto add = [&](const QByteArray& object) {
+        offsets += static_cast<char>(list.size() / 256);
+        offsets += static_cast<char>(list.size() % 256);
+        list += object;
+    };
+    add("\xd1\x01\x02"); // {"a": array}
+    add("\x51\x61");
+    for (char next = 3; next <= 10; ++next) {
+        add("\xaf\x10\x64" + QByteArray(100, next));
+    }
+    add("\x08");
+    const qsizetype table = list.size();
+    const QByteArray trailer = QByteArray::fromHex("0000000000000201000000000000000b0000000000000000000000000000");
+    return list + offsets + trailer + static_cast<char>(table / 256) + static_cast<char>(table % 256);
+}
 
 /// Version 1.4.0 is installed; a server offers an archive of 1.4.1.
 class UpdateInstallerTest : public testing::Test {
@@ -39,8 +62,7 @@ protected:
     }
 
     auto begin(std::stop_token stop = {}) {
-        return UpdateInstaller::install(release, installed, QString::fromLatin1(identifier),
-                                        Downloader(QStringLiteral(TUNEDECK_FETCH)), {}, stop);
+        return UpdateInstaller::install(release, installed, QString::fromLatin1(identifier), helper, {}, stop);
     }
 
     /// Description of the error; empty on success.
@@ -59,6 +81,7 @@ protected:
     TemporaryHome home;
     QString installed = home.path(u"Tunedeck.app"_s);
     Release release;
+    QString helper = QStringLiteral(TUNEDECK_UPDATE);
 };
 
 } // namespace
@@ -95,6 +118,78 @@ TEST_F(UpdateInstallerTest, RejectsEverythingButTheAnnouncedApplication) {
     EXPECT_TRUE(isUntouched());
     installed = home.path(u"missing/Tunedeck.app"_s);
     EXPECT_EQ(install(), u"Tunedeck's folder isn't writable, so it can't update itself.");
+}
+
+TEST_F(UpdateInstallerTest, ReadsBinaryPropertyListsAndFindsHiddenApplications) {
+    auto entries = appEntries("1.4.1", identifier, "new");
+    for (auto& entry : entries) {
+        entry.name.prepend('.');
+    }
+    entries[1].contents = expandingPropertyList();
+    offer(entries);
+    if constexpr (TUNEDECK_ADDRESS_SPACE_MIB > 0) {
+        EXPECT_NE(install(), QString()) << "it would need all the memory";
+        EXPECT_TRUE(isUntouched());
+    }
+    QProcess python;
+    python.start(u"python3"_s, {u"-c"_s, u"import plistlib as p, sys; sys.stdout.buffer.write(p.dumps({"
+                                         "'CFBundleIdentifier': 'com.brightfold.tunedeck.menu',"
+                                         "'CFBundleShortVersionString': '1.4.1'}, fmt=p.FMT_BINARY))"_s});
+    python.waitForFinished();
+    entries[1].contents = python.readAllStandardOutput();
+    offer(entries);
+    EXPECT_EQ(install(), QString());
+    EXPECT_EQ(program(), "new");
+}
+
+TEST_F(UpdateInstallerTest, AFailingHelperLeavesNothingBehind) {
+    const auto failing = [&](const QString& step, const QString& fault) {
+        const QTemporaryDir folder;
+        QFile script(folder.filePath(u"helper"_s));
+        script.open(QIODevice::WriteOnly);
+        script.write(
+            u"#!/bin/sh\n[ $1 = %1 ] && %2\nexec %3 \"$@\"\n"_s.arg(step, fault, QStringLiteral(TUNEDECK_UPDATE))
+                .toUtf8());
+        script.close();
+        script.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+        helper = script.fileName();
+        return install();
+    };
+    for (const auto& step : {u"fetch"_s, u"verify"_s, u"unpack"_s}) {
+        EXPECT_TRUE(failing(step, u"kill -SEGV $$"_s).endsWith(u"ended unexpectedly.")) << step.toStdString();
+    }
+    const QString digest = std::exchange(release.sha256, QString());
+    EXPECT_EQ(failing(u"verify"_s, u"{ echo 'result ' >&2; exit; }"_s), u"The download doesn't match its checksum.");
+    release.sha256 = digest;
+    writeApp(home.path(u"Tunedeck.app/Contents/other.app"_s), "1.4.1", identifier, "other");
+    EXPECT_EQ(failing(u"unpack"_s, u"{ echo result ../../Tunedeck.app/Contents/other.app >&2; exit; }"_s),
+              u"The download doesn't contain Tunedeck.");
+    EXPECT_TRUE(isUntouched());
+}
+
+TEST_F(UpdateInstallerTest, RemovesScratchFoldersWithoutBlocking) {
+    const SmallDisk disk(1024);
+    if (!disk.isThere()) {
+        GTEST_SKIP() << disk.reason();
+    }
+    const auto create = [&] {
+        auto scratch = ScratchFolder::create(disk.path(u"Tunedeck.app"_s));
+        for (int i = 0; i < 20'000; ++i) {
+            QFile((*scratch)->filePath(QString::number(i))).open(QIODevice::WriteOnly);
+        }
+        return *scratch;
+    };
+    const auto isEmpty = [&] {
+        return QDir(disk.path()).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    };
+    create().reset(); // as in a cancelled update
+    EXPECT_FALSE(isEmpty());
+    EXPECT_TRUE(runUntil(isEmpty));
+    const auto scratch = create();
+    const auto removal = endingOf(scratch->remove({}));
+    EXPECT_FALSE(removal->isThere());
+    EXPECT_TRUE(runUntil([&] { return removal->isThere(); }));
+    EXPECT_TRUE(isEmpty());
 }
 
 TEST_F(UpdateInstallerTest, ReplacesFoldersOnly) {
@@ -161,13 +256,13 @@ TEST_F(UpdateInstallerTest, StoppingKeepsTheOldBundleAndStaleFoldersAreRemoved) 
     auto expected = files();
     EXPECT_EQ(expected.size(), 4);
     expected.removeOne(u".tunedeck-update-killed"_s);
-    ScratchFolder::removeStale(installed);
+    runToEnd(ScratchFolder::removeStale(installed, {}));
     EXPECT_EQ(files(), expected) << "keeps links and the folder of an update in progress";
     QFile::remove(home.path(u".tunedeck-update-link"_s));
     source.request_stop();
     ASSERT_TRUE(ending->isThere());
     EXPECT_FALSE(*ending->value);
-    EXPECT_TRUE(isUntouched());
+    EXPECT_TRUE(runUntil([&] { return isUntouched(); }));
     EXPECT_TRUE(runUntil([&] { return server.open() == 0; })) << "the helper is killed";
 }
 

@@ -18,7 +18,7 @@ public:
     [[nodiscard]] QString infoPlist() const { return below("Info.plist"); }
     [[nodiscard]] QString application() const { return below("MacOS/Tunedeck"); }
     [[nodiscard]] QString service() const { return below("Helpers/tunedeck"); }
-    [[nodiscard]] QString updateHelper() const { return below("Helpers/tunedeck-fetch"); }
+    [[nodiscard]] QString updateHelper() const { return below("Helpers/tunedeck-update"); }
     [[nodiscard]] QString panelModule() const { return below("PlugIns/TunedeckPanel.so"); }
     [[nodiscard]] QString icon() const { return below("Resources/tunedeck-128.png"); }
 

@@ -1,5 +1,6 @@
 #include "TunedeckCore/Update/ScratchFolder.h"
 
+#include "TunedeckCore/Support/Async/Background.h"
 #include "TunedeckCore/Support/Files/RemoveTree.h"
 
 #include <QDir>
@@ -12,6 +13,8 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <functional>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 
@@ -50,21 +53,34 @@ std::expected<std::shared_ptr<ScratchFolder>, QString> ScratchFolder::create(con
     return std::shared_ptr<ScratchFolder>(new ScratchFolder(path, std::move(lock)));
 }
 
-void ScratchFolder::removeStale(const QString& bundle) {
-    const QDir parent(QFileInfo(bundle).absolutePath());
-    const auto folders = parent.entryInfoList({prefix + u'*'}, QDir::Dirs | QDir::Hidden | QDir::NoSymLinks);
-    for (const QFileInfo& folder : folders) {
-        if (folder.ownerId() != getuid()) {
-            continue;
+QCoro::Task<> ScratchFolder::removeStale(QString bundle, std::stop_token stop) {
+    std::function<bool(std::stop_token)> work = [parent =
+                                                     QDir(QFileInfo(bundle).absolutePath())](const std::stop_token&) {
+        const auto folders = parent.entryInfoList({prefix + u'*'}, QDir::Dirs | QDir::Hidden | QDir::NoSymLinks);
+        for (const QFileInfo& folder : folders) {
+            if (folder.ownerId() != getuid()) {
+                continue;
+            }
+            if (const FileDescriptor lock = lockFolder(folder.filePath()); lock) {
+                removeTree(folder.filePath());
+            }
         }
-        if (const FileDescriptor lock = lockFolder(folder.filePath()); lock) {
-            removeTree(folder.filePath());
-        }
-    }
+        return true;
+    };
+    co_await inBackground<bool>(std::move(work), std::move(stop));
+}
+
+QCoro::Task<> ScratchFolder::remove(std::stop_token stop) {
+    std::function<bool(std::stop_token)> work = [path = std::exchange(m_path, {})](const std::stop_token&) {
+        return removeTree(path);
+    };
+    co_await inBackground<bool>(std::move(work), std::move(stop));
 }
 
 ScratchFolder::~ScratchFolder() {
-    removeTree(m_path);
+    if (!m_path.isEmpty()) {
+        std::thread([path = m_path] { removeTree(path); }).detach();
+    }
 }
 
 } // namespace tunedeck

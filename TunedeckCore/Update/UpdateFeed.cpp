@@ -1,14 +1,16 @@
 #include "TunedeckCore/Update/UpdateFeed.h"
 
 #include "TunedeckCore/Locations/WebEndpoint.h"
+#include "TunedeckCore/Support/Async/HelperProgram.h"
 #include "TunedeckCore/Update/SemVer.h"
 
-#include <QStringDecoder>
+#include <QTemporaryFile>
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <tuple>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -31,6 +33,25 @@ QCoro::Task<std::expected<UpdateFeed::Fetched, UpdateError>> fetchWith(Downloade
     co_return UpdateFeed::Fetched{std::move(document->body)};
 }
 
+/// Verifies the signature in the helper; both texts as they were fetched.
+QCoro::Task<std::expected<bool, UpdateError>> isSignedBy(QString helper, QByteArray bytes, QByteArray signature,
+                                                         QString publicKey, std::stop_token stop) {
+    QTemporaryFile feedFile;
+    QTemporaryFile signatureFile;
+    for (const auto& [file, content] : {std::pair(&feedFile, bytes), std::pair(&signatureFile, signature)}) {
+        if (!file->open() || file->write(content) != content.size() || !file->flush()) {
+            co_return std::unexpected(UpdateError::other(file->errorString()));
+        }
+    }
+    HelperRequest request{.subcommand = u"verify"_s,
+                          .operands = {feedFile.fileName(), signatureFile.fileName(), publicKey}};
+    const auto ended = co_await runHelper(helper, request, stop);
+    if (!ended || ended->status == HelperStatus::Failed) {
+        co_return std::unexpected(UpdateError::other(ended ? ended->text : ended.error()));
+    }
+    co_return ended->status == HelperStatus::Done;
+}
+
 UpdateCheck failed(QString message) {
     return {UpdateCheck::Failed{std::move(message)}};
 }
@@ -38,12 +59,6 @@ UpdateCheck failed(QString message) {
 /// A missing feed or signature (404) means that no update is published.
 UpdateCheck afterError(const UpdateError& error) {
     return error == UpdateError::http(404) ? UpdateCheck{UpdateCheck::UpToDate{}} : failed(error.description());
-}
-
-/// Decodes UTF-8 with invalid sequences replaced. Keeps a byte order mark, which must not count as white space.
-QString decodeText(const QByteArray& bytes) {
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringConverter::Flag::ConvertInitialBom);
-    return decoder(bytes);
 }
 
 /// A component of a minimum version; 0 unless it is a decimal integer. toLongLong() alone would accept spaces.
@@ -68,8 +83,11 @@ UpdateCheck compare(const Release& latest, const QString& currentVersion, const 
 
 } // namespace
 
-UpdateFeed UpdateFeed::standard(Downloader downloader) {
-    return {.url = defaultURL(), .publicKey = WebEndpoint::feedKey(), .fetch = download(std::move(downloader))};
+UpdateFeed UpdateFeed::standard(QString helper) {
+    return {.url = defaultURL(),
+            .publicKey = WebEndpoint::feedKey(),
+            .fetch = download(Downloader(helper)),
+            .helper = helper};
 }
 
 QUrl UpdateFeed::defaultURL() {
@@ -105,7 +123,11 @@ QCoro::Task<UpdateCheck> UpdateFeed::check(QString currentVersion, SystemVersion
     if (!signature) {
         co_return afterError(signature.error());
     }
-    if (!verify(document->bytes, decodeText(signature->bytes), feed.publicKey)) {
+    const auto isSigned = co_await isSignedBy(feed.helper, document->bytes, signature->bytes, feed.publicKey, stop);
+    if (!isSigned) {
+        co_return failed(isSigned.error().description());
+    }
+    if (!*isSigned) {
         co_return failed(u"The update feed isn't signed by Tunedeck."_s);
     }
     const auto appcast = Appcast::decode(document->bytes);

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "TunedeckCore/Support/Http/Downloader.h"
-#include "TunedeckCore/Update/FeedSignature.h"
 #include "TunedeckCore/Update/UpdateCheck.h"
 #include "TunedeckCore/Update/UpdateError.h"
 
+#include <QByteArray>
 #include <QCoroTask>
 #include <QString>
 #include <QUrl>
@@ -31,18 +31,20 @@ struct UpdateFeed {
     QUrl url;          ///< of the feed; the signature has ".sig" appended to its path
     QString publicKey; ///< base64 of the 32-byte Ed25519 key that signs the feed
     Fetch fetch;
+    QString helper; ///< path of the update helper, which verifies the signature
 
-    /// The product's own feed.
-    static UpdateFeed standard(Downloader downloader);
+    /// The product's own feed. `helper`: path of the update helper.
+    static UpdateFeed standard(QString helper);
     static QUrl defaultURL();
     /// Disk image of the latest release, for manual installation.
     static QUrl latestDMG();
-    /// Fetches with the download helper, within 30 seconds.
+    /// Fetches with the update helper, within 30 seconds.
     static Fetch download(Downloader downloader);
 
-    static bool verify(const QByteArray& bytes, const QString& signature, const QString& publicKey) {
-        return isSignedBy(bytes, signature, publicKey);
-    }
+    /// Whether `signature` is a valid Ed25519 signature (RFC 8032) of exactly these bytes. `signature`: base64 of 64
+    /// bytes, surrounding white space allowed; `publicKey`: base64 of 32 bytes. Only the update helper has this
+    /// function.
+    static bool verify(const QByteArray& bytes, const QString& signature, const QString& publicKey);
 
     /// Whether the system version is at least `minimum`, such as "13.5". A component that isn't a number counts as 0.
     static bool satisfies(const SystemVersion& system, const QString& minimum);

@@ -1,10 +1,7 @@
 #include "TunedeckCore/Update/UpdateInstaller.h"
 
-#include "TunedeckCore/Locations/BundlePaths.h"
 #include "TunedeckCore/Support/Async/Background.h"
-#include "TunedeckCore/Support/Files/AtomicFile.h"
-#include "TunedeckCore/Support/Files/PropertyList.h"
-#include "TunedeckCore/Update/Archive.h"
+#include "TunedeckCore/Support/Async/HelperProgram.h"
 #include "TunedeckCore/Update/BundleSwap.h"
 #include "TunedeckCore/Update/ScratchFolder.h"
 
@@ -12,11 +9,11 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <openssl/evp.h>
 #include <unistd.h>
 
+#include <chrono>
+#include <functional>
 #include <memory>
-#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -24,137 +21,95 @@ namespace tunedeck {
 
 namespace {
 
-using UpdateInstaller::Result;
+using Result = std::expected<QString, UpdateError>;
 
 constexpr std::int64_t archiveLimit = std::int64_t{1024} * 1024 * 1024;
+constexpr std::chrono::hours archiveTimeout{2};
 const QString archiveName = u"update.zip"_s;
-constexpr qint64 hashChunk = 1'048'576;
-const QString cancelled = u"The update was cancelled."_s;
 
 std::unexpected<UpdateError> failure(UpdateError::Kind kind) {
     return std::unexpected(UpdateError{.kind = kind});
 }
 
-std::unexpected<UpdateError> failure(const QString& detail) {
-    return std::unexpected(UpdateError::other(detail));
+/// Runs a step on the archive in the helper.
+QCoro::Task<Result> runStep(QString helper, QString step, QStringList operands, std::stop_token stop) {
+    HelperRequest request{.subcommand = std::move(step), .operands = std::move(operands)};
+    const auto ended = co_await runHelper(helper, request, stop);
+    if (!ended) {
+        co_return std::unexpected(UpdateError::other(ended.error()));
+    }
+    switch (ended->status) {
+    case HelperStatus::Done:
+        co_return ended->text;
+    case HelperStatus::Refused:
+        co_return failure(UpdateError::Kind::noApp);
+    case HelperStatus::Unexpected:
+        co_return std::unexpected(UpdateError::wrongApp(ended->text));
+    default:
+        co_return std::unexpected(UpdateError::other(ended->text));
+    }
 }
 
-/// The blocking steps after the download.
-Result<QString> installArchive(const ScratchFolder& scratch, const Release& release, const QString& installed,
-                               const QString& bundleID, const std::stop_token& stop) {
-    const QString zip = scratch.filePath(archiveName);
-    const auto digest = UpdateInstaller::sha256Hex(zip, stop);
-    if (!digest) {
-        return std::unexpected(digest.error());
-    }
-    if (digest->compare(release.sha256, Qt::CaseInsensitive) != 0) {
-        return failure(UpdateError::Kind::checksum);
-    }
-    const auto app = UpdateInstaller::unpack(zip, scratch.filePath(u"unpacked"_s), stop);
-    if (!app) {
-        return std::unexpected(app.error());
-    }
-    if (const auto valid = UpdateInstaller::validate(*app, bundleID, release.version); !valid) {
-        return std::unexpected(valid.error());
-    }
-    if (stop.stop_requested()) {
-        return failure(cancelled);
-    }
-    // Before replace() syncs the volume, so that the archive isn't written out.
-    QFile::remove(zip);
-    return UpdateInstaller::replace(installed, *app);
-}
-
-} // namespace
-
-QCoro::Task<Result<QString>> UpdateInstaller::install(Release release, QString installed, QString bundleID,
-                                                      Downloader downloader, DownloadProgress progress,
-                                                      std::stop_token stop) {
-    installed = QDir::cleanPath(installed); // the parent of "a/b/" would be "a/b"
-    if (access(QFile::encodeName(QFileInfo(installed).absolutePath()).constData(), W_OK) != 0) {
-        co_return failure(UpdateError::Kind::notWritable);
-    }
-    // Shared with the background thread, which may outlive a cancelled task.
-    const auto scratch = ScratchFolder::create(installed);
-    if (!scratch) {
-        co_return failure(scratch.error());
-    }
+/// All steps but the removal of the scratch folder.
+QCoro::Task<Result> installFrom(std::shared_ptr<ScratchFolder> scratch, Release release, QString installed,
+                                QString bundleID, QString helper, DownloadProgress progress, std::stop_token stop) {
     const QUrl url(release.url, QUrl::StrictMode);
     if (!url.isValid() || url.scheme().isEmpty()) {
         co_return failure(UpdateError::Kind::noApp);
     }
-    DownloadRequest request{.url = url, .file = (*scratch)->filePath(archiveName), .limit = archiveLimit};
-    const auto status = co_await downloader.download(request, std::move(progress), stop);
+    const QString zip = scratch->filePath(archiveName);
+    DownloadRequest request{.url = url, .file = zip, .limit = archiveLimit, .timeout = archiveTimeout};
+    const auto status = co_await Downloader(helper).download(request, std::move(progress), stop);
     if (!status) {
-        co_return failure(status.error());
+        co_return std::unexpected(UpdateError::other(status.error()));
     }
     if (*status != 200) {
         co_return std::unexpected(UpdateError::http(*status));
     }
-    std::function<Result<QString>(std::stop_token)> work = [=, folder = *scratch](std::stop_token token) {
-        return installArchive(*folder, release, installed, bundleID, token);
+    const QStringList archive{zip};
+    const auto digest = co_await runStep(helper, u"verify"_s, archive, stop);
+    if (!digest) {
+        co_return std::unexpected(digest.error());
+    }
+    if (digest->isEmpty() || digest->compare(release.sha256, Qt::CaseInsensitive) != 0) {
+        co_return failure(UpdateError::Kind::checksum);
+    }
+    const QString unpacked = scratch->filePath(u"unpacked"_s);
+    const QStringList target{zip, unpacked, bundleID, release.version};
+    const auto app = co_await runStep(helper, u"unpack"_s, target, stop);
+    if (!app) {
+        co_return std::unexpected(app.error());
+    }
+    if (app->contains(u'/') || !app->endsWith(u".app")) { // must not lead out of the folder, whatever the helper says
+        co_return failure(UpdateError::Kind::noApp);
+    }
+    // Keeps the scratch folder until it has ended, also when the task is cancelled.
+    std::function<Result(std::stop_token)> swap = [scratch, zip, installed,
+                                                   fresh = unpacked + u'/' + *app](const std::stop_token&) {
+        QFile::remove(zip); // before replace() syncs the volume, so that the archive isn't written out
+        return UpdateInstaller::replace(installed, fresh);
     };
-    auto result = co_await inBackground<Result<QString>>(std::move(work), stop);
-    if (!result) {
-        co_return failure(cancelled);
-    }
-    co_return *result;
+    auto swapped = co_await inBackground<Result>(std::move(swap), stop);
+    co_return swapped ? *swapped : Result(std::unexpected(UpdateError::other(u"The update was cancelled."_s)));
 }
 
-Result<QString> UpdateInstaller::sha256Hex(const QString& path, std::stop_token stop) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        return failure(file.errorString());
-    }
-    const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> hasher(EVP_MD_CTX_new(), &EVP_MD_CTX_free);
-    EVP_DigestInit_ex(hasher.get(), EVP_sha256(), nullptr);
-    std::vector<char> chunk(hashChunk);
-    qint64 count = 0;
-    while ((count = file.read(chunk.data(), hashChunk)) > 0) {
-        if (stop.stop_requested()) {
-            return failure(cancelled);
-        }
-        EVP_DigestUpdate(hasher.get(), chunk.data(), static_cast<std::size_t>(count));
-    }
-    if (count < 0) {
-        return failure(file.errorString());
-    }
-    QByteArray digest(EVP_MD_get_size(EVP_sha256()), '\0');
-    EVP_DigestFinal_ex(hasher.get(), reinterpret_cast<unsigned char*>(digest.data()), nullptr);
-    return QString::fromLatin1(digest.toHex());
-}
+} // namespace
 
-Result<QString> UpdateInstaller::unpack(const QString& zip, const QString& folder, std::stop_token stop) {
-    if (const auto created = createFolder(folder); !created) {
-        return failure(created.error());
+QCoro::Task<Result> UpdateInstaller::install(Release release, QString installed, QString bundleID, QString helper,
+                                             DownloadProgress progress, std::stop_token stop) {
+    installed = QDir::cleanPath(installed); // the parent of "a/b/" would be "a/b"
+    if (access(QFile::encodeName(QFileInfo(installed).absolutePath()).constData(), W_OK) != 0) {
+        co_return failure(UpdateError::Kind::notWritable);
     }
-    if (!unpackZip(zip, folder, stop)) {
-        return failure(UpdateError::Kind::noApp);
+    const auto scratch = ScratchFolder::create(installed);
+    if (!scratch) {
+        co_return std::unexpected(UpdateError::other(scratch.error()));
     }
-    const auto filters = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
-    const auto entries = QDir(folder).entryInfoList(filters, QDir::Name);
-    for (const QFileInfo& entry : entries) {
-        if (entry.suffix() == u"app" && !entry.baseName().isEmpty()) { // ".app" is a name without an extension
-            return entry.filePath();
-        }
+    const auto result = co_await installFrom(*scratch, release, installed, bundleID, helper, std::move(progress), stop);
+    if (!stop.stop_requested()) { // else the swap may still be running
+        co_await (*scratch)->remove(stop);
     }
-    return failure(UpdateError::Kind::noApp);
-}
-
-Result<void> UpdateInstaller::validate(const QString& app, const QString& bundleID, const QString& version) {
-    const auto bytes = readFile(BundlePaths(app).infoPlist(), 1024 * 1024);
-    const auto info = bytes ? parsePropertyList(*bytes) : std::nullopt;
-    if (!info) {
-        return failure(UpdateError::Kind::noApp);
-    }
-    const auto text = [&](const QString& key) { return textValue(*info, key).value_or(u"?"_s); };
-    if (const QString found = text(u"CFBundleIdentifier"_s); found != bundleID) {
-        return std::unexpected(UpdateError::wrongApp(u"bundle "_s + found));
-    }
-    if (const QString found = text(u"CFBundleShortVersionString"_s); found != version) {
-        return std::unexpected(UpdateError::wrongApp(u"version %1, expected %2"_s.arg(found, version)));
-    }
-    return {};
+    co_return result;
 }
 
 } // namespace tunedeck

@@ -9,13 +9,18 @@ namespace tunedeck {
 
 namespace {
 
-QCoro::Task<std::expected<void, UpdateError>> install(Release release, SystemFacts facts, Downloader downloader,
+QCoro::Task<UpdateCheck> check(UpdateFeed feed, SystemFacts facts, std::stop_token stop) {
+    co_await ScratchFolder::removeStale(facts.bundle, stop); // left behind by a killed update
+    co_return co_await feed.check(facts.appVersion, facts.systemVersion, stop);
+}
+
+QCoro::Task<std::expected<void, UpdateError>> install(Release release, SystemFacts facts, QString helper,
                                                       ProgressHandler progress, std::stop_token stop) {
     DownloadProgress received = [progress](std::int64_t bytes, std::optional<std::int64_t> total) {
         progress(total ? std::optional(static_cast<double>(bytes) / static_cast<double>(*total)) : std::nullopt);
     };
     const auto result =
-        co_await UpdateInstaller::install(release, facts.bundle, facts.bundleIdentifier, downloader, received, stop);
+        co_await UpdateInstaller::install(release, facts.bundle, facts.bundleIdentifier, helper, received, stop);
     if (!result) {
         co_return std::unexpected(result.error());
     }
@@ -25,16 +30,13 @@ QCoro::Task<std::expected<void, UpdateError>> install(Release release, SystemFac
 } // namespace
 
 UpdateServices makeUpdateServices(const SystemFacts& facts) {
-    const Downloader downloader(BundlePaths(facts.bundle).updateHelper());
+    const QString helper = BundlePaths(facts.bundle).updateHelper();
     return {
-        .check =
-            [facts, feed = UpdateFeed::standard(downloader)](std::stop_token stop) {
-                ScratchFolder::removeStale(facts.bundle); // left behind by a killed update
-                return feed.check(facts.appVersion, facts.systemVersion, std::move(stop));
-            },
+        .check = [facts, feed = UpdateFeed::standard(helper)](
+                     std::stop_token stop) { return check(feed, facts, std::move(stop)); },
         .install =
-            [facts, downloader](Release release, ProgressHandler progress, std::stop_token stop) {
-                return install(std::move(release), facts, downloader, std::move(progress), std::move(stop));
+            [facts, helper](Release release, ProgressHandler progress, std::stop_token stop) {
+                return install(std::move(release), facts, helper, std::move(progress), std::move(stop));
             },
         .latestDiskImageUrl = UpdateFeed::latestDMG(),
     };

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QProcess>
+#include <QTimer>
 
 #include <memory>
 
@@ -33,11 +34,13 @@ struct KillAndDeleteLater {
     }
 };
 
-void discardStreams(QProcess& process, bool keepOutput) {
+void discardStreams(QProcess& process, bool keepOutput, bool keepError) {
     process.setStandardInputFile(QProcess::nullDevice());
-    process.setStandardErrorFile(QProcess::nullDevice());
     if (!keepOutput) {
         process.setStandardOutputFile(QProcess::nullDevice());
+    }
+    if (!keepError) {
+        process.setStandardErrorFile(QProcess::nullDevice());
     }
 }
 
@@ -49,18 +52,37 @@ QCoro::Task<std::expected<ProcessResult, QString>> runProcess(ProcessRequest req
         co_return stopped();
     }
     ProcessResult result;
+    QString killed; // why, if not by the token
     Wait wait(stop);
     const std::unique_ptr<QProcess, KillAndDeleteLater> process(new QProcess);
-    discardStreams(*process, request.keepOutput || request.onOutput);
+    discardStreams(*process, request.keepOutput || request.onOutput, static_cast<bool>(request.onError));
+    const auto deliver = [&](const ProcessRequest::Receiver& receiver, const QByteArray& bytes) {
+        if (killed.isEmpty() && !receiver(bytes)) {
+            killed = u"The program's output was rejected."_s;
+            wait.wake();
+        }
+    };
     QObject::connect(process.get(), &QProcess::readyReadStandardOutput, [&] {
         // Read beyond the limit, too: a full pipe would block the program.
         const auto bytes = process->readAllStandardOutput();
         if (request.onOutput) {
-            request.onOutput(bytes);
+            deliver(request.onOutput, bytes);
         } else {
             result.output += bytes.left(request.outputLimit - result.output.size());
         }
     });
+    QObject::connect(process.get(), &QProcess::readyReadStandardError,
+                     [&] { deliver(request.onError, process->readAllStandardError()); });
+    QTimer timer;
+    timer.setTimerType(Qt::PreciseTimer);
+    timer.setSingleShot(true);
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        killed = u"The program didn't finish in time."_s;
+        wait.wake();
+    });
+    if (request.timeLimit.count() > 0) {
+        timer.start(request.timeLimit);
+    }
     QObject::connect(process.get(), &QProcess::finished, [&wait] { wait.wake(); });
     QObject::connect(process.get(), &QProcess::errorOccurred, [&wait](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart) {
@@ -70,6 +92,9 @@ QCoro::Task<std::expected<ProcessResult, QString>> runProcess(ProcessRequest req
     process->start(request.program, request.arguments, QIODevice::ReadOnly);
     if (!co_await wait.next()) {
         co_return stopped();
+    }
+    if (!killed.isEmpty()) {
+        co_return std::unexpected(killed);
     }
     if (process->error() == QProcess::FailedToStart) {
         co_return std::unexpected(request.program + u": "_s + process->errorString());
@@ -82,7 +107,7 @@ bool startDetached(const QString& program, const QStringList& arguments) {
     QProcess process;
     process.setProgram(program);
     process.setArguments(arguments);
-    discardStreams(process, false);
+    discardStreams(process, false, false);
     return process.startDetached();
 }
 

@@ -5,9 +5,9 @@
 #include <QString>
 #include <QStringList>
 
+#include <chrono>
 #include <expected>
 #include <functional>
-#include <optional>
 #include <stop_token>
 
 namespace tunedeck {
@@ -22,12 +22,15 @@ struct ProcessRequest {
     QStringList arguments;
     bool keepOutput = false;          ///< else standard output is discarded
     qint64 outputLimit = 1024 * 1024; ///< bytes of output kept
-    /// Called with each chunk of standard output, which then isn't kept.
-    std::function<void(const QByteArray& part)> onOutput = {};
+    /// Receives standard output or error in parts; false kills the program.
+    using Receiver = std::function<bool(const QByteArray& part)>;
+    Receiver onOutput = {};                 ///< if set, standard output isn't kept
+    Receiver onError = {};                  ///< if not set, standard error is discarded
+    std::chrono::milliseconds timeLimit{0}; ///< after which the program is killed; 0 for none
 };
 
-/// Runs a program until it exits. Fails with a message if it can't be started; stopping the token kills it. Standard
-/// input and error are the null device.
+/// Runs a program until it exits. Fails with a message if it can't be started or is killed by a receiver or the time
+/// limit; stopping the token kills it as well. Standard input is the null device.
 QCoro::Task<std::expected<ProcessResult, QString>> runProcess(ProcessRequest request, std::stop_token stop);
 
 /// Starts a program in its own session that outlives this one, with its streams on the null device. False if it can't

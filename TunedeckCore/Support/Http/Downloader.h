@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QCoroTask>
 #include <QString>
 #include <QUrl>
@@ -18,21 +19,21 @@ struct DownloadRequest {
     QUrl url;
     QString file;                    ///< an existing file is replaced
     std::int64_t limit = 0;          ///< maximum size in bytes
-    std::chrono::seconds timeout{0}; ///< for the whole download; 0 for none
+    std::chrono::seconds timeout{0}; ///< for the whole download
 };
 
 /// Bytes received so far, and the total if the server sent it.
 using DownloadProgress = std::function<void(std::int64_t received, std::optional<std::int64_t> total)>;
 
-/// Runs the download helper of the bundle, one process per download. Cancelling kills the process. A download without
-/// a byte for 30 seconds fails.
+/// Downloads with the bundle's helper program, in a separate process that can't write files: it sends the body through
+/// a pipe, which is stored unread. Cancelling kills the process. A download without a byte for 30 seconds fails.
 class Downloader {
 public:
     /// `helper`: path of the program.
     explicit Downloader(QString helper) : m_helper(std::move(helper)) {}
 
-    /// Returns the HTTP status of the final response; 0 if it isn't HTTP. The file gets the body if the status is 200.
-    /// An error is the transport's description.
+    /// Returns the HTTP status of the final response; 0 if it isn't HTTP. The file gets the body if the status is 200,
+    /// else it is empty. An error is the description of the transport's or the disk's error.
     QCoro::Task<std::expected<int, QString>> download(DownloadRequest request, DownloadProgress progress,
                                                       std::stop_token stop) const;
 

@@ -1,4 +1,4 @@
-#include "TunedeckCore/Update/ArchiveNames.h"
+#include "TunedeckCore/Update/Confined/ArchiveNames.h"
 
 #include <algorithm>
 #include <climits>
@@ -20,8 +20,8 @@ std::vector<std::string_view> components(std::string_view path) {
     return result;
 }
 
-/// Whether the target of a link, `depth` levels below the root, is inside. ".." is only allowed at the start: after a
-/// name it could leave the folder if that name is a link.
+/// Whether the target of a link, `depth` levels below a folder, is inside it. ".." is only allowed at the start: after
+/// a name it could leave the folder if that name is a link.
 bool staysInside(std::string_view target, std::size_t depth) {
     if (target.empty() || target.front() == '/') {
         return false;
@@ -61,7 +61,9 @@ bool ArchiveNames::add(const std::string& name, const std::string* target) {
     }
     if (target) {
         m_links.insert(name);
-        return staysInside(*target, components(name).size() - 1);
+        // Only the top folder is installed, elsewhere: a link in it mustn't climb out of it.
+        const std::size_t level = components(name).size();
+        return staysInside(*target, level > 2 ? level - 2 : 0);
     }
     return true;
 }

@@ -1,6 +1,6 @@
-#include "TunedeckCore/Update/Archive.h"
+#include "TunedeckCore/Update/Confined/Archive.h"
 
-#include "TunedeckCore/Update/ArchiveNames.h"
+#include "TunedeckCore/Update/Confined/ArchiveNames.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -10,6 +10,7 @@
 #include <locale.h>
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <memory>
 #include <type_traits>
 
@@ -51,14 +52,14 @@ std::optional<std::string> normalisedName(archive_entry* entry) {
     return name ? ArchiveNames::normalised(name) : std::nullopt;
 }
 
-bool isSafe(const QString& archive, const ArchiveLimits& limits, const std::stop_token& stop) {
+bool isSafe(const QString& archive, const ArchiveLimits& limits) {
     const Reader reader = openZip(archive);
     ArchiveNames names;
     std::int64_t entries = 0;
     std::int64_t bytes = 0;
     archive_entry* entry = nullptr;
     int result = ARCHIVE_FATAL;
-    while (reader && !stop.stop_requested() && (result = nextHeader(reader.get(), &entry)) == ARCHIVE_OK) {
+    while (reader && (result = nextHeader(reader.get(), &entry)) == ARCHIVE_OK) {
         const auto name = normalisedName(entry);
         const char* link = archive_entry_symlink(entry);
         if (archive_entry_filetype(entry) == AE_IFLNK && !link) {
@@ -74,26 +75,39 @@ bool isSafe(const QString& archive, const ArchiveLimits& limits, const std::stop
     return result == ARCHIVE_EOF && !names.anyBelowLink();
 }
 
+/// Why an archive wasn't unpacked: 0 if it was, the errno of a disk that can't be written, or `invalid`.
+using Code = int;
+constexpr Code invalid = -1;
+
+Code writeError(archive* writer) {
+    const int code = archive_errno(writer);
+    const bool isDisk = code == ENOSPC || code == EDQUOT || code == EIO || code == EROFS;
+    return isDisk ? code : invalid; // else a name that can't be created
+}
+
 /// Copies an entry's contents and subtracts their size from `remaining`, which must not become negative.
-bool copyContents(archive* reader, archive* writer, std::int64_t& remaining, const std::stop_token& stop) {
+Code copyContents(archive* reader, archive* writer, std::int64_t& remaining) {
     const void* block = nullptr;
     std::size_t size = 0;
     la_int64_t offset = 0;
     int result = ARCHIVE_OK;
-    while (!stop.stop_requested() && (result = archive_read_data_block(reader, &block, &size, &offset)) == ARCHIVE_OK) {
+    while ((result = archive_read_data_block(reader, &block, &size, &offset)) == ARCHIVE_OK) {
         remaining -= static_cast<std::int64_t>(size);
-        if (remaining < 0 || archive_write_data_block(writer, block, size, offset) < ARCHIVE_OK) {
-            return false;
+        if (remaining < 0) {
+            return invalid;
+        }
+        if (archive_write_data_block(writer, block, size, offset) < ARCHIVE_OK) {
+            return writeError(writer);
         }
     }
-    return result == ARCHIVE_EOF;
+    return result == ARCHIVE_EOF ? 0 : invalid;
 }
 
-bool extract(const QString& archive, const QString& folder, std::int64_t remaining, const std::stop_token& stop) {
+Code extract(const QString& archive, const QString& folder, std::int64_t remaining) {
     const Reader reader = openZip(archive);
     const Writer writer(archive_write_disk_new(), &archive_write_free);
     if (!reader || !writer) {
-        return false;
+        return invalid;
     }
     archive_write_disk_set_options(writer.get(), ARCHIVE_EXTRACT_PERM | ARCHIVE_EXTRACT_TIME |
                                                      ARCHIVE_EXTRACT_SECURE_SYMLINKS | ARCHIVE_EXTRACT_SECURE_NODOTDOT);
@@ -101,30 +115,41 @@ bool extract(const QString& archive, const QString& folder, std::int64_t remaini
     const std::string root = QFile::encodeName(QFileInfo(folder).canonicalFilePath()).toStdString() + "/";
     archive_entry* entry = nullptr;
     int result = ARCHIVE_FATAL;
-    while (!stop.stop_requested() && (result = nextHeader(reader.get(), &entry)) == ARCHIVE_OK) {
+    while ((result = nextHeader(reader.get(), &entry)) == ARCHIVE_OK) {
         const auto name = normalisedName(entry);
         if (!name || !isAllowed(entry)) {
-            return false;
+            return invalid;
         }
         archive_entry_copy_pathname(entry, (root + *name).c_str());
-        if (archive_write_header(writer.get(), entry) != ARCHIVE_OK ||
-            !copyContents(reader.get(), writer.get(), remaining, stop) ||
-            archive_write_finish_entry(writer.get()) != ARCHIVE_OK) {
-            return false;
+        if (archive_write_header(writer.get(), entry) != ARCHIVE_OK) {
+            return writeError(writer.get());
+        }
+        if (const Code code = copyContents(reader.get(), writer.get(), remaining); code != 0) {
+            return code;
+        }
+        if (archive_write_finish_entry(writer.get()) != ARCHIVE_OK) {
+            return writeError(writer.get());
         }
     }
-    return result == ARCHIVE_EOF && archive_write_close(writer.get()) == ARCHIVE_OK;
+    if (result != ARCHIVE_EOF) {
+        return invalid;
+    }
+    return archive_write_close(writer.get()) == ARCHIVE_OK ? 0 : writeError(writer.get());
 }
 
 } // namespace
 
-bool unpackZip(const QString& archive, const QString& folder, std::stop_token stop, ArchiveLimits limits) {
+std::expected<void, UpdateError> unpackZip(const QString& archive, const QString& folder, ArchiveLimits limits) {
     // libarchive converts names marked as UTF-8 to the thread's locale, and fails where it can't.
     const Locale utf8(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr), &freelocale);
     const locale_t previous = uselocale(utf8.get());
-    const bool unpacked = isSafe(archive, limits, stop) && extract(archive, folder, limits.bytes, stop);
+    const Code code = isSafe(archive, limits) ? extract(archive, folder, limits.bytes) : invalid;
     uselocale(previous);
-    return unpacked;
+    if (code != 0) {
+        return std::unexpected(code == invalid ? UpdateError{.kind = UpdateError::Kind::noApp}
+                                               : UpdateError::other(qt_error_string(code)));
+    }
+    return {};
 }
 
 } // namespace tunedeck

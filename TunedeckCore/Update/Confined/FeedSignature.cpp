@@ -1,6 +1,5 @@
-#include "TunedeckCore/Update/FeedSignature.h"
-
 #include "TunedeckCore/Support/Text/Base64.h"
+#include "TunedeckCore/Update/UpdateFeed.h"
 
 #include <openssl/evp.h>
 
@@ -22,7 +21,7 @@ const unsigned char* raw(const QByteArray& bytes) {
 
 } // namespace
 
-bool isSignedBy(const QByteArray& bytes, const QString& signature, const QString& publicKey) {
+bool UpdateFeed::verify(const QByteArray& bytes, const QString& signature, const QString& publicKey) {
     const auto key = decodeBase64(publicKey.toUtf8());
     const auto signedWith = decodeBase64(signature.trimmed().toUtf8());
     if (!key || key->size() != keyBytes || !signedWith || signedWith->size() != signatureBytes) {

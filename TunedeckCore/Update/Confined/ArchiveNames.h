@@ -14,7 +14,7 @@ public:
     static std::optional<std::string> normalised(const std::string& name);
 
     /// Adds an entry's normalised name and, for a symbolic link, its target. False for a duplicate name and for a
-    /// target outside the folder.
+    /// target outside the link's top folder.
     bool add(const std::string& name, const std::string* target);
 
     /// Whether an entry's name has a link as one of its folders. Valid once all entries are added.
