@@ -2,6 +2,7 @@
 
 #include "TunedeckCore/Masking.h"
 #include "TunedeckCore/Support/Files/FileDescriptor.h"
+#include "TunedeckCore/Support/Text/Text.h"
 #include "TunedeckCore/Support/Text/Time.h"
 
 #include <sys/stat.h>
@@ -111,6 +112,9 @@ QString report(const Input& input, const QDateTime& now) {
     lines += QString();
     lines += u"Recent warnings and errors:"_s;
     lines += input.logLines.isEmpty() ? QStringList(u"(none)"_s) : input.logLines;
+    for (QString& line : lines) {
+        line = withoutControls(line);
+    }
     return mask(lines.join(u'\n'));
 }
 

@@ -99,7 +99,7 @@ TEST(Diagnostics, ReportsAllPartsAndMasksThem) {
         "last_error":"Bearer secret","current_version":"42"})"));
     status->rekordboxDb->pending.resize(2);
     status->rekordboxDb->failed.resize(1);
-    status->recentJobs.resize(6, {.jobId = u"j"_s, .state = u"done"_s, .playlist = u"p"_s, .message = u"m"_s});
+    status->recentJobs.resize(6, {.jobId = u"j"_s, .state = u"done"_s, .playlist = u"p"_s, .message = u"m\n"_s});
     const auto toolbox = ToolboxReport::decode(R"({"installing":false,"error":"offline","manifest":"2025-03",
         "tools":[{"name":"yt-dlp","installed":"yt-dlp==2025.1","wanted":"w","ready":true},
         {"name":"ffmpeg","wanted":"w","ready":false}],"venvs":[{"name":"spotdl","wanted":"w","ready":true}]})");
@@ -115,11 +115,11 @@ Downloads: /music (NOT writable)
 Import XML: /music/import.xml · v7
 Rekordbox library: v42 · 2 pending · 1 failed · Rekordbox open
   last error: Bearer …
-Job j done: m
-Job j done: m
-Job j done: m
-Job j done: m
-Job j done: m
+Job j done: m�
+Job j done: m�
+Job j done: m�
+Job j done: m�
+Job j done: m�
 Tools: yt-dlp 2025.1, ffmpeg missing (not ready)
   toolbox error: offline
   manifest: 2025-03

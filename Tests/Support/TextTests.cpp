@@ -39,6 +39,11 @@ TEST_F(TextTest, CountsAndJoins) {
     EXPECT_EQ(joined({QString(), u"a"_s, u""_s, u"b"_s}), u"a · b"_s);
 }
 
+TEST_F(TextTest, ReplacesControlCharactersExceptTab) {
+    EXPECT_EQ(withoutControls(u"a\tb\x1b[2J\n\x7f\x85\u202e\u2066é🇩🇪"_s),
+              u"a\tb\ufffd[2J\ufffd\ufffd\ufffd\ufffd\ufffdé🇩🇪"_s);
+}
+
 TEST_F(TextTest, CutsOnlyBetweenUserPerceivedCharacters) {
     const auto text = u"a🇩🇪👨‍👩‍👧e\u0301z"_s;
     EXPECT_EQ(cut(text, 4), u"a🇩🇪👨‍👩‍👧e\u0301"_s);

@@ -4,6 +4,7 @@
 #include "TunedeckCore/Service/ServiceEndpoint.h"
 #include "TunedeckCore/Service/ToolboxClient.h"
 #include "TunedeckCore/Support/Http/LocalHttp.h"
+#include "TunedeckCore/Support/Text/Text.h"
 #include "TunedeckMenu/Actions/DiagnosticsReport.h"
 #include "TunedeckMenu/Panel/HeaderView.h"
 #include "TunedeckMenu/Panel/PanelState.h"
@@ -93,7 +94,7 @@ QCoro::Task<CommandResult> statusCommand(StatusClient client) {
     auto status = co_await client.fetch();
     const bool isRunning = status.has_value();
     const auto service = isRunning ? ServiceState::running(std::move(*status)) : ServiceState::notRunning();
-    co_return CommandResult{statusLine(service) + u'\n', isRunning ? 0 : 1};
+    co_return CommandResult{withoutControls(statusLine(service)) + u'\n', isRunning ? 0 : 1};
 }
 
 QCoro::Task<CommandResult> statusDocumentCommand(StatusClient client) {

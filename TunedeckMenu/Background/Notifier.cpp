@@ -1,19 +1,12 @@
 #include "TunedeckMenu/Background/Notifier.h"
 
-#include "TunedeckCore/Support/Files/AtomicFile.h"
-#include "TunedeckCore/Support/Files/FileDescriptor.h"
+#include "TunedeckCore/Support/Files/LogFile.h"
 #include "TunedeckCore/Support/Text/Text.h"
 #include "TunedeckCore/Support/Text/Time.h"
 
-#include <QFile>
-#include <QFileInfo>
-
-#include <fcntl.h>
-#include <unistd.h>
-
+#include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <tuple>
 #include <utility>
 
 namespace tunedeck {
@@ -22,7 +15,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int maxFailureLength = 160;
+constexpr int maxTextLength = 160; // of a text from the service in a notification, in user-perceived characters
+constexpr std::size_t maxPosts = 50;    // notifications per status; no honest service has more to report
+constexpr std::int64_t maxLogBytes = 1024 * 1024;
 
 /// "1 link", "12 tracks"; "Links" when the number is unknown.
 QString countPhrase(const std::optional<std::int64_t>& count, const QString& noun) {
@@ -37,7 +32,7 @@ struct Words {
 
 Words wordsFor(const JobEvent& event) {
     const auto& job = event.job;
-    const auto quoted = u'“' + job.playlist + u'”';
+    const auto quoted = u'“' + cut(job.playlist, maxTextLength) + u'”';
     switch (event.kind) {
     case JobEvent::Kind::requested:
         return {u"requested"_s, u"New download request"_s, countPhrase(job.links, u"link"_s) + u" → "_s + quoted};
@@ -48,7 +43,7 @@ Words wordsFor(const JobEvent& event) {
     case JobEvent::Kind::failed:
         break;
     }
-    return {u"failed"_s, u"Download failed"_s, quoted + u": "_s + cut(job.message, maxFailureLength)};
+    return {u"failed"_s, u"Download failed"_s, quoted + u": "_s + cut(job.message, maxTextLength)};
 }
 
 } // namespace
@@ -67,8 +62,19 @@ void Notifier::start() {
 }
 
 void Notifier::update(const ServiceStatus& status) {
-    for (const auto& event : m_jobs.update(status.recentJobs)) {
-        post(event);
+    const auto events = m_jobs.update(status.recentJobs);
+    for (std::size_t i = 0; i < events.size(); ++i) {
+        if (i < maxPosts) {
+            post(events[i]);
+        } else {
+            audit(wordsFor(events[i]).kind, events[i].job.jobId, events[i].job.playlist);
+        }
+    }
+    if (events.size() > maxPosts) {
+        m_center.post({.identifier = u"more"_s,
+                       .thread = {},
+                       .title = u"More downloads"_s,
+                       .body = u"And "_s + counted(static_cast<std::int64_t>(events.size() - maxPosts), u"more change"_s)});
     }
     if (status.rekordboxDb) {
         if (const auto applied = m_library.update(status.rekordboxDb->lastApplied)) {
@@ -90,28 +96,14 @@ void Notifier::postLibrary(const ServiceStatus::Library::Applied& applied) {
     m_center.post({.identifier = u"library-"_s + applied.at,
                    .thread = {},
                    .title = u"Rekordbox library updated"_s,
-                   .body = applied.summary + (applied.version ? u" · v"_s + *applied.version : QString())});
+                   .body = cut(applied.summary, maxTextLength) + (applied.version ? u" · v"_s + *applied.version : QString())});
     audit(u"library"_s, applied.version.value_or(u"-"_s), applied.summary);
 }
 
 void Notifier::audit(const QString& kind, const QString& identifier, const QString& label) {
-    auto line = QStringList{isoTimestamp(m_clock.now()), kind, identifier, label}.join(u' ');
     // The name of a playlist may contain line breaks.
-    line.replace(u'\n', u' ').replace(u'\r', u' ');
-    appendLine(m_auditLog, line + u'\n');
-}
-
-void appendLine(const QString& path, const QString& line) {
-    if (!createFolder(QFileInfo(path).path())) {
-        return;
-    }
-    // O_NONBLOCK: opening a FIFO fails instead of waiting for a reader.
-    const FileDescriptor file(::open(QFile::encodeName(path).constData(),
-                                     O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, 0666));
-    if (file) {
-        const auto bytes = line.toUtf8();
-        std::ignore = ::write(file.get(), bytes.constData(), static_cast<std::size_t>(bytes.size()));
-    }
+    const auto line = withoutControls(QStringList{isoTimestamp(m_clock.now()), kind, identifier, label}.join(u' '));
+    appendLine(m_auditLog, line, maxLogBytes);
 }
 
 } // namespace tunedeck

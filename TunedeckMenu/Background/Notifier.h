@@ -42,7 +42,4 @@ private:
     LibraryWatcher m_library;
 };
 
-/// Appends a line to a file and creates the file if necessary. Never blocks; ignores failures.
-void appendLine(const QString& path, const QString& line);
-
 } // namespace tunedeck

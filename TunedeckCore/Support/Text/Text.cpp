@@ -103,6 +103,18 @@ QString plural(std::int64_t count, const QString& noun) {
     return count == 1 ? noun : noun + u's';
 }
 
+QString withoutControls(QString text) {
+    for (QChar& each : text) {
+        const char16_t code = each.unicode();
+        const bool isControl = each.category() == QChar::Other_Control && code != u'\t';
+        const bool isDirection = (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+        if (isControl || isDirection) {
+            each = QChar::ReplacementCharacter;
+        }
+    }
+    return text;
+}
+
 QString counted(std::int64_t count, const QString& noun) {
     return QString::number(count) + u' ' + plural(count, noun);
 }

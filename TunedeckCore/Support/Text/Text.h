@@ -24,6 +24,10 @@ QStringView trimmingSpaces(QStringView text);
 /// The first `count` user-perceived characters. Never splits a flag or a family emoji.
 QString cut(const QString& text, int count);
 
+/// The text with U+FFFD for each control character except tab (C0, DEL, C1, and those that change the direction of
+/// writing), so that it can neither control a terminal nor look like several lines.
+QString withoutControls(QString text);
+
 /// The time between two dates in words, rounded to the nearest unit: "5 minutes ago", "yesterday", "now". The words
 /// are those of CLDR for English; using ICU for them costs 2.4 MiB of memory.
 QString relativeDate(const QDateTime& date, const QDateTime& now);
