@@ -115,7 +115,7 @@ QString report(const Input& input, const QDateTime& now) {
     for (QString& line : lines) {
         line = withoutControls(line);
     }
-    return mask(lines.join(u'\n'));
+    return maskCredentials(mask(lines.join(u'\n')));
 }
 
 QStringList warningLines(const QString& log, int limit, std::int64_t tailBytes) {

@@ -6,6 +6,9 @@
 #include <QStringList>
 #include <QStringView>
 
+#include <array>
+#include <numeric>
+
 namespace tunedeck {
 
 using namespace Qt::StringLiterals;
@@ -38,6 +41,23 @@ QString Diagnostics::mask(const QString& text) {
     static const QRegularExpression token(
         uR"((?<![A-Za-z0-9_\-])([A-Za-z0-9_\-]{4})[A-Za-z0-9_\-]{20,}+(?![A-Za-z0-9_\-]))"_s);
     return masking(masking(masking(text, bearer), startCode), token);
+}
+
+QString Diagnostics::maskCredentials(const QString& text) {
+    static const std::array patterns{
+        // Before the others, because it spans lines.
+        QRegularExpression(
+            uR"((-----BEGIN [A-Z ]{0,20}PRIVATE KEY-----)(?!…)[^-]++(?:-----END [A-Z ]{0,20}KEY-----)?)"_s),
+        QRegularExpression(uR"((?i)((?<![a-z0-9+.\-])[a-z][a-z0-9+.\-]{0,20}://)[^\s/@…]++(?=@))"_s),
+        QRegularExpression(
+            uR"re((?i)((?:password|passwd|passphrase|secret|api_?key|token)(?:=|"\s{0,9}:\s{0,9})"?)[^\s"&;,…]++)re"_s),
+        QRegularExpression(uR"((?i)((?<![a-z])(?:set-)?cookie:[ \t]{0,9})[^\s][^\r\n]*+)"_s),
+        QRegularExpression(uR"((?i)((?<![a-z])authorization:[ \t]{0,9})(?!bearer …)[^\s][^\r\n]*+)"_s),
+        QRegularExpression(uR"((?<![A-Za-z0-9])(AKIA|ASIA|AIza|sk-|gh[opsu]_|xox[abp]-)[A-Za-z0-9_\-]{12,}+)"_s),
+        // The secret is the component before "mcp".
+        QRegularExpression(uR"((https?://(?!127\.)[^\s/]++/(?:[^\s/]++/(?!mcp\b))*+)[^\s/…]++(?=/mcp\b))"_s),
+    };
+    return std::accumulate(patterns.begin(), patterns.end(), text, &masking);
 }
 
 QString maskingSecretPath(const QString& url) {

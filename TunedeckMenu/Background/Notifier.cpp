@@ -15,8 +15,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int maxTextLength = 160; // of a text from the service in a notification, in user-perceived characters
-constexpr std::size_t maxPosts = 50;    // notifications per status; no honest service has more to report
+constexpr int maxTextLength = 160;   // of a text from the service in a notification, in user-perceived characters
+constexpr std::size_t maxPosts = 50; // notifications per status; no honest service has more to report
 constexpr std::int64_t maxLogBytes = 1024 * 1024;
 
 /// "1 link", "12 tracks"; "Links" when the number is unknown.
@@ -71,10 +71,11 @@ void Notifier::update(const ServiceStatus& status) {
         }
     }
     if (events.size() > maxPosts) {
-        m_center.post({.identifier = u"more"_s,
-                       .thread = {},
-                       .title = u"More downloads"_s,
-                       .body = u"And "_s + counted(static_cast<std::int64_t>(events.size() - maxPosts), u"more change"_s)});
+        m_center.post(
+            {.identifier = u"more"_s,
+             .thread = {},
+             .title = u"More downloads"_s,
+             .body = u"And "_s + counted(static_cast<std::int64_t>(events.size() - maxPosts), u"more change"_s)});
     }
     if (status.rekordboxDb) {
         if (const auto applied = m_library.update(status.rekordboxDb->lastApplied)) {
@@ -93,10 +94,11 @@ void Notifier::post(const JobEvent& event) {
 }
 
 void Notifier::postLibrary(const ServiceStatus::Library::Applied& applied) {
-    m_center.post({.identifier = u"library-"_s + applied.at,
-                   .thread = {},
-                   .title = u"Rekordbox library updated"_s,
-                   .body = cut(applied.summary, maxTextLength) + (applied.version ? u" · v"_s + *applied.version : QString())});
+    m_center.post(
+        {.identifier = u"library-"_s + applied.at,
+         .thread = {},
+         .title = u"Rekordbox library updated"_s,
+         .body = cut(applied.summary, maxTextLength) + (applied.version ? u" · v"_s + *applied.version : QString())});
     audit(u"library"_s, applied.version.value_or(u"-"_s), applied.summary);
 }
 
