@@ -49,4 +49,36 @@ TEST_F(FollowLoopTest, KeepsTheKnownJobsWhenAFetchFails) {
     EXPECT_EQ(center.posted[0].identifier, u"a-finished"_s);
 }
 
+TEST_F(FollowLoopTest, LogsWhyAStatusIsInvalidOnceUntilThatChanges) {
+    static QStringList warnings;
+    warnings.clear();
+    const auto previous = qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
+        if (type == QtWarningMsg) {
+            warnings << text.section(u": "_s, -1);
+        }
+    });
+    const auto missing = u"\"recentJobs[0].jobId\" is missing."_s;
+    const auto wrong = u"\"downloadDirWritable\" expected a boolean, found null."_s;
+    const struct {
+        QByteArray document;
+        int status;
+        QStringList logged;
+    } polls[]{
+        {statusDocument(), 200, {}},
+        {statusDocument(R"("recent_jobs":[{}])"), 200, {missing}},
+        {statusDocument(R"("recent_jobs":[{}])"), 200, {missing}},
+        {"", 500, {missing}},
+        {statusDocument(R"("recent_jobs":[{}])"), 200, {missing}},
+        {statusDocument(R"("download_dir_writable":null)"), 200, {missing, wrong}},
+        {statusDocument(), 200, {missing, wrong}},
+        {statusDocument(R"("download_dir_writable":null)"), 200, {missing, wrong, wrong}},
+    };
+    for (const auto& each : polls) {
+        serve("GET /local/status", each.document, each.status);
+        poll();
+        EXPECT_EQ(warnings.join(u'\n').toStdString(), each.logged.join(u'\n').toStdString());
+    }
+    qInstallMessageHandler(previous);
+}
+
 } // namespace tunedeck

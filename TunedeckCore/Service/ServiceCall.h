@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TunedeckCore/Service/DocumentFailure.h"
 #include "TunedeckCore/Support/Http/LocalHttp.h"
 
 #include <QByteArray>
@@ -7,6 +8,7 @@
 #include <QString>
 #include <QUrl>
 
+#include <expected>
 #include <optional>
 #include <stop_token>
 #include <utility>
@@ -23,14 +25,27 @@ QString sentence(HttpFailure failure);
 /// "Unexpected reply from tunedeck."
 QString unexpectedReply();
 
-/// Fetches and decodes a document; nothing unless the status is 200 and the document is valid.
+/// Fetches and decodes a document, which must arrive with status 200.
 template<class Document>
-QCoro::Task<std::optional<Document>> fetchDocument(HttpRequest request, std::stop_token stop) {
+QCoro::Task<std::expected<Document, DocumentFailure>> requestDocument(HttpRequest request, std::stop_token stop) {
     const auto reply = co_await sendLocal(request, stop);
-    if (!reply || reply->status != 200) {
-        co_return std::nullopt;
+    if (!reply) {
+        co_return std::unexpected(reply.error());
+    }
+    if (reply->status != 200) {
+        co_return std::unexpected(reply->status);
     }
     auto document = Document::decode(reply->body);
+    if (!document) {
+        co_return std::unexpected(document.error());
+    }
+    co_return std::move(*document);
+}
+
+/// Like requestDocument(); nothing on any failure.
+template<class Document>
+QCoro::Task<std::optional<Document>> fetchDocument(HttpRequest request, std::stop_token stop) {
+    auto document = co_await requestDocument<Document>(std::move(request), std::move(stop));
     co_return document ? std::optional(std::move(*document)) : std::nullopt;
 }
 

@@ -1,7 +1,10 @@
 #include "TunedeckMenu/Background/FollowLoop.h"
 
+#include "TunedeckMenu/Platform/Log.h"
+
 #include <chrono>
 #include <utility>
+#include <variant>
 
 namespace tunedeck {
 
@@ -18,15 +21,29 @@ void FollowLoop::start() {
 QCoro::Task<> FollowLoop::follow() {
     const auto stop = m_scope.token();
     while (!stop.stop_requested()) {
-        const auto status = co_await m_client.fetch(stop);
+        const auto reply = co_await m_client.request(stop);
         if (stop.stop_requested()) {
             co_return;
         }
+        logIfInvalid(reply);
+        const auto status = reply ? std::optional(*reply) : std::nullopt;
         if (status) {
             m_notifier.update(*status);
         }
         m_onFetched(status);
         co_await m_clock.sleep(4s, stop);
+    }
+}
+
+/// Logs which member of a status is invalid, once until that changes.
+void FollowLoop::logIfInvalid(const StatusClient::Reply& reply) {
+    const auto* error = reply ? nullptr : std::get_if<json::Error>(&reply.error());
+    const auto description = error ? error->description() : QString();
+    if (description != m_logged && (reply || error)) {
+        m_logged = description;
+        if (error) {
+            qCWarning(appLog).noquote() << "the service's status is invalid:" << description;
+        }
     }
 }
 

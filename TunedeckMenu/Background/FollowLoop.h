@@ -7,6 +7,7 @@
 #include "TunedeckMenu/Background/Notifier.h"
 
 #include <QCoroTask>
+#include <QString>
 
 #include <functional>
 #include <optional>
@@ -25,11 +26,13 @@ public:
 
 private:
     QCoro::Task<> follow();
+    void logIfInvalid(const StatusClient::Reply& reply);
 
     Clock& m_clock;
     StatusClient m_client;
     Notifier& m_notifier;
     std::function<void(const std::optional<ServiceStatus>&)> m_onFetched;
+    QString m_logged; ///< why the last document was invalid; empty when it was valid
     TaskScope m_scope;
 };
 
