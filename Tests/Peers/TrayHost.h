@@ -4,6 +4,7 @@
 #include <QDBusContext>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 namespace tunedeck::test {
 
@@ -12,6 +13,7 @@ class TrayHost : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
     Q_PROPERTY(bool IsStatusNotifierHostRegistered READ isHostRegistered)
+    Q_PROPERTY(QStringList RegisteredStatusNotifierItems READ items)
 public:
     TrayHost();
     ~TrayHost() override;
@@ -19,6 +21,7 @@ public:
     TrayHost& operator=(const TrayHost&) = delete;
 
     [[nodiscard]] bool isHostRegistered() const { return m_isHost; }
+    [[nodiscard]] QStringList items() const { return {m_item + QStringLiteral("/StatusNotifierItem")}; }
     /// Registers or unregisters the host; the watcher stays.
     void setHostRegistered(bool isRegistered);
     /// Clicks the item that registered last.

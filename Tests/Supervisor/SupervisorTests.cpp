@@ -78,6 +78,18 @@ protected:
             .isSymLink();
     }
 
+    /// The state, the last exit and whether the unit has started just now.
+    static std::string state() {
+        const auto seen = runToEnd(SystemdUserManager::ofUser().state(u"com.brightfold.tunedeck"_s, {}));
+        if (!seen) {
+            return "unreachable";
+        }
+        const auto age = seen->since ? seen->since->secsTo(QDateTime::currentDateTimeUtc()) : 0;
+        return std::array{"unknown", "stopped", "restarting", "running"}.at(static_cast<std::size_t>(seen->state)) +
+               (seen->lastExit ? ", " + seen->lastExit->toStdString() : "") +
+               (seen->restarts > 0 ? ", restarted" : "") + (age >= 0 && age < 100 ? "" : ", wrong start");
+    }
+
     [[nodiscard]] QByteArray read(const QString& relative) const {
         return readFile(m_home + u'/' + relative).value_or(QByteArray());
     }
@@ -121,6 +133,7 @@ TEST_F(SupervisorTest, RestartsAServiceThatDies) {
         ASSERT_TRUE(runUntil([&] { return pid() != before && pid() > 0; }));
     }
     EXPECT_EQ(operation({u"print"_s, target}), 0);
+    EXPECT_EQ(state(), "running, restarted");
 }
 
 TEST_F(SupervisorTest, ReportsAServiceThatWaitsForItsRestartAsLoaded) {
@@ -128,6 +141,7 @@ TEST_F(SupervisorTest, ReportsAServiceThatWaitsForItsRestartAsLoaded) {
     ASSERT_EQ(::kill(pid(), SIGKILL), 0);
     ASSERT_TRUE(runUntil([&] { return pid() == 0; }));
     EXPECT_EQ(operation({u"print"_s, target}), 0);
+    EXPECT_EQ(state(), "restarting, signal 9");
     EXPECT_EQ(operation({u"kickstart"_s, target}), 0); // starts without waiting
     EXPECT_GT(pid(), 0);
 }
@@ -148,10 +162,18 @@ TEST_F(SupervisorTest, RestartReplacesTheProcessAndStartKeepsIt) {
 
 TEST_F(SupervisorTest, UnloadsAndLoadsTheService) {
     EXPECT_EQ(operation({u"print"_s, target}), 4);
+    EXPECT_EQ(state(), "unknown");
     EXPECT_NE(operation({u"kickstart"_s, u"-k"_s, target}), 0);
     EXPECT_NE(operation({u"bootout"_s, target}), 0);
+    const auto manager = SystemdUserManager::ofUser();
+    const auto unit = manager.unitFolder + u"/com.brightfold.tunedeck.service"_s;
+    const auto outdated = [&] { return manager.outdatedUnit(u"com.brightfold.tunedeck"_s, installer().plist()); };
+    EXPECT_EQ(outdated(), unit);
     ASSERT_EQ(install(), "installed(serviceChanged: true, plistChanged: true)");
+    EXPECT_EQ(outdated(), std::nullopt);
+    EXPECT_EQ(state(), "running");
     EXPECT_EQ(operation({u"bootout"_s, target}), 0);
+    EXPECT_EQ(state(), "stopped");
     EXPECT_EQ(pid(), 0);
     EXPECT_EQ(operation({u"print"_s, target}), 3);
     EXPECT_FALSE(isEnabled());
@@ -186,6 +208,7 @@ TEST_F(SupervisorTest, FailsAtOnceWithoutAUserManager) {
     const auto runtime = qgetenv("XDG_RUNTIME_DIR");
     for (const auto& folder : {QByteArray("/nonexistent"), QByteArray()}) {
         folder.isEmpty() ? qunsetenv("XDG_RUNTIME_DIR") : qputenv("XDG_RUNTIME_DIR", folder);
+        EXPECT_EQ(state(), "unreachable");
         for (const auto& arguments :
              {QStringList{u"print"_s, target}, QStringList{u"bootout"_s, target}, QStringList{u"kickstart"_s, target},
               QStringList{u"bootstrap"_s, u"gui/501"_s, plist}}) {

@@ -2,11 +2,10 @@
 
 #include "TunedeckCore/Locations/BundlePaths.h"
 #include "TunedeckCore/Support/Async/Process.h"
+#include "TunedeckMenu/Platform/Linux/System/LinuxProcesses.h"
 
 #include <QCoreApplication>
-#include <QFile>
-
-#include <sys/stat.h>
+#include <QFileInfo>
 
 namespace tunedeck {
 
@@ -19,11 +18,8 @@ bool LinuxRelauncher::relaunch(const QString& bundle, const QStringList& argumen
 }
 
 bool LinuxRelauncher::isReplaced(const QString& bundle) const {
-    struct stat running{};
-    struct stat onDisk{};
-    return ::stat(QFile::encodeName(BundlePaths(bundle).application()).constData(), &onDisk) == 0 &&
-           (::stat("/proc/self/exe", &running) != 0 || running.st_ino != onDisk.st_ino ||
-            running.st_dev != onDisk.st_dev);
+    const auto application = BundlePaths(bundle).application();
+    return QFileInfo::exists(application) && !runsFile("self", application);
 }
 
 } // namespace tunedeck

@@ -5,11 +5,13 @@
 #include "TunedeckMenu/Platform/Linux/Service/SystemdUnit.h"
 #include "TunedeckMenu/Platform/Log.h"
 
+#include <QMap>
 #include <QStandardPaths>
 
 #include <sysexits.h>
 
 #include <array>
+#include <csignal>
 #include <utility>
 
 namespace tunedeck {
@@ -132,6 +134,44 @@ QCoro::Task<std::int32_t> bootstrap(SystemdUserManager manager, QString plistPat
     co_return 0;
 }
 
+/// How the main process of a unit ended; nothing if it didn't.
+std::optional<QString> exitOf(const QMap<QByteArray, QByteArray>& properties) {
+    const auto code = properties.value("ExecMainCode").toInt();
+    if (code == 0) {
+        return std::nullopt;
+    }
+    return (code == CLD_EXITED ? u"exit status "_s : u"signal "_s) +
+           QString::fromLatin1(properties.value("ExecMainStatus"));
+}
+
+QCoro::Task<std::optional<SupervisedService>> stateOf(SystemdUserManager manager, QString unit, std::stop_token stop) {
+    const QStringList arguments{
+        u"show"_s, u"--timestamp=unix"_s,
+        u"--property=LoadState,ActiveState,SubState,ActiveEnterTimestamp,ExecMainCode,ExecMainStatus,NRestarts"_s,
+        unit};
+    const auto result = co_await systemctl(manager, arguments, stop);
+    if (result.exitStatus != 0) {
+        co_return std::nullopt;
+    }
+    QMap<QByteArray, QByteArray> properties;
+    for (const auto& line : result.output.split('\n')) {
+        const auto equals = line.indexOf('=');
+        properties.insert(line.left(equals), line.mid(equals + 1));
+    }
+    using State = SupervisedService::State;
+    SupervisedService service{.lastExit = exitOf(properties), .restarts = properties.value("NRestarts").toInt()};
+    if (properties.value("LoadState") == "loaded") {
+        service.state = properties.value("ActiveState") == "active"      ? State::Running
+                        : properties.value("SubState") == "auto-restart" ? State::Restarting
+                                                                         : State::Stopped;
+    }
+    if (service.state == State::Running) {
+        const auto start = properties.value("ActiveEnterTimestamp").mid(1).toLongLong(); // after "@"
+        service.since = QDateTime::fromSecsSinceEpoch(start, Qt::UTC);
+    }
+    co_return service;
+}
+
 QCoro::Task<std::int32_t> usageError() {
     co_return EX_USAGE;
 }
@@ -168,6 +208,16 @@ Launchctl SystemdUserManager::launchctl() const {
     return [manager = *this](const QStringList& arguments, std::stop_token stop) {
         return run(manager, arguments, std::move(stop));
     };
+}
+
+QCoro::Task<std::optional<SupervisedService>> SystemdUserManager::state(QString label, std::stop_token stop) const {
+    return stateOf(*this, label + u".service"_s, std::move(stop));
+}
+
+std::optional<QString> SystemdUserManager::outdatedUnit(const QString& label, const PropertyDictionary& plist) const {
+    const auto path = unitFolder + u'/' + label + u".service"_s;
+    const auto unit = systemdUnit(plist);
+    return unit && readFile(path) == unit->text ? std::nullopt : std::optional(path);
 }
 
 } // namespace tunedeck

@@ -1,8 +1,14 @@
 #pragma once
 
 #include "TunedeckCore/Installation/Launchctl.h"
+#include "TunedeckCore/Support/Files/PropertyList.h"
+#include "TunedeckMenu/Platform/SystemProbe.h"
 
+#include <QCoroTask>
 #include <QString>
+
+#include <optional>
+#include <stop_token>
 
 namespace tunedeck {
 
@@ -26,6 +32,11 @@ struct SystemdUserManager {
     /// Other exit statuses are systemctl's; 64 for any other arguments, -1 when systemctl can't be started. Without a
     /// user manager each operation fails at once.
     [[nodiscard]] Launchctl launchctl() const;
+
+    /// The state of the service with this label; nothing if the manager can't be reached.
+    [[nodiscard]] QCoro::Task<std::optional<SupervisedService>> state(QString label, std::stop_token stop) const;
+    /// Path of the unit's file if it isn't the one that "bootstrap" makes from this property list.
+    [[nodiscard]] std::optional<QString> outdatedUnit(const QString& label, const PropertyDictionary& plist) const;
 };
 
 } // namespace tunedeck

@@ -4,6 +4,7 @@
 #include "TunedeckMenu/Platform/Processes.h"
 
 #include <QDeadlineTimer>
+#include <QFile>
 
 #include <poll.h>
 #include <signal.h>
@@ -38,6 +39,14 @@ QByteArray ownProgramPath(pid_t process) {
     path.truncate(std::max<ssize_t>(0, ::readlink((folder + "/exe").constData(), path.data(), PATH_MAX)));
     const QByteArray deleted(" (deleted)"); // the kernel's suffix
     return path.endsWith(deleted) ? path.chopped(deleted.size()) : path;
+}
+
+bool runsFile(const QByteArray& process, const QString& path) {
+    struct stat running{};
+    struct stat onDisk{};
+    return ::stat(("/proc/" + process + "/exe").constData(), &running) == 0 &&
+           ::stat(QFile::encodeName(path).constData(), &onDisk) == 0 && running.st_ino == onDisk.st_ino &&
+           running.st_dev == onDisk.st_dev;
 }
 
 void terminateSameProgram(qint64 processId) {

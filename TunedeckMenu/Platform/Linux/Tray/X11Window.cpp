@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <memory>
+#include <string>
 #include <string_view>
 
 namespace tunedeck {
@@ -67,6 +68,25 @@ std::optional<bool> wantsLightSymbols(quint32 tray) {
     // Red, green and blue of the foreground, 16 bits each.
     const auto* rgb = static_cast<const std::uint32_t*>(xcb_get_property_value(colours.get()));
     return 0.2126 * rgb[0] + 0.7152 * rgb[1] + 0.0722 * rgb[2] > 0x7fff;
+}
+
+bool hasX11Tray() {
+    int screen = 0;
+    const std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> owner(xcb_connect(nullptr, &screen),
+                                                                             &xcb_disconnect);
+    auto* x = owner.get();
+    if (xcb_connection_has_error(x) != 0) {
+        return false;
+    }
+    const auto name = "_NET_SYSTEM_TRAY_S" + std::to_string(screen);
+    const Reply<xcb_intern_atom_reply_t> atom(
+        xcb_intern_atom_reply(x, xcb_intern_atom(x, 1, static_cast<std::uint16_t>(name.size()), name.data()), nullptr));
+    if (!atom || atom->atom == XCB_ATOM_NONE) {
+        return false;
+    }
+    const Reply<xcb_get_selection_owner_reply_t> tray(
+        xcb_get_selection_owner_reply(x, xcb_get_selection_owner(x, atom->atom), nullptr));
+    return tray && tray->owner != XCB_WINDOW_NONE;
 }
 
 } // namespace tunedeck
