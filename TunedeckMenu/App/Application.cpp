@@ -2,10 +2,14 @@
 
 #include "TunedeckBuildId.h"
 #include "TunedeckCore/Locations/BundlePaths.h"
+#include "TunedeckCore/Support/Text/Time.h"
 #include "TunedeckMenu/Model/UpdateServices.h"
 
 #include <QGuiApplication>
 #include <QScreen>
+
+#include <utility>
+#include <variant>
 
 namespace tunedeck {
 
@@ -24,7 +28,20 @@ PanelLoader::Options panelLoaderOptions(const QString& bundle, Relauncher& relau
                 }};
 }
 
-MenuServices makeMenuServices(Platform& platform, Clock& clock, const SystemFacts& facts) {
+QCoro::Task<UpdateCheck> recordCheck(QCoro::Task<UpdateCheck> check, QSettings* defaults, Clock* clock,
+                                     std::stop_token stop) {
+    auto result = co_await check;
+    if (!stop.stop_requested() && !std::holds_alternative<UpdateCheck::Failed>(result.value)) {
+        defaults->setValue(lastUpdateCheckKey, isoTimestamp(clock->now()));
+    }
+    co_return result;
+}
+
+MenuServices makeMenuServices(Platform& platform, Clock& clock, const SystemFacts& facts, QSettings& defaults) {
+    auto updates = makeUpdateServices(facts);
+    updates.check = [check = updates.check, &defaults, &clock](std::stop_token stop) {
+        return recordCheck(check(stop), &defaults, &clock, stop);
+    };
     return {.clock = clock,
             .workspace = platform.workspace(),
             .pasteboard = platform.pasteboard(),
@@ -34,7 +51,7 @@ MenuServices makeMenuServices(Platform& platform, Clock& clock, const SystemFact
             .facts = facts,
             .settings = SettingsFile::standard(),
             .launchctl = platform.launchctl(),
-            .updates = makeUpdateServices(facts),
+            .updates = updates,
             .quit = [] { QCoreApplication::quit(); }};
 }
 
@@ -43,11 +60,11 @@ MenuServices makeMenuServices(Platform& platform, Clock& clock, const SystemFact
 Application::Application(Clock& clock, const SystemFacts& facts)
     : m_platform(createPlatform(facts))
     , m_loader(m_platform->notifications(), panelLoaderOptions(facts.bundle, m_platform->relauncher()))
-    , m_delegate(makeMenuServices(*m_platform, clock, facts), {.statusItem = m_platform->statusItem(),
-                                                               .notifications = m_platform->notifications(),
-                                                               .appearance = m_platform->appearance(),
-                                                               .views = m_loader,
-                                                               .defaults = m_defaults}) {
+    , m_delegate(makeMenuServices(*m_platform, clock, facts, m_defaults), {.statusItem = m_platform->statusItem(),
+                                                                           .notifications = m_platform->notifications(),
+                                                                           .appearance = m_platform->appearance(),
+                                                                           .views = m_loader,
+                                                                           .defaults = m_defaults}) {
     QObject::connect(&m_platform->reopenListener(), &ReopenListener::reopenRequested, &m_delegate,
                      &AppDelegate::reopen);
 }

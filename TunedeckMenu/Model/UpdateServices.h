@@ -18,6 +18,9 @@ namespace tunedeck {
 /// Receives the progress of a download, 0 to 1; nothing while it isn't known.
 using ProgressHandler = std::function<void(std::optional<double> progress)>;
 
+/// The user default with the time of the last check that reached the feed.
+inline constexpr auto lastUpdateCheckKey = "LastUpdateCheck";
+
 /// How the application finds and installs its own updates; functions, so that tests can replace them.
 struct UpdateServices {
     /// Asks the feed for a version newer than the running one.
