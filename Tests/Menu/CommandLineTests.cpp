@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 TEST(CommandLineTest, AcceptsOneCommandWithItsOptions) {
     using Parsed = std::expected<CommandLine, QString>;
     const auto noProcess = std::unexpected(u"--after needs the id of a process"_s);
-    const auto misplacedJson = std::unexpected(u"--json goes with --status"_s);
+    const auto misplacedJson = std::unexpected(u"--json goes with --status or --checkup"_s);
     const auto misplacedShow = std::unexpected(u"--show and --after go with no other command"_s);
     const std::pair<const char*, Parsed> cases[]{
         {"", CommandLine{}},
@@ -23,6 +23,8 @@ TEST(CommandLineTest, AcceptsOneCommandWithItsOptions) {
         {"--version", CommandLine{.command = Command::Version}},
         {"--status", CommandLine{.command = Command::Status}},
         {"--json --status", CommandLine{.command = Command::Status, .json = true}},
+        {"--checkup", CommandLine{.command = Command::Checkup}},
+        {"--checkup --online --json", CommandLine{.command = Command::Checkup, .json = true, .online = true}},
         {"--diagnostics", CommandLine{.command = Command::Diagnostics}},
         {"--quit", CommandLine{.command = Command::Quit}},
         {"--remove", CommandLine{.command = Command::Remove}},
@@ -35,6 +37,7 @@ TEST(CommandLineTest, AcceptsOneCommandWithItsOptions) {
         {"--status --status", std::unexpected(u"“--status” can't be combined with another command"_s)},
         {"--json", misplacedJson},
         {"--json --quit", misplacedJson},
+        {"--status --online", std::unexpected(u"--online goes with --checkup"_s)},
         {"--show --quit", misplacedShow},
         {"--status --after 7", misplacedShow},
     };

@@ -124,6 +124,28 @@ TEST_F(UpdateJourney, KeepsTheOldVersionOnAFullOrReadOnlyDisk) {
     disk.setReadOnly(false);
 }
 
+TEST_F(UpdateJourney, IsCheckedByTheCheckupOnlyOnRequest) {
+    const auto finds = [this](const QByteArray& text, const QStringList& more = {}) {
+        return eventually([&] { return run(QStringList(u"--checkup"_s) + more).output.contains(text); });
+    };
+    publish();
+    EXPECT_TRUE(finds("Not checked yet; Tunedeck can update itself."));
+    EXPECT_EQ(web->requests().size(), 0);
+    web->on("GET /download/appcast.json.sig", behave::answer(200, "x"));
+    EXPECT_TRUE(finds("✗ Update feed      The update feed isn't signed", {u"--online"_s}));
+    start();
+    ASSERT_TRUE(opensWith(u"Version 1.4.0"_s));
+    ASSERT_TRUE(press(u"Check for Updates"_s));
+    ASSERT_TRUE(sees(u"The update feed isn't signed by Tunedeck."_s));
+    EXPECT_TRUE(finds("Not checked yet"));
+    publish();
+    findUpdate();
+    EXPECT_TRUE(finds("✓ Updates          Last checked "));
+    EXPECT_TRUE(finds("! Update feed      Version 1.4.1 is available.", {u"--online"_s}));
+    bundle = folder->filePath(u"fresh/Tunedeck.app"_s);
+    EXPECT_TRUE(finds("✓ Update feed      This is the latest version.", {u"--online"_s}));
+}
+
 TEST_F(UpdateJourney, StartsAgainAfterAKillAndRemovesTheLeftovers) {
     publish(10'000); // so that unpacking takes a while
     for (const auto step : {Step::Downloading, Step::Unpacking}) {

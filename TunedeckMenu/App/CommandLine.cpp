@@ -6,11 +6,13 @@
 #include "TunedeckCore/Support/Http/LocalHttp.h"
 #include "TunedeckCore/Support/Text/Text.h"
 #include "TunedeckMenu/Actions/DiagnosticsReport.h"
+#include "TunedeckMenu/Checkup/CheckupReport.h"
 #include "TunedeckMenu/Panel/HeaderView.h"
 #include "TunedeckMenu/Panel/PanelState.h"
 
 #include <QCommandLineParser>
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 #include <vector>
@@ -21,18 +23,15 @@ using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
 std::expected<CommandLine, QString> CommandLine::parse(const QStringList& arguments) {
-    static const QHash<QString, Command> commands{{u"h"_s, Command::Help},
-                                                  {u"help"_s, Command::Help},
-                                                  {u"version"_s, Command::Version},
-                                                  {u"status"_s, Command::Status},
-                                                  {u"diagnostics"_s, Command::Diagnostics},
-                                                  {u"quit"_s, Command::Quit},
-                                                  {u"remove"_s, Command::Remove}};
+    static const QHash<QString, Command> commands{
+        {u"h"_s, Command::Help},        {u"help"_s, Command::Help},       {u"version"_s, Command::Version},
+        {u"status"_s, Command::Status}, {u"checkup"_s, Command::Checkup}, {u"diagnostics"_s, Command::Diagnostics},
+        {u"quit"_s, Command::Quit},     {u"remove"_s, Command::Remove}};
     QCommandLineParser parser;
     for (const auto& name : commands.keys()) {
         parser.addOption(QCommandLineOption(name));
     }
-    parser.addOptions({{u"json"_s, {}}, {u"show"_s, {}}, {u"after"_s, {}, u"PID"_s}});
+    parser.addOptions({{u"json"_s, {}}, {u"online"_s, {}}, {u"show"_s, {}}, {u"after"_s, {}, u"PID"_s}});
     const auto written = [](const QString& name) { return (name.size() == 1 ? u"-"_s : u"--"_s) + name; };
 
     const bool isValid = parser.parse(QStringList(u"Tunedeck"_s) + arguments);
@@ -42,7 +41,8 @@ std::expected<CommandLine, QString> CommandLine::parse(const QStringList& argume
     if (const auto extra = parser.positionalArguments(); !extra.isEmpty()) {
         return std::unexpected(u"there is no option “%1”"_s.arg(extra.first()));
     }
-    CommandLine result{.json = parser.isSet(u"json"_s), .show = parser.isSet(u"show"_s)};
+    CommandLine result{
+        .json = parser.isSet(u"json"_s), .online = parser.isSet(u"online"_s), .show = parser.isSet(u"show"_s)};
     if (parser.isSet(u"after"_s)) {
         bool isNumber = false;
         result.afterProcess = parser.value(u"after"_s).toLongLong(&isNumber);
@@ -62,8 +62,11 @@ std::expected<CommandLine, QString> CommandLine::parse(const QStringList& argume
         }
         result.command = commands[name];
     }
-    if (result.json && result.command != Command::Status) {
-        return std::unexpected(u"--json goes with --status"_s);
+    if (result.json && result.command != Command::Status && result.command != Command::Checkup) {
+        return std::unexpected(u"--json goes with --status or --checkup"_s);
+    }
+    if (result.online && result.command != Command::Checkup) {
+        return std::unexpected(u"--online goes with --checkup"_s);
     }
     if ((result.show || result.afterProcess) && result.command != Command::Run) {
         return std::unexpected(u"--show and --after go with no other command"_s);
@@ -81,6 +84,12 @@ Starts Tunedeck, or opens the window of the running instance.
   --status       print one line about the background service; the exit status is 0 when it runs
   --status --json
                  print the service's status document
+  --checkup      check everything that Tunedeck needs, and print what to do; the exit status
+                 is 1 if there is a problem
+  --checkup --online
+                 also check for an update
+  --checkup --json
+                 print the results for scripts
   --diagnostics  print the report for support, with secrets masked
   --remove       remove the background service and everything that starts Tunedeck
                  automatically from your account; music, settings and backups stay
@@ -107,6 +116,13 @@ QCoro::Task<CommandResult> statusDocumentCommand(StatusClient client) {
         co_return CommandResult{u"null\n"_s, 1};
     }
     co_return CommandResult{QString::fromUtf8(reply->body.trimmed()) + u'\n', 0};
+}
+
+QCoro::Task<CommandResult> checkupCommand(CheckupInput input, bool json) {
+    const auto results = co_await checkup(std::move(input));
+    const bool hasProblem =
+        std::ranges::find(results, CheckResult::Level::Problem, &CheckResult::level) != results.end();
+    co_return CommandResult{json ? checkupJson(results) : checkupText(results), hasProblem ? 1 : 0};
 }
 
 QCoro::Task<CommandResult> diagnosticsCommand(SystemFacts facts, QDateTime now) {

@@ -7,10 +7,12 @@
 #include "TunedeckMenu/Platform/Processes.h"
 #include "TunedeckMenu/Platform/SingleInstance.h"
 #include "TunedeckMenu/Platform/SystemFacts.h"
+#include "TunedeckMenu/Platform/SystemProbe.h"
 #include "TunedeckMenu/Platform/Uninstall.h"
 
 #include <QApplication>
 #include <QCoreApplication>
+#include <QSettings>
 #include <QTimer>
 
 #include <unistd.h>
@@ -41,18 +43,21 @@ int printError(const QString& sentence, int exitStatus) {
     return exitStatus;
 }
 
-QCoro::Task<> runCommand(QCoro::Task<CommandResult> command) {
+using EndProcess = void (*)(int exitStatus);
+
+QCoro::Task<> runCommand(QCoro::Task<CommandResult> command, EndProcess end) {
     const auto result = co_await command;
     print(stdout, result.output);
     std::fflush(stdout);
     print(stderr, result.errorOutput);
-    QCoreApplication::exit(result.exitStatus);
+    end(result.exitStatus);
 }
 
 /// Runs a command that needs no display.
-int runWithoutDisplay(int& argc, char** argv, const std::function<QCoro::Task<CommandResult>()>& command) {
+int runWithoutDisplay(int& argc, char** argv, const std::function<QCoro::Task<CommandResult>()>& command,
+                      EndProcess end = &QCoreApplication::exit) {
     const QCoreApplication application(argc, argv);
-    QTimer::singleShot(0, [&] { spawn(runCommand(command())); });
+    QTimer::singleShot(0, [&] { spawn(runCommand(command(), end)); });
     return QCoreApplication::exec();
 }
 
@@ -70,6 +75,20 @@ int runRemoval(int& argc, char** argv) {
         return removeCommand({facts.home, SettingsFile::standard(), ended, uninstall},
                              {facts.home, installer, facts.uid, uninstall.supervisor, clock});
     });
+}
+
+int runCheckup(int& argc, char** argv, const CommandLine& commandLine) {
+    joinSession();
+    const auto facts = systemFacts();
+    const QSettings defaults;
+    SystemClock clock;
+    // A check that was cut off may still block a thread, for which a normal exit would wait.
+    return runWithoutDisplay(
+        argc, argv,
+        [&] {
+            return checkupCommand({facts, systemProbe(facts), defaults, clock, commandLine.online}, commandLine.json);
+        },
+        &std::quick_exit);
 }
 
 /// Replaces Qt's fatal message about a missing display, which ends the process.
@@ -151,6 +170,8 @@ int main(int argc, char** argv) {
     case CommandLine::Command::Status:
         return runWithoutDisplay(argc, argv,
                                  [&] { return commandLine->json ? statusDocumentCommand({}) : statusCommand({}); });
+    case CommandLine::Command::Checkup:
+        return runCheckup(argc, argv, *commandLine);
     case CommandLine::Command::Diagnostics:
         return runWithoutDisplay(argc, argv, [] { return diagnosticsCommand(systemFacts(), SystemClock().now()); });
     case CommandLine::Command::Remove:
