@@ -5,6 +5,7 @@
 #include <QFileInfo>
 
 #include <atomic>
+#include <utility>
 
 namespace tunedeck::test {
 
@@ -142,8 +143,9 @@ TEST_F(UpdateJourney, IsCheckedByTheCheckupOnlyOnRequest) {
     findUpdate();
     EXPECT_TRUE(finds("✓ Updates          Last checked "));
     EXPECT_TRUE(finds("! Update feed      Version 1.4.1 is available.", {u"--online"_s}));
-    bundle = folder->filePath(u"fresh/Tunedeck.app"_s);
+    const auto installed = std::exchange(bundle, folder->filePath(u"fresh/Tunedeck.app"_s));
     EXPECT_TRUE(finds("✓ Update feed      This is the latest version.", {u"--online"_s}));
+    bundle = installed;
 }
 
 TEST_F(UpdateJourney, StartsAgainAfterAKillAndRemovesTheLeftovers) {
