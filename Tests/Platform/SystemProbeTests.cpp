@@ -64,22 +64,7 @@ TEST_F(SystemProbeTest, FindsTheNotificationServerAndThePortal) {
     EXPECT_EQ(runToEnd(m_probe.settings({})), true);
 }
 
-TEST_F(SystemProbeTest, ReportsThatThereIsNoDesktop) {
-    const std::array names{"DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR"};
-    std::map<const char*, QByteArray> saved;
-    for (const auto* name : names) {
-        saved[name] = qgetenv(name);
-        qunsetenv(name);
-    }
-    EXPECT_FALSE(runToEnd(m_probe.tray(m_self, {})));
-    EXPECT_FALSE(runToEnd(m_probe.notifications({})));
-    EXPECT_FALSE(runToEnd(m_probe.settings({})));
-    for (const auto& [name, value] : saved) {
-        qputenv(name, value);
-    }
-}
-
-TEST_F(SystemProbeTest, TellsABrokenLoginItemFromNone) {
+TEST_F(SystemProbeTest, DistinguishesABrokenLoginItemFromNone) {
     const TemporaryHome home;
     const SystemFacts facts{.home = home.path(), .bundle = home.path()};
     const auto probe = systemProbe(facts);

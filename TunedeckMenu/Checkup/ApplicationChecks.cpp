@@ -10,12 +10,6 @@ namespace tunedeck::checks {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr qint64 tooLong = 7; // days without a check
-
-} // namespace
-
 CheckResult application(const CheckContext& context) {
     const auto restart = u"Quit Tunedeck and start it again."_s;
     if (!context.instance) {
@@ -34,9 +28,6 @@ CheckResult application(const CheckContext& context) {
 CheckResult updates(const CheckContext& context) {
     const auto& last = context.lastUpdateCheck;
     const auto checked = last ? u"Last checked "_s + relativeDate(*last, context.now) : u"Not checked yet"_s;
-    if (last && last->daysTo(context.now) > tooLong) {
-        return CheckResult::warning(checked + u'.', u"Press “Check for Updates” in the panel."_s);
-    }
     const auto folder = QFileInfo(context.facts.bundle).absolutePath();
     return CheckResult::ok(
         QFileInfo(folder).isWritable()

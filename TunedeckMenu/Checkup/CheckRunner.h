@@ -21,7 +21,7 @@ struct Check {
 };
 
 /// Runs all checks side by side and returns their results in the order of the checks. One that exceeds its limit is
-/// stopped, and reported as a problem even if it doesn't stop.
-QCoro::Task<std::vector<CheckResult>> runChecks(std::vector<Check> checks, Clock& clock);
+/// stopped, and reported as a problem even if it doesn't stop. `clock` must outlive the checks.
+QCoro::Task<std::vector<CheckResult>> runChecks(std::vector<Check> checks, Clock* clock);
 
 } // namespace tunedeck

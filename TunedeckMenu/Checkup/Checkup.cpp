@@ -81,7 +81,7 @@ QCoro::Task<std::vector<CheckResult>> checkup(CheckupInput input) {
     const StatusClient client;
     context.status = co_await client.request();
     const auto shared = std::make_shared<const CheckContext>(std::move(context));
-    auto results = co_await runChecks(allChecks(shared, input.online), input.clock);
+    auto results = co_await runChecks(allChecks(shared, input.online), &input.clock);
     co_return results;
 }
 

@@ -54,9 +54,8 @@ QCoro::Task<CheckResult> relay(CheckContext context, std::stop_token stop) {
     if (!health) {
         co_return CheckResult::warning(host + u" doesn't answer."_s, networkAdvice);
     }
-    const auto waiting = health->queued.value_or(0) == 0
-                             ? QString()
-                             : u" Waiting there: "_s + counted(*health->queued, u"request"_s) + u'.';
+    const auto queued = health->queued.value_or(0);
+    const auto waiting = queued == 0 ? QString() : u" Waiting there: "_s + counted(queued, u"request"_s) + u'.';
     if (health->status != u"ok") {
         co_return CheckResult::warning(u"%1 reports “%2”."_s.arg(host, health->status) + waiting,
                                        u"Try again later."_s);

@@ -15,11 +15,10 @@ CheckResult noDesktop() {
 }
 
 /// What the running application measured last about its icon: "visible", "hidden: …".
-std::optional<QString> measurement(const CheckContext& context) {
-    const auto bytes = readFile(context.paths().menuBarReport());
-    const auto record = bytes ? json::parseObject(*bytes) : json::parseObject({});
-    const auto date = record ? parseTimestamp(record->text("checked_at"_L1)) : std::nullopt;
-    return date && *date >= context.instance->since.addSecs(-1) ? record->text("status"_L1) : std::nullopt;
+std::optional<QString> measurement(const QString& path, const RunningInstance& instance) {
+    const auto record = json::parseObject(readFile(path).value_or(QByteArray())).value_or(json::Object());
+    const auto date = parseTimestamp(record.text("checked_at"_L1));
+    return date && *date >= instance.since.addSecs(-1) ? record.text("status"_L1) : std::nullopt;
 }
 
 } // namespace
@@ -36,7 +35,7 @@ QCoro::Task<CheckResult> trayIcon(CheckContext context, std::stop_token stop) {
     if (!context.instance) {
         co_return CheckResult::ok(u"The desktop has a tray; the icon appears when Tunedeck runs."_s);
     }
-    const auto measured = tray->showsIcon ? std::nullopt : measurement(context);
+    const auto measured = measurement(context.paths().menuBarReport(), *context.instance);
     const bool isShown = tray->showsIcon.value_or(measured == u"visible");
     co_return isShown ? CheckResult::ok(u"The icon is in the tray."_s)
                       : CheckResult::warning(u"Tunedeck is running, but its icon isn't in the tray."_s,
