@@ -271,6 +271,8 @@ TEST(CheckRunnerTest, KeepsTheOrderAndCutsOffWhatTakesTooLong) {
     }
     EXPECT_EQ(seen, "slow ok, hangs late, fast ok, deaf late, ");
     EXPECT_TRUE(runToEnd(runChecks({}, &clock)).empty());
+    EXPECT_EQ(runToEnd(runChecks({sleeper(u"fast"_s, 0ms)}, &clock)).size(), 1U);
+    EXPECT_EQ(clock.sleeping(), 0U) << "its time limit";
 }
 
 TEST(CheckupReportTest, AlignsItsLinesAndMasksSecrets) {

@@ -17,13 +17,10 @@ namespace {
 struct Run {
     explicit Run(std::size_t count) : results(count), missing(count) {}
 
-    /// Only the first result of a check counts.
     void finish(std::size_t index, CheckResult result) {
-        if (!results[index]) {
-            results[index] = std::move(result);
-            if (--missing == 0) {
-                allFinished.wake();
-            }
+        results[index] = std::move(result);
+        if (--missing == 0) {
+            allFinished.wake();
         }
     }
 
