@@ -55,6 +55,7 @@ TEST_F(CheckupJourney, FollowsARunningInstallationIntoItsFaults) {
     EXPECT_EQ(lines[u"Tunedeck"_s], u"ok: Version 1.4.0 is running."_s);
     EXPECT_TRUE(eventually([this] { return checkup()[u"Tray icon"_s] == u"ok: The icon is in the tray."; }));
 
+    ASSERT_TRUE(eventually([this] { return !windows().isEmpty(); })) << "opened later, it would start the new version";
     const auto upgrade = folder->filePath(u"upgrade/Tunedeck.app"_s);
     writeBundle(upgrade, "1.4.1", '!');
     ASSERT_TRUE(QDir(bundle).removeRecursively() && QDir().rename(upgrade, bundle));
