@@ -36,7 +36,7 @@ CheckResult updates(const CheckContext& context) {
 }
 
 QCoro::Task<CheckResult> updateFeed(CheckContext context, std::stop_token stop) {
-    const auto feed = UpdateFeed::standard(context.downloader());
+    const auto feed = UpdateFeed::standard(context.bundle().updateHelper());
     const auto check = co_await feed.check(context.facts.appVersion, context.facts.systemVersion, stop);
     if (const auto* available = std::get_if<UpdateCheck::Available>(&check.value)) {
         co_return CheckResult::warning(u"Version %1 is available."_s.arg(available->release.version),
