@@ -41,9 +41,7 @@ struct UpdateFeed {
     /// Fetches with the update helper, within 30 seconds.
     static Fetch download(Downloader downloader);
 
-    /// Whether `signature` is a valid Ed25519 signature (RFC 8032) of exactly these bytes. `signature`: base64 of 64
-    /// bytes, surrounding white space allowed; `publicKey`: base64 of 32 bytes. Only the update helper has this
-    /// function.
+    /// As isSignedBy(). Only the update helper has this function.
     static bool verify(const QByteArray& bytes, const QString& signature, const QString& publicKey);
 
     /// Whether the system version is at least `minimum`, such as "13.5". A component that isn't a number counts as 0.

@@ -1,5 +1,6 @@
+#include "TunedeckCore/Update/Confined/FeedSignature.h"
+
 #include "TunedeckCore/Support/Text/Base64.h"
-#include "TunedeckCore/Update/UpdateFeed.h"
 
 #include <openssl/evp.h>
 
@@ -21,7 +22,7 @@ const unsigned char* raw(const QByteArray& bytes) {
 
 } // namespace
 
-bool UpdateFeed::verify(const QByteArray& bytes, const QString& signature, const QString& publicKey) {
+bool isSignedBy(const QByteArray& bytes, const QString& signature, const QString& publicKey) {
     const auto key = decodeBase64(publicKey.toUtf8());
     const auto signedWith = decodeBase64(signature.trimmed().toUtf8());
     if (!key || key->size() != keyBytes || !signedWith || signedWith->size() != signatureBytes) {

@@ -4,6 +4,8 @@
 #include "TunedeckCore/Support/Files/AtomicFile.h"
 #include "TunedeckCore/Support/Files/PropertyList.h"
 #include "TunedeckCore/Update/Confined/Archive.h"
+#include "TunedeckCore/Update/Confined/FeedSignature.h"
+#include "TunedeckCore/Update/UpdateFeed.h"
 
 #include <QDir>
 #include <QFile>
@@ -24,6 +26,10 @@ constexpr qint64 hashChunk = 1'048'576;
 const UpdateError noApp{.kind = UpdateError::Kind::noApp};
 
 } // namespace
+
+bool UpdateFeed::verify(const QByteArray& bytes, const QString& signature, const QString& publicKey) {
+    return isSignedBy(bytes, signature, publicKey);
+}
 
 std::expected<QString, UpdateError> UpdateInstaller::sha256Hex(const QString& path) {
     QFile file(path);
