@@ -277,19 +277,19 @@ TEST(CheckRunnerTest, KeepsTheOrderAndCutsOffWhatTakesTooLong) {
 
 TEST(CheckupReportTest, AlignsItsLinesAndMasksSecrets) {
     const std::vector<CheckResult> results{
-        {.sentence = u"Fine."_s, .name = u"Long name"_s},
+        {.sentence = u"Fi\nne."_s, .name = u"Long name"_s},
         {.level = CheckResult::Level::Problem,
          .sentence = u"See \"abcdefghijklmnopqrstuvwx\"."_s,
-         .advice = u"Bearer x"_s,
+         .advice = u"password=x"_s,
          .details = u"?start=code"_s,
          .name = u"Short"_s},
     };
-    EXPECT_EQ(checkupText(results).toStdString(), "✓ Long name  Fine.\n"
+    EXPECT_EQ(checkupText(results).toStdString(), "✓ Long name  Fi�ne.\n"
                                                   "✗ Short      See \"abcd…\".\n"
-                                                  "             Bearer …\n");
+                                                  "             password=…\n");
     EXPECT_EQ(QJsonDocument::fromJson(checkupJson(results).toUtf8()), QJsonDocument::fromJson(R"([
-        {"name": "Long name", "level": "ok", "sentence": "Fine."},
-        {"name": "Short", "level": "problem", "sentence": "See \"abcd…\".", "advice": "Bearer …",
+        {"name": "Long name", "level": "ok", "sentence": "Fi�ne."},
+        {"name": "Short", "level": "problem", "sentence": "See \"abcd…\".", "advice": "password=…",
          "details": "?start=…"}])"));
 }
 
