@@ -22,7 +22,7 @@ QCoro::Task<std::optional<T>> inBackground(std::function<T(std::stop_token)> wor
     struct Shared {
         std::optional<T> result;
         std::exception_ptr exception;
-        Wait* wait;
+        Wait* wait = nullptr;
     };
     Wait wait(stop);
     const auto shared = std::make_shared<Shared>(Shared{.wait = &wait});
