@@ -35,7 +35,8 @@ protected:
 
 TEST_F(NotifierTest, NotifiesOnceOfEachChangeSinceTheFirstStatus) {
     status.recentJobs = {{.jobId = u"old"_s, .state = u"done"_s}};
-    status.rekordboxDb.emplace().lastApplied = {.at = u"T1"_s};
+    status.rekordboxDb = ServiceStatus::Library{};
+    status.rekordboxDb->lastApplied = {.at = u"T1"_s};
     EXPECT_EQ(update(), QStringList());
     status.recentJobs = {{.jobId = u"new"_s, .state = u"queued"_s}};
     status.rekordboxDb->lastApplied->at = u"T2"_s;
