@@ -10,7 +10,7 @@ namespace tunedeck {
 
 namespace {
 
-constexpr std::size_t recentJobs = 3;
+constexpr std::size_t maxRows = 3;
 
 JobRowView jobRow(const ServiceStatus::Job& job, const QDateTime& now) {
     JobRowView row{
@@ -47,7 +47,7 @@ JobRowView jobRow(const ServiceStatus::Job& job, const QDateTime& now) {
 RecentView recentCard(const ServiceState& service, const QDateTime& now) {
     RecentView card{.title = u"Recent"_s};
     if (const ServiceStatus* status = service.status()) {
-        for (std::size_t i = 0; i < std::min(recentJobs, status->recentJobs.size()); ++i) {
+        for (std::size_t i = 0; i < std::min(maxRows, status->recentJobs.size()); ++i) {
             card.jobs << jobRow(status->recentJobs[i], now);
         }
     }
