@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int maxTextLength = 160;   // of a text from the service in a notification, in user-perceived characters
-constexpr std::size_t maxPosts = 50; // notifications per status; no honest service has more to report
+constexpr std::size_t maxPosts = 50; // about downloads per status; no honest service has more to report
 constexpr std::int64_t maxLogBytes = 1024 * 1024;
 
 /// "1 link", "12 tracks"; "Links" when the number is unknown.
