@@ -198,20 +198,6 @@ testing::AssertionResult Journey::press(const QString& name) const {
     return resultWith(eventually([&] { return screen->press(name); }), screen->texts());
 }
 
-void Journey::takePicture(const QString& name) const {
-    const auto target = qEnvironmentVariable("TUNEDECK_PICTURES");
-    if (target.isEmpty()) {
-        return;
-    }
-    QDir().mkpath(target);
-    QByteArray before;
-    eventually([&, tries = 0]() mutable { // until the screen stops changing
-        const auto now = output(u"import"_s, {u"-window"_s, u"root"_s, u"rgb:-"_s});
-        return std::exchange(before, now) == now || ++tries > 30;
-    });
-    std::ignore = output(u"import"_s, {u"-window"_s, u"root"_s, target + u'/' + name + u".png"_s});
-}
-
 QList<pid_t> Journey::processes(const QString& wanted) const {
     QList<pid_t> found;
     for (const auto& name : QDir(u"/proc"_s).entryList(QDir::Dirs)) {

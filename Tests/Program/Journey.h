@@ -51,8 +51,6 @@ protected:
     [[nodiscard]] testing::AssertionResult sees(const QString& text) const;
     /// Waits for a control and presses it. Those of a dialog come before others with the same name.
     [[nodiscard]] testing::AssertionResult press(const QString& name) const;
-    /// Saves a screenshot in the folder TUNEDECK_PICTURES if that is set.
-    void takePicture(const QString& name) const;
 
     /// The running processes of a program of the bundle, even if the file was moved or deleted.
     [[nodiscard]] QList<pid_t> processes(const QString& wanted = u"MacOS/Tunedeck"_s) const;

@@ -31,18 +31,13 @@ TEST_F(NewUserJourney, WorksFromTheFirstStartToTheRemoval) {
     ASSERT_TRUE(sees(u"Install the tools"_s)) << "without a second start";
     EXPECT_TRUE(sees(u"Step 1 of 3"_s));
     ASSERT_TRUE(sees(u"spotdl environment"_s));
-    takePicture(u"1-tools"_s);
     ASSERT_TRUE(press(u"Continue"_s));
     ASSERT_TRUE(sees(u"is backed up. Every change is backed up first; restore any time from the menu."_s));
-    takePicture(u"2-rekordbox"_s);
     ASSERT_TRUE(press(u"Continue"_s));
     ASSERT_TRUE(sees(u"Pick where you'll ask for tracks."_s));
-    takePicture(u"3-assistants"_s);
     ASSERT_TRUE(press(u"Claude"_s));
     ASSERT_TRUE(sees(u"Paste this into Claude"_s));
-    takePicture(u"4-private-link"_s);
     ASSERT_TRUE(sees(u"Connected. Try: “Add "_s));
-    takePicture(u"5-connected"_s);
     ASSERT_TRUE(press(u"Done"_s));
     ASSERT_TRUE(eventually([this] { return windows() == QStringList{u"Tunedeck"_s}; }));
     ASSERT_TRUE(sees(u"Running · connected to the cloud"_s));
@@ -54,26 +49,21 @@ TEST_F(NewUserJourney, WorksFromTheFirstStartToTheRemoval) {
     }));
     ASSERT_TRUE(press(u"Restore"_s) || press(u"Restore"_s) || press(u"Restore"_s));
     ASSERT_TRUE(sees(u"Restore your Rekordbox library to v"_s));
-    takePicture(u"6-restore"_s);
     ASSERT_TRUE(press(u"Restore"_s));
     EXPECT_TRUE(eventually([this] { return read(u".tunedeck/demo-state.json"_s).contains("Before restoring v"); }));
     EXPECT_TRUE(sees(u"Before restoring v"_s));
-    takePicture(u"7-restored"_s);
 
     // A short download may end before its start is noticed.
     const QStringList titles{u"New download request"_s, u"Added to Rekordbox"_s, u"Download failed"_s};
     ASSERT_TRUE(eventually([&] { return isAnnounced(titles); }));
     const auto log = read(u".tunedeck/notifications.log"_s);
     EXPECT_FALSE(log.isEmpty());
-    takePicture(u"8-request"_s);
 
     ASSERT_TRUE(press(u"More"_s));
     ASSERT_TRUE(press(u"Disconnect"_s));
     ASSERT_TRUE(sees(u"Disconnect Claude?"_s));
-    takePicture(u"9-disconnect"_s);
     ASSERT_TRUE(press(u"Disconnect"_s));
     EXPECT_TRUE(eventually([this] { return screen->texts().filter(u"More"_s).isEmpty(); }));
-    takePicture(u"10-disconnected"_s);
 
     const auto removed = run({u"--remove"_s});
     EXPECT_EQ(removed.status, 0) << removed.output.toStdString();
@@ -84,7 +74,6 @@ TEST_F(NewUserJourney, WorksFromTheFirstStartToTheRemoval) {
         output(u"systemctl"_s, {u"--user"_s, u"list-unit-files"_s, u"--no-legend"_s, u"com.brightfold.*"_s}).isEmpty());
     EXPECT_TRUE(read(u".tunedeck/settings.json"_s).contains("onboarded")) << "settings stay";
     EXPECT_TRUE(read(u".tunedeck/notifications.log"_s).startsWith(log));
-    takePicture(u"11-removed"_s);
 }
 
 } // namespace
