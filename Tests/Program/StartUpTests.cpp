@@ -10,7 +10,6 @@
 #include <signal.h>
 
 #include <algorithm>
-#include <atomic>
 #include <utility>
 
 namespace tunedeck::test {
@@ -123,19 +122,6 @@ TEST_F(StartUpJourney, ShowsTheIconInALateTrayAndSurvivesTheLossOfTheBus) {
     EXPECT_TRUE(eventually([this] { return windows() == QStringList{u"Tunedeck"_s} && icons() == 1; }));
     startBus();
     EXPECT_TRUE(eventually([this] { return icons() == 1; }));
-
-    // A new job in each status: events before the bus is found again are only logged.
-    NotificationServer notifications({u"body"_s}, busAddress());
-    TestServer busy;
-    std::atomic<int> jobs = 0;
-    busy.on("GET /local/status", [&jobs](Connection& connection, const ServedRequest& request) {
-        const auto job = R"("recent_jobs":[{"job_id":")" + QByteArray::number(++jobs) +
-                         R"(","state":"queued","playlist":"Friday","message":""}])";
-        behave::answer(200, statusDocument(job))(connection, request);
-    });
-    publishServicePort(busy.port());
-    ASSERT_TRUE(eventually([&] { return !notifications.calls.empty(); }));
-    EXPECT_EQ(notifications.calls.front().title, u"New download request");
     quit();
 }
 
