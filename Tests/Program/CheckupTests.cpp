@@ -69,20 +69,14 @@ TEST_F(CheckupJourney, FollowsARunningInstallationIntoItsFaults) {
     EXPECT_TRUE(lines[u"Service files"_s].endsWith(u" was changed."_s));
 }
 
-TEST_F(CheckupJourney, AsksAMisbehavingServiceAndItsRelayAndMasksTheirSecrets) {
+TEST_F(CheckupJourney, AsksTheRelayAndMasksSecrets) {
     TestServer service;
     TestServer relay;
     publishServicePort(service.port());
-    const auto serve = [&service](const QByteArray& document) {
-        service.on("GET /local/status", behave::answer(200, document));
-    };
-    serve(statusDocument(R"("recent_jobs":[{"job_id":5}])"));
-    EXPECT_EQ(checkup()[u"Service answer"_s],
-              u"problem: Its status can't be read. Unreadable document: \"recentJobs[0].jobId\" expected text, found "
-              "a number."_s);
-    serve(statusDocument(R"("download_dir_writable":false,"download_dir_error":"Bearer abc","cloud":{"enabled":true,)"
-                         R"("base_url":")" +
-                         relay.url().toEncoded() + "\"}"));
+    service.on("GET /local/status",
+               behave::answer(200, statusDocument(R"("download_dir_writable":false,"download_dir_error":"Bearer abc",)"
+                                                  R"("cloud":{"enabled":true,"base_url":")" +
+                                                  relay.url().toEncoded() + "\"}")));
     const std::pair<QByteArray, QString> healths[]{
         {R"({"status":"ok"})", u"warning: 127.0.0.1 doesn't answer."_s},
         {R"({"status":"down","version":"","protocol":"","queued":2})",
