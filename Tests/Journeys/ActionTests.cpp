@@ -15,6 +15,7 @@ struct Action {
     QString done = {};       ///< the note after success; empty if there is none
     QString failed = {};     ///< the error before the reason
     QString anyway = {};     ///< the error, whatever the reason
+    QString copied = {};     ///< on the clipboard after success
     bool readsAnswer = true; ///< a malformed body is a failure
 };
 
@@ -35,19 +36,22 @@ QList<Action> actions() {
          .route = links,
          .good = behave::answer(201, R"({"id":"n","kind":"claude","url":"https://x.example/n"})"),
          .done = u"Copied Claude's URL. "_s + info(Assistant::claude).setupSteps.join(u' '),
-         .failed = u"Couldn't connect Claude: "_s},
+         .failed = u"Couldn't connect Claude: "_s,
+         .copied = u"https://x.example/n"_s},
         {.way = {u"More of Studio"_s, u"New URL…"_s},
          .route = links + "/a/rotate",
          .good = behave::answer(200, R"({"id":"a","kind":"chatgpt","url":"https://x.example/2"})"),
          .confirm = u"New URL"_s,
          .done = u"New URL copied. Paste it into Studio"_s,
-         .failed = u"Couldn't make a new URL: "_s},
+         .failed = u"Couldn't make a new URL: "_s,
+         .copied = u"https://x.example/2"_s},
         {.way = {u"More of iPhone"_s, u"New Key…"_s},
          .route = links + "/i/rotate",
          .good = behave::answer(200, R"({"id":"i","kind":"shortcut","token":"fresh"})"),
          .confirm = u"New Key"_s,
          .done = u"New key copied. Paste it into your Shortcut's Authorization header."_s,
-         .failed = u"Couldn't make a new key: "_s},
+         .failed = u"Couldn't make a new key: "_s,
+         .copied = u"fresh"_s},
         {.way = {u"New Code"_s},
          .route = links + "/t/rotate",
          .good = behave::answer(200, R"({"id":"t","kind":"telegram","url":"https://t.me/b?start=2"})"),
@@ -153,6 +157,7 @@ TEST_F(ActionJourney, SendsNothingWhenCancelled) {
 
 TEST_F(ActionJourney, SendsOneRequestForADoublePressAndShowsItsNote) {
     for (const Action& action : actions()) {
+        pasteboard.text.clear();
         server.on(action.route, behave::after(60ms, action.good));
         go(action.way.mid(0, action.way.size() - 1));
         const Element last = ready(action.way.last());
@@ -169,6 +174,7 @@ TEST_F(ActionJourney, SendsOneRequestForADoublePressAndShowsItsNote) {
         // An action without a note keeps the earlier one.
         expectLine(action, action.done.isEmpty() ? line().value_or(QString()) : action.done);
         EXPECT_FALSE(state().actionError) << qPrintable(*state().actionError);
+        EXPECT_EQ(pasteboard.text, action.copied);
         ASSERT_TRUE(comes([this] { return hasText(u"Studio"_s) && hasText(u"iPhone"_s) && hasText(u"Claude"_s); }));
         poll();
         EXPECT_EQ(count(action.route), 1) << action.route.toStdString();
