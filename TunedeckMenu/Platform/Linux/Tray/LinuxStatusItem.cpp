@@ -68,8 +68,10 @@ void LinuxStatusItem::create(TrayWatch::Tray kind) {
 }
 
 void LinuxStatusItem::setSymbol(const QString& symbol, const QString& toolTip) {
-    m_symbol = symbol;
-    draw();
+    if (symbol != m_symbol) {
+        m_symbol = symbol;
+        draw();
+    }
     if (toolTip != m_toolTip) {
         m_toolTip = toolTip;
         if (m_icon) {
