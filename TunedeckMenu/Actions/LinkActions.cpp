@@ -62,8 +62,8 @@ bool isSame(const AssistantLink& asked, const AssistantLink& current) {
 
 } // namespace
 
-LinkActions::LinkActions(PanelActions& panel, MenuModel& model, const MenuServices& services, Clipboard& clipboard)
-    : m_model(model), m_services(services), m_clipboard(clipboard) {
+LinkActions::LinkActions(PanelActions& panel, MenuModel& model, const MenuServices& services, FieldCopier& copier)
+    : m_model(model), m_services(services), m_copier(copier) {
     connect(&panel, &PanelActions::connectAssistant, this, [this](const QString& kind) {
         const auto assistant = assistantFromRawValue(kind);
         if (assistant && !m_connecting[*assistant].isBusy()) {
@@ -133,7 +133,7 @@ void LinkActions::showNextStep(Assistant assistant, const AssistantLink& link) {
     if (!link.url) {
         return;
     }
-    m_clipboard.copy(*link.url, copyKey(link));
+    m_copier.copy(*link.url, copyKey(link));
     m_model.showNote(u"Copied %1's URL. "_s.arg(info(assistant).name) + info(assistant).setupSteps.join(u' '));
 }
 
@@ -170,7 +170,7 @@ void LinkActions::rotated(const AssistantLink& link, const Result<AssistantLink>
         return;
     }
     m_model.storeLink(*renewed);
-    m_clipboard.copy(*secret, copyKey(link));
+    m_copier.copy(*secret, copyKey(link));
     m_model.showNote(isKey ? u"New key copied. Paste it into your Shortcut's Authorization header."_s
                            : u"New URL copied. Paste it into "_s + link.displayName());
 }
@@ -238,7 +238,7 @@ void LinkActions::copySecret(const QString& key) {
         value = isShortcut(*link) ? link->apiUrl : link->url;
     }
     if (value) {
-        m_clipboard.copy(*value, key);
+        m_copier.copy(*value, key);
     }
 }
 

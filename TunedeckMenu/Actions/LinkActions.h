@@ -1,7 +1,7 @@
 #pragma once
 
 #include "TunedeckCore/Support/Async/TaskScope.h"
-#include "TunedeckMenu/Actions/Clipboard.h"
+#include "TunedeckMenu/Actions/FieldCopier.h"
 #include "TunedeckMenu/Model/InFlight.h"
 #include "TunedeckMenu/Model/MenuModel.h"
 #include "TunedeckMenu/Panel/PanelActions.h"
@@ -25,7 +25,7 @@ public:
     template<class T>
     using ResultHandler = std::function<void(const Result<T>&)>;
 
-    LinkActions(PanelActions& panel, MenuModel& model, const MenuServices& services, Clipboard& clipboard);
+    LinkActions(PanelActions& panel, MenuModel& model, const MenuServices& services, FieldCopier& copier);
 
     /// Creates a link and shows what to do next, or the error, in the panel.
     void connectAssistant(Assistant assistant, ResultHandler<AssistantLink> done = {});
@@ -53,7 +53,7 @@ private:
 
     MenuModel& m_model;
     const MenuServices& m_services;
-    Clipboard& m_clipboard;
+    FieldCopier& m_copier;
     std::map<Assistant, InFlight> m_connecting;
     TaskScope m_scope;
 };

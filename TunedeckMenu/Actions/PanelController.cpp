@@ -7,11 +7,11 @@ namespace tunedeck {
 using namespace Qt::StringLiterals;
 
 PanelController::PanelController(MenuModel& model, const MenuServices& services)
-    : m_clipboard(services, model)
+    : m_copier(services, model)
     , m_service(*this, model, services)
     , m_folder(*this, model, services)
     , m_library(*this, model, services)
-    , m_links(*this, model, services, m_clipboard)
+    , m_links(*this, model, services, m_copier)
     , m_update(*this, model, services) {
     connect(this, &PanelActions::panelAppeared, &model, &MenuModel::panelAppeared);
     connect(this, &PanelActions::panelDisappeared, &model, &MenuModel::panelDisappeared);

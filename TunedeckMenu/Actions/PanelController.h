@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TunedeckMenu/Actions/Clipboard.h"
+#include "TunedeckMenu/Actions/FieldCopier.h"
 #include "TunedeckMenu/Actions/FolderActions.h"
 #include "TunedeckMenu/Actions/LibraryActions.h"
 #include "TunedeckMenu/Actions/LinkActions.h"
@@ -20,7 +20,7 @@ public:
     LinkActions& links() { return m_links; }
 
 private:
-    Clipboard m_clipboard;
+    FieldCopier m_copier;
     ServiceActions m_service;
     FolderActions m_folder;
     LibraryActions m_library;

@@ -23,7 +23,7 @@ const auto tokenKey = u"key"_s;
 
 OnboardingModel::OnboardingModel(LinkActions& links, const MenuServices& services,
                                  std::optional<RekordboxInstall> rekordbox)
-    : m_links(links), m_services(services), m_clipboard(services, *this), m_repair(services, *this) {
+    : m_links(links), m_services(services), m_copier(services, *this), m_repair(services, *this) {
     m_state.rekordbox = std::move(rekordbox);
 }
 
@@ -179,13 +179,13 @@ void OnboardingModel::copyLink() {
     const auto& link = m_state.link;
     const auto url = !link ? std::nullopt : m_state.assistant == Assistant::iphone ? link->apiUrl : link->url;
     if (url) {
-        m_clipboard.copy(*url, urlKey);
+        m_copier.copy(*url, urlKey);
     }
 }
 
 void OnboardingModel::copyKey() {
     if (m_state.link && m_state.link->token) {
-        m_clipboard.copy(*m_state.link->token, tokenKey);
+        m_copier.copy(*m_state.link->token, tokenKey);
     }
 }
 

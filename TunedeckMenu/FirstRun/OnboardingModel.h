@@ -1,7 +1,7 @@
 #pragma once
 
 #include "TunedeckCore/Support/Async/TaskScope.h"
-#include "TunedeckMenu/Actions/Clipboard.h"
+#include "TunedeckMenu/Actions/FieldCopier.h"
 #include "TunedeckMenu/Actions/LinkActions.h"
 #include "TunedeckMenu/Actions/ToolRepair.h"
 #include "TunedeckMenu/Model/ActionFeedback.h"
@@ -72,7 +72,7 @@ private:
     LinkActions& m_links;
     const MenuServices& m_services;
     OnboardingState m_state;
-    Clipboard m_clipboard;
+    FieldCopier m_copier;
     ToolRepair m_repair;
     bool m_baselineRequested = false;
     InFlight m_linkLists;

@@ -6,15 +6,13 @@ namespace tunedeck {
 
 struct FooterView {
     Q_GADGET
-    VIEW_PROPERTY(QString, loginTitle);
+    VIEW_PROPERTY(QString, loginTitle) = u"Open at Login"_s;
     VIEW_PROPERTY(bool, opensAtLogin) = false;
     VIEW_PROPERTY(bool, restarting) = false;
-    VIEW_PROPERTY(QString, restartLabel);
-    VIEW_PROPERTY(QString, logLabel);
-    VIEW_PROPERTY(QString, quitLabel);
+    VIEW_PROPERTY(QString, restartLabel) = u"Restart tunedeck"_s;
+    VIEW_PROPERTY(QString, logLabel) = u"Open Log"_s;
+    VIEW_PROPERTY(QString, quitLabel) = u"Quit Tunedeck"_s;
     bool operator==(const FooterView&) const = default;
 };
-
-FooterView footer(bool opensAtLogin, bool isRestarting);
 
 } // namespace tunedeck

@@ -37,7 +37,7 @@ QString statusLine(const ServiceState& service) {
 }
 
 HeaderView headerView(const ServiceState& service) {
-    return {.title = u"Tunedeck"_s, .status = statusLine(service), .tone = headerTone(service)};
+    return {.status = statusLine(service), .tone = headerTone(service)};
 }
 
 } // namespace tunedeck

@@ -8,7 +8,7 @@ namespace tunedeck {
 
 struct HeaderView {
     Q_GADGET
-    VIEW_PROPERTY(QString, title);
+    VIEW_PROPERTY(QString, title) = u"Tunedeck"_s;
     VIEW_PROPERTY(QString, status);
     VIEW_PROPERTY(tunedeck::look::Tone, tone) = look::Tone::Secondary;
     bool operator==(const HeaderView&) const = default;

@@ -7,7 +7,7 @@ namespace tunedeck {
 PanelContent panelContent(const PanelState& state, const QDateTime& now) {
     return {
         .header = headerView(state.service),
-        .hiddenIcon = hiddenIconCard(state.menuBarIcon),
+        .hiddenIcon = {.shown = state.menuBarIcon.kind == MenuBarIconVisibility::Kind::hidden},
         .notRunning = notRunningCard(state.service, state.isRestarting),
         .recent = recentCard(state.service, now),
         .tools = toolsNotice(state.toolbox),
@@ -16,7 +16,7 @@ PanelContent panelContent(const PanelState& state, const QDateTime& now) {
         .rekordbox = rekordboxCard(state.service, state.libraryBusy, now),
         .about = aboutCard(state.appVersion, state.update, now),
         .banner = actionBanner(state.actionError, state.actionNote),
-        .footer = footer(state.opensAtLogin, state.isRestarting),
+        .footer = {.opensAtLogin = state.opensAtLogin, .restarting = state.isRestarting},
     };
 }
 

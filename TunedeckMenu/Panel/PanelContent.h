@@ -24,7 +24,7 @@ struct PanelState;
 struct PanelContent {
     Q_GADGET
     VIEW_PROPERTY(tunedeck::HeaderView, header);
-    VIEW_PROPERTY(tunedeck::TextCardView, hiddenIcon);
+    VIEW_PROPERTY(tunedeck::HiddenIconView, hiddenIcon);
     VIEW_PROPERTY(tunedeck::NotRunningView, notRunning);
     VIEW_PROPERTY(tunedeck::RecentView, recent);
     VIEW_PROPERTY(tunedeck::ToolsNoticeView, tools);

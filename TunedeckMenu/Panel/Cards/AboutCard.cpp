@@ -39,13 +39,7 @@ struct DescribeUpdate {
 } // namespace
 
 AboutView aboutCard(const QString& appVersion, const UpdateState& update, const QDateTime& now) {
-    AboutView card{
-        .title = u"About"_s,
-        .version = u"Version "_s + appVersion,
-        .checkButton = u"Check for Updates"_s,
-        .diagnosticsButton = u"Copy Diagnostics"_s,
-        .diagnosticsHelp = u"Versions, tool states and recent errors, with every secret masked, for support"_s,
-    };
+    AboutView card{.version = u"Version "_s + appVersion};
     std::visit(DescribeUpdate{card, now}, update.value);
     card.busyHelp = card.busy ? card.updateText : QString();
     return card;

@@ -23,9 +23,10 @@ void describeCloud(AssistantsView& card, const ServiceStatus::Cloud& cloud) {
 } // namespace
 
 AssistantsView assistantsCard(const PanelState& state, const QDateTime& now) {
-    AssistantsView card{.title = u"Assistants"_s};
-    card.busy = state.linksBusy;
-    card.revealSymbol = state.revealSecrets ? u"eye.slash"_s : u"eye"_s;
+    AssistantsView card{
+        .revealSymbol = state.revealSecrets ? u"eye.slash"_s : u"eye"_s,
+        .busy = state.linksBusy,
+    };
     if (!state.links.empty()) {
         card.revealLabel =
             state.revealSecrets ? u"Hide the private URLs and keys"_s : u"Show the private URLs and keys"_s;

@@ -11,7 +11,7 @@ namespace tunedeck {
 
 struct AssistantsView {
     Q_GADGET
-    VIEW_PROPERTY(QString, title);
+    VIEW_PROPERTY(QString, title) = u"Assistants"_s;
     VIEW_PROPERTY(QString, revealSymbol);
     VIEW_PROPERTY(QString, revealLabel); ///< empty when there is nothing to reveal
     VIEW_PROPERTY(QString, emptyText);   ///< empty when there are links

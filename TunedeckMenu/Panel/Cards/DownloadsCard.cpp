@@ -31,13 +31,9 @@ DownloadsView downloadsCard(const ServiceState& service, const std::optional<QSt
     const ServiceStatus* status = service.status();
     const bool custom = status && status->downloadDirSource == u"settings";
     DownloadsView card{
-        .title = u"Downloads"_s,
         .badge = custom ? u"Custom"_s : u"Default"_s,
         .warning = folderWarning(status, customFolder, home),
-        .changeButton = u"Change Folder…"_s,
-        .changeHelp = u"New downloads go to the folder you pick. Songs already saved stay where they are."_s,
         .defaultButton = custom ? u"Use Default"_s : QString(),
-        .note = u"Applies from the next download."_s,
     };
     if (status) {
         card.folderPath = status->downloadDir;

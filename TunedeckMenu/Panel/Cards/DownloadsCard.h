@@ -10,17 +10,18 @@ namespace tunedeck {
 
 struct DownloadsView {
     Q_GADGET
-    VIEW_PROPERTY(QString, title);
+    VIEW_PROPERTY(QString, title) = u"Downloads"_s;
     VIEW_PROPERTY(QString, badge);
     VIEW_PROPERTY(QString, folderPath); ///< absolute; empty while the service isn't running
     VIEW_PROPERTY(QString, folderTitle);
     VIEW_PROPERTY(QString, folderSubtitle);
     VIEW_PROPERTY(QString, stoppedText); ///< shown instead of the folder while the service isn't running
     VIEW_PROPERTY(tunedeck::BannerView, warning);
-    VIEW_PROPERTY(QString, changeButton);
-    VIEW_PROPERTY(QString, changeHelp);
+    VIEW_PROPERTY(QString, changeButton) = u"Change Folder…"_s;
+    VIEW_PROPERTY(QString, changeHelp) = u"New downloads go to the folder you pick. Songs already "
+                                         "saved stay where they are."_s;
     VIEW_PROPERTY(QString, defaultButton); ///< empty when the folder is the default one
-    VIEW_PROPERTY(QString, note);
+    VIEW_PROPERTY(QString, note) = u"Applies from the next download."_s;
     bool operator==(const DownloadsView&) const = default;
 };
 

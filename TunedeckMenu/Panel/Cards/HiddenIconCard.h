@@ -1,19 +1,17 @@
 #pragma once
 
-#include "TunedeckCore/MenuBarPlacement.h"
 #include "TunedeckMenu/Panel/ViewProperty.h"
 
 namespace tunedeck {
 
-/// A card with a single text.
-struct TextCardView {
+struct HiddenIconView {
     Q_GADGET
     VIEW_PROPERTY(bool, shown) = false;
-    VIEW_PROPERTY(QString, title);
-    VIEW_PROPERTY(QString, text);
-    bool operator==(const TextCardView&) const = default;
+    VIEW_PROPERTY(QString, title) = u"Menu bar"_s;
+    VIEW_PROPERTY(QString, text) = u"Hold ⌘ and drag other icons out of the menu bar to make room — Tunedeck "
+                                   "sits next to the clock. Until then, open Tunedeck from Spotlight (⌘ Space, "
+                                   "“Tunedeck”) to get this window."_s;
+    bool operator==(const HiddenIconView&) const = default;
 };
-
-TextCardView hiddenIconCard(const MenuBarIconVisibility& icon);
 
 } // namespace tunedeck

@@ -79,7 +79,6 @@ LinkRowView linkRow(const AssistantLink& link, const PanelState& state, const QD
         .name = link.displayName(),
         .detail = usage(link, now),
         .connected = link.isConnected(),
-        .menu = {.label = u"More"_s, .guide = u"Setup Guide"_s, .disconnect = u"Disconnect"_s},
     };
     const auto assistant = link.assistant();
     if (assistant == Assistant::telegram) {

@@ -14,11 +14,11 @@ namespace tunedeck {
 /// The menu of a link and the button that opens it.
 struct LinkMenuView {
     Q_GADGET
-    VIEW_PROPERTY(QString, label);
+    VIEW_PROPERTY(QString, label) = u"More"_s;
     VIEW_PROPERTY(QString, description); ///< names the link, for screen readers
     VIEW_PROPERTY(QString, renew);       ///< "New URL…", "New Key…"; empty when the menu has no such item
-    VIEW_PROPERTY(QString, guide);
-    VIEW_PROPERTY(QString, disconnect);
+    VIEW_PROPERTY(QString, guide) = u"Setup Guide"_s;
+    VIEW_PROPERTY(QString, disconnect) = u"Disconnect"_s;
     bool operator==(const LinkMenuView&) const = default;
 };
 

@@ -8,8 +8,9 @@ namespace tunedeck {
 struct NotRunningView {
     Q_GADGET
     VIEW_PROPERTY(bool, shown) = false;
-    VIEW_PROPERTY(QString, title);
-    VIEW_PROPERTY(QString, text);
+    VIEW_PROPERTY(QString, title) = u"Service"_s;
+    VIEW_PROPERTY(QString, text) = u"tunedeck isn't running. Downloads you request wait in the cloud "
+                                   "queue until it's back."_s;
     VIEW_PROPERTY(QString, button);
     VIEW_PROPERTY(bool, starting) = false;
     bool operator==(const NotRunningView&) const = default;

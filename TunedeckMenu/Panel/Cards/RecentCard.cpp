@@ -45,7 +45,7 @@ JobRowView jobRow(const ServiceStatus::Job& job, const QDateTime& now) {
 } // namespace
 
 RecentView recentCard(const ServiceState& service, const QDateTime& now) {
-    RecentView card{.title = u"Recent"_s};
+    RecentView card;
     if (const ServiceStatus* status = service.status()) {
         for (std::size_t i = 0; i < std::min(maxRows, status->recentJobs.size()); ++i) {
             card.jobs << jobRow(status->recentJobs[i], now);

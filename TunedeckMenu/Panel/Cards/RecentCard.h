@@ -25,7 +25,7 @@ struct JobRowView {
 struct RecentView {
     Q_GADGET
     VIEW_PROPERTY(bool, shown) = false;
-    VIEW_PROPERTY(QString, title);
+    VIEW_PROPERTY(QString, title) = u"Recent"_s;
     QList<JobRowView> jobs;
     bool operator==(const RecentView&) const = default;
 };

@@ -71,7 +71,6 @@ BackupRowView backupRow(const Library::Backup& backup, const Library& library, b
         .date = relative(backup.createdAt, now),
         .badge = backup.version == library.backups.front().version ? u"Latest"_s : QString(),
         .reason = backup.reason,
-        .button = u"Restore"_s,
         .help = u"Restore the library to v"_s + backup.version,
         .canRestore = !library.rekordboxRunning && !busy,
     };
@@ -112,7 +111,7 @@ void describeLibrary(RekordboxView& card, const Library& library, bool busy, con
 } // namespace
 
 RekordboxView rekordboxCard(const ServiceState& service, bool libraryBusy, const QDateTime& now) {
-    RekordboxView card{.title = u"Rekordbox"_s};
+    RekordboxView card;
     const ServiceStatus* status = service.status();
     if (!status) {
         card.xmlText = u"Shown when tunedeck is running."_s;

@@ -16,7 +16,7 @@ struct BackupRowView {
     VIEW_PROPERTY(QString, date);
     VIEW_PROPERTY(QString, badge); ///< "Latest" or empty
     VIEW_PROPERTY(QString, reason);
-    VIEW_PROPERTY(QString, button);
+    VIEW_PROPERTY(QString, button) = u"Restore"_s;
     VIEW_PROPERTY(QString, help); ///< what the button restores, or why it is disabled
     VIEW_PROPERTY(bool, canRestore) = false;
     bool operator==(const BackupRowView&) const = default;
@@ -24,7 +24,7 @@ struct BackupRowView {
 
 struct RekordboxView {
     Q_GADGET
-    VIEW_PROPERTY(QString, title);
+    VIEW_PROPERTY(QString, title) = u"Rekordbox"_s;
     VIEW_PROPERTY(QString, badge); ///< empty when no version is known
     VIEW_PROPERTY(QString, badgeHelp);
     VIEW_PROPERTY(bool, hasLibrary) = false; ///< false: everything but the xml row is hidden

@@ -22,7 +22,7 @@ QString installDetail(const ToolboxReport& toolbox) {
 } // namespace
 
 ToolsNoticeView toolsNotice(const std::optional<ToolboxReport>& toolbox) {
-    ToolsNoticeView card{.title = u"Tools"_s};
+    ToolsNoticeView card;
     if (!toolbox || (toolbox->allReady() && !toolbox->installing)) {
         return card;
     }

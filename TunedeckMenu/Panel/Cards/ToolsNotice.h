@@ -11,7 +11,7 @@ namespace tunedeck {
 struct ToolsNoticeView {
     Q_GADGET
     VIEW_PROPERTY(bool, shown) = false;
-    VIEW_PROPERTY(QString, title);
+    VIEW_PROPERTY(QString, title) = u"Tools"_s;
     VIEW_PROPERTY(QString, badge);
     VIEW_PROPERTY(tunedeck::look::Tone, badgeTone) = look::Tone::Warning;
     VIEW_PROPERTY(QString, text);           ///< the missing tools; may be empty

@@ -5,7 +5,7 @@ import Tunedeck.Views
 Card {
     id: card
 
-    readonly property textCardView view: Panel.content.hiddenIcon
+    readonly property hiddenIconView view: Panel.content.hiddenIcon
 
     symbol: "menubar.rectangle"
     title: view.title

@@ -1,4 +1,4 @@
-#include "TunedeckMenu/Actions/Clipboard.h"
+#include "TunedeckMenu/Actions/FieldCopier.h"
 
 #include <chrono>
 
@@ -6,14 +6,14 @@ namespace tunedeck {
 
 using namespace std::chrono_literals;
 
-void Clipboard::copy(const QString& text, const QString& key) {
+void FieldCopier::copy(const QString& text, const QString& key) {
     m_services.pasteboard.setText(text);
     m_feedback.setCopied(key);
     m_scope.restart(); // an earlier copy must not clear this mark
     spawn(clearMark());
 }
 
-QCoro::Task<> Clipboard::clearMark() {
+QCoro::Task<> FieldCopier::clearMark() {
     const auto stop = m_scope.token();
     co_await m_services.clock.sleep(1500ms, stop);
     if (!stop.stop_requested()) {

@@ -9,12 +9,12 @@
 
 namespace tunedeck {
 
-/// Copies values to the clipboard and marks the copied one for 1.5 seconds.
-class Clipboard {
+/// Copies the values of fields to the clipboard, and marks the copied field for 1.5 seconds.
+class FieldCopier {
 public:
-    Clipboard(const MenuServices& services, ActionFeedback& feedback) : m_services(services), m_feedback(feedback) {}
+    FieldCopier(const MenuServices& services, ActionFeedback& feedback) : m_services(services), m_feedback(feedback) {}
 
-    /// Copies the text and marks the value with that key.
+    /// Copies the text and marks the field with that key.
     void copy(const QString& text, const QString& key);
 
 private:
