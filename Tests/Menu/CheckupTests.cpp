@@ -16,9 +16,9 @@ namespace {
 
 using namespace test;
 
-/// "LEVEL: SENTENCE"
+/// The level's mark and the sentence.
 std::string words(const CheckResult& result) {
-    const std::array levels{"ok: ", "warning: ", "problem: "};
+    const std::array levels{"✓ ", "! ", "✗ "};
     return levels.at(static_cast<std::size_t>(result.level)) + result.sentence.toStdString();
 }
 
@@ -61,23 +61,17 @@ protected:
                          .serviceUrl = server.url()};
 };
 
-using ServiceCheckupTest = CheckupTest;
-using DownloadCheckupTest = CheckupTest;
-using CloudCheckupTest = CheckupTest;
-using DesktopCheckupTest = CheckupTest;
-using ApplicationCheckupTest = CheckupTest;
+const std::string needsService = "! Not checked: the service has to answer first.";
 
-const std::string needsService = "warning: Not checked: the service has to answer first.";
-
-TEST_F(ServiceCheckupTest, ComparesTheInstallationWithTheBundle) {
+TEST_F(CheckupTest, ComparesTheInstallationWithTheBundle) {
     const auto installed = u".tunedeck/bin/tunedeck"_s;
     expectEach(checks::serviceProgram,
-               {{[] {}, "warning: This copy of Tunedeck contains no service program."},
-                {file(u"apps/Tunedeck.app/Contents/Helpers/tunedeck"_s, "1"), "problem: It isn't installed."},
-                {file(installed, "0"), "problem: The installed program can't be executed."},
+               {{[] {}, "! This copy of Tunedeck contains no service program."},
+                {file(u"apps/Tunedeck.app/Contents/Helpers/tunedeck"_s, "1"), "✗ It isn't installed."},
+                {file(installed, "0"), "✗ The installed program can't be executed."},
                 {[&] { QFile::setPermissions(home.path(installed), QFile::ReadOwner | QFile::ExeOwner); },
-                 "warning: The installed program isn't the one in this Tunedeck."},
-                {file(installed, "1"), "ok: It is installed, and the same as in this Tunedeck."}});
+                 "! The installed program isn't the one in this Tunedeck."},
+                {file(installed, "1"), "✓ It is installed, and the same as in this Tunedeck."}});
 
     ManualClock clock;
     const ServiceInstaller installer(home.path(), {}, 501, {}, clock);
@@ -87,16 +81,16 @@ TEST_F(ServiceCheckupTest, ComparesTheInstallationWithTheBundle) {
         EXPECT_EQ(list, installer.plist());
         return outdated;
     };
-    expectEach(checks::serviceFiles,
-               {{[] {}, "problem: ~/Library/LaunchAgents/com.brightfold.tunedeck.plist is missing."},
-                {file(plist, "<plist/>"), "warning: ~/Library/LaunchAgents/com.brightfold.tunedeck.plist was changed."},
-                {file(plist, xmlPropertyList(installer.plist())),
-                 "ok: The files that start the service are as they should be."},
-                {[&] { outdated = home.path(u"x.service"_s); }, "problem: ~/x.service is missing."},
-                {file(u"x.service"_s, "x"), "warning: ~/x.service was changed."}});
+    expectEach(
+        checks::serviceFiles,
+        {{[] {}, "✗ ~/Library/LaunchAgents/com.brightfold.tunedeck.plist is missing."},
+         {file(plist, "<plist/>"), "! ~/Library/LaunchAgents/com.brightfold.tunedeck.plist was changed."},
+         {file(plist, xmlPropertyList(installer.plist())), "✓ The files that start the service are as they should be."},
+         {[&] { outdated = home.path(u"x.service"_s); }, "✗ ~/x.service is missing."},
+         {file(u"x.service"_s, "x"), "! ~/x.service was changed."}});
 }
 
-TEST_F(ServiceCheckupTest, ReportsTheProcessAndItsAnswer) {
+TEST_F(CheckupTest, ReportsTheProcessAndItsAnswer) {
     using State = SupervisedService::State;
     std::optional<SupervisedService> service;
     context.system.service = [&](std::stop_token) { return endedTask(service); };
@@ -104,25 +98,25 @@ TEST_F(ServiceCheckupTest, ReportsTheProcessAndItsAnswer) {
     const QDateTime start(QDate(2026, 3, 1), QTime(11, 0), Qt::UTC);
     const auto since = "It has been running since " + dateAndTime(start).toStdString();
     expectEach(checks::serviceProcess,
-               {{[] {}, "problem: The system's service manager doesn't answer."},
-                {is({State::Unknown}), "problem: It isn't set up."},
-                {is({State::Stopped, {}, u"exit status 0"_s}), "problem: It is stopped; it ended with exit status 0."},
+               {{[] {}, "✗ The system's service manager doesn't answer."},
+                {is({State::Unknown}), "✗ It isn't set up."},
+                {is({State::Stopped, {}, u"exit status 0"_s}), "✗ It is stopped; it ended with exit status 0."},
                 {is({State::Restarting, {}, u"signal 9"_s}),
-                 "problem: It keeps ending and is started again; it ended with signal 9."},
-                {is({State::Running, start, {}, 2}), "warning: " + since + ", after ending unexpectedly (2 times)."},
-                {is({State::Running, start}), "ok: " + since + '.'}});
+                 "✗ It keeps ending and is started again; it ended with signal 9."},
+                {is({State::Running, start, {}, 2}), "! " + since + ", after ending unexpectedly (2 times)."},
+                {is({State::Running, start}), "✓ " + since + '.'}});
     context.serviceUrl = QUrl(u"http://127.0.0.1:8123"_s);
     expectEach(checks::serviceAnswer,
-               {{failure(HttpFailure::Unreachable), "problem: Nothing answers on port 8123."},
-                {failure(HttpFailure::TimedOut), "problem: It doesn't answer in time on port 8123."},
-                {failure(HttpFailure::Malformed), "problem: What answers on port 8123 isn't the service."},
-                {failure(404), "problem: What answers on port 8123 isn't the service."},
+               {{failure(HttpFailure::Unreachable), "✗ Nothing answers on port 8123."},
+                {failure(HttpFailure::TimedOut), "✗ It doesn't answer in time on port 8123."},
+                {failure(HttpFailure::Malformed), "✗ What answers on port 8123 isn't the service."},
+                {failure(404), "✗ What answers on port 8123 isn't the service."},
                 {failure(ServiceStatus::decode(statusDocument(R"("cloud":{})")).error()),
-                 "problem: Its status can't be read. Unreadable document: \"cloud.enabled\" is missing."},
-                {status({}), "ok: Version 5.0 answers on port 8123."}});
+                 "✗ Its status can't be read. Unreadable document: \"cloud.enabled\" is missing."},
+                {status({}), "✓ Version 5.0 answers on port 8123."}});
 }
 
-TEST_F(DownloadCheckupTest, ReportsTheToolsAndTheFolder) {
+TEST_F(CheckupTest, ReportsTheToolsAndTheFolder) {
     const auto report = [this](const QByteArray& tools, const QByteArray& more = "false") {
         return [this, tools, more] {
             server.on("GET /local/toolbox",
@@ -133,75 +127,71 @@ TEST_F(DownloadCheckupTest, ReportsTheToolsAndTheFolder) {
     const QByteArray missing = R"({"name":"yt-dlp","wanted":"2","ready":false})";
     expectEach(checks::tools,
                {{failure(HttpFailure::Unreachable), needsService},
-                {status({}), "warning: The service doesn't report on its tools."},
-                {report(ready + ',' + missing), "problem: Missing or too old: yt-dlp."},
-                {report(missing, R"(false,"error":"No space.")"), "problem: Missing or too old: yt-dlp. (No space.)"},
-                {report(missing, "true"), "warning: They are being installed."},
-                {report(ready), "ok: All tools are installed."}});
+                {status({}), "! The service doesn't report on its tools."},
+                {report(ready + ',' + missing), "✗ Missing or too old: yt-dlp."},
+                {report(missing, R"(false,"error":"No space.")"), "✗ Missing or too old: yt-dlp. (No space.)"},
+                {report(missing, "true"), "! They are being installed."},
+                {report(ready), "✓ All tools are installed."}});
     EXPECT_EQ(runToEnd(checks::tools(context, {})).details, u"ffmpeg 7.1"_s);
 
     const SmallDisk disk(64);
-    expectEach(checks::downloadFolder,
-               {{failure(404), needsService},
-                {file(u".tunedeck/settings.json"_s, R"({"download_dir":"/nowhere"})"),
-                 "problem: /nowhere can't be written to."},
-                {status(R"("download_dir_writable":false)"), "problem: /music can't be written to."},
-                {status(R"("download_dir_writable":false,"download_dir_error":"It is full.")"),
-                 "problem: /music can't be written to. It is full."}});
+    expectEach(checks::downloadFolder, {{failure(404), needsService},
+                                        {file(u".tunedeck/settings.json"_s, R"({"download_dir":"/nowhere"})"),
+                                         "✗ /nowhere can't be written to."},
+                                        {status(R"("download_dir_writable":false)"), "✗ /music can't be written to."},
+                                        {status(R"("download_dir_writable":false,"download_dir_error":"It is full.")"),
+                                         "✗ /music can't be written to. It is full."}});
     status(R"("download_dir":")" + QFile::encodeName(home.path(u"Music"_s)) + '"')();
-    EXPECT_TRUE(words(checks::downloadFolder(context)).starts_with("ok: ~/Music can be written to, with "));
+    EXPECT_TRUE(words(checks::downloadFolder(context)).starts_with("✓ ~/Music can be written to, with "));
     status(R"("download_dir":")" + QFile::encodeName(disk.path(u"not/yet/there"_s)) + '"')();
     EXPECT_TRUE(!disk.isThere() || words(checks::downloadFolder(context)).ends_with("has only 66 kB of free space."));
 }
 
-TEST_F(CloudCheckupTest, ReportsTheConnectionAndTheTunnel) {
+TEST_F(CheckupTest, ReportsTheConnectionAndTheTunnel) {
     const auto cloud = [this](const QByteArray& members) {
         return status(R"("cloud":{"base_url":"https://x.example",)" + members + '}');
     };
-    expectEach(checks::cloud,
-               {{failure(404), needsService},
-                {cloud(R"("enabled":false)"),
-                 "warning: It is switched off in the service, so assistants can't send requests."},
-                {cloud(R"("enabled":true,"connected":true)"), "warning: This computer isn't registered yet."},
-                {cloud(R"("enabled":true,"registered":true)"), "warning: The service is still connecting."},
-                {cloud(R"("enabled":true,"registered":true,"connected":false)"),
-                 "problem: The service can't reach it; requests wait there."},
-                {cloud(R"("enabled":true,"registered":true,"connected":true)"),
-                 "ok: This computer is registered and connected."}});
-    expectEach(checks::relay, {{cloud(R"("enabled":false)"), "ok: Not asked, as the cloud is switched off."},
+    expectEach(checks::cloud, {{failure(404), needsService},
+                               {cloud(R"("enabled":false)"),
+                                "! It is switched off in the service, so assistants can't send requests."},
+                               {cloud(R"("enabled":true,"connected":true)"), "! This computer isn't registered yet."},
+                               {cloud(R"("enabled":true,"registered":true)"), "! The service is still connecting."},
+                               {cloud(R"("enabled":true,"registered":true,"connected":false)"),
+                                "✗ The service can't reach it; requests wait there."},
+                               {cloud(R"("enabled":true,"registered":true,"connected":true)"),
+                                "✓ This computer is registered and connected."}});
+    expectEach(checks::relay, {{cloud(R"("enabled":false)"), "✓ Not asked, as the cloud is switched off."},
                                {failure(404), needsService}});
 
     const auto path = u".cloudflared/config.yml"_s;
     context.serviceUrl = QUrl(u"http://127.0.0.1:8123"_s);
-    expectEach(checks::tunnel,
-               {{[] {}, "ok: None; Tunedeck doesn't need one."},
-                {file(path, "hostname: a.example"), "warning: ~/.cloudflared/config.yml names no tunnel."},
-                {file(path, "tunnel: t"), "ok: Your tunnel is configured."},
-                {file(path, "tunnel: t\nhostname: a.example\nservice: http://localhost:8000"),
-                 "warning: a.example leads to port 8000, but the service is on port 8123."},
-                {file(path, "tunnel: t\nhostname: a.example\nservice: http://localhost:8123"),
-                 "ok: a.example leads to http://localhost:8123."}});
+    expectEach(checks::tunnel, {{[] {}, "✓ None; Tunedeck doesn't need one."},
+                                {file(path, "hostname: a.example"), "! ~/.cloudflared/config.yml names no tunnel."},
+                                {file(path, "tunnel: t"), "✓ Your tunnel is configured."},
+                                {file(path, "tunnel: t\nhostname: a.example\nservice: http://localhost:8000"),
+                                 "! a.example leads to port 8000, but the service is on port 8123."},
+                                {file(path, "tunnel: t\nhostname: a.example\nservice: http://localhost:8123"),
+                                 "✓ a.example leads to http://localhost:8123."}});
 }
 
-TEST_F(CloudCheckupTest, ReportsTheLibrary) {
+TEST_F(CheckupTest, ReportsTheLibrary) {
     const auto library = [this](const QByteArray& members, bool isOpen = false) {
         auto document = libraryMember("1", isOpen);
         document.insert(document.size() - 1, members);
         return status(document);
     };
     const QByteArray pending = R"(,"pending":[{"id":"a","created_at":"","summary":""}])";
-    expectEach(
-        checks::rekordbox,
-        {{failure(404), needsService},
-         {status({}), "warning: A library wasn't found."},
-         {library(R"(,"failed":[{"id":"a","summary":"","error":""}])"), "warning: 1 change couldn't be applied."},
-         {library(pending, true), "warning: Waiting until Rekordbox is closed: 1 change."},
-         {library({}, true), "ok: The library was found; Rekordbox is open."},
-         {library(pending + R"(,"last_error":"Locked.")"), "warning: The last change failed: Locked."},
-         {library(pending), "ok: The library was found; Rekordbox is closed."}});
+    expectEach(checks::rekordbox,
+               {{failure(404), needsService},
+                {status({}), "! A library wasn't found."},
+                {library(R"(,"failed":[{"id":"a","summary":"","error":""}])"), "! 1 change couldn't be applied."},
+                {library(pending, true), "! Waiting until Rekordbox is closed: 1 change."},
+                {library({}, true), "✓ The library was found; Rekordbox is open."},
+                {library(pending + R"(,"last_error":"Locked.")"), "! The last change failed: Locked."},
+                {library(pending), "✓ The library was found; Rekordbox is closed."}});
 }
 
-TEST_F(DesktopCheckupTest, ReportsTheIconAndTheNotifications) {
+TEST_F(CheckupTest, ReportsTheIconAndTheNotifications) {
     std::optional<TrayFacts> tray;
     std::optional<NotificationFacts> shower;
     context.system = {.tray = [&](qint64, std::stop_token) { return endedTask(tray); },
@@ -209,40 +199,39 @@ TEST_F(DesktopCheckupTest, ReportsTheIconAndTheNotifications) {
     const auto record = [this](const QByteArray& status, const QByteArray& date) {
         return file(u".tunedeck/menu-bar.json"_s, R"({"status":")" + status + R"(","checked_at":")" + date + "\"}");
     };
-    const std::string noDesktop = "warning: Not checked: this terminal doesn't belong to a desktop.";
-    const std::string isMissing = "warning: Tunedeck is running, but its icon isn't in the tray.";
-    expectEach(
-        checks::trayIcon,
-        {{[] {}, noDesktop},
-         {[&] { tray.emplace(); }, "warning: This desktop shows no tray icons; Tunedeck opens its window instead."},
-         {[&] { tray->exists = true; }, "ok: The desktop has a tray; the icon appears when Tunedeck runs."},
-         {[&] { context.instance = {.process = 1, .program = {}, .since = context.now}; }, isMissing},
-         {record("visible", "2026-03-01T11:59:00Z"), isMissing}, // measured by an earlier process
-         {record("hidden: full", "2026-03-01T12:00:05Z"), isMissing},
-         {record("visible", "2026-03-01T12:00:05Z"), "ok: The icon is in the tray."},
-         {[&] { tray->showsIcon = false; }, isMissing},
-         {[&] { tray->showsIcon = true; }, "ok: The icon is in the tray."}});
+    const std::string noDesktop = "! Not checked: this terminal doesn't belong to a desktop.";
+    const std::string isMissing = "! Tunedeck is running, but its icon isn't in the tray.";
+    expectEach(checks::trayIcon,
+               {{[] {}, noDesktop},
+                {[&] { tray.emplace(); }, "! This desktop shows no tray icons; Tunedeck opens its window instead."},
+                {[&] { tray->exists = true; }, "✓ The desktop has a tray; the icon appears when Tunedeck runs."},
+                {[&] { context.instance = {.process = 1, .program = {}, .since = context.now}; }, isMissing},
+                {record("visible", "2026-03-01T11:59:00Z"), isMissing}, // measured by an earlier process
+                {record("hidden: full", "2026-03-01T12:00:05Z"), isMissing},
+                {record("visible", "2026-03-01T12:00:05Z"), "✓ The icon is in the tray."},
+                {[&] { tray->showsIcon = false; }, isMissing},
+                {[&] { tray->showsIcon = true; }, "✓ The icon is in the tray."}});
     expectEach(checks::notifications,
                {{[] {}, noDesktop},
-                {[&] { shower.emplace(); }, "warning: This desktop shows no notifications."},
-                {[&] { shower->exists = true; }, "warning: The desktop shows them, but a click on one does nothing."},
-                {[&] { shower->capabilities = {u"body"_s, u"actions"_s}; }, "ok: The desktop shows them."}});
+                {[&] { shower.emplace(); }, "! This desktop shows no notifications."},
+                {[&] { shower->exists = true; }, "! The desktop shows them, but a click on one does nothing."},
+                {[&] { shower->capabilities = {u"body"_s, u"actions"_s}; }, "✓ The desktop shows them."}});
     EXPECT_EQ(runToEnd(checks::notifications(context, {})).details, u"body, actions"_s);
 }
 
-TEST_F(ApplicationCheckupTest, ReportsTheRunningInstanceAndItsUpdates) {
+TEST_F(CheckupTest, ReportsTheRunningInstanceAndItsUpdates) {
     const auto program = home.write(u"apps/Tunedeck.app/Contents/MacOS/Tunedeck"_s, "");
-    expectEach(checks::application, {{[] {}, "warning: Tunedeck isn't running."},
-                                     {[&] { context.instance = {.process = 1, .program = home.path(u"b/Tunedeck"_s)}; },
-                                      "warning: The running Tunedeck is another copy, ~/b/Tunedeck."},
-                                     {[&] { context.instance->program = QFileInfo(program).canonicalFilePath(); },
-                                      "ok: Version 1.2.0 is running."},
-                                     {[&] { context.instance->isOnDisk = false; },
-                                      "warning: Tunedeck was updated or moved while it was running."}});
+    expectEach(
+        checks::application,
+        {{[] {}, "! Tunedeck isn't running."},
+         {[&] { context.instance = {.process = 1, .program = home.path(u"b/Tunedeck"_s)}; },
+          "! The running Tunedeck is another copy, ~/b/Tunedeck."},
+         {[&] { context.instance->program = QFileInfo(program).canonicalFilePath(); }, "✓ Version 1.2.0 is running."},
+         {[&] { context.instance->isOnDisk = false; }, "! Tunedeck was updated or moved while it was running."}});
     context.lastUpdateCheck = context.now.addDays(-2);
-    expectEach(checks::updates, {{[] {}, "ok: Last checked 2 days ago; Tunedeck can update itself."},
+    expectEach(checks::updates, {{[] {}, "✓ Last checked 2 days ago; Tunedeck can update itself."},
                                  {[&] { context.facts.bundle = u"/nowhere/Tunedeck.app"_s; },
-                                  "ok: Last checked 2 days ago; you install new versions, as /nowhere is "
+                                  "✓ Last checked 2 days ago; you install new versions, as /nowhere is "
                                   "write-protected."}});
 }
 
