@@ -24,6 +24,16 @@ protected:
         clock.advance(2s);
         ASSERT_TRUE(comes([&] { return clock.sleeping() == 1; }));
     }
+    void showAssistants() {
+        model->advance();
+        model->advance();
+    }
+    /// Chooses an assistant, to which the service gives this reply.
+    void connect(const QString& kind, const QByteArray& reply, int status = 201) {
+        serve("POST /local/links", reply, status);
+        model->choose(kind);
+        ASSERT_TRUE(comes([&] { return !state().connecting; }));
+    }
 
     MenuModel menu{services};
     PanelController panel{menu, services};
@@ -95,8 +105,7 @@ TEST_F(OnboardingTest, RequestsTheFirstBackupOnceAutomaticallyAndThenByButton) {
 }
 
 TEST_F(OnboardingTest, CreatesOneLinkAtATimeAndNoticesItsFirstUse) {
-    model->advance();
-    model->advance();
+    showAssistants();
     open();
     server.on("POST /local/links",
               behave::after(50ms, behave::answer(201, R"({"id":"n","kind":"claude","url":"https://x.example/u"})")));
@@ -125,18 +134,14 @@ TEST_F(OnboardingTest, CreatesOneLinkAtATimeAndNoticesItsFirstUse) {
     poll();
     EXPECT_EQ(count("GET /local/links"), lists) << "the link is connected";
 
-    serve("POST /local/links", R"({"error":""})", 500);
-    model->choose(u"chatgpt"_s);
-    ASSERT_TRUE(comes([&] { return content().error == u"Couldn't make a link. Is this Mac online?"_s; }));
+    connect(u"chatgpt"_s, R"({"error":""})", 500);
+    EXPECT_EQ(content().error, u"Couldn't make a link. Is this Mac online?"_s);
     EXPECT_FALSE(state().link) << "of another assistant";
 }
 
 TEST_F(OnboardingTest, DropsTheNewCodeOfALinkThatWasReplaced) {
-    model->advance();
-    model->advance();
-    serve("POST /local/links", R"({"id":"t","kind":"telegram","url":"https://t.me/b?start=1"})", 201);
-    model->choose(u"telegram"_s);
-    ASSERT_TRUE(comes([&] { return !state().connecting; }));
+    showAssistants();
+    connect(u"telegram"_s, R"({"id":"t","kind":"telegram","url":"https://t.me/b?start=1"})");
     model->openTelegram();
     model->openSetupGuide();
     ASSERT_EQ(workspace.opened.size(), 2U);
@@ -146,9 +151,8 @@ TEST_F(OnboardingTest, DropsTheNewCodeOfALinkThatWasReplaced) {
     server.on("POST /local/links/t/rotate",
               behave::after(80ms, behave::answer(200, R"({"id":"t","kind":"telegram","url":"https://t.me/b"})")));
     model->newTelegramCode();
-    serve("POST /local/links", R"({"id":"s","kind":"shortcut","apiUrl":"https://api","token":"key"})", 201);
-    model->choose(u"shortcut"_s);
-    ASSERT_TRUE(comes([&] { return !state().connecting && !state().renewing; }));
+    connect(u"shortcut"_s, R"({"id":"s","kind":"shortcut","apiUrl":"https://api","token":"key"})");
+    ASSERT_TRUE(comes([&] { return !state().renewing; }));
     ASSERT_EQ(state().link->id, u"s"_s);
     model->copyLink();
     EXPECT_EQ(pasteboard.text, u"https://api"_s);
@@ -158,11 +162,8 @@ TEST_F(OnboardingTest, DropsTheNewCodeOfALinkThatWasReplaced) {
 }
 
 TEST_F(OnboardingTest, ShowsAnErrorUntilTheNextOrPreviousStep) {
-    serve("POST /local/links", R"({"error":"The cloud is busy."})", 503);
-    model->advance();
-    model->advance();
-    model->choose(u"telegram"_s);
-    ASSERT_TRUE(comes([&] { return !state().connecting; }));
+    showAssistants();
+    connect(u"telegram"_s, R"({"error":"The cloud is busy."})", 503);
     EXPECT_EQ(content().error, u"The cloud is busy."_s);
     model->choose(u"telegram"_s);
     EXPECT_TRUE(content().error.isEmpty()) << "cleared at once";
@@ -194,11 +195,9 @@ TEST_F(OnboardingTest, KeepsANewCodeAndContinuesAfterAFailedList) {
     };
     const QByteArray rotateRoute = "POST /local/links/t/rotate";
     const auto url = [&] { return state().link->url.value_or(QString()); };
-    model->advance();
-    model->advance();
-    serve("POST /local/links", link("1"), 201);
-    model->choose(u"telegram"_s);
-    ASSERT_TRUE(comes([&] { return !state().connecting && server.open() == 0; }));
+    showAssistants();
+    connect(u"telegram"_s, link("1"));
+    ASSERT_TRUE(comes([&] { return server.open() == 0; }));
 
     server.on("GET /local/links", behave::after(100ms, behave::answer(200, R"({"links":[)" + link("1") + "]}")));
     open();
