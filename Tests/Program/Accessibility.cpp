@@ -6,6 +6,9 @@
 #include <QDBusVariant>
 #include <QUuid>
 
+#include <utility>
+#include <vector>
+
 namespace tunedeck::test {
 
 using namespace Qt::StringLiterals;
@@ -30,30 +33,14 @@ QDBusConnection accessibilityBus(const QString& sessionBusAddress, const QString
 }
 
 /// The elements in a reply to GetChildren: bus name and path.
-QList<QPair<QString, QString>> childrenIn(const QDBusMessage& reply) {
-    QList<QPair<QString, QString>> children;
-    if (reply.type() != QDBusMessage::ReplyMessage) {
-        return children;
-    }
-    const auto list = reply.arguments().value(0).value<QDBusArgument>();
-    list.beginArray();
-    while (!list.atEnd()) {
-        QString program;
-        QDBusObjectPath path;
-        list.beginStructure();
-        list >> program >> path;
-        list.endStructure();
-        children.append({program, path.path()});
-    }
-    list.endArray();
-    return children;
+using Children = QList<std::pair<QString, QDBusObjectPath>>;
+
+Children childrenIn(const QDBusMessage& reply) {
+    return qdbus_cast<Children>(reply.arguments().value(0));
 }
 
 bool isShowing(const QDBusMessage& reply) {
-    QList<uint> states;
-    if (reply.type() == QDBusMessage::ReplyMessage) {
-        reply.arguments().value(0).value<QDBusArgument>() >> states;
-    }
+    const auto states = qdbus_cast<QList<uint>>(reply.arguments().value(0));
     return !states.isEmpty() && (states.first() & showing) != 0;
 }
 
@@ -70,36 +57,34 @@ QList<Accessibility::Element> Accessibility::elements() const {
     const auto root = m_bus.call(
         call(u"org.a11y.atspi.Registry"_s, u"/org/a11y/atspi/accessible/root"_s, accessible, u"GetChildren"_s));
     QList<Element> found;
-    QList<QPair<QString, QString>> level;
+    Children level;
     for (const auto& [program, path] : childrenIn(root)) {
-        level += childrenIn(m_bus.call(call(program, path, accessible, u"GetChildren"_s)));
+        level += childrenIn(m_bus.call(call(program, path.path(), accessible, u"GetChildren"_s)));
     }
     for (bool isWindow = true; !level.isEmpty(); isWindow = false) {
-        struct Calls {
+        struct Visit {
+            Element element;
             QDBusPendingCall name, states, children;
         };
-        std::vector<Calls> pending; // in parallel: one call after the other takes a second for a panel
-        pending.reserve(static_cast<std::size_t>(level.size()));
-        for (const auto& [program, path] : level) {
-            pending.push_back({m_bus.asyncCall(call(program, path, u"org.freedesktop.DBus.Properties"_s, u"Get"_s,
-                                                    {accessible, u"Name"_s})),
-                               m_bus.asyncCall(call(program, path, accessible, u"GetState"_s)),
-                               m_bus.asyncCall(call(program, path, accessible, u"GetChildren"_s))});
+        std::vector<Visit> visits; // in parallel: one call after the other takes a second for a panel
+        for (const auto& [program, object] : std::exchange(level, {})) {
+            const auto path = object.path();
+            visits.push_back({{program, path, {}},
+                              m_bus.asyncCall(call(program, path, u"org.freedesktop.DBus.Properties"_s, u"Get"_s,
+                                                   {accessible, u"Name"_s})),
+                              m_bus.asyncCall(call(program, path, accessible, u"GetState"_s)),
+                              m_bus.asyncCall(call(program, path, accessible, u"GetChildren"_s))});
         }
-        QList<QPair<QString, QString>> below;
-        for (std::size_t i = 0; i < pending.size(); ++i) {
-            auto& [name, states, children] = pending[i];
-            name.waitForFinished();
-            states.waitForFinished();
-            children.waitForFinished();
-            if (isWindow && !isShowing(states.reply())) {
-                continue;
+        for (auto& [element, name, states, children] : visits) {
+            for (auto* reply : {&name, &states, &children}) {
+                reply->waitForFinished();
             }
-            const auto text = name.reply().arguments().value(0).value<QDBusVariant>().variant().toString();
-            found.append({level[static_cast<qsizetype>(i)].first, level[static_cast<qsizetype>(i)].second, text});
-            below += childrenIn(children.reply());
+            if (!isWindow || isShowing(states.reply())) {
+                element.name = name.reply().arguments().value(0).value<QDBusVariant>().variant().toString();
+                found.append(element);
+                level += childrenIn(children.reply());
+            }
         }
-        level = below;
     }
     return found;
 }

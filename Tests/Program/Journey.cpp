@@ -38,11 +38,6 @@ void write(const QString& path, const QByteArray& bytes) {
     }
 }
 
-testing::AssertionResult resultWith(bool holds, const QStringList& seen) {
-    return holds ? testing::AssertionSuccess()
-                 : testing::AssertionFailure() << "on the screen: " << seen.join(u" | "_s).toStdString();
-}
-
 } // namespace
 
 void Journey::SetUp() {
@@ -185,17 +180,18 @@ testing::AssertionResult Journey::opensWith(const QString& text) const {
     return second.status == 0 ? sees(text) : testing::AssertionFailure() << second.output.toStdString();
 }
 
+testing::AssertionResult Journey::holds(const std::function<bool()>& condition) const {
+    return eventually(condition)
+               ? testing::AssertionSuccess()
+               : testing::AssertionFailure() << "on the screen: " << screen->texts().join(u" | "_s).toStdString();
+}
+
 testing::AssertionResult Journey::sees(const QString& text) const {
-    QStringList seen;
-    return resultWith(eventually([&] {
-                          seen = screen->texts();
-                          return seen.filter(text).size() > 0;
-                      }),
-                      seen);
+    return holds([&] { return !screen->texts().filter(text).isEmpty(); });
 }
 
 testing::AssertionResult Journey::press(const QString& name) const {
-    return resultWith(eventually([&] { return screen->press(name); }), screen->texts());
+    return holds([&] { return screen->press(name); });
 }
 
 QList<pid_t> Journey::processes(const QString& wanted) const {

@@ -86,6 +86,10 @@ protected:
     std::unique_ptr<Program> bus, readers, windowManager, tray;
     std::unique_ptr<Accessibility> screen;
     QProcess application;
+
+private:
+    /// Waits for a condition; a failure shows the texts on the screen.
+    [[nodiscard]] testing::AssertionResult holds(const std::function<bool()>& condition) const;
 };
 
 } // namespace tunedeck::test
