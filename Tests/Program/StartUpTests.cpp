@@ -131,10 +131,10 @@ TEST_F(StartUpJourney, RestartsAfterAnUpgradeOfItsBundleAndReportsAMissingOne) {
     start(); // no window yet, so its module isn't loaded
     const auto old = processes();
     auto upgrade = folder->filePath(u"upgrade/Tunedeck.app"_s);
-    const auto oldBundle = folder->filePath(u"away.app"_s);
     writeBundle(upgrade, "1.4.1", '!');
-    ASSERT_TRUE(QDir().rename(bundle, oldBundle) && QDir().rename(upgrade, bundle));
+    ASSERT_TRUE(QDir(bundle).removeRecursively() && QDir().rename(upgrade, bundle));
     removeServiceProgram();
+    EXPECT_TRUE(run({u"--checkup"_s}).output.contains("Tunedeck was updated or moved while it was running."));
     EXPECT_EQ(run().status, 0);
     ASSERT_TRUE(eventually([&] { return processes().size() == 1 && processes() != old && icons() == 1; }));
     EXPECT_TRUE(sees(u"Version 1.4.1"_s));
