@@ -102,12 +102,4 @@ TEST_F(NotifierTest, LogsOneLinePerNotification) {
                                                            "2026-03-01T12:01:01Z library 1.1 x\n");
 }
 
-TEST_F(NotifierTest, WorksWithoutAListenerAndWithoutAWritableLog) {
-    Q_EMIT center.opened(u"j1-requested"_s);
-    home.write(u".tunedeck/notifications.log/in-the-way"_s, "x");
-    post(JobEvent::Kind::requested, job);
-    EXPECT_EQ(center.posted.size(), 1U);
-    EXPECT_EQ(home.read(u".tunedeck/notifications.log/in-the-way"_s), "x");
-}
-
 } // namespace tunedeck
