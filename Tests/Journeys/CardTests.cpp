@@ -139,28 +139,37 @@ TEST_F(CardJourney, ShowsAndCopiesSecretsAndOpensGuides) {
     EXPECT_EQ(workspace.opened[2].path(), u"/connect/telegram"_s);
 }
 
-TEST_F(CardJourney, ChecksForAnUpdateInstallsItAndShowsFailures) {
-    const UpdateCheck found{UpdateCheck::Available{{.version = u"1.3.0"_s, .url = u"https://x.example/z"_s}}};
-    std::expected<void, UpdateError> result = std::unexpected(UpdateError{.kind = UpdateError::Kind::checksum});
-    bool isBroken = false;
-    services.updates.check = [&](std::stop_token) { return endedTask(found); };
-    services.updates.install = [&](const Release&, const ProgressHandler&, std::stop_token) {
-        if (isBroken) {
-            throw std::runtime_error("It broke.");
-        }
-        return endedTask(result);
+TEST_F(CardJourney, InstallsAnUpdateOrShowsWhyNot) {
+    const auto latest = u"https://x.example/latest.dmg"_s;
+    Release release{.version = u"1.3.0"_s};
+    std::function<std::expected<void, UpdateError>()> outcome;
+    services.updates.latestDiskImageUrl = QUrl(latest);
+    services.updates.check = [&](std::stop_token) { return endedTask(UpdateCheck{UpdateCheck::Available{release}}); };
+    services.updates.install = [&](const Release&, const ProgressHandler& progress, std::stop_token) {
+        EXPECT_EQ(state().update, UpdateState{UpdateState::Installing{}});
+        progress(0.5);
+        EXPECT_EQ(state().update, UpdateState{UpdateState::Installing{0.5}});
+        return endedTask(outcome());
     };
     open();
     EXPECT_TRUE(shows({u"Version 1.2.0"_s}, {u"Update to"_s}));
-    const auto install = [this] { go({u"Check for Updates"_s, u"Update to 1.3.0"_s}); };
-    install();
+    const auto install = [&](const std::function<std::expected<void, UpdateError>()>& ending) {
+        outcome = ending;
+        go({u"Check for Updates"_s, u"Update to 1.3.0"_s});
+    };
+    for (const auto& [image, opened] : {std::pair(u"http://x.example/a%20b.dmg"_s, u"http://x.example/a%20b.dmg"_s),
+                                        {u"file:///etc/passwd"_s, latest},
+                                        {QString(), latest}}) {
+        release.dmgUrl = image;
+        install([] { return std::unexpected(UpdateError{.kind = UpdateError::Kind::notWritable}); });
+        EXPECT_EQ(workspace.opened.back(), QUrl(opened));
+        EXPECT_TRUE(shows({u"Tunedeck 1.3.0 is available."_s, u"Update to 1.3.0"_s}));
+    }
+    install([] { return std::unexpected(UpdateError{.kind = UpdateError::Kind::checksum}); });
     EXPECT_TRUE(shows({u"doesn't match its checksum."_s}, {u"Update to"_s}));
-    isBroken = true;
-    install();
+    install([]() -> std::expected<void, UpdateError> { throw std::runtime_error("It broke."); });
     EXPECT_TRUE(shows({u"It broke."_s}, {u"Installing"_s}));
-    isBroken = false;
-    result = {};
-    install();
+    install([] { return std::expected<void, UpdateError>(); });
     EXPECT_EQ(relauncher.relaunched.size(), 1U);
     EXPECT_EQ(quits, 1);
 }

@@ -170,28 +170,6 @@ TEST_F(PanelControllerTest, ALinkThatChangedDuringTheQuestionIsLeftAlone) {
     EXPECT_EQ(state().copied, u"i.key"_s);
 }
 
-TEST_F(PanelControllerTest, AnUpdateThatCannotBeInstalledOpensItsDiskImage) {
-    const auto latest = u"https://x.example/latest.dmg"_s;
-    services.updates.latestDiskImageUrl = QUrl(latest);
-    services.updates.install = [&](const Release&, const ProgressHandler& progress, std::stop_token) {
-        EXPECT_EQ(state().update, UpdateState{UpdateState::Installing{}});
-        progress(0.5);
-        EXPECT_EQ(state().update, UpdateState{UpdateState::Installing{0.5}});
-        const std::expected<void, UpdateError> failed =
-            std::unexpected(UpdateError{.kind = UpdateError::Kind::notWritable});
-        return endedTask(failed);
-    };
-    for (const auto& [image, opened] : {std::pair(u"http://x.example/a%20b.dmg"_s, u"http://x.example/a%20b.dmg"_s),
-                                        {u"file:///etc/passwd"_s, latest},
-                                        {QString(), latest}}) {
-        const UpdateState available{UpdateState::Available{{.version = u"1.3.0"_s, .dmgUrl = image}}};
-        model.setUpdate(available);
-        panel->installUpdate();
-        EXPECT_EQ(workspace.opened.back(), QUrl(opened));
-        EXPECT_EQ(state().update, available);
-    }
-}
-
 TEST_F(PanelControllerTest, RepairingFetchesTheReportAndAnUnknownAssistantHasAGuide) {
     serveLinks(R"({"id":"x","kind":"new"})");
     refresh();
