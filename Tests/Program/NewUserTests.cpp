@@ -10,14 +10,14 @@ namespace tunedeck::test {
 
 namespace {
 
-/// A user without any Tunedeck files. The demo service runs at four times its speed.
+/// A user without any Tunedeck files. The demo service runs at eight times its speed.
 class NewUserJourney : public Journey {
 protected:
     void prepare() override {
         const auto program = bundle + u"/Contents/Helpers/tunedeck"_s;
         const auto demo = folder->filePath(u"demo"_s);
         ASSERT_TRUE(QFile::rename(program, demo));
-        replaceProgram(u"fast"_s, "exec '" + QFile::encodeName(demo) + "' --speed 4");
+        replaceProgram(u"fast"_s, "exec '" + QFile::encodeName(demo) + "' --speed 8");
         ASSERT_TRUE(QFile::copy(folder->filePath(u"bin/fast"_s), program));
     }
 };

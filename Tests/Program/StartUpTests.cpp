@@ -126,7 +126,6 @@ TEST_F(StartUpJourney, ShowsTheIconInALateTrayAndSurvivesTheLossOfTheBus) {
 }
 
 TEST_F(StartUpJourney, RestartsAfterAnUpgradeOfItsBundleAndReportsAMissingOne) {
-    NotificationServer notifications({u"body"_s}, busAddress());
     stopService();
     start(); // no window yet, so its module isn't loaded
     const auto old = processes();
@@ -140,6 +139,7 @@ TEST_F(StartUpJourney, RestartsAfterAnUpgradeOfItsBundleAndReportsAMissingOne) {
     EXPECT_TRUE(sees(u"Version 1.4.1"_s));
     quit();
 
+    NotificationServer notifications({u"body"_s}, busAddress());
     start();
     const auto running = processes();
     ASSERT_TRUE(QDir().rename(bundle, upgrade)); // as if removed by the user
