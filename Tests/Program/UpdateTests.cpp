@@ -1,13 +1,19 @@
 #include "Tests/Helpers/SmallDisk.h"
+#include "Tests/Helpers/TestServer.h"
+#include "Tests/Helpers/Update/Signing.h"
+#include "Tests/Helpers/Update/Zip.h"
 #include "Tests/Program/Journey.h"
-#include "Tests/Program/Web.h"
 
+#include <QCryptographicHash>
+#include <QDirIterator>
+#include <QFile>
 #include <QFileInfo>
 
 #include <signal.h>
 
 #include <atomic>
 #include <utility>
+#include <vector>
 
 namespace tunedeck::test {
 
@@ -15,26 +21,50 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// The test acts as the web endpoint.
+/// Zips a bundle together with `emptyFiles` additional empty files.
+QByteArray zipOf(const QString& bundle, int emptyFiles) {
+    std::vector<ZipEntry> entries;
+    for (int i = 0; i < emptyFiles; ++i) {
+        entries.push_back({.name = "Tunedeck.app/Contents/Resources/" + QByteArray::number(i)});
+    }
+    for (QDirIterator files(bundle, QDir::Files, QDirIterator::Subdirectories); files.hasNext();) {
+        QFile file(files.next());
+        file.open(QIODevice::ReadOnly);
+        entries.push_back({.name = QFile::encodeName(u"Tunedeck.app"_s + file.fileName().mid(bundle.size())),
+                           .contents = file.readAll(),
+                           .mode = QFileInfo(file).isExecutable() ? 0100755U : 0100644U});
+    }
+    return zip(entries, {.stored = true});
+}
+
+/// The test acts as the web endpoint, at the address that the tested program was built with.
 class UpdateJourney : public Journey {
 protected:
     void prepare() override {
         writeInHome(u".tunedeck/settings.json"_s, settings);
-        web.emplace();
+        web.emplace(TUNEDECK_WEB_HOST, TUNEDECK_WEB_PORT);
     }
 
-    /// Publishes version 1.4.1. The second half of its archive is sent once `held` is false.
-    void publish(int emptyFiles = 0) {
+    /// Publishes version 1.4.1 and returns the size of its archive, whose second half is sent once `held` is false.
+    int publish(int emptyFiles = 0) {
         const auto fresh = folder->filePath(u"fresh/Tunedeck.app"_s);
         writeBundle(fresh, "1.4.1", '!');
         const auto archive = zipOf(fresh, emptyFiles);
-        web->publish(archive, [this, archive](Connection& connection, const ServedRequest&) {
+        // The first private key of RFC 8032, section 7.1.
+        const SigningKey key(QByteArray::fromHex("9d61b19deffd5a60ba844af492ec2cc44449c5697b326919703bac031cae7f60"));
+        const auto feed = R"({"latest": {"version": "1.4.1", "notes": "Faster.", "url": ")" +
+                          web->url("/Tunedeck.zip").toEncoded() + R"(", "sha256": ")" +
+                          QCryptographicHash::hash(archive, QCryptographicHash::Sha256).toHex() + "\"}}\n";
+        web->on("GET /download/appcast.json", behave::answer(200, feed));
+        web->on("GET /download/appcast.json.sig", behave::answer(200, key.sign(feed) + '\n'));
+        web->on("GET /Tunedeck.zip", [this, archive](Connection& connection, const ServedRequest&) {
             connection.send("HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(archive.size()) + "\r\n\r\n");
             connection.send(archive.left(archive.size() / 2));
             while (held && connection.pause(10ms)) {
             }
             connection.send(archive.mid(archive.size() / 2));
         });
+        return static_cast<int>(archive.size());
     }
 
     void findUpdate() {
@@ -69,7 +99,7 @@ protected:
     const QByteArray settings = R"({"download_dir": "/tmp/Music", "onboarded": true, "somebody": {"else": 1.50}})";
     const QStringList bundleOnly{u"Tunedeck.app"_s};
     std::atomic<bool> held = true;
-    std::optional<Web> web;
+    std::optional<TestServer> web;
 };
 
 TEST_F(UpdateJourney, RestartsWithTheNewVersionAndItsService) {
@@ -98,10 +128,8 @@ TEST_F(UpdateJourney, RestartsWithTheNewVersionAndItsService) {
 }
 
 TEST_F(UpdateJourney, KeepsTheOldVersionOnAFullOrReadOnlyDisk) {
-    const auto fresh = folder->filePath(u"fresh/Tunedeck.app"_s);
-    writeBundle(fresh, "1.4.1");
-    const auto archive = zipOf(fresh);
-    const SmallDisk disk(static_cast<int>(archive.size() * 3 / 2 / 1024)); // room for one bundle, but not for two
+    held = false;
+    const SmallDisk disk(publish() * 3 / 2 / 1024); // room for one bundle, but not for two
     if (!disk.isThere()) {
         GTEST_SKIP() << disk.reason();
     }
@@ -109,7 +137,6 @@ TEST_F(UpdateJourney, KeepsTheOldVersionOnAFullOrReadOnlyDisk) {
     writeBundle(bundle, "1.4.0");
     start();
     ASSERT_TRUE(opensWith(u"Version 1.4.0"_s));
-    web->publish(archive);
     findUpdate();
     ASSERT_TRUE(press(u"Update to 1.4.1"_s));
     EXPECT_TRUE(sees(u"No space left on device"_s));
