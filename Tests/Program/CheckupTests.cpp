@@ -91,8 +91,7 @@ TEST_F(CheckupJourney, EndsInTimeWhenNothingResponds) {
     TestServer service;
     service.on("*", behave::hang());
     publishServicePort(service.port());
-    const auto pidFile = folder->filePath(u"hung"_s);
-    replaceProgram(u"systemctl"_s, "echo $$ > '" + QFile::encodeName(pidFile) + "'; exec sleep 1000");
+    const auto hung = hangProgram(u"systemctl"_s);
     ::kill(bus->id(), SIGSTOP);
     QElapsedTimer watch;
     watch.start();
@@ -107,9 +106,7 @@ TEST_F(CheckupJourney, EndsInTimeWhenNothingResponds) {
         EXPECT_TRUE(line.startsWith(u'✗') && line.endsWith(u"it took too long."_s)) << line.toStdString();
     }
     EXPECT_TRUE(lines[1].contains(u"It doesn't answer in time"_s));
-    QFile started(pidFile);
-    ASSERT_TRUE(started.open(QFile::ReadOnly));
-    QFile status(u"/proc/"_s + QString::fromLatin1(started.readAll().trimmed()) + u"/stat"_s);
+    QFile status(u"/proc/%1/stat"_s.arg(hung()));
     EXPECT_TRUE(eventually([&] { return !status.open(QFile::ReadOnly) || status.readAll().contains(") Z "); }))
         << "its child process still runs";
 }

@@ -68,7 +68,7 @@ void Journey::SetUp() {
     environment.insert(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s);
     startBus();
     windowManager = std::make_unique<Program>(u"openbox"_s, QStringList{u"--sm-disable"_s}, environment);
-    startTray();
+    tray = desktop->startTray();
     application.setProcessChannelMode(QProcess::MergedChannels);
     application.setStandardOutputFile(folder->filePath(u"log"_s), QIODevice::Append);
     writeBundle(bundle, "1.4.0");
@@ -86,7 +86,8 @@ void Journey::TearDown() {
         ::kill(process, SIGKILL);
     }
     application.waitForFinished();
-    QFile::remove(lockPath()); // remains after a kill
+    QFile::remove(qEnvironmentVariable("XDG_RUNTIME_DIR") +
+                  u"/com.brightfold.tunedeck.menu.lock"_s); // remains after a kill
     std::ignore = output(u"systemctl"_s, {u"--user"_s, u"disable"_s, u"--now"_s, u"com.brightfold.tunedeck.service"_s});
     QDir own(home);
     for (const auto& entry : own.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)) {
@@ -103,10 +104,6 @@ void Journey::startBus() {
     })) << "the accessibility bus doesn't start";
 }
 
-QString Journey::lockPath() const {
-    return qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/com.brightfold.tunedeck.menu.lock"_s;
-}
-
 QString Journey::busAddress() const {
     return environment.value(u"DBUS_SESSION_BUS_ADDRESS"_s);
 }
@@ -115,6 +112,12 @@ void Journey::replaceProgram(const QString& name, const QByteArray& script) cons
     const auto path = folder->filePath(u"bin/"_s + name);
     write(path, "#!/bin/sh\n" + script + '\n');
     ::chmod(QFile::encodeName(path).constData(), 0755);
+}
+
+std::function<pid_t()> Journey::hangProgram(const QString& name) const {
+    const auto pidFile = folder->filePath(u"hung"_s);
+    replaceProgram(name, "echo $$ > '" + QFile::encodeName(pidFile) + "'; exec sleep 1000");
+    return [pidFile] { return bytesOf(pidFile).trimmed().toInt(); };
 }
 
 void Journey::writeBundle(const QString& bundle, const QByteArray& version, char build) {
@@ -149,12 +152,12 @@ void Journey::publishServicePort(std::uint16_t port) const {
 }
 
 void Journey::start() {
-    ASSERT_TRUE(eventually([this] { return tray == nullptr || icons() == 0; })) << "the previous icon is still there";
+    ASSERT_TRUE(eventually([this] { return icons() == 0; })) << "the previous icon is still there";
     application.waitForFinished(); // QProcess may not have noticed the end of the previous process
     application.setProcessEnvironment(environment);
     application.start(bundle + u"/Contents/MacOS/Tunedeck"_s, {});
     ASSERT_TRUE(application.waitForStarted());
-    ASSERT_TRUE(eventually([this] { return tray == nullptr || icons() == 1; })) << "no icon appeared in the tray";
+    ASSERT_TRUE(eventually([this] { return icons() == 1; })) << "no icon appeared in the tray";
 }
 
 Journey::Ended Journey::run(const QStringList& arguments) const {

@@ -67,13 +67,13 @@ protected:
     [[nodiscard]] QString busAddress() const;
     /// Adds a shell script that replaces a program of the PATH.
     void replaceProgram(const QString& name, const QByteArray& script) const;
-    void startTray() { tray = desktop->startTray(); }
+    /// Replaces a program by one that never ends, and returns a function that returns the process id once it runs, else
+    /// 0.
+    [[nodiscard]] std::function<pid_t()> hangProgram(const QString& name) const;
     /// Waits for a condition that depends on other processes; false on timeout.
     static bool eventually(const std::function<bool()>& condition);
     /// The standard output of a program.
     [[nodiscard]] QByteArray output(const QString& program, const QStringList& arguments) const;
-    /// The application's lock, which also accepts the requests of later starts.
-    [[nodiscard]] QString lockPath() const;
     /// The contents of a file in the home.
     [[nodiscard]] QByteArray read(const QString& relative) const;
     void writeInHome(const QString& relative, const QByteArray& bytes) const;

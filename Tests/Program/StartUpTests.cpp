@@ -33,6 +33,17 @@ protected:
         publishServicePort(service.port());
     }
 
+    /// Ends the application with a signal, and returns the milliseconds that it needed.
+    qint64 terminate(int signal) {
+        QElapsedTimer time;
+        time.start();
+        ::kill(static_cast<pid_t>(application.processId()), signal);
+        EXPECT_TRUE(application.waitForFinished());
+        EXPECT_EQ(application.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(application.exitCode(), 0);
+        return time.elapsed();
+    }
+
     TestServer service;
 };
 
@@ -63,32 +74,20 @@ TEST_F(StartUpJourney, TerminatesWithinHalfASecondInEveryStep) {
                 const auto requests = hanging.requests();
                 return std::ranges::any_of(requests, [&](const auto& each) { return each.target == step.lastRequest; });
             }));
-            QElapsedTimer time;
-            time.start();
-            ::kill(static_cast<pid_t>(application.processId()), SIGTERM);
-            ASSERT_TRUE(application.waitForFinished());
-            fastest = std::min(fastest, time.elapsed());
-            EXPECT_EQ(application.exitStatus(), QProcess::NormalExit);
-            EXPECT_EQ(application.exitCode(), 0);
+            fastest = std::min(fastest, terminate(SIGTERM));
         }
         EXPECT_LT(fastest, 500);
     }
 }
 
 TEST_F(StartUpJourney, TerminatesDuringTheInstallationAndTheFirstRunWithoutLosingSettings) {
-    const auto pidFile = folder->filePath(u"hung"_s);
-    replaceProgram(u"systemctl"_s, "echo $$ > '" + QFile::encodeName(pidFile) + "'; exec sleep 1000");
+    const auto hung = hangProgram(u"systemctl"_s);
     writeBundle(bundle, "1.4.0");
     writeInHome(u".tunedeck/settings.json"_s, "{}");
     start();
-    QFile started(pidFile);
-    ASSERT_TRUE(eventually([&] { return started.size() > 0; }));
-    ::kill(static_cast<pid_t>(application.processId()), SIGTERM);
-    ASSERT_TRUE(application.waitForFinished());
-    EXPECT_EQ(application.exitCode(), 0);
-    ASSERT_TRUE(started.open(QFile::ReadOnly));
-    const auto child = started.readAll().trimmed().toInt();
-    EXPECT_TRUE(eventually([child] { return ::kill(child, 0) != 0; })) << "its child process still runs";
+    ASSERT_TRUE(eventually([&] { return hung() > 0; }));
+    terminate(SIGTERM);
+    EXPECT_TRUE(eventually([&] { return ::kill(hung(), 0) != 0; })) << "its child process still runs";
 
     removeServiceProgram();
     service.on("GET /local/status", behave::answer(200, status));
@@ -101,28 +100,10 @@ TEST_F(StartUpJourney, TerminatesDuringTheInstallationAndTheFirstRunWithoutLosin
     ASSERT_TRUE(press(u"Continue"_s));
     ASSERT_TRUE(press(u"Claude"_s));
     ASSERT_TRUE(sees(u"Making your private link…"_s));
-    ::kill(static_cast<pid_t>(application.processId()), SIGINT);
-    ASSERT_TRUE(application.waitForFinished());
-    EXPECT_EQ(application.exitCode(), 0);
+    terminate(SIGINT);
     EXPECT_EQ(read(u".tunedeck/settings.json"_s), "{}");
     start();
     EXPECT_TRUE(opensWith(u"Install the tools"_s)) << "the first run starts over";
-}
-
-TEST_F(StartUpJourney, ShowsTheIconInALateTrayAndSurvivesTheLossOfTheBus) {
-    stopService();
-    tray.reset();
-    start();
-    ASSERT_TRUE(eventually([this] { return QFile::exists(lockPath()); }));
-    EXPECT_EQ(run().status, 0); // it replies, so it has already looked for a tray
-    startTray();
-    EXPECT_TRUE(eventually([this] { return icons() == 1; }));
-    bus->kill();
-    EXPECT_EQ(run().status, 1); // the window isn't reported as shown without a bus
-    EXPECT_TRUE(eventually([this] { return windows() == QStringList{u"Tunedeck"_s} && icons() == 1; }));
-    startBus();
-    EXPECT_TRUE(eventually([this] { return icons() == 1; }));
-    quit();
 }
 
 TEST_F(StartUpJourney, RestartsAfterAnUpgradeOfItsBundleAndReportsAMissingOne) {
