@@ -1,7 +1,6 @@
 #include "Tests/Menu/MenuFixture.h"
 #include "TunedeckMenu/Model/MenuModel.h"
 
-#include <atomic>
 #include <memory>
 #include <stdexcept>
 
@@ -50,23 +49,12 @@ TEST_F(MenuModelTest, PollsWhileAPanelIsShownAndStopsAtOnceAfterTheLast) {
 }
 
 TEST_F(MenuModelTest, DropsStaleReplies) {
-    auto asked = std::make_shared<std::atomic<int>>(0);
-    auto release = std::make_shared<std::atomic<bool>>(false);
-    const auto old = behave::answer(200, statusDocument(R"("version":"old")"));
-    const auto fresh = behave::answer(200, statusDocument(R"("version":"new")"));
-    server.on("GET /local/status", [=](Connection& peer, const ServedRequest& request) {
-        if (asked->fetch_add(1) > 0) {
-            return fresh(peer, request);
-        }
-        while (!*release && peer.pause(5ms)) {
-        }
-        old(peer, request);
-    });
+    server.on("GET /local/status", behave::after(100ms, behave::answer(200, statusDocument(R"("version":"old")"))));
     const auto slow = endingOf(model->refresh(scope.token()));
-    ASSERT_TRUE(comes([&] { return *asked == 1; }));
+    ASSERT_TRUE(comes([&] { return count("GET /local/status") == 1; }));
+    serveStatus(R"("version":"new")");
     refresh();
-    EXPECT_EQ(state().service.status()->version, u"new"_s) << "not delayed by the hanging request";
-    *release = true;
+    EXPECT_FALSE(slow->isThere()) << "the second wasn't delayed";
     ASSERT_TRUE(comes([&] { return slow->isThere(); }));
     EXPECT_EQ(state().service.status()->version, u"new"_s);
 }
