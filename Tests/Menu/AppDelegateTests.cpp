@@ -5,9 +5,7 @@
 
 #include <memory>
 
-namespace tunedeck {
-
-using namespace test;
+namespace tunedeck::test {
 
 namespace {
 
@@ -61,22 +59,22 @@ public:
 
 class AppDelegateTest : public MenuTest {
 protected:
-    AppDelegateTest() { clock.setUptime(1min); } // started at login
+    /// Started at login, after the first run.
+    AppDelegateTest() {
+        clock.setUptime(1min);
+        home.write(u".tunedeck/settings.json"_s, R"({"onboarded":true})");
+    }
     void launch() {
-        delegate = std::make_unique<AppDelegate>(services, AppDelegate::Desktop{.statusItem = item,
-                                                                                .notifications = center,
-                                                                                .appearance = appearance,
-                                                                                .views = views,
-                                                                                .defaults = defaults});
+        delegate =
+            std::make_unique<AppDelegate>(services, AppDelegate::Desktop{item, center, appearance, views, defaults});
         delegate->launch();
     }
-    void beOnboarded() { home.write(u".tunedeck/settings.json"_s, R"({"onboarded":true})"); }
+    [[nodiscard]] QByteArray measured() const { return home.read(u".tunedeck/menu-bar.json"_s); }
     /// Waits until the start-up has ended with a running service.
     void finishStartUp() {
         ASSERT_TRUE(comes([&] { return count("GET /local/status") >= 2; }));
         settle();
     }
-    [[nodiscard]] QString symbol() const { return item.symbol; }
 
     FakeStatusItem item;
     FakeNotificationCenter center;
@@ -94,16 +92,14 @@ const auto positionKey = u"NSStatusItem Preferred Position TunedeckStatusItem"_s
 } // namespace
 
 TEST_F(AppDelegateTest, ShowsTheIconFirstAndKeepsItsPreferredPosition) {
-    beOnboarded();
     launch();
     EXPECT_EQ(item.installs, 1);
-    EXPECT_EQ(symbol(), normal);
+    EXPECT_EQ(item.symbol, normal);
     EXPECT_EQ(item.toolTip, u"Tunedeck"_s);
     EXPECT_EQ(defaults.value(positionKey), 220);
     EXPECT_EQ(center.starts, 1);
     EXPECT_EQ(views.asked, 0) << "the windows are loaded on demand";
     clock.advance(1s);
-    const auto measured = [this] { return home.read(u".tunedeck/menu-bar.json"_s); };
     EXPECT_TRUE(measured().contains("\"visible\""));
     const auto before = measured();
     item.place->screenWidth = 800; // a monitor was unplugged, which is reported more than once
@@ -122,23 +118,21 @@ TEST_F(AppDelegateTest, ShowsTheIconFirstAndKeepsItsPreferredPosition) {
 }
 
 TEST_F(AppDelegateTest, WaitsTwentySecondsForTheServiceBeforeTheIconWarns) {
-    beOnboarded();
     clock.setUptime(1h);
     server.stop();
     launch();
     for (int second = 0; second < 19; ++second) {
         settle();
-        EXPECT_EQ(symbol(), normal) << second;
+        EXPECT_EQ(item.symbol, normal) << second;
         EXPECT_TRUE(views.shown.calls.isEmpty()) << second;
         clock.advance(1s);
     }
     ASSERT_TRUE(comes([&] { return !views.shown.calls.isEmpty(); })) << "after the 20th attempt";
     clock.advance(4s);
-    EXPECT_TRUE(comes([&] { return symbol() == warning; }));
+    EXPECT_TRUE(comes([&] { return item.symbol == warning; }));
 }
 
 TEST_F(AppDelegateTest, UpdatesTheIconWithoutTheWindows) {
-    beOnboarded();
     views.works = false;
     launch();
     finishStartUp();
@@ -147,7 +141,7 @@ TEST_F(AppDelegateTest, UpdatesTheIconWithoutTheWindows) {
     EXPECT_EQ(views.asked, 2) << "retried: the module may exist now";
     const auto next = [&](const QString& expected) {
         clock.advance(4s);
-        return comes([&] { return symbol() == expected; });
+        return comes([&] { return item.symbol == expected; });
     };
     serveStatus(R"("download_dir_writable":false)");
     EXPECT_TRUE(next(warning));
@@ -158,11 +152,10 @@ TEST_F(AppDelegateTest, UpdatesTheIconWithoutTheWindows) {
     EXPECT_EQ(count("GET /local/toolbox"), 0);
     serveStatus();
     Q_EMIT views.host->actions().panelAppeared();
-    EXPECT_TRUE(comes([&] { return symbol() == normal; })) << "a panel refreshes at once";
+    EXPECT_TRUE(comes([&] { return item.symbol == normal; })) << "a panel refreshes at once";
 }
 
 TEST_F(AppDelegateTest, OpensTheWindowOnARequestOrAfterAStartByHandButNotAtLogin) {
-    beOnboarded();
     launch();
     finishStartUp();
     EXPECT_TRUE(views.shown.calls.isEmpty());
@@ -190,7 +183,6 @@ TEST_F(AppDelegateTest, OpensTheWindowOnARequestOrAfterAStartByHandButNotAtLogin
 }
 
 TEST_F(AppDelegateTest, ShowsAFailedInstallationAndContinues) {
-    beOnboarded();
     QFile program(home.write(u"Tunedeck.app/Contents/Helpers/tunedeck"_s, "program"));
     program.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     home.write(u".tunedeck/bin"_s, "in the way");
@@ -202,7 +194,6 @@ TEST_F(AppDelegateTest, ShowsAFailedInstallationAndContinues) {
 }
 
 TEST_F(AppDelegateTest, OpensTheWindowWithoutATrayAndMeasuresALateIcon) {
-    beOnboarded();
     item.available = false;
     item.place.reset();
     launch();
@@ -211,16 +202,16 @@ TEST_F(AppDelegateTest, OpensTheWindowWithoutATrayAndMeasuresALateIcon) {
     clock.advance(10s);
     settle();
     EXPECT_TRUE(views.shown.calls.contains(u"window"_s));
-    EXPECT_TRUE(home.read(u".tunedeck/menu-bar.json"_s).isEmpty()) << "nothing was measured";
+    EXPECT_TRUE(measured().isEmpty()) << "nothing was measured";
     EXPECT_TRUE(views.shown.content.hiddenIcon.shown);
     item.place = MenuBarPlacement{.itemMinX = 1200, .itemWidth = 24, .screenWidth = 1600};
     delegate->showWindow();
-    EXPECT_FALSE(home.read(u".tunedeck/menu-bar.json"_s).isEmpty()) << "measured again";
+    EXPECT_FALSE(measured().isEmpty()) << "measured again";
     EXPECT_FALSE(views.shown.content.hiddenIcon.shown);
     item.place->itemMinX = -1;
     item.setAvailable(true);
     clock.advance(1s);
-    EXPECT_TRUE(home.read(u".tunedeck/menu-bar.json"_s).contains("hidden: "));
+    EXPECT_TRUE(measured().contains("hidden: "));
     EXPECT_TRUE(comes([&] { return views.shown.content.hiddenIcon.shown; }));
 }
 
@@ -244,7 +235,6 @@ TEST_F(AppDelegateTest, ChecksForUpdatesAfterAMinuteAndDailyIncludingSuspendedTi
         ++checks;
         return endedTask(UpdateCheck{UpdateCheck::UpToDate{}});
     };
-    beOnboarded();
     launch();
     finishStartUp();
     clock.advance(59s);
@@ -266,6 +256,7 @@ TEST_F(AppDelegateTest, ChecksForUpdatesAfterAMinuteAndDailyIncludingSuspendedTi
 }
 
 TEST_F(AppDelegateTest, RepeatsTheFirstRunUntilItIsDone) {
+    ASSERT_TRUE(services.settings.setOnboarded(false));
     launch();
     ASSERT_TRUE(comes([&] { return views.shown.calls.contains(u"onboarding"_s); }));
     EXPECT_FALSE(services.settings.onboarded());
@@ -281,6 +272,7 @@ TEST_F(AppDelegateTest, RepeatsTheFirstRunUntilItIsDone) {
 }
 
 TEST_F(AppDelegateTest, SkipsTheFirstRunIfALinkIsAlreadyUsed) {
+    ASSERT_TRUE(services.settings.setOnboarded(false));
     serveStatus(registeredCloud);
     serveLinks(R"({"id":"a","kind":"claude","lastUsedAt":"2026-02-01T00:00:00Z"})");
     launch();
@@ -297,4 +289,4 @@ TEST_F(AppDelegateTest, SkipsTheFirstRunIfALinkIsAlreadyUsed) {
     EXPECT_EQ(count("GET /local/links"), before);
 }
 
-} // namespace tunedeck
+} // namespace tunedeck::test

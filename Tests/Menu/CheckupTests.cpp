@@ -11,10 +11,9 @@
 
 #include <QJsonDocument>
 
-namespace tunedeck {
-namespace {
+namespace tunedeck::test {
 
-using namespace test;
+namespace {
 
 /// The level's mark and the sentence.
 std::string words(const CheckResult& result) {
@@ -283,4 +282,4 @@ TEST(CheckupReportTest, AlignsItsLinesAndMasksSecrets) {
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

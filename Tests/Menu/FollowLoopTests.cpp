@@ -1,9 +1,7 @@
 #include "Tests/Menu/MenuFixture.h"
 #include "TunedeckMenu/Background/FollowLoop.h"
 
-namespace tunedeck {
-
-using namespace test;
+namespace tunedeck::test {
 
 namespace {
 
@@ -81,4 +79,4 @@ TEST_F(FollowLoopTest, LogsWhyAStatusIsInvalidOnceUntilThatChanges) {
     qInstallMessageHandler(previous);
 }
 
-} // namespace tunedeck
+} // namespace tunedeck::test

@@ -4,9 +4,7 @@
 #include <memory>
 #include <stdexcept>
 
-namespace tunedeck {
-
-using namespace test;
+namespace tunedeck::test {
 
 namespace {
 
@@ -218,4 +216,4 @@ TEST_F(MenuModelTest, TimedUpdateChecksAreRareAndFailSilently) {
     EXPECT_EQ(std::get<UpdateState::Failed>(update()).message, u"broken"_s);
 }
 
-} // namespace tunedeck
+} // namespace tunedeck::test

@@ -2,9 +2,7 @@
 #include "Tests/Helpers/Test.h"
 #include "TunedeckMenu/Background/Notifier.h"
 
-namespace tunedeck {
-
-using namespace test;
+namespace tunedeck::test {
 
 namespace {
 
@@ -102,4 +100,4 @@ TEST_F(NotifierTest, LogsOneLinePerNotification) {
                                                            "2026-03-01T12:01:01Z library 1.1 x\n");
 }
 
-} // namespace tunedeck
+} // namespace tunedeck::test

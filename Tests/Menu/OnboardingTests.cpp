@@ -5,9 +5,7 @@
 
 #include <memory>
 
-namespace tunedeck {
-
-using namespace test;
+namespace tunedeck::test {
 
 namespace {
 
@@ -247,4 +245,4 @@ TEST_F(OnboardingTest, CancelsItsRequestsWhenDestroyed) {
     EXPECT_TRUE(comes([&] { return server.open() == 1; }));
 }
 
-} // namespace tunedeck
+} // namespace tunedeck::test

@@ -4,9 +4,7 @@
 
 #include <memory>
 
-namespace tunedeck {
-
-using namespace test;
+namespace tunedeck::test {
 
 namespace {
 
@@ -227,4 +225,4 @@ TEST_F(PanelControllerTest, DestroyedActionsCancelTheirRequests) {
     EXPECT_NE(services.settings.downloadDir(), u"/late"_s);
 }
 
-} // namespace tunedeck
+} // namespace tunedeck::test

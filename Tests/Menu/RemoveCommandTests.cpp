@@ -4,10 +4,9 @@
 #include <QDir>
 #include <QFile>
 
-namespace tunedeck {
-namespace {
+namespace tunedeck::test {
 
-using namespace test;
+namespace {
 
 QCoro::Task<std::int32_t> noManager(QStringList, std::stop_token) {
     co_return -1;
@@ -17,18 +16,18 @@ QCoro::Task<Removal> noUnit(std::stop_token) {
 }
 
 TEST(RemoveCommandTest, ListsRemovedItemsRemainingItemsAndFailures) {
-    const test::TemporaryHome home;
-    test::ManualClock clock;
+    const TemporaryHome home;
+    ManualClock clock;
     const ServiceRemover::Supervisor supervisor{
         .launchctl = noManager, .forget = noUnit, .processes = [](const QString&) { return std::vector<pid_t>(); }};
     Removal loginItem;
     const auto run = [&](std::expected<bool, QString> ended) {
         const ServiceInstaller installer(home.path(), std::nullopt, 501, noManager, clock);
-        return test::runToEnd(removeCommand({.home = home.path(),
-                                             .settings = SettingsFile::standard(),
-                                             .ended = std::move(ended),
-                                             .uninstall = {supervisor, [&] { return loginItem; }}},
-                                            {home.path(), installer, 501, supervisor, clock}));
+        return runToEnd(removeCommand({.home = home.path(),
+                                       .settings = SettingsFile::standard(),
+                                       .ended = std::move(ended),
+                                       .uninstall = {supervisor, [&] { return loginItem; }}},
+                                      {home.path(), installer, 501, supervisor, clock}));
     };
     EXPECT_EQ(run(false), CommandResult({.output = u"There was nothing of Tunedeck to remove.\n"_s}));
 
@@ -54,4 +53,4 @@ TEST(RemoveCommandTest, ListsRemovedItemsRemainingItemsAndFailures) {
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test
