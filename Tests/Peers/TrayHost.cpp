@@ -1,6 +1,7 @@
 #include "Tests/Peers/TrayHost.h"
 
 #include <QDBusArgument>
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusVariant>
@@ -49,12 +50,14 @@ QString iconSummary(const QVariantMap& properties) {
 
 } // namespace
 
-TrayHost::TrayHost()
-    : m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, QUuid::createUuid().toString())) {
+TrayHost::TrayHost(const QString& address)
+    : m_bus(address.isEmpty()
+                ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, QUuid::createUuid().toString())
+                : QDBusConnection::connectToBus(address, QUuid::createUuid().toString())) {
     m_bus.registerObject(u"/StatusNotifierWatcher"_s, this,
                          QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals |
                              QDBusConnection::ExportAllProperties);
-    m_bus.registerService(u"org.kde.StatusNotifierWatcher"_s);
+    m_bus.interface()->registerService(u"org.kde.StatusNotifierWatcher"_s, QDBusConnectionInterface::QueueService);
 }
 
 TrayHost::~TrayHost() {
@@ -73,7 +76,7 @@ void TrayHost::readItem() {
     auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         const auto properties = qdbus_cast<QVariantMap>(watcher->reply().arguments().value(0));
-        Q_EMIT itemRead(toolTipTitle(properties), iconSummary(properties));
+        reads << toolTipTitle(properties) + u' ' + iconSummary(properties);
     });
 }
 

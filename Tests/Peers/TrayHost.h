@@ -8,14 +8,16 @@
 
 namespace tunedeck::test {
 
-/// A minimal watcher and host of StatusNotifierItems in one object, with its own connection to the session bus.
+/// A minimal watcher and host of StatusNotifierItems in one object, with its own connection to a bus. While there is
+/// another one it waits, and then replaces it without a gap.
 class TrayHost : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
     Q_PROPERTY(bool IsStatusNotifierHostRegistered READ isHostRegistered)
     Q_PROPERTY(QStringList RegisteredStatusNotifierItems READ items)
 public:
-    TrayHost();
+    /// On the session bus, or on the bus at `address`.
+    explicit TrayHost(const QString& address = {});
     ~TrayHost() override;
     TrayHost(const TrayHost&) = delete;
     TrayHost& operator=(const TrayHost&) = delete;
@@ -31,14 +33,15 @@ public:
     /// Reads the properties of the item, as after its registration.
     void readItem();
 
+    /// What was read: the tool tip, "dark" or "light", and the number of the icon's opaque pixels.
+    QStringList reads;
+
 public Q_SLOTS:
     void RegisterStatusNotifierItem(const QString& service);
 
 Q_SIGNALS:
     void StatusNotifierHostRegistered();
     void StatusNotifierHostUnregistered();
-    /// `icon`: "dark" or "light" and the number of its opaque pixels.
-    void itemRead(const QString& toolTip, const QString& icon);
 
 private:
     bool m_isHost = true;

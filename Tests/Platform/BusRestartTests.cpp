@@ -27,7 +27,7 @@ TEST(BusRestartTest, EveryPartOfThePlatformReconnects) {
         GTEST_SKIP() << "Xvfb, trayer or dbus-daemon is missing; ./tools/test installs them";
     }
     BareDesktop desktop;
-    const auto address = desktop.environment().value(u"DBUS_SESSION_BUS_ADDRESS"_s);
+    const auto address = desktop.busAddress();
     const auto application = desktop.startSelf(u"--desktop"_s); // before there is a bus
     ASSERT_EQ(application->nextLine(), "ready");
     for (const bool isDark : {true, false, true}) {

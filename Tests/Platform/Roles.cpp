@@ -1,7 +1,6 @@
 #include "Tests/Platform/Roles.h"
 
 #include "Tests/Helpers/FakePlatform.h"
-#include "Tests/Peers/TrayHost.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/LinuxAppearanceSource.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/SessionBus.h"
 #include "TunedeckMenu/Platform/Linux/Instance/LinuxReopenListener.h"
@@ -140,26 +139,6 @@ int runDesktop(int argc, char** argv) {
     return QApplication::exec();
 }
 
-int runTrayHost(int argc, char** argv) {
-    const QCoreApplication application(argc, argv);
-    TrayHost host;
-    QObject::connect(&host, &TrayHost::itemRead, &host,
-                     [](const QString& toolTip, const QString& icon) { print(toolTip + u' ' + icon); });
-    readCommands(&host, [&host](const QString& command) {
-        if (command == u"activate") {
-            host.activateItem();
-        } else if (command == u"menu") {
-            host.selectMenuEntries();
-        } else if (command == u"look") {
-            host.readItem();
-        } else {
-            host.setHostRegistered(command == u"come");
-        }
-    });
-    print(u"ready"_s);
-    return QCoreApplication::exec();
-}
-
 } // namespace
 
 int runRole(int argc, char** argv) {
@@ -167,10 +146,7 @@ int runRole(int argc, char** argv) {
     if (role == "--instance") {
         return runInstance(argc, argv);
     }
-    if (role == "--status-item") {
-        return runStatusItem(argc, argv);
-    }
-    return role == "--desktop" ? runDesktop(argc, argv) : runTrayHost(argc, argv);
+    return role == "--status-item" ? runStatusItem(argc, argv) : runDesktop(argc, argv);
 }
 
 } // namespace tunedeck::test

@@ -12,9 +12,6 @@ namespace tunedeck::test {
 ///   the docked icon twice, "menu" selects each entry of its menu.
 /// - "--desktop" uses the other parts of the platform. It prints "dark" or "light" when that changes; "post ID" posts a
 ///   notification, whose click prints "opened ID"; requests to reopen print "reopen".
-/// - "--tray-host" is a watcher and host of status notifier items. It prints the tool tip and a summary of the icon
-///   at each registration and on "look"; "activate" clicks the item, "menu" selects each entry of its menu, "leave" and
-///   "come" unregister and register the host.
 int runRole(int argc, char** argv);
 
 } // namespace tunedeck::test

@@ -1,7 +1,9 @@
 #include "Tests/Helpers/Desktop/BareDesktop.h"
 #include "Tests/Helpers/Test.h"
+#include "Tests/Peers/TrayHost.h"
 #include "TunedeckMenu/Platform/Linux/Tray/TrayGlyph.h"
 
+#include <QElapsedTimer>
 #include <QImage>
 #include <QRegularExpression>
 
@@ -71,26 +73,32 @@ TEST_F(StatusItemTest, RegistersWithAHostThatStartsLateAndAfterRestartsOfHostAnd
     const auto item = desktop.startSelf(statusItem);
     EXPECT_EQ(item->nextLine(), "gone unplaced");
 
+    const auto showsTheIcon = [](TrayHost& host) {
+        EXPECT_TRUE(runUntil([&] { return !host.reads.isEmpty(); }));
+        EXPECT_TRUE(host.reads.value(0).startsWith(u"Tunedeck dark ") && !host.reads.value(0).endsWith(u" 0"));
+    };
     const auto registersWithAHost = [&] {
-        auto host = desktop.startSelf(u"--tray-host"_s);
-        EXPECT_EQ(host->nextLine(), "ready");
-        EXPECT_TRUE(host->nextLine().starts_with("Tunedeck dark "));
+        auto host = std::make_unique<TrayHost>(desktop.busAddress());
+        showsTheIcon(*host);
         EXPECT_EQ(item->nextLine(), "there unplaced"); // hosts don't report where the icon is
-        host->write(u"activate"_s);
+        host->activateItem();
         EXPECT_EQ(item->nextLine(), "activated");
-        host->write(u"menu"_s);
+        host->selectMenuEntries();
         EXPECT_EQ(item->nextLine(), "open");
         EXPECT_EQ(item->nextLine(), "quit");
         return host;
     };
     auto host = registersWithAHost();
-    host->write(u"leave"_s);
+    host->setHostRegistered(false);
     EXPECT_EQ(item->nextLine(), "gone unplaced");
-    host->write(u"come"_s);
+    host->setHostRegistered(true);
     EXPECT_EQ(item->nextLine(), "there unplaced");
-    host->kill();
+    host.reset();
     EXPECT_EQ(item->nextLine(), "gone unplaced");
     host = registersWithAHost();
+    auto next = std::make_unique<TrayHost>(desktop.busAddress());
+    host = std::move(next); // replaced without a gap
+    showsTheIcon(*host);
     bus->kill();
     EXPECT_EQ(item->nextLine(), "gone unplaced");
     bus = desktop.startBus();
@@ -99,8 +107,10 @@ TEST_F(StatusItemTest, RegistersWithAHostThatStartsLateAndAfterRestartsOfHostAnd
     const auto lookAfter = [&](const QString& command) {
         item->write(command);
         EXPECT_EQ(item->nextLine(), "there unplaced");
-        host->write(u"look"_s);
-        return host->nextLine();
+        host->reads.clear();
+        host->readItem();
+        EXPECT_TRUE(runUntil([&] { return !host->reads.isEmpty(); }));
+        return host->reads.value(0).toStdString();
     };
     const auto light = lookAfter(u"dark"_s);
     EXPECT_TRUE(light.starts_with("Tunedeck light ")) << light;
@@ -110,18 +120,29 @@ TEST_F(StatusItemTest, RegistersWithAHostThatStartsLateAndAfterRestartsOfHostAnd
     EXPECT_NE(warning.substr(warning.rfind(' ')), light.substr(light.rfind(' '))) << "another symbol";
 }
 
-TEST_F(StatusItemTest, WaitsForTheHostOfAWatcherBeforeItUsesAnX11Tray) {
+TEST_F(StatusItemTest, WaitsSixSecondsForTheHostOfAWatcherBeforeItUsesAnX11Tray) {
     BareDesktop desktop;
     const auto bus = desktop.startBus();
     const auto tray = desktop.startTray();
-    const auto host = desktop.startSelf(u"--tray-host"_s);
-    ASSERT_EQ(host->nextLine(), "ready");
-    host->write(u"leave"_s);
+    TrayHost host(desktop.busAddress());
+    host.setHostRegistered(false);
+    {
+        const auto item = desktop.startSelf(statusItem);
+        EXPECT_EQ(item->nextLine(), "gone unplaced");
+        runUntil([] { return false; }, 500ms);
+        host.setHostRegistered(true);
+        EXPECT_EQ(item->nextLine(), "there unplaced");
+    }
+    host.setHostRegistered(false);
     const auto item = desktop.startSelf(statusItem);
     EXPECT_EQ(item->nextLine(), "gone unplaced");
-    runUntil([] { return false; }, 500ms);
-    host->write(u"come"_s);
-    EXPECT_EQ(item->nextLine(), "there unplaced");
+    QElapsedTimer watch;
+    watch.start();
+    runUntil([] { return false; }, 4s);
+    host.setHostRegistered(false); // asked again, which doesn't prolong the wait
+    EXPECT_TRUE(docksAtTheRight(*item));
+    EXPECT_GT(watch.elapsed(), 5500);
+    EXPECT_LT(watch.elapsed(), 9500);
 }
 
 TEST(TrayGlyphTest, DrawsEverySymbolInContrastToThePanel) {

@@ -31,7 +31,7 @@ std::unique_ptr<Program> BareDesktop::start(const QString& command) {
 
 std::unique_ptr<Program> BareDesktop::startBus() {
     auto bus = start(u"dbus-daemon --nofork --print-address=1 --config-file=" BUS_CONFIGURATION " --address="_s +
-                     m_environment.value(u"DBUS_SESSION_BUS_ADDRESS"_s));
+                     busAddress());
     bus->nextLine();
     return bus;
 }

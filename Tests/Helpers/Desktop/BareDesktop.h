@@ -21,7 +21,8 @@ public:
     [[nodiscard]] static bool isPossible();
 
     [[nodiscard]] const QProcessEnvironment& environment() const { return m_environment; }
-    /// Starts the bus at the address in the environment. It can be started again after it was killed.
+    [[nodiscard]] QString busAddress() const { return m_environment.value(u"DBUS_SESSION_BUS_ADDRESS"_s); }
+    /// Starts the bus at its address. It can be started again after it was killed.
     std::unique_ptr<Program> startBus();
     std::unique_ptr<Program> startTray();
     /// Starts this test program in one of its roles (see Roles.h).

@@ -24,6 +24,12 @@ LinuxStatusItem::LinuxStatusItem(SessionBus& bus, AppearanceSource& appearance, 
     connect(&m_check, &QTimer::timeout, this, &LinuxStatusItem::check);
     connect(&m_trays, &TrayWatch::changed, this, &LinuxStatusItem::trayChanged);
     connect(&m_trays, &TrayWatch::xembedChanged, this, &LinuxStatusItem::checkSoon);
+    connect(&m_trays, &TrayWatch::watcherReplaced, this, [this] {
+        if (m_kind == TrayWatch::Tray::StatusNotifier) {
+            m_icon.reset();
+            create(m_kind); // registers with the new watcher
+        }
+    });
     connect(&bus, &SessionBus::reconnected, this, [this] {
         if (m_kind == TrayWatch::Tray::StatusNotifier) {
             m_icon.reset(); // its connection is lost

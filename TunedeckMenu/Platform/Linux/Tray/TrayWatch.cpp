@@ -54,7 +54,13 @@ quint32 TrayWatch::xembedWindow() {
 void TrayWatch::subscribe() {
     auto bus = m_bus.connection();
     m_watcher = std::make_unique<QDBusServiceWatcher>(watcherService, bus, QDBusServiceWatcher::WatchForOwnerChange);
-    connect(m_watcher.get(), &QDBusServiceWatcher::serviceOwnerChanged, this, &TrayWatch::queryHost);
+    connect(m_watcher.get(), &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString&, const QString& oldOwner, const QString& newOwner) {
+                if (!oldOwner.isEmpty() && !newOwner.isEmpty()) {
+                    Q_EMIT watcherReplaced();
+                }
+                queryHost();
+            });
     for (const auto& signal : {u"StatusNotifierHostRegistered"_s, u"StatusNotifierHostUnregistered"_s}) {
         bus.connect(QString(), watcherPath, watcherService, signal, this, SLOT(queryHost()));
     }

@@ -33,6 +33,8 @@ public:
 
 Q_SIGNALS:
     void changed();
+    /// One watcher of status notifier items took over from another without a gap, which Qt doesn't notice.
+    void watcherReplaced();
     /// An X11 tray started, exited or was replaced.
     void xembedChanged();
 
