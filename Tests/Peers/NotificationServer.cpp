@@ -22,23 +22,33 @@ NotificationServer::~NotificationServer() {
 }
 
 void NotificationServer::replyToHeldBackCall() {
-    m_connection.send(heldBack->createReply(QVariant(m_capabilities)));
+    const bool isNotify = heldBack->member() == u"Notify";
+    m_connection.send(heldBack->createReply(isNotify ? QVariant(lastId) : QVariant(m_capabilities)));
     heldBack.reset();
     holdsBack = false;
 }
 
-QStringList NotificationServer::GetCapabilities() {
+void NotificationServer::releaseName() {
+    m_connection.unregisterService(u"org.freedesktop.Notifications"_s);
+}
+
+void NotificationServer::holdBackIfAsked() {
     if (holdsBack) {
         setDelayedReply(true);
         heldBack = message();
     }
+}
+
+QStringList NotificationServer::GetCapabilities() {
+    holdBackIfAsked();
     return m_capabilities;
 }
 
 uint NotificationServer::Notify(const QString& name, uint replaces, const QString& icon, const QString& title,
                                 const QString& body, const QStringList& actions, const QVariantMap& hints,
                                 int /*timeout*/) {
-    const uint id = replaces != 0 ? replaces : ++lastId;
+    holdBackIfAsked();
+    const uint id = replaces != 0 && !renumbers ? replaces : ++lastId;
     calls.push_back({name, replaces, icon, title, body, actions, hints, id});
     return id;
 }

@@ -33,12 +33,15 @@ public:
     explicit NotificationServer(QStringList capabilities, const QString& address = {}, QObject* parent = nullptr);
     ~NotificationServer() override;
 
-    /// Replies to the call of GetCapabilities that was held back.
+    /// Replies to the call that was held back.
     void replyToHeldBackCall();
+    /// Gives way to another server, but stays on the bus.
+    void releaseName();
 
     std::vector<Call> calls;
     uint lastId = 0;
-    bool holdsBack = false; ///< whether GetCapabilities gets no reply for now
+    bool renumbers = false; ///< whether a replacing notification gets a new id
+    bool holdsBack = false; ///< whether calls get no reply for now
     std::optional<QDBusMessage> heldBack;
 
 public Q_SLOTS:
@@ -52,6 +55,8 @@ Q_SIGNALS:
     void ActivationToken(uint id, const QString& token);
 
 private:
+    void holdBackIfAsked();
+
     QStringList m_capabilities;
     QDBusConnection m_connection;
 };

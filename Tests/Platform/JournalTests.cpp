@@ -1,5 +1,6 @@
 #include "Tests/Helpers/Test.h"
 #include "TunedeckMenu/Platform/Linux/System/Journal.h"
+#include "TunedeckMenu/Platform/Log.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -36,6 +37,19 @@ TEST(JournalTest, SendsWholeEntriesAndNeverBlocks) {
         ++sent;
     }
     EXPECT_LT(sent, 100000);
+}
+
+TEST(LogTest, WritesToTheErrorOutputWithoutAJournal) {
+    qputenv("QT_FORCE_STDERR_LOGGING", "1");
+    const auto previous = qInstallMessageHandler(nullptr);
+    installSystemLog();
+    testing::internal::CaptureStderr();
+    qCWarning(appLog, "a warning");
+    qInfo("%s", QByteArray(50'000, 'x').constData());
+    qInstallMessageHandler(previous);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "com.brightfold.tunedeck.menu:app: a warning\ncom.brightfold.tunedeck.menu:default: " +
+                  std::string(48 * 1024, 'x') + '\n');
 }
 
 } // namespace

@@ -56,6 +56,7 @@ TEST_F(LoginItemTest, FollowsTheDesktopsSettingUntilEnabledAgain) {
     EXPECT_FALSE(item.isEnabled());
     ASSERT_TRUE(item.setEnabled(true).has_value());
     const auto good = read();
+    EXPECT_TRUE(good.contains("\nTerminal=false\nX-GNOME-Autostart-enabled=true\n"));
     for (const QByteArray line : {"Hidden=true\n", "Hidden = TRUE\n", "X-GNOME-Autostart-enabled=false\n"}) {
         write(good + line);
         EXPECT_FALSE(item.isEnabled()) << line.toStdString();
@@ -63,6 +64,8 @@ TEST_F(LoginItemTest, FollowsTheDesktopsSettingUntilEnabledAgain) {
         EXPECT_TRUE(item.isEnabled());
     }
     write(good + "[Desktop Action x]\nHidden=true\n"); // another group
+    EXPECT_TRUE(item.isEnabled());
+    write("[Desktop Entry]\nExec=true\n#Hidden=true\n#=\n"); // comments, and no TryExec
     EXPECT_TRUE(item.isEnabled());
     write("[Other]\n" + good.mid(good.indexOf('\n') + 1));
     EXPECT_FALSE(item.isEnabled());

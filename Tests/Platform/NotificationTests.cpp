@@ -3,6 +3,8 @@
 #include "TunedeckMenu/Platform/Linux/Desktop/SessionBus.h"
 #include "TunedeckMenu/Platform/Linux/Notifications/LinuxNotificationCenter.h"
 
+#include <QElapsedTimer>
+
 namespace tunedeck {
 namespace {
 
@@ -54,12 +56,49 @@ TEST_F(NotificationTest, ReplacesByIdentifierUntilClosed) {
     EXPECT_EQ(first.icon, u"icon"_s);
     EXPECT_EQ(first.hints.value(u"category"_s), u"transfer"_s);
     EXPECT_TRUE(first.hints.contains(u"sound-name"_s));
+    EXPECT_EQ(first.hints.value(u"urgency"_s), 1);
     EXPECT_EQ(first.replaces, 0U);
     EXPECT_EQ(shown(note(u"b"_s)).replaces, 0U);
     EXPECT_EQ(shown(note(u"a"_s)).replaces, first.id);
-    Q_EMIT m_server->NotificationClosed(first.id, 2);
+    m_server->renumbers = true;
+    const auto renumbered = shown(note(u"a"_s));
+    EXPECT_EQ(shown(note(u"a"_s)).replaces, renumbered.id);
+    const auto last = m_server->calls.back().id;
+    NotificationServer stranger(usual); // on the bus, but doesn't own the name
+    Q_EMIT stranger.NotificationClosed(last, 2);
     EXPECT_EQ(shown(note(u"c"_s)).replaces, 0U);
+    EXPECT_EQ(shown(note(u"a"_s)).replaces, last);
+    Q_EMIT m_server->NotificationClosed(m_server->calls.back().id, 2);
+    shown(note(u"d"_s));
     EXPECT_EQ(shown(note(u"a"_s)).replaces, 0U);
+}
+
+TEST_F(NotificationTest, IgnoresTheLateReplyOfAnEarlierServer) {
+    startServer();
+    shown(note(u"first"_s));
+    m_server->holdsBack = true;
+    m_center.post(note(u"a"_s));
+    ASSERT_TRUE(runUntil([this] { return m_server->heldBack.has_value(); }));
+    const auto earlier = std::move(m_server);
+    earlier->releaseName();
+    startServer();
+    earlier->replyToHeldBackCall();
+    EXPECT_EQ(shown(note(u"a"_s)).replaces, 0U);
+}
+
+TEST_F(NotificationTest, AssumesNoCapabilitiesAfterFiveSecondsAndAsksAgain) {
+    startServer();
+    runUntil([] { return false; }, 50ms); // until the center has noticed the server
+    m_server->holdsBack = true;
+    QElapsedTimer watch;
+    watch.start();
+    m_center.post(note(u"a"_s));
+    ASSERT_TRUE(runUntil([this] { return m_server->heldBack && m_server->heldBack->member() == u"Notify"; }));
+    EXPECT_GE(watch.elapsed(), 4500);
+    EXPECT_TRUE(m_server->calls.back().actions.isEmpty());
+    m_server->replyToHeldBackCall();
+    runUntil([] { return false; }, 50ms); // the queue is empty once the reply has arrived
+    EXPECT_EQ(shown(note(u"b"_s)).actions, (QStringList{u"default"_s, u"Open Tunedeck"_s}));
 }
 
 TEST_F(NotificationTest, DropsWithoutAServerAndStartsAfreshWithANewOne) {
@@ -114,6 +153,8 @@ TEST_F(NotificationTest, ReportsClicksWithTheActivationToken) {
         EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN")) << token.toStdString();
     }
     Q_EMIT m_server->ActivationToken(call.id, u"token-9"_s);
+    Q_EMIT stranger.ActivationToken(call.id, u"token-of-a-stranger"_s);
+    runUntil([] { return false; }, 20ms);
     Q_EMIT m_server->ActionInvoked(call.id, u"default"_s);
     ASSERT_TRUE(runUntil([this] { return !m_opened.isEmpty(); }));
     EXPECT_EQ(qgetenv("XDG_ACTIVATION_TOKEN"), "token-9");

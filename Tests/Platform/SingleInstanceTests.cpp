@@ -6,12 +6,14 @@
 #include "TunedeckMenu/Platform/SingleInstance.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QFile>
 #include <QSysInfo>
 
 #include <signal.h>
+#include <unistd.h>
 
-#include <algorithm>
+#include <tuple>
 #include <vector>
 
 namespace tunedeck {
@@ -51,7 +53,10 @@ protected:
 TEST_F(SingleInstanceTest, ASecondStartReopensTheFirstWithItsActivationToken) {
     const auto first = start();
     ASSERT_EQ(first->nextLine(), "first");
-    EXPECT_EQ(resultOfStart(), "handed over");
+    QFile lock(m_lockPath);
+    ASSERT_TRUE(lock.open(QFile::ReadWrite) &&
+                lock.setFileTime(QDateTime::currentDateTime().addDays(-9), QFile::FileModificationTime));
+    EXPECT_EQ(resultOfStart(), "handed over") << "an old lock is as good";
     EXPECT_EQ(first->nextLine(), "reopen");
     m_environment.insert(u"DESKTOP_STARTUP_ID"_s, u"token-7"_s);
     EXPECT_EQ(resultOfStart(), "handed over");
@@ -151,11 +156,15 @@ TEST_F(SingleInstanceTest, RunsWithoutALockFileWhereNoneCanBeMade) {
 TEST_F(SingleInstanceTest, LocksInTheRuntimeFolderOrElseInTheHome) {
     const auto runtime = qgetenv("XDG_RUNTIME_DIR");
     const auto name = u"/com.brightfold.tunedeck.menu.lock"_s;
-    for (const auto& unusable : {QByteArray("."), QByteArray("/nonexistent"), QByteArray()}) {
+    const auto other = QFile::encodeName(m_home.path());
+    const QByteArray foreign =
+        ::chown(other.constData(), 65534, 65534) == 0 ? other : "/"; // only root can give it away
+    for (const auto& unusable : {QByteArray("."), QByteArray("/nonexistent"), QByteArray(), foreign}) {
         qputenv("XDG_RUNTIME_DIR", unusable);
         EXPECT_EQ(SingleInstance::defaultLockPath(), m_home.path(u".tunedeck"_s) + name);
     }
-    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_home.path()));
+    std::ignore = ::chown(other.constData(), ::getuid(), ::getgid());
+    qputenv("XDG_RUNTIME_DIR", other);
     EXPECT_EQ(SingleInstance::defaultLockPath(), m_home.path() + name);
     qputenv("XDG_RUNTIME_DIR", runtime);
 }

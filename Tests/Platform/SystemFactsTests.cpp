@@ -1,5 +1,4 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckCore/Locations/BundlePaths.h"
 #include "TunedeckMenu/Platform/BundleFacts.h"
 #include "TunedeckMenu/Platform/SystemFacts.h"
 
@@ -14,8 +13,6 @@ using namespace test;
 TEST(SystemFactsTest, DescribesTheBundleAndTheSystem) {
     const TemporaryHome folder;
     const auto bundle = folder.path(u"A.app"_s);
-    EXPECT_EQ(BundlePaths::containing(bundle + u"/Contents/MacOS/Tunedeck"_s).bundle(), bundle);
-    EXPECT_EQ(BundlePaths::containing(u"/usr/bin/tunedeck"_s).bundle(), u"/usr/bin"_s);
     EXPECT_EQ(bundleFacts(bundle).version, u"dev"_s);
     EXPECT_EQ(bundleFacts(bundle).identifier, u"com.brightfold.tunedeck.menu"_s);
     folder.write(u"A.app/Contents/Info.plist"_s,
@@ -29,10 +26,7 @@ TEST(SystemFactsTest, DescribesTheBundleAndTheSystem) {
                             "55312e322e34080b28000000000000010100000000000000030000000000000000000000000000002e"));
     EXPECT_EQ(bundleFacts(bundle).version, u"1.2.4"_s) << "a binary property list";
 
-    qputenv("HOME", "/somewhere//else/");
-    EXPECT_EQ(systemFacts().home, u"/somewhere/else"_s);
-    qputenv("HOME", "not absolute");
-    EXPECT_TRUE(systemFacts().home.startsWith(u'/'));
+    EXPECT_EQ(systemFacts().home, folder.path());
     EXPECT_TRUE(QCoreApplication::applicationDirPath().startsWith(systemFacts().bundle));
     const auto system = QSettings(u"/etc/os-release"_s, QSettings::IniFormat);
     EXPECT_EQ(systemFacts().systemVersionText, system.value(u"PRETTY_NAME"_s).toString());

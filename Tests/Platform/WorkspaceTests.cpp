@@ -98,13 +98,23 @@ TEST_F(WorkspaceTest, RevealsAFileOrOpensItsFolder) {
 }
 
 TEST_F(WorkspaceTest, ShowsTheKindOfAFileByItsIcon) {
-    for (const auto& [path, icon] : {std::pair(m_folder.path(), u"folder"_s),
+    EXPECT_FALSE(m_workspace.icon(u"/x/a.txt"_s).isNull());
+    const TemporaryHome home;
+    home.write(u"theme/index.theme"_s, "[Icon Theme]\nName=Test\nDirectories=16\n[16]\nSize=16\n");
+    const auto previous = std::pair(QIcon::themeSearchPaths(), QIcon::themeName());
+    QIcon::setThemeSearchPaths({home.path()});
+    QIcon::setThemeName(u"theme"_s);
+    for (const auto& [path, icon] : {std::pair(home.path(), u"folder"_s),
                                      {u"/x/A.MP3"_s, u"audio-x-generic"_s},
+                                     {u"/x/a.xml"_s, u"text-xml"_s},
+                                     {u"/x/A.app"_s, u"application-x-executable"_s},
+                                     {u"/bin/sh"_s, u"application-x-executable"_s},
                                      {u"/x/a.txt"_s, u"text-x-generic"_s}}) {
-        const auto shown = m_workspace.icon(path);
-        EXPECT_EQ(shown.name(), QIcon::hasThemeIcon(icon) ? icon : QString());
-        EXPECT_FALSE(shown.isNull());
+        home.write(u"theme/16/%1.png"_s.arg(icon), "");
+        EXPECT_EQ(m_workspace.icon(path).name(), icon) << path.toStdString();
     }
+    QIcon::setThemeSearchPaths(previous.first);
+    QIcon::setThemeName(previous.second);
 }
 
 } // namespace
