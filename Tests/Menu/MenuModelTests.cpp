@@ -180,40 +180,38 @@ TEST_F(MenuModelTest, NotifiesOnlyOfChangesAndShowsOneLine) {
 }
 
 TEST_F(MenuModelTest, TimedUpdateChecksAreRareAndFailSilently) {
+    using Trigger = MenuModel::CheckTrigger;
     int checks = 0;
     UpdateCheck next{UpdateCheck::Failed{u"no"_s}};
     services.updates.check = [&](std::stop_token) {
         ++checks;
         return endedTask(next);
     };
-    const auto update = [&] { return state().update.value; };
-
-    model->checkForUpdates(MenuModel::CheckTrigger::Timer);
-    EXPECT_TRUE(std::holds_alternative<UpdateState::Idle>(update()));
-    model->checkForUpdates(MenuModel::CheckTrigger::Timer);
+    const auto check = [&](Trigger trigger) {
+        model->checkForUpdates(trigger);
+        return state().update;
+    };
+    EXPECT_EQ(check(Trigger::Timer), UpdateState{UpdateState::Idle{}});
+    EXPECT_EQ(check(Trigger::Timer), UpdateState{UpdateState::Idle{}});
     EXPECT_EQ(checks, 1) << "a failed check is a check";
-    model->checkForUpdates(MenuModel::CheckTrigger::User);
-    EXPECT_EQ(std::get<UpdateState::Failed>(update()).message, u"no"_s);
+    EXPECT_EQ(check(Trigger::User), UpdateState{UpdateState::Failed{u"no"_s}});
     clock.advance(20h - 1s);
-    model->checkForUpdates(MenuModel::CheckTrigger::Timer);
+    check(Trigger::Timer);
     EXPECT_EQ(checks, 2);
     clock.advance(1s);
     next = {UpdateCheck::Available{{.version = u"1.3.0"_s}}};
-    model->checkForUpdates(MenuModel::CheckTrigger::Timer);
-    EXPECT_EQ(std::get<UpdateState::Available>(update()).release.version, u"1.3.0"_s);
+    EXPECT_EQ(check(Trigger::Timer), UpdateState{UpdateState::Available{{.version = u"1.3.0"_s}}});
     next = {UpdateCheck::UpToDate{}};
-    model->checkForUpdates(MenuModel::CheckTrigger::User);
-    EXPECT_EQ(std::get<UpdateState::UpToDate>(update()).at, clock.now());
+    EXPECT_EQ(check(Trigger::User), UpdateState{UpdateState::UpToDate{clock.now()}});
 
     for (const auto& busy : {UpdateState{UpdateState::Checking{}}, UpdateState{UpdateState::Installing{}}}) {
         model->setUpdate(busy);
-        model->checkForUpdates(MenuModel::CheckTrigger::User);
+        EXPECT_EQ(check(Trigger::User), busy);
     }
     EXPECT_EQ(checks, 4);
     services.updates.check = [](std::stop_token) -> QCoro::Task<UpdateCheck> { throw std::runtime_error("broken"); };
     model->setUpdate({UpdateState::Idle{}});
-    model->checkForUpdates(MenuModel::CheckTrigger::User);
-    EXPECT_EQ(std::get<UpdateState::Failed>(update()).message, u"broken"_s);
+    EXPECT_EQ(check(Trigger::User), UpdateState{UpdateState::Failed{u"broken"_s}});
 }
 
 } // namespace tunedeck::test

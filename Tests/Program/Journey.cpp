@@ -66,7 +66,12 @@ void Journey::SetUp() {
     environment.insert(u"LANG"_s, u"C.UTF-8"_s);
     environment.insert(u"PATH"_s, folder->filePath(u"bin"_s) + u':' + environment.value(u"PATH"_s));
     environment.insert(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s);
-    startBus();
+    bus = desktop->startBus();
+    readers = std::make_unique<Program>(accessibilityProgram, QStringList{u"--launch-immediately"_s}, environment);
+    ASSERT_TRUE(eventually([this] {
+        screen = std::make_unique<Accessibility>(busAddress());
+        return screen->isConnected();
+    })) << "the accessibility bus doesn't start";
     windowManager = std::make_unique<Program>(u"openbox"_s, QStringList{u"--sm-disable"_s}, environment);
     tray = desktop->startTray();
     application.setProcessChannelMode(QProcess::MergedChannels);
@@ -93,15 +98,6 @@ void Journey::TearDown() {
     for (const auto& entry : own.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)) {
         entry.isDir() ? QDir(entry.filePath()).removeRecursively() : QFile::remove(entry.filePath());
     }
-}
-
-void Journey::startBus() {
-    bus = desktop->startBus();
-    readers = std::make_unique<Program>(accessibilityProgram, QStringList{u"--launch-immediately"_s}, environment);
-    ASSERT_TRUE(eventually([this] {
-        screen = std::make_unique<Accessibility>(busAddress());
-        return screen->isConnected();
-    })) << "the accessibility bus doesn't start";
 }
 
 QString Journey::busAddress() const {

@@ -63,12 +63,10 @@ protected:
     /// The entries of the bundle's parent folder.
     [[nodiscard]] QStringList siblings() const;
 
-    void startBus();
     [[nodiscard]] QString busAddress() const;
     /// Adds a shell script that replaces a program of the PATH.
     void replaceProgram(const QString& name, const QByteArray& script) const;
-    /// Replaces a program by one that never ends, and returns a function that returns the process id once it runs, else
-    /// 0.
+    /// Replaces a program by one that never ends. The result returns its process id, 0 before it runs.
     [[nodiscard]] std::function<pid_t()> hangProgram(const QString& name) const;
     /// Waits for a condition that depends on other processes; false on timeout.
     static bool eventually(const std::function<bool()>& condition);
