@@ -50,7 +50,7 @@ TEST(PanelContent, EachCardFollowsItsOwnBusyFlag) {
     for (bool PanelState::* busyFlag : {&PanelState::linksBusy, &PanelState::libraryBusy, &PanelState::isRestarting}) {
         PanelState state;
         state.service = ServiceState::running(goodStatus());
-        std::get<ServiceStatus>(state.service.value).rekordboxDb.emplace();
+        std::get<ServiceStatus>(state.service.value).rekordboxDb = ServiceStatus::Library{};
         state.links = {link("t", "telegram")};
         state.*busyFlag = true;
         const PanelContent content = panelContent(state, moment());
