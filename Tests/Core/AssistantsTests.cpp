@@ -2,10 +2,7 @@
 #include "TunedeckCore/Masking.h"
 #include "TunedeckCore/Service/AssistantLink.h"
 
-using namespace tunedeck;
-using namespace Qt::StringLiterals;
-
-namespace {
+namespace tunedeck::test {
 
 TEST(AssistantLink, IsConnectedOncePairedOrUsed) {
     AssistantLink link{.id = {}, .kind = u"chatgpt"_s, .paired = true};
@@ -66,4 +63,4 @@ TEST(AssistantLink, MasksTheSecretSegmentOfAPrivateUrl) {
     }
 }
 
-} // namespace
+} // namespace tunedeck::test

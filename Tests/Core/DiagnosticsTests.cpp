@@ -7,9 +7,7 @@
 
 #include <sys/stat.h>
 
-using namespace tunedeck;
-using namespace Qt::StringLiterals;
-
+namespace tunedeck::test {
 namespace {
 
 TEST(Mask, HidesTokensCodesAndLongRuns) {
@@ -75,7 +73,7 @@ protected:
         return Diagnostics::warningLines(home.write(u"log"_s, log), limit, tailBytes);
     }
 
-    test::TemporaryHome home;
+    TemporaryHome home;
 };
 
 TEST_F(LogTail, KeepsTheLastWarningsAndErrorsInOrder) {
@@ -110,7 +108,7 @@ Assistants: none
 
 Recent warnings and errors:
 (none))"_s);
-    input.status = *ServiceStatus::decode(test::statusDocument(R"("cloud":{"enabled":true,"base_url":"u"},
+    input.status = *ServiceStatus::decode(statusDocument(R"("cloud":{"enabled":true,"base_url":"u"},
         "rekordbox_db":{"db_path":"d","rekordbox_running":false,"pending":[],"failed":[],"backups":[]})"));
     EXPECT_TRUE(Diagnostics::report(input, moment).contains(uR"(
 Cloud: on
@@ -122,7 +120,7 @@ Assistants: none
 }
 
 TEST(Diagnostics, ReportsAllPartsAndMasksThem) {
-    auto status = ServiceStatus::decode(test::statusDocument(R"("xml_version":"7","download_dir_writable":false,
+    auto status = ServiceStatus::decode(statusDocument(R"("xml_version":"7","download_dir_writable":false,
         "cloud":{"enabled":true,"base_url":"u","protocol":3,"connected":false},
         "rekordbox_db":{"db_path":"d","rekordbox_running":true,"pending":[],"failed":[],"backups":[],
         "last_error":"Bearer secret","current_version":"42"})"));
@@ -160,3 +158,4 @@ t ERROR two)"_s);
 }
 
 } // namespace
+} // namespace tunedeck::test

@@ -3,9 +3,7 @@
 #include "TunedeckCore/Service/Watchers/JobWatcher.h"
 #include "TunedeckCore/Service/Watchers/LibraryWatcher.h"
 
-using namespace tunedeck;
-using namespace Qt::StringLiterals;
-
+namespace tunedeck::test {
 namespace {
 
 using Jobs = std::vector<ServiceStatus::Job>;
@@ -59,3 +57,4 @@ TEST(LibraryWatcher, ReportsEachUpdateOnceAfterTheFirst) {
 }
 
 } // namespace
+} // namespace tunedeck::test

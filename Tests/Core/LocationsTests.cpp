@@ -5,10 +5,7 @@
 #include <pwd.h>
 #include <unistd.h>
 
-namespace tunedeck {
-namespace {
-
-using namespace test;
+namespace tunedeck::test {
 
 TEST(UserPaths, UsesHomeOnlyIfItIsAbsolute) {
     const TemporaryHome home;
@@ -30,5 +27,4 @@ TEST(BundlePaths, FindsTheBundleOfAProgram) {
     EXPECT_EQ(BundlePaths::containing(u"/usr/bin/tunedeck"_s).bundle(), u"/usr/bin"_s);
 }
 
-} // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

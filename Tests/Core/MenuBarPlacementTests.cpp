@@ -1,10 +1,8 @@
 #include "Tests/Helpers/Test.h"
 #include "TunedeckCore/MenuBarPlacement.h"
 
-namespace tunedeck {
+namespace tunedeck::test {
 namespace {
-
-using namespace test;
 
 /// An item 24 wide on a screen of 1512 with the notch from 640 to 872, or without one.
 MenuBarPlacement at(double x, std::optional<double> sideOfNotch = 640) {
@@ -38,7 +36,7 @@ TEST(MenuBarPlacementTest, AnItemIsHiddenBehindTheNotchOffTheScreenOrByTheUser) 
 }
 
 TEST(MenuBarPlacementTest, IsWrittenAsSortedJson) {
-    const test::TemporaryHome home;
+    const TemporaryHome home;
     const auto path = home.path(u"menu-bar.json"_s);
     const QDateTime now(QDate(2025, 3, 1), QTime(19, 4, 5, 700), Qt::OffsetFromUTC, 3600);
     auto placement = at(700.25);
@@ -53,4 +51,4 @@ TEST(MenuBarPlacementTest, IsWrittenAsSortedJson) {
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

@@ -5,10 +5,8 @@
 
 #include <QDir>
 
-namespace tunedeck {
+namespace tunedeck::test {
 namespace {
-
-using namespace test;
 
 TEST(OnboardingTest, ShowsUntilAnAssistantWorks) {
     EXPECT_FALSE(Onboarding::shouldShow(true, std::nullopt, {}));
@@ -36,7 +34,7 @@ protected:
         return install ? install->name + u", "_s + install->version.value_or(u"unknown"_s) : u"none"_s;
     }
 
-    test::TemporaryHome m_home;
+    TemporaryHome m_home;
 };
 
 TEST_F(RekordboxTest, FindsTheHighestVersion) {
@@ -70,4 +68,4 @@ TEST_F(RekordboxTest, PrefersAnyKnownVersion) {
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

@@ -1,9 +1,7 @@
 #include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Update/SemVer.h"
 
-using namespace tunedeck;
-using namespace Qt::StringLiterals;
-
+namespace tunedeck::test {
 namespace {
 
 SemVer version(const QString& text) {
@@ -42,3 +40,4 @@ TEST(SemVer, ComparesByPrecedence) {
 }
 
 } // namespace
+} // namespace tunedeck::test

@@ -14,11 +14,10 @@
 #include <type_traits>
 #include <vector>
 
-namespace tunedeck {
+namespace tunedeck::test {
 namespace {
 
-using namespace test::behave;
-using namespace test;
+using namespace behave;
 using Url = std::optional<QUrl>;
 using Outcome = QCoro::Task<QString>;
 
@@ -102,7 +101,7 @@ std::vector<Call> calls() {
 TEST(ServiceClients, SendOneRequestToTheCurrentPort) {
     for (const auto& call : calls()) {
         SCOPED_TRACE(call.route.constData());
-        const test::TemporaryHome home;
+        const TemporaryHome home;
         TestServer first;
         TestServer second;
         for (auto* server : {&first, &second}) {
@@ -148,7 +147,7 @@ TEST(ServiceClients, TimeOutAndStopAtOnce) {
     server.on("*", hang());
     std::stop_source stop;
     const auto all = calls();
-    std::vector<std::shared_ptr<test::Ending<QString>>> endings;
+    std::vector<std::shared_ptr<Ending<QString>>> endings;
     const SystemClock clock;
     const auto start = clock.elapsed();
     for (const auto& call : all) {
@@ -233,4 +232,4 @@ TEST(LinksClient, ReadsErrorResponses) {
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

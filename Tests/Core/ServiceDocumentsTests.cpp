@@ -13,9 +13,7 @@
 
 #include <functional>
 
-using namespace tunedeck;
-using namespace Qt::StringLiterals;
-
+namespace tunedeck::test {
 namespace {
 
 TEST(ServiceStatus, DatesAJobByItsEndEvenIfThatIsInvalid) {
@@ -92,3 +90,4 @@ TEST(ServiceDocuments, RejectMissingMembersAndWrongTypes) {
 }
 
 } // namespace
+} // namespace tunedeck::test

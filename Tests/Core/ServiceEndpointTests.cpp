@@ -3,26 +3,24 @@
 
 #include <sys/stat.h>
 
-namespace tunedeck {
+namespace tunedeck::test {
 namespace {
-
-using namespace test;
 
 const QUrl standard(u"http://127.0.0.1:8000"_s);
 
-QByteArray baseOf(const test::TemporaryHome& home, const QByteArray& bytes) {
+QByteArray baseOf(const TemporaryHome& home, const QByteArray& bytes) {
     return ServiceEndpoint::base(home.write(u".tunedeck/runtime.json"_s, bytes)).toEncoded();
 }
 
 TEST(ServiceEndpoint, ReadsThePortFromTheRuntimeFile) {
-    const test::TemporaryHome home;
+    const TemporaryHome home;
     EXPECT_EQ(ServiceEndpoint::runtimeFile(), home.path(u".tunedeck/runtime.json"_s));
     EXPECT_EQ(baseOf(home, R"({"port": 65535})"), "http://127.0.0.1:65535");
     EXPECT_EQ(baseOf(home, R"({"pid": 4, "x": {"port": 3, "y": [1.5, null]}, "port": 1})"), "http://127.0.0.1:1");
 }
 
 TEST(ServiceEndpoint, FallsBackForInvalidFiles) {
-    const test::TemporaryHome home;
+    const TemporaryHome home;
     for (const auto* value : {"true", "8123.0", "8123e0", "\"8001\"", "0", "65536", "-1", "4294975296"}) {
         EXPECT_EQ(baseOf(home, QByteArray(R"({"port": )") + value + '}'), standard.toEncoded()) << value;
     }
@@ -38,4 +36,4 @@ TEST(ServiceEndpoint, FallsBackForInvalidFiles) {
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

@@ -12,10 +12,9 @@
 
 #include <map>
 
-namespace tunedeck {
+namespace tunedeck::test {
 namespace {
 
-using namespace test;
 using Outcome = ServiceInstaller::Outcome;
 using Kind = Outcome::Kind;
 
@@ -51,7 +50,7 @@ protected:
     /// Runs the installer; returns the outcome as text.
     std::string run(const QString& home) {
         asked.clear();
-        const auto ending = test::endingOf(installer(home).ensureInstalled({}));
+        const auto ending = endingOf(installer(home).ensureInstalled({}));
         m_clock.advance(1h);
         return ending->value ? ending->value->description().toStdString() : "unfinished";
     }
@@ -68,10 +67,10 @@ protected:
     const QString print = u"print gui/501/com.brightfold.tunedeck"_s;
     const QString bootout = u"bootout gui/501/com.brightfold.tunedeck"_s;
     const QString restart = u"kickstart -k gui/501/com.brightfold.tunedeck"_s;
-    test::TemporaryHome m_home;
+    TemporaryHome m_home;
     const QString m_bundled = m_home.path(u"bundle/tunedeck"_s);
     const QString bootstrap = u"bootstrap gui/501 "_s + m_home.path(plist);
-    test::ManualClock m_clock;
+    ManualClock m_clock;
     QStringList asked;
     std::map<QString, int> answers{{u"print"_s, 113}};
     QString hanging; ///< the subcommand that waits for the stop
@@ -165,7 +164,7 @@ TEST_F(ServiceInstallerTest, ReportsObstaclesAndKeepsTheUsersFiles) {
 }
 
 TEST_F(ServiceInstallerTest, KeepsTheProgramOnAFullDisk) {
-    const test::SmallDisk disk(512);
+    const SmallDisk disk(512);
     if (!disk.isThere()) {
         GTEST_SKIP() << disk.reason();
     }
@@ -188,7 +187,7 @@ TEST_F(ServiceInstallerTest, StopsAtEveryStep) {
         m_home.write(plist, "old");
         TaskScope scope;
         auto gone = std::make_unique<ServiceInstaller>(installer(m_home.path(u"u"_s)));
-        const auto ending = test::endingOf(gone->ensureInstalled(scope.token()));
+        const auto ending = endingOf(gone->ensureInstalled(scope.token()));
         gone.reset();
         EXPECT_FALSE(ending->isThere()) << step.toStdString();
         const auto count = asked.size();
@@ -200,4 +199,4 @@ TEST_F(ServiceInstallerTest, StopsAtEveryStep) {
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

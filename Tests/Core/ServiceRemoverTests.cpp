@@ -8,10 +8,8 @@
 
 #include <map>
 
-namespace tunedeck {
+namespace tunedeck::test {
 namespace {
-
-using namespace test;
 
 const QString programPath = u".tunedeck/bin/tunedeck"_s;
 const QString plistPath = u"Library/LaunchAgents/com.brightfold.tunedeck.plist"_s;
@@ -45,11 +43,11 @@ protected:
                  .processes = [this](const QString&) { return m_processes(); }},
                 m_clock};
     }
-    Removal remove() { return test::runToEnd(remover().remove({})); }
+    Removal remove() { return runToEnd(remover().remove({})); }
     [[nodiscard]] bool isThere(const QString& relative) const { return QFileInfo::exists(m_home.path(relative)); }
 
-    test::TemporaryHome m_home;
-    test::ManualClock m_clock;
+    TemporaryHome m_home;
+    ManualClock m_clock;
     QStringList m_asked;
     std::map<QString, std::int32_t> m_answers;
     std::function<std::vector<pid_t>()> m_processes = [] { return std::vector<pid_t>(); };
@@ -93,7 +91,7 @@ TEST_F(ServiceRemoverTest, TerminatesAndThenKillsARunningService) {
         service.start(u"/bin/sh"_s, {u"-c"_s, (isStubborn ? u"trap '' TERM; "_s : QString()) +
                                                   u"echo ready; while :; do sleep 0.1; done"_s});
         ASSERT_TRUE(service.waitForReadyRead());
-        const auto ending = test::endingOf(remover().remove({}));
+        const auto ending = endingOf(remover().remove({}));
         if (isStubborn) {
             m_clock.advance(4900ms);
             EXPECT_EQ(service.state(), QProcess::Running);
@@ -108,7 +106,7 @@ TEST_F(ServiceRemoverTest, TerminatesAndThenKillsARunningService) {
     // The files are removed even if the service survives SIGKILL.
     m_home.write(programPath, "program");
     m_processes = [] { return std::vector<pid_t>{std::numeric_limits<pid_t>::max()}; };
-    const auto ending = test::endingOf(remover().remove({}));
+    const auto ending = endingOf(remover().remove({}));
     m_clock.advance(6s);
     ASSERT_TRUE(ending->value);
     EXPECT_EQ(ending->value->failures, QStringList(u"The service is still running and couldn't be stopped."_s));
@@ -118,11 +116,11 @@ TEST_F(ServiceRemoverTest, TerminatesAndThenKillsARunningService) {
 TEST_F(ServiceRemoverTest, KeepsTheFilesWhenStopped) {
     m_processes = [] { return std::vector<pid_t>{std::numeric_limits<pid_t>::max()}; };
     std::stop_source source;
-    const auto ending = test::endingOf(remover().remove(source.get_token()));
+    const auto ending = endingOf(remover().remove(source.get_token()));
     source.request_stop();
     ASSERT_TRUE(ending->value);
     EXPECT_TRUE(isThere(programPath));
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

@@ -6,9 +6,7 @@
 
 #include <sys/stat.h>
 
-using namespace tunedeck;
-using namespace Qt::StringLiterals;
-
+namespace tunedeck::test {
 namespace {
 
 class Settings : public testing::Test {
@@ -20,7 +18,7 @@ protected:
         return home.read(relative);
     }
 
-    test::TemporaryHome home;
+    TemporaryHome home;
     QString relative = u".tunedeck/settings.json"_s;
     SettingsFile file = SettingsFile::standard();
 };
@@ -108,3 +106,4 @@ TEST(Paths, InGuardedPlacesAreRecognisedByWholeComponents) {
 }
 
 } // namespace
+} // namespace tunedeck::test

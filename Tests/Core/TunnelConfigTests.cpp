@@ -1,9 +1,7 @@
 #include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Service/TunnelConfig.h"
 
-using namespace tunedeck;
-using namespace Qt::StringLiterals;
-
+namespace tunedeck::test {
 namespace {
 
 TEST(TunnelConfig, ReadsTheFirstHostAndServiceAtAnyDepth) {
@@ -18,7 +16,7 @@ tunnel:	 6ff42ae2
 just a line
 -  service: third)"_s;
     const TunnelConfig expected{u"6ff42ae2"_s, u"one.example"_s, u"http://localhost:8000"_s};
-    const test::TemporaryHome home;
+    const TemporaryHome home;
     EXPECT_EQ(TunnelConfig::load(TunnelConfig::standardURL()), std::nullopt);
     home.write(u".cloudflared/config.yml"_s, text.toUtf8());
     EXPECT_EQ(TunnelConfig::load(TunnelConfig::standardURL()), expected);
@@ -36,3 +34,4 @@ TEST(TunnelConfig, RequiresATunnelId) {
 }
 
 } // namespace
+} // namespace tunedeck::test

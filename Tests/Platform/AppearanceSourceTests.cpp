@@ -6,10 +6,7 @@
 #include <QApplication>
 #include <QPalette>
 
-namespace tunedeck {
-namespace {
-
-using namespace test;
+namespace tunedeck::test {
 
 TEST(AppearanceSourceTest, FollowsThePortalOrElseThePalette) {
     SessionBus bus;
@@ -60,5 +57,4 @@ TEST(AppearanceSourceTest, FollowsThePortalOrElseThePalette) {
     EXPECT_FALSE(source.current().dark);
 }
 
-} // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

@@ -6,10 +6,8 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 
-namespace tunedeck {
+namespace tunedeck::test {
 namespace {
-
-using namespace test;
 
 /// Asks the application on this bus to show its window. False while it doesn't own its name.
 bool activate(const QString& address, const QString& method, const QVariantList& arguments) {
@@ -61,4 +59,4 @@ TEST(BusRestartTest, EveryPartOfThePlatformReconnects) {
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

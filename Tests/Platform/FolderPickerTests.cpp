@@ -9,10 +9,7 @@
 #include <algorithm>
 #include <vector>
 
-namespace tunedeck {
-namespace {
-
-using namespace test;
+namespace tunedeck::test {
 
 TEST(FolderPickerTest, CallsBackOnceWithAFolderOrNothing) {
     const QTemporaryDir folder;
@@ -49,5 +46,4 @@ TEST(PasteboardTest, CopiesToTheClipboard) {
     EXPECT_EQ(QApplication::clipboard()->text(), u"“ü” 音楽"_s);
 }
 
-} // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

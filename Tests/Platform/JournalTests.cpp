@@ -10,10 +10,7 @@
 
 #include <cstring>
 
-namespace tunedeck {
-namespace {
-
-using namespace test;
+namespace tunedeck::test {
 
 TEST(JournalTest, SendsWholeEntriesAndNeverBlocks) {
     const QTemporaryDir folder;
@@ -52,5 +49,4 @@ TEST(LogTest, WritesToTheErrorOutputWithoutAJournal) {
                   std::string(48 * 1024, 'x') + '\n');
 }
 
-} // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

@@ -2,10 +2,7 @@
 #include "Tests/Peers/NotificationServer.h"
 #include "TunedeckMenu/Platform/Platform.h"
 
-namespace tunedeck {
-namespace {
-
-using namespace test;
+namespace tunedeck::test {
 
 TEST(LinuxPlatformTest, UsesTheFactsOfTheBundle) {
     const TemporaryHome home;
@@ -23,5 +20,4 @@ TEST(LinuxPlatformTest, UsesTheFactsOfTheBundle) {
     EXPECT_TRUE(server.calls[0].icon.startsWith(u"/opt/A.app/")) << server.calls[0].icon.toStdString();
 }
 
-} // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

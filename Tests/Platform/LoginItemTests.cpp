@@ -6,10 +6,8 @@
 #include <QProcess>
 #include <QStandardPaths>
 
-namespace tunedeck {
+namespace tunedeck::test {
 namespace {
-
-using namespace test;
 
 class LoginItemTest : public testing::Test {
 protected:
@@ -25,7 +23,7 @@ protected:
     }
 
     const QString relative = u"config/autostart/app.desktop"_s;
-    test::TemporaryHome m_home;
+    TemporaryHome m_home;
 };
 
 TEST_F(LoginItemTest, StartsProgramsAtUnusualPaths) {
@@ -41,8 +39,7 @@ TEST_F(LoginItemTest, StartsProgramsAtUnusualPaths) {
         EXPECT_TRUE(item.isEnabled()) << name.toStdString();
         if (!launcher.isEmpty()) {
             QProcess::execute(launcher, {u"launch"_s, entry()});
-            EXPECT_TRUE(test::runUntil([&] { return QFile::exists(path(program) + u".started"_s); }))
-                << read().toStdString();
+            EXPECT_TRUE(runUntil([&] { return QFile::exists(path(program) + u".started"_s); })) << read().toStdString();
         }
         ASSERT_TRUE(item.setEnabled(false).has_value());
         EXPECT_FALSE(item.isEnabled());
@@ -101,4 +98,4 @@ TEST_F(LoginItemTest, UsesTheUsersConfigurationFolder) {
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

@@ -5,10 +5,8 @@
 
 #include <QElapsedTimer>
 
-namespace tunedeck {
+namespace tunedeck::test {
 namespace {
-
-using namespace test;
 
 const QStringList usual{u"body"_s, u"actions"_s};
 
@@ -164,4 +162,4 @@ TEST_F(NotificationTest, ReportsClicksWithTheActivationToken) {
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

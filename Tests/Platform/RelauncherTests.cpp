@@ -4,10 +4,7 @@
 #include <QCoreApplication>
 #include <QFile>
 
-namespace tunedeck {
-namespace {
-
-using namespace test;
+namespace tunedeck::test {
 
 TEST(RelauncherTest, StartsTheBundleWithTheProcessToWaitFor) {
     const TemporaryHome home;
@@ -25,5 +22,4 @@ TEST(RelauncherTest, StartsTheBundleWithTheProcessToWaitFor) {
     EXPECT_FALSE(relauncher.isReplaced(home.path(u"A.app"_s)));
 }
 
-} // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

@@ -16,10 +16,8 @@
 #include <tuple>
 #include <vector>
 
-namespace tunedeck {
+namespace tunedeck::test {
 namespace {
-
-using namespace test;
 
 class SingleInstanceTest : public testing::Test {
 protected:
@@ -170,4 +168,4 @@ TEST_F(SingleInstanceTest, LocksInTheRuntimeFolderOrElseInTheHome) {
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

@@ -7,10 +7,8 @@
 #include <QImage>
 #include <QRegularExpression>
 
-namespace tunedeck {
+namespace tunedeck::test {
 namespace {
-
-using namespace test;
 
 const QString statusItem = u"--status-item"_s;
 
@@ -163,4 +161,4 @@ TEST(TrayGlyphTest, DrawsEverySymbolInContrastToThePanel) {
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

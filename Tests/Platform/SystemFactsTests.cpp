@@ -5,10 +5,7 @@
 #include <QCoreApplication>
 #include <QSettings>
 
-namespace tunedeck {
-namespace {
-
-using namespace test;
+namespace tunedeck::test {
 
 TEST(SystemFactsTest, DescribesTheBundleAndTheSystem) {
     const TemporaryHome folder;
@@ -33,5 +30,4 @@ TEST(SystemFactsTest, DescribesTheBundleAndTheSystem) {
     EXPECT_EQ(systemFacts().systemVersion[0], system.value(u"VERSION_ID"_s).toString().section(u'.', 0, 0).toInt());
 }
 
-} // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

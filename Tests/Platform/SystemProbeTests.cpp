@@ -10,10 +10,8 @@
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 
-namespace tunedeck {
+namespace tunedeck::test {
 namespace {
-
-using namespace test;
 
 class SystemProbeTest : public testing::Test {
 protected:
@@ -78,4 +76,4 @@ TEST_F(SystemProbeTest, DistinguishesABrokenLoginItemFromNone) {
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

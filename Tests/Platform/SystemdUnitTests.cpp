@@ -2,13 +2,11 @@
 #include "TunedeckCore/Installation/ServiceInstaller.h"
 #include "TunedeckMenu/Platform/Linux/Service/SystemdUnit.h"
 
-namespace tunedeck {
+namespace tunedeck::test {
 namespace {
 
-using namespace test;
-
 std::expected<SystemdUnit, QString> unitFor(const QString& home) {
-    test::ManualClock clock;
+    ManualClock clock;
     return systemdUnit(ServiceInstaller(home, {}, 501, {}, clock).plist());
 }
 
@@ -48,4 +46,4 @@ TEST(SystemdUnitTest, RejectsWhatAUnitCannotContain) {
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

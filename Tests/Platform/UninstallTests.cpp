@@ -9,10 +9,7 @@
 
 #include <unistd.h>
 
-namespace tunedeck {
-namespace {
-
-using namespace test;
+namespace tunedeck::test {
 
 TEST(UninstallTest, JoinsTheUsersSessionOnlyWhenItHasNone) {
     const auto runtime = qgetenv("XDG_RUNTIME_DIR");
@@ -26,7 +23,7 @@ TEST(UninstallTest, JoinsTheUsersSessionOnlyWhenItHasNone) {
 }
 
 TEST(UninstallTest, FindsProcessesOfADeletedProgram) {
-    const test::TemporaryHome home;
+    const TemporaryHome home;
     const auto program = home.path(u"bin/service"_s);
     home.write(u"bin/other"_s, "");
     ASSERT_TRUE(QFile::copy(u"/bin/sleep"_s, program));
@@ -35,7 +32,7 @@ TEST(UninstallTest, FindsProcessesOfADeletedProgram) {
     process.start(program, {u"1000"_s});
     ASSERT_TRUE(process.waitForStarted());
     const std::vector<pid_t> expected{static_cast<pid_t>(process.processId())};
-    EXPECT_TRUE(test::runUntil([&] { return processesRunning(program) == expected; }));
+    EXPECT_TRUE(runUntil([&] { return processesRunning(program) == expected; }));
     ASSERT_TRUE(QFile::link(home.path(u"bin"_s), home.path(u"linked"_s)));
     EXPECT_EQ(processesRunning(home.path(u"linked/service"_s)), expected);
     QFile::remove(program);
@@ -46,7 +43,7 @@ TEST(UninstallTest, FindsProcessesOfADeletedProgram) {
 }
 
 TEST(UninstallTest, RemovesUnitLinksAndLoginItemWithoutAManager) {
-    const test::TemporaryHome home;
+    const TemporaryHome home;
     const auto unit = u"com.brightfold.tunedeck.service"_s;
     const auto units = home.path(u".config/systemd/user"_s);
     home.write(u".config/systemd/user/"_s + unit, "[Unit]");
@@ -64,7 +61,7 @@ TEST(UninstallTest, RemovesUnitLinksAndLoginItemWithoutAManager) {
     QFile systemctl(home.write(u"systemctl"_s, "#!/bin/sh\necho $* >> $0.calls\nexit 1\n"));
     ASSERT_TRUE(systemctl.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
     const SystemdUserManager none{.unitFolder = units, .systemctl = systemctl.fileName()};
-    auto removal = test::runToEnd(removeUnit(none, home.path(), {}));
+    auto removal = runToEnd(removeUnit(none, home.path(), {}));
     removal.done.sort();
     EXPECT_EQ(removal.done, QStringList({u"Removed ~/.config/systemd/user/"_s + unit + u'.',
                                          u"Removed ~/.config/systemd/user/default.target.requires/"_s + unit + u'.',
@@ -72,9 +69,8 @@ TEST(UninstallTest, RemovesUnitLinksAndLoginItemWithoutAManager) {
     EXPECT_EQ(removal.failures, QStringList());
     EXPECT_FALSE(QFileInfo::exists(units + u"/default.target.requires"_s));
     EXPECT_TRUE(QFileInfo::exists(units + u"/other.target.wants/mine"_s));
-    EXPECT_EQ(test::runToEnd(removeUnit(none, home.path(), {})), Removal());
+    EXPECT_EQ(runToEnd(removeUnit(none, home.path(), {})), Removal());
     EXPECT_EQ(home.read(u"systemctl.calls"_s), "--user daemon-reload\n");
 }
 
-} // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

@@ -6,10 +6,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-namespace tunedeck {
+namespace tunedeck::test {
 namespace {
-
-using namespace test;
 
 /// Installs a program that records its arguments, one per line.
 void installRecorder(const QString& program, const QString& record) {
@@ -118,4 +116,4 @@ TEST_F(WorkspaceTest, ShowsTheKindOfAFileByItsIcon) {
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

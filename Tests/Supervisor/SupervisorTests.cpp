@@ -12,10 +12,8 @@
 
 #include <csignal>
 
-namespace tunedeck {
+namespace tunedeck::test {
 namespace {
-
-using namespace test;
 
 /// The service: records its environment, then runs until it is terminated.
 const QByteArray service = R"(#!/bin/sh
@@ -97,7 +95,7 @@ protected:
     const QTemporaryDir m_folder;
     QString m_home = m_folder.filePath(u"home"_s);
     const QString m_bundled = m_folder.filePath(u"bundled"_s);
-    test::ManualClock m_clock;
+    ManualClock m_clock;
     Launchctl m_launchctl = SystemdUserManager::ofUser().launchctl();
 };
 
@@ -187,7 +185,7 @@ TEST_F(SupervisorTest, UnloadsAndLoadsTheService) {
 
 TEST_F(SupervisorTest, ReportsFailuresByExitStatus) {
     writeProgram("#!/nonexistent/interpreter\n");
-    const auto ending = test::endingOf(installer().ensureInstalled({}));
+    const auto ending = endingOf(installer().ensureInstalled({}));
     while (!ending->isThere()) {
         ASSERT_TRUE(runUntil([&] { return ending->isThere() || m_clock.sleeping() > 0; }));
         m_clock.advance(std::chrono::milliseconds(500));
@@ -219,4 +217,4 @@ TEST_F(SupervisorTest, FailsAtOnceWithoutAUserManager) {
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

@@ -11,16 +11,12 @@
 #include <sys/fsuid.h>
 #include <sys/stat.h>
 
-#include <thread>
-
-namespace tunedeck {
+namespace tunedeck::test {
 namespace {
-
-using namespace test;
 
 class AtomicFileTest : public testing::Test {
 protected:
-    test::TemporaryHome m_home;
+    TemporaryHome m_home;
     const QString m_path = m_home.path(u"file"_s);
 
     static mode_t mode(const QString& path) {
@@ -79,24 +75,8 @@ TEST_F(AtomicFileTest, ReadsUpToItsLimitAndFilesWithoutASize) {
     EXPECT_TRUE(readFile(u"/proc/self/environ"_s).value_or(QByteArray()).contains("PATH="));
 }
 
-TEST_F(AtomicFileTest, ReadersNeverSeeAHalfWrittenFileOfTwoWriters) {
-    ASSERT_TRUE(writeFileAtomically(m_path, QByteArray(50000, 'a')));
-    const auto write = [&](const std::stop_token& stop, char letter) {
-        while (!stop.stop_requested()) {
-            EXPECT_TRUE(writeFileAtomically(m_path, QByteArray(50000, letter)));
-        }
-    };
-    const std::jthread first(write, 'a');
-    const std::jthread second(write, 'b');
-    for (int round = 0; round < 300; ++round) {
-        const auto bytes = readFile(m_path);
-        ASSERT_TRUE(bytes);
-        ASSERT_EQ(*bytes, QByteArray(50000, bytes->front()));
-    }
-}
-
 TEST_F(AtomicFileTest, AFullDiskKeepsTheOldFile) {
-    const test::SmallDisk disk(256);
+    const SmallDisk disk(256);
     if (!disk.isThere()) {
         GTEST_SKIP() << disk.reason();
     }
@@ -131,4 +111,4 @@ TEST(RemoveTree, RemovesFoldersThatAreNotWritable) {
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

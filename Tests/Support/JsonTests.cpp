@@ -2,9 +2,7 @@
 #include "TunedeckCore/Support/Json/Parse.h"
 #include "TunedeckCore/Support/Json/Record.h"
 
-using namespace tunedeck;
-using namespace Qt::StringLiterals;
-
+namespace tunedeck::test {
 namespace {
 
 struct Disc {
@@ -151,3 +149,4 @@ TEST(Json, EncodesWithoutEmptyAndInternalMembers) {
 }
 
 } // namespace
+} // namespace tunedeck::test

@@ -8,11 +8,10 @@
 
 #include <vector>
 
-namespace tunedeck {
+namespace tunedeck::test {
 namespace {
 
-using namespace test::behave;
-using namespace test;
+using namespace behave;
 using enum HttpFailure;
 using Outcome = std::expected<HttpReply, HttpFailure>;
 
@@ -71,7 +70,7 @@ TEST(LocalHttp, ReportsEachMisbehaviourAfterOneRequest) {
         TestServer server;
         server.on("GET /it", behaviour);
         const auto before = nextDescriptor();
-        const test::Heartbeat heart;
+        const Heartbeat heart;
         const bool timesOut = outcome == textOf(TimedOut);
         EXPECT_EQ(textOf(runToEnd(sendLocal(get(server.url("/it"), timesOut ? 150ms : 20s), {}))), outcome);
         EXPECT_TRUE(!timesOut || heart.ticks() >= 5);
@@ -85,7 +84,7 @@ TEST(LocalHttp, ReportsEachMisbehaviourAfterOneRequest) {
 TEST(LocalHttp, ReceivesALargeBodyWithoutBlockingTheEventLoop) {
     TestServer server;
     server.on("GET /", flood(ok + "Content-Length: 104857600\r\n\r\n", hundredMegabytes));
-    const test::Heartbeat heart;
+    const Heartbeat heart;
     const HttpLimits limits{.header = 1024, .body = hundredMegabytes};
     const auto outcome = runToEnd(sendLocal(get(server.url("/"), 30s), {}, limits), 40s);
     ASSERT_TRUE(outcome);
@@ -145,7 +144,7 @@ TEST(LocalHttp, AStopRequestEndsTheCallAtOnce) {
         const auto seen = server.requests().size();
         const auto ending = endingOf(sendLocal(request, stop.get_token()));
         ASSERT_TRUE(runUntil([&] { return server.requests().size() == seen + 1; }));
-        test::runDueEvents();
+        runDueEvents();
         ASSERT_FALSE(ending->isThere());
         EXPECT_EQ(::fcntl(before, F_GETFD), FD_CLOEXEC) << "child processes inherit the socket";
         stop.request_stop(); // works without the event loop
@@ -200,4 +199,4 @@ TEST(HttpReplyReader, ReadsTheSameReplyFromPiecesOfAnySize) {
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

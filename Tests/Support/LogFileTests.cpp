@@ -6,10 +6,7 @@
 
 #include <sys/stat.h>
 
-namespace tunedeck {
-namespace {
-
-using namespace test;
+namespace tunedeck::test {
 
 TEST(LogFile, RenamesAFullFileAndKeepsOneOldFile) {
     TemporaryHome home;
@@ -29,5 +26,4 @@ TEST(LogFile, NeverBlocksOrRenamesWhatIsNoRegularFile) {
     EXPECT_FALSE(QFile::exists(fifo + u".1"_s));
 }
 
-} // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

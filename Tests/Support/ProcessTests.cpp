@@ -7,17 +7,15 @@
 #include <csignal>
 #include <memory>
 
-namespace tunedeck {
+namespace tunedeck::test {
 namespace {
-
-using namespace test;
 
 ProcessRequest shell(const QString& script) {
     return {.program = u"/bin/sh"_s, .arguments = {u"-c"_s, script}, .keepOutput = true};
 }
 
 TEST(ProcessTest, ReturnsStatusAndOutputWithoutBlocking) {
-    const test::Heartbeat heartbeat;
+    const Heartbeat heartbeat;
     const auto result = runToEnd(runProcess(shell(u"echo out; echo err >&2; read x || sleep 0.1; exit 7"_s), {}));
     ASSERT_TRUE(result);
     EXPECT_EQ(result->exitStatus, 7);
@@ -36,7 +34,7 @@ TEST(ProcessTest, LimitsTheOutputKept) {
 }
 
 TEST(ProcessTest, ReportsAProgramThatCannotBeStarted) {
-    const test::TemporaryHome home;
+    const TemporaryHome home;
     for (const auto& program : {u"/nonexistent/program"_s, home.path(), home.write(u"file"_s, "text")}) {
         const auto result = runToEnd(runProcess({.program = program}, {}));
         ASSERT_FALSE(result);
@@ -63,17 +61,17 @@ struct Owner {
 };
 
 TEST(ProcessTest, KillsTheProgramWhenTheOwnerIsDestroyed) {
-    const test::TemporaryHome home;
+    const TemporaryHome home;
     bool ended = false;
     std::unique_ptr<Owner> owner;
     owner.reset(new Owner{owner, ended});
     spawn(owner->run(u"echo $$ > %1; trap '' TERM; while :; do sleep 0.05; done"_s.arg(home.path(u"pid"_s))));
-    ASSERT_TRUE(test::runUntil([&] { return home.read(u"pid"_s).endsWith('\n'); }));
+    ASSERT_TRUE(runUntil([&] { return home.read(u"pid"_s).endsWith('\n'); }));
     const auto pid = home.read(u"pid"_s).trimmed().toInt();
     ASSERT_EQ(::kill(pid, 0), 0);
     owner.reset();
     EXPECT_TRUE(ended);
-    EXPECT_TRUE(test::runUntil([&] { return ::kill(pid, 0) != 0; }));
+    EXPECT_TRUE(runUntil([&] { return ::kill(pid, 0) != 0; }));
 }
 
 TEST(ProcessTest, AllowsDestroyingTheOwnerOnCompletion) {
@@ -81,7 +79,7 @@ TEST(ProcessTest, AllowsDestroyingTheOwnerOnCompletion) {
     std::unique_ptr<Owner> owner;
     owner.reset(new Owner{owner, ended});
     spawn(owner->run(u"exit 0"_s));
-    EXPECT_TRUE(test::runUntil([&] { return ended; }));
+    EXPECT_TRUE(runUntil([&] { return ended; }));
     EXPECT_FALSE(owner);
     std::stop_source stopped;
     stopped.request_stop();
@@ -89,11 +87,11 @@ TEST(ProcessTest, AllowsDestroyingTheOwnerOnCompletion) {
 }
 
 TEST(ProcessTest, StartsDetachedProgramsInTheirOwnSession) {
-    const test::TemporaryHome home;
+    const TemporaryHome home;
     ASSERT_TRUE(startDetached(u"/bin/sh"_s, {u"-c"_s, u"ps -o sid= -p $$ > %1"_s.arg(home.path(u"session"_s))}));
-    ASSERT_TRUE(test::runUntil([&] { return home.read(u"session"_s).endsWith('\n'); }));
+    ASSERT_TRUE(runUntil([&] { return home.read(u"session"_s).endsWith('\n'); }));
     EXPECT_NE(home.read(u"session"_s).trimmed().toInt(), ::getsid(0));
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

@@ -3,10 +3,8 @@
 
 #include <limits>
 
-namespace tunedeck {
+namespace tunedeck::test {
 namespace {
-
-using namespace test;
 
 QByteArray list(const QByteArray& inside) {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">" + inside + "</plist>\n";
@@ -54,4 +52,4 @@ TEST(PropertyListTest, RejectsInvalidBinaryLargeAndDeepLists) {
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

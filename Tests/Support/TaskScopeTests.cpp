@@ -7,10 +7,8 @@
 #include <memory>
 #include <stdexcept>
 
-namespace tunedeck {
+namespace tunedeck::test {
 namespace {
-
-using namespace test;
 
 /// Runs nested coroutines on timers, descriptors and an injected clock.
 class Owner {
@@ -50,7 +48,7 @@ TEST(TaskScope, AllowsDestroyingTheOwnerAtEachSuspensionPoint) {
         ManualClock clock;
         auto owner = std::make_unique<Owner>(clock, steps);
         owner->start();
-        ASSERT_TRUE(test::runUntil([&] {
+        ASSERT_TRUE(runUntil([&] {
             if (steps < goal && clock.sleeping() > 0) {
                 clock.advance(10ms);
             }
@@ -59,7 +57,7 @@ TEST(TaskScope, AllowsDestroyingTheOwnerAtEachSuspensionPoint) {
         owner.reset();
         EXPECT_EQ(clock.sleeping(), 0U);
         clock.advance(1h);
-        test::runDueEvents();
+        runDueEvents();
         EXPECT_EQ(steps, goal);
     }
 }
@@ -74,7 +72,7 @@ TEST(TaskScope, AllowsDestroyingTheScopeWhileStopping) {
         }
     } holder;
     spawn(holder.hold(holder.scope->token()));
-    const auto other = test::endingOf(holder.clock.sleep(1h, holder.scope->token()));
+    const auto other = endingOf(holder.clock.sleep(1h, holder.scope->token()));
     holder.scope->stop();
     EXPECT_FALSE(holder.scope);
     EXPECT_TRUE(other->isThere());
@@ -115,4 +113,4 @@ TEST(BackgroundTest, RethrowsTheExceptionOfTheWork) {
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

@@ -6,10 +6,8 @@
 #include <cstdlib>
 #include <ctime>
 
-namespace tunedeck {
+namespace tunedeck::test {
 namespace {
-
-using namespace test;
 
 /// Sets the locale and the time zone for one test.
 class TextTest : public testing::Test {
@@ -84,4 +82,4 @@ TEST_F(TextTest, FormatsDatesInEnglishForTheUsersRegionAndZone) {
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test

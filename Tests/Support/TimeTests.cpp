@@ -1,10 +1,8 @@
 #include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Support/Text/Time.h"
 
-namespace tunedeck {
+namespace tunedeck::test {
 namespace {
-
-using namespace test;
 
 QDateTime utc(int year, int month, int day, int hour, int minute, int second, int millisecond = 0) {
     return QDateTime(QDate(year, month, day), QTime(hour, minute, second, millisecond), Qt::UTC);
@@ -34,4 +32,4 @@ TEST(TimestampTest, WritesWholeSecondsInUtc) {
 }
 
 } // namespace
-} // namespace tunedeck
+} // namespace tunedeck::test
