@@ -44,16 +44,6 @@ TEST(DemoWorld, ChangesWaitWhileRekordboxIsOpenAndAreAppliedWhenItCloses) {
     EXPECT_EQ(library.backups.front().version, u"2.0.0"_s) << "the library before the restoration is kept";
 }
 
-TEST(DemoWorld, FailedChangesSucceedWhenRetried) {
-    State state = startState(*findScenario(u"failed-changes"_s), TestWorld::start);
-    state.library->failurePercent = 100;
-    TestWorld test(std::move(state));
-    test.send("POST", "rekordbox/retry");
-    test.live(1min);
-    EXPECT_TRUE(test.state().library->failed.empty() && !test.state().library->lastError);
-    EXPECT_EQ(test.state().library->lastApplied->summary, u"2 changes applied"_s);
-}
-
 TEST(DemoWorld, LinksGetSeparateSecretsAndAreUsedAfterAWhile) {
     TestWorld test(u"fresh"_s);
     const auto& links = test.state().links.all;
