@@ -47,6 +47,12 @@ QString TemporaryHome::write(const QString& relative, const QByteArray& bytes) c
     return target;
 }
 
+QString TemporaryHome::writeScript(const QString& relative, const QByteArray& text) const {
+    const auto target = write(relative, "#!/bin/sh\n" + text + '\n');
+    QFile::setPermissions(target, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return target;
+}
+
 QByteArray TemporaryHome::read(const QString& relative) const {
     QFile file(path(relative));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();

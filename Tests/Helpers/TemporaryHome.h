@@ -20,6 +20,9 @@ public:
     /// Writes a file, creating its folders; returns its path.
     QString write(const QString& relative, const QByteArray& bytes) const; // NOLINT(modernize-use-nodiscard)
 
+    /// Writes an executable shell script, creating its folders; returns its path.
+    QString writeScript(const QString& relative, const QByteArray& text) const; // NOLINT(modernize-use-nodiscard)
+
     /// The contents of a file; empty if it doesn't exist.
     [[nodiscard]] QByteArray read(const QString& relative) const;
 };

@@ -16,12 +16,6 @@ protected:
     [[nodiscard]] QByteArray read() const { return m_home.read(relative); }
     void write(const QByteArray& text) const { m_home.write(relative, text); }
 
-    /// A program that creates a file beside itself when it is started.
-    void makeProgram(const QString& name) const {
-        QFile file(m_home.write(name, "#!/bin/sh\n[ $# -eq 0 ] && : > \"$0.started\"\n"));
-        ASSERT_TRUE(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-    }
-
     const QString relative = u"config/autostart/app.desktop"_s;
     TemporaryHome m_home;
 };
@@ -33,7 +27,7 @@ TEST_F(LoginItemTest, StartsProgramsAtUnusualPaths) {
          {u"Tunedeck"_s, u"Tune deck"_s, u"100% %U %%f"_s, u"a=b"_s, u"$HOME `id`"_s, u"back\\slash\\n"_s,
           u"quo\"te 'x'"_s, u"Größe → 音楽"_s, u" begins with; & | > * ? # ~ ("_s, u"line\nfeed\ttab"_s}) {
         const auto program = u"%1/%2/Tunedeck"_s.arg(++number).arg(name);
-        makeProgram(program);
+        m_home.writeScript(program, "[ $# -eq 0 ] && : > \"$0.started\"");
         LinuxLoginItem item(entry(), path(program), u"icon"_s);
         ASSERT_TRUE(item.setEnabled(true).has_value());
         EXPECT_TRUE(item.isEnabled()) << name.toStdString();
@@ -48,7 +42,7 @@ TEST_F(LoginItemTest, StartsProgramsAtUnusualPaths) {
 }
 
 TEST_F(LoginItemTest, FollowsTheDesktopsSettingUntilEnabledAgain) {
-    makeProgram(u"Tunedeck"_s);
+    m_home.writeScript(u"Tunedeck"_s, {});
     LinuxLoginItem item(entry(), path(u"Tunedeck"_s), {});
     EXPECT_FALSE(item.isEnabled());
     ASSERT_TRUE(item.setEnabled(true).has_value());

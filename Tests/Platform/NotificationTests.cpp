@@ -142,7 +142,8 @@ TEST_F(NotificationTest, ReportsClicksWithTheActivationToken) {
     Q_EMIT m_server->ActionInvoked(call.id + 1, u"default"_s);
     Q_EMIT m_server->ActionInvoked(call.id, u"other"_s);
     qunsetenv("XDG_ACTIVATION_TOKEN");
-    for (const auto& [id, token] : {std::pair(call.id + 1, u"of-another"_s), {call.id, u"two words"_s}}) {
+    for (const auto& [id, token] :
+         {std::pair(call.id + 1, u"of-another"_s), {call.id, u"two words"_s}, {call.id, QString(300, u'x')}}) {
         Q_EMIT m_server->ActivationToken(id, token);
         Q_EMIT m_server->ActionInvoked(call.id, u"default"_s);
         ASSERT_TRUE(runUntil([this] { return !m_opened.isEmpty(); }));

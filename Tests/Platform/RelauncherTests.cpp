@@ -8,8 +8,7 @@ namespace tunedeck::test {
 
 TEST(RelauncherTest, StartsTheBundleWithTheProcessToWaitFor) {
     const TemporaryHome home;
-    QFile program(home.write(u"A.app/Contents/MacOS/Tunedeck"_s, "#!/bin/sh\necho $* > $0.new && mv $0.new $0.args\n"));
-    ASSERT_TRUE(program.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+    QFile program(home.writeScript(u"A.app/Contents/MacOS/Tunedeck"_s, "echo $* > $0.new && mv $0.new $0.args"));
     LinuxRelauncher relauncher;
     EXPECT_TRUE(relauncher.isReplaced(home.path(u"A.app"_s)));
     EXPECT_TRUE(relauncher.relaunch(home.path(u"A.app"_s), {u"--show"_s}));

@@ -58,9 +58,8 @@ TEST(UninstallTest, RemovesUnitLinksAndLoginItemWithoutAManager) {
               QStringList(u"Removed ~/.config/autostart/com.brightfold.tunedeck.menu.desktop."_s));
     EXPECT_EQ(uninstall.removeLoginItem(), Removal());
 
-    QFile systemctl(home.write(u"systemctl"_s, "#!/bin/sh\necho $* >> $0.calls\nexit 1\n"));
-    ASSERT_TRUE(systemctl.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
-    const SystemdUserManager none{.unitFolder = units, .systemctl = systemctl.fileName()};
+    const auto systemctl = home.writeScript(u"systemctl"_s, "echo $* >> $0.calls\nexit 1");
+    const SystemdUserManager none{.unitFolder = units, .systemctl = systemctl};
     auto removal = runToEnd(removeUnit(none, home.path(), {}));
     removal.done.sort();
     EXPECT_EQ(removal.done, QStringList({u"Removed ~/.config/systemd/user/"_s + unit + u'.',

@@ -4,24 +4,9 @@
 #include "TunedeckMenu/Platform/Linux/Desktop/SessionBus.h"
 
 #include <QFile>
-#include <QTemporaryDir>
 
 namespace tunedeck::test {
 namespace {
-
-/// Installs a program that records its arguments, one per line.
-void installRecorder(const QString& program, const QString& record) {
-    QFile file(program);
-    ASSERT_TRUE(file.open(QFile::WriteOnly));
-    file.write("#!/bin/sh\nfor a in \"$@\"; do echo \"$a\" >> '" + QFile::encodeName(record) + "'; done\n");
-    ASSERT_TRUE(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-}
-
-QStringList linesOf(const QString& path) {
-    QFile file(path);
-    return file.open(QFile::ReadOnly) ? QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts)
-                                      : QStringList();
-}
 
 /// A file manager that keeps what it was asked to show, or refuses.
 class FileManager final : public BusPeer {
@@ -42,22 +27,28 @@ public:
 /// With an empty folder as PATH.
 class WorkspaceTest : public testing::Test {
 protected:
-    void SetUp() override { qputenv("PATH", QFile::encodeName(m_folder.path())); }
+    void SetUp() override { qputenv("PATH", QFile::encodeName(m_home.path())); }
     void TearDown() override { qputenv("PATH", m_path); }
 
-    void installOpener(const QString& name) { installRecorder(m_folder.filePath(name), opened()); }
-    [[nodiscard]] QString opened() const { return m_folder.filePath(u"opened"_s); }
+    /// Installs a program that records its arguments.
+    void installOpener(const QString& name) {
+        m_home.writeScript(name, "for a in \"$@\"; do echo \"$a\" >> '" + QFile::encodeName(m_opened) + "'; done");
+    }
+    [[nodiscard]] QStringList opened() const {
+        return QString::fromUtf8(m_home.read(u"opened"_s)).split(u'\n', Qt::SkipEmptyParts);
+    }
 
     testing::AssertionResult opens(const QStringList& expected) {
-        runUntil([&] { return linesOf(opened()).size() >= expected.size(); });
-        const auto seen = linesOf(opened());
-        QFile::remove(opened());
+        runUntil([&] { return opened().size() >= expected.size(); });
+        const auto seen = opened();
+        QFile::remove(m_opened);
         return seen == expected ? testing::AssertionSuccess()
                                 : testing::AssertionFailure() << seen.join(u'|').toStdString();
     }
 
-    QByteArray m_path = qgetenv("PATH");
-    QTemporaryDir m_folder;
+    const QByteArray m_path = qgetenv("PATH");
+    const TemporaryHome m_home;
+    const QString m_opened = m_home.path(u"opened"_s);
     SessionBus m_bus;
     LinuxWorkspace m_workspace{m_bus};
 };
@@ -89,7 +80,7 @@ TEST_F(WorkspaceTest, RevealsAFileOrOpensItsFolder) {
     EXPECT_TRUE(runUntil([&] { return !manager.shown.isEmpty(); }));
     EXPECT_EQ(manager.shown, QStringList{u"file:///srv/my%20music/tune%231.xml"_s});
     runUntil([] { return false; }, 20ms);
-    EXPECT_TRUE(linesOf(opened()).isEmpty()) << "the folder as well";
+    EXPECT_TRUE(opened().isEmpty()) << "the folder as well";
     manager.refuses = true;
     m_workspace.reveal(file);
     EXPECT_TRUE(opens({u"/srv/my music"_s}));
@@ -97,18 +88,17 @@ TEST_F(WorkspaceTest, RevealsAFileOrOpensItsFolder) {
 
 TEST_F(WorkspaceTest, ShowsTheKindOfAFileByItsIcon) {
     EXPECT_FALSE(m_workspace.icon(u"/x/a.txt"_s).isNull());
-    const TemporaryHome home;
-    home.write(u"theme/index.theme"_s, "[Icon Theme]\nName=Test\nDirectories=16\n[16]\nSize=16\n");
+    m_home.write(u"theme/index.theme"_s, "[Icon Theme]\nName=Test\nDirectories=16\n[16]\nSize=16\n");
     const auto previous = std::pair(QIcon::themeSearchPaths(), QIcon::themeName());
-    QIcon::setThemeSearchPaths({home.path()});
+    QIcon::setThemeSearchPaths({m_home.path()});
     QIcon::setThemeName(u"theme"_s);
-    for (const auto& [path, icon] : {std::pair(home.path(), u"folder"_s),
+    for (const auto& [path, icon] : {std::pair(m_home.path(), u"folder"_s),
                                      {u"/x/A.MP3"_s, u"audio-x-generic"_s},
                                      {u"/x/a.xml"_s, u"text-xml"_s},
                                      {u"/x/A.app"_s, u"application-x-executable"_s},
                                      {u"/bin/sh"_s, u"application-x-executable"_s},
                                      {u"/x/a.txt"_s, u"text-x-generic"_s}}) {
-        home.write(u"theme/16/%1.png"_s.arg(icon), "");
+        m_home.write(u"theme/16/%1.png"_s.arg(icon), "");
         EXPECT_EQ(m_workspace.icon(path).name(), icon) << path.toStdString();
     }
     QIcon::setThemeSearchPaths(previous.first);

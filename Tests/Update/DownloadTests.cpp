@@ -2,7 +2,6 @@
 #include "Tests/Helpers/TestServer.h"
 #include "TunedeckCore/Support/Http/Downloader.h"
 
-#include <QFile>
 #include <QProcess>
 
 #include <unistd.h>
@@ -46,10 +45,9 @@ protected:
         if (QProcess::execute(u"sh"_s, {u"-c"_s, unshare + u" true"_s}) != 0) {
             GTEST_SKIP() << "mount namespaces aren't allowed here";
         }
-        const auto script = u"#!/bin/sh\nexec %1 sh -c 'mount --bind %2/cert /etc/ssl/certs/ca-certificates.crt && "
-                            "exec %3 \"$@\"' sh \"$@\"\n"_s.arg(unshare, home.path(), QStringLiteral(TUNEDECK_UPDATE));
-        downloader = Downloader(home.write(u"helper"_s, script.toUtf8()));
-        QFile::setPermissions(home.path(u"helper"_s), QFile::ReadOwner | QFile::ExeOwner);
+        const auto script = u"exec %1 sh -c 'mount --bind %2/cert /etc/ssl/certs/ca-certificates.crt && "
+                            "exec %3 \"$@\"' sh \"$@\""_s.arg(unshare, home.path(), QStringLiteral(TUNEDECK_UPDATE));
+        downloader = Downloader(home.writeScript(u"helper"_s, script.toUtf8()));
         tls.setWorkingDirectory(home.path());
         tls.start(u"sh"_s, {u"-c"_s, u"openssl req -x509 -newkey ed25519 -nodes -keyout key -out cert -subj /CN=server "
                                      "-addext subjectAltName=IP:127.0.0.1 && "

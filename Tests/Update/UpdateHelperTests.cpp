@@ -5,8 +5,6 @@
 #include "TunedeckCore/Support/Http/Downloader.h"
 #include "UpdateHelper/Confinement.h"
 
-#include <QFile>
-
 #include <fcntl.h>
 #include <netinet/in.h>
 #include <sys/prctl.h>
@@ -26,11 +24,7 @@ namespace {
 /// Helpers that misbehave, as shell scripts.
 class UpdateHelperTest : public testing::Test {
 protected:
-    QString script(const QByteArray& text) {
-        const QString path = home.write(u"helper"_s, "#!/bin/sh\n" + text + "\n");
-        QFile::setPermissions(path, QFile::ReadOwner | QFile::ExeOwner);
-        return path;
-    }
+    QString script(const QByteArray& text) { return home.writeScript(u"helper"_s, text); }
 
     auto run(const QString& program) {
         return runToEnd(runHelper(program, {.subcommand = u"verify"_s, .timeLimit = 300ms}, {}));

@@ -106,9 +106,8 @@ TEST_F(UpdateInstallerTest, RejectsEverythingButTheAnnouncedApplication) {
 
 TEST_F(UpdateInstallerTest, AFailingHelperLeavesNothingBehind) {
     const auto failing = [&](const QString& step, const QString& fault) {
-        const auto text = u"#!/bin/sh\n[ $1 = %1 ] && %2\nexec %3 \"$@\"\n"_s;
-        helper = home.write(u"Tunedeck.app/helper"_s, text.arg(step, fault, u"" TUNEDECK_UPDATE ""_s).toUtf8());
-        QFile::setPermissions(helper, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        const auto text = u"[ $1 = %1 ] && %2\nexec %3 \"$@\""_s;
+        helper = home.writeScript(u"Tunedeck.app/helper"_s, text.arg(step, fault, u"" TUNEDECK_UPDATE ""_s).toUtf8());
         return install();
     };
     for (const auto& step : {u"fetch"_s, u"verify"_s, u"unpack"_s}) {
