@@ -83,6 +83,7 @@ TEST_F(CheckupJourney, AsksTheRelayAndMasksSecrets) {
         relay.on("GET /health", behave::answer(200, health));
         auto lines = checkup();
         EXPECT_EQ(lines[u"Cloud relay"_s], expected);
+        EXPECT_EQ(lines[u"Service answer"_s], u"ok: Version 5.0 answers on port %1."_s.arg(service.port()));
         EXPECT_EQ(lines[u"Download folder"_s], u"problem: /music can't be written to. Bearer …"_s);
     }
 }
@@ -122,6 +123,9 @@ TEST_F(CheckupJourney, WorksWithoutDesktopAndService) {
     for (const auto& created : {u".tunedeck"_s, u".config"_s, u"Library"_s}) {
         EXPECT_FALSE(QDir(home).exists(created)) << created.toStdString();
     }
+    const auto started = run();
+    EXPECT_EQ(started.status, 1);
+    EXPECT_TRUE(started.output.contains("there is no display to run on"));
 }
 
 } // namespace
