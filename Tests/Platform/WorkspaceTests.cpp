@@ -88,6 +88,7 @@ TEST_F(WorkspaceTest, RevealsAFileOrOpensItsFolder) {
 
 TEST_F(WorkspaceTest, ShowsTheKindOfAFileByItsIcon) {
     EXPECT_FALSE(m_workspace.icon(u"/x/a.txt"_s).isNull());
+    m_home.write(u"A.app/Contents/Info.plist"_s, {});
     m_home.write(u"theme/index.theme"_s, "[Icon Theme]\nName=Test\nDirectories=16\n[16]\nSize=16\n");
     const auto previous = std::pair(QIcon::themeSearchPaths(), QIcon::themeName());
     QIcon::setThemeSearchPaths({m_home.path()});
@@ -95,7 +96,7 @@ TEST_F(WorkspaceTest, ShowsTheKindOfAFileByItsIcon) {
     for (const auto& [path, icon] : {std::pair(m_home.path(), u"folder"_s),
                                      {u"/x/A.MP3"_s, u"audio-x-generic"_s},
                                      {u"/x/a.xml"_s, u"text-xml"_s},
-                                     {u"/x/A.app"_s, u"application-x-executable"_s},
+                                     {m_home.path(u"A.app"_s), u"application-x-executable"_s},
                                      {u"/bin/sh"_s, u"application-x-executable"_s},
                                      {u"/x/a.txt"_s, u"text-x-generic"_s}}) {
         m_home.write(u"theme/16/%1.png"_s.arg(icon), "");
