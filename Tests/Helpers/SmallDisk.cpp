@@ -8,7 +8,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 
@@ -37,8 +36,9 @@ bool separateMounts() {
 
 } // namespace
 
-SmallDisk::SmallDisk(int kilobytes) : m_options("size=" + std::to_string(kilobytes) + "k") {
-    if (!separateMounts() || ::mount("tmpfs", folder().c_str(), "tmpfs", 0, m_options.c_str()) != 0) {
+SmallDisk::SmallDisk(int kilobytes) {
+    const auto options = "size=" + std::to_string(kilobytes) + "k";
+    if (!separateMounts() || ::mount("tmpfs", folder().c_str(), "tmpfs", 0, options.c_str()) != 0) {
         m_reason = std::string("can't mount a tmpfs: ") + std::strerror(errno);
     }
 }
@@ -57,13 +57,6 @@ void SmallDisk::fill() const {
     QFile file(path(u".filler"_s));
     file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered);
     while (file.write(QByteArray(4096, 'x')) == 4096) {
-    }
-}
-
-void SmallDisk::setReadOnly(bool readOnly) const {
-    const auto flags = static_cast<unsigned long>(MS_REMOUNT | (readOnly ? MS_RDONLY : 0));
-    if (::mount(nullptr, folder().c_str(), nullptr, flags, m_options.c_str()) != 0) {
-        throw std::runtime_error(std::strerror(errno));
     }
 }
 

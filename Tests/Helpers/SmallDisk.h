@@ -7,7 +7,7 @@
 
 namespace tunedeck::test {
 
-/// A small file system that a test can fill or make read-only, visible only to this process. Needs mount namespaces;
+/// A small file system that a test can fill, visible only to this process. Needs mount namespaces;
 /// without them isThere() is false and the test skips with reason().
 class SmallDisk {
 public:
@@ -24,13 +24,11 @@ public:
 
     /// Uses up the free space.
     void fill() const;
-    void setReadOnly(bool readOnly) const;
 
 private:
     [[nodiscard]] std::string folder() const;
 
     QTemporaryDir m_folder;
-    std::string m_options; ///< of the mount
     std::string m_reason;
 };
 

@@ -15,8 +15,8 @@ bool BareDesktop::isPossible() {
                                 [](const QString& name) { return QStandardPaths::findExecutable(name).isEmpty(); });
 }
 
-BareDesktop::BareDesktop(const QString& screen) : m_environment(QProcessEnvironment::systemEnvironment()) {
-    m_server = start(u"Xvfb -displayfd 1 -nolisten tcp -noreset -screen 0 "_s + screen);
+BareDesktop::BareDesktop() : m_environment(QProcessEnvironment::systemEnvironment()) {
+    m_server = start(u"Xvfb -displayfd 1 -nolisten tcp -noreset -screen 0 1000x600x24"_s);
     m_environment.insert(u"DISPLAY"_s, u":"_s + QString::fromStdString(m_server->nextLine()));
     m_environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
     m_environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path="_s + m_folder.filePath(u"bus"_s));

@@ -14,8 +14,7 @@ namespace tunedeck::test {
 /// A private X server, to which a test adds a session bus and a tray, and takes them away, while programs run on it.
 class BareDesktop {
 public:
-    /// `screen`: width, height and depth.
-    explicit BareDesktop(const QString& screen = u"1000x600x24"_s);
+    BareDesktop();
 
     /// True when the programs that it needs are installed.
     [[nodiscard]] static bool isPossible();
