@@ -53,6 +53,7 @@ class CheckupJourney(Journey):
             relay.behaviours["/health"] = web.answer(health)
             lines = self.checkup()
             self.assertEqual(lines["Cloud relay"], expected)
+            self.assertRegex(lines["Service answer"], f"^ok: .* answers on port {service.server_port}.$")
             self.assertEqual(lines["Download folder"], "problem: /music can't be written to. Bearer …")
 
     def test_ends_in_time_when_nothing_responds(self):
@@ -82,6 +83,9 @@ class CheckupJourney(Journey):
         self.assertEqual(lines["Service program"], "problem: It isn't installed.")
         self.assertEqual(lines["Tunedeck"], "warning: Tunedeck isn't running.")
         self.assertFalse({".tunedeck", ".config", "Library"} & set(os.listdir(self.home)), "it creates nothing")
+        started = self.run_program()
+        self.assertEqual(started.returncode, 1)
+        self.assertIn("there is no display to run on", started.stdout)
 
 
 if __name__ == "__main__":
