@@ -56,7 +56,7 @@ TEST_F(LoginItemTest, FollowsTheDesktopsSettingUntilEnabledAgain) {
     }
     write(good + "[Desktop Action x]\nHidden=true\n"); // another group
     EXPECT_TRUE(item.isEnabled());
-    write("[Desktop Entry]\nExec=true\n#Hidden=true\n#=\n"); // comments, and no TryExec
+    write("[Desktop Entry]\nExec=true\n"); // no TryExec
     EXPECT_TRUE(item.isEnabled());
     write("[Other]\n" + good.mid(good.indexOf('\n') + 1));
     EXPECT_FALSE(item.isEnabled());
