@@ -11,10 +11,8 @@
 #include <QDir>
 #include <QFont>
 #include <QPluginLoader>
-#include <QProcess>
 #include <QTest>
 
-#include <algorithm>
 #include <cstdio>
 #include <functional>
 
@@ -96,54 +94,30 @@ bool takeScreenshot(PanelModule& module, const Screenshot& screenshot, bool dark
     return test::openWindows().first()->grabWindow().save(path);
 }
 
-int takeScreenshots(const QDir& folder, const QStringList& only, const QString& suffix) {
-    QPluginLoader loader(QString::fromUtf8(TUNEDECK_MODULE));
-    auto* const module = qobject_cast<PanelModule*>(loader.instance());
-    if (module == nullptr) {
-        std::fprintf(stderr, "can't load the panel module: %s\n", qPrintable(loader.errorString()));
-        return 1;
-    }
-    for (const bool dark : {false, true}) {
-        for (const Screenshot& each : screenshots()) {
-            const QString name = each.name + (dark ? u"-dark"_s : u"-light"_s) + suffix;
-            const auto isWanted = [&](const QString& start) { return name.startsWith(start); };
-            if ((only.isEmpty() || std::ranges::any_of(only, isWanted)) &&
-                !takeScreenshot(*module, each, dark, folder.filePath(name + u".png"_s))) {
-                std::fprintf(stderr, "can't save %s\n", qPrintable(name));
-                return 1;
-            }
-        }
-    }
-    return 0;
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
-    QStringList names = QCoreApplication::arguments().mid(1);
-    if (names.isEmpty()) {
-        std::fputs("Usage: gallery FOLDER [NAME…]\n", stderr);
+    const QStringList arguments = QCoreApplication::arguments();
+    QPluginLoader loader(QString::fromUtf8(TUNEDECK_MODULE));
+    auto* const module = qobject_cast<PanelModule*>(loader.instance());
+    if (arguments.size() < 3 || module == nullptr) {
+        std::fprintf(stderr, "Usage: gallery FOLDER SUFFIX [TEXT-SIZE]\n%s\n", qPrintable(loader.errorString()));
         return 2;
     }
-    const QDir folder(names.takeFirst());
-    folder.mkpath(u"."_s);
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    const QString suffix = qEnvironmentVariable("TUNEDECK_GALLERY_SUFFIX");
-    if (!suffix.isEmpty()) {
-        if (suffix == "-large-text"_L1) {
-            QFont font = QGuiApplication::font();
-            font.setPixelSize(22);
-            QApplication::setFont(font);
-        }
-        return takeScreenshots(folder, names, suffix);
+    if (arguments.size() > 3) {
+        QFont font = QGuiApplication::font();
+        font.setPixelSize(arguments[3].toInt());
+        QApplication::setFont(font);
     }
-    // Qt reads the scale factor only at startup, so each scale needs its own process.
-    for (const auto& [factor, name] : {std::pair("1", "-1x"), {"1.5", "-1.5x"}, {"2", "-2x"}, {"1", "-large-text"}}) {
-        qputenv("QT_SCALE_FACTOR", factor);
-        qputenv("TUNEDECK_GALLERY_SUFFIX", name);
-        if (QProcess::execute(QCoreApplication::applicationFilePath(), QCoreApplication::arguments().mid(1)) != 0) {
-            return 1;
+    for (const Screenshot& each : screenshots()) {
+        for (const bool dark : {false, true}) {
+            const QString name = each.name + (dark ? u"-dark"_s : u"-light"_s) + arguments[2] + u".png"_s;
+            if (!takeScreenshot(*module, each, dark, QDir(arguments[1]).filePath(name))) {
+                std::fprintf(stderr, "can't save %s\n", qPrintable(name));
+                return 1;
+            }
         }
     }
     return 0;

@@ -39,7 +39,8 @@ class Desktop:
     def __init__(self, folder, environment):
         self.environment = environment
         self.started = []
-        server = self.start("Xvfb", "-displayfd", "1", "-nolisten", "tcp", "-noreset", "-screen", "0", "1280x940x24")
+        server = self.start("Xvfb", "-displayfd", "1", "-nolisten", "tcp", "-noreset", "-screen", "0", "1280x940x24",
+                            stdout=subprocess.PIPE)
         environment["DISPLAY"] = ":" + first_line(server)
         environment["DBUS_SESSION_BUS_ADDRESS"] = f"unix:path={folder}/bus"
         self.start_bus()
@@ -47,8 +48,8 @@ class Desktop:
         self.start_tray()
         threading.Thread(target=GLib.MainLoop().run, daemon=True).start()
 
-    def start(self, *command):
-        process = subprocess.Popen(command, env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+    def start(self, *command, stdout=subprocess.DEVNULL):
+        process = subprocess.Popen(command, env=self.environment, stdin=subprocess.DEVNULL, stdout=stdout,
                                    stderr=subprocess.DEVNULL)
         self.started.append(process)
         return process
@@ -56,7 +57,7 @@ class Desktop:
     def start_bus(self):
         address = self.environment["DBUS_SESSION_BUS_ADDRESS"]
         self.bus = self.start("dbus-daemon", "--nofork", "--print-address=1", f"--config-file={TOOLS}/session-bus.conf",
-                              f"--address={address}")
+                              f"--address={address}", stdout=subprocess.PIPE)
         first_line(self.bus)
         self.start(ACCESSIBILITY, "--launch-immediately")
         self.screen = eventually(lambda: Screen.on(address))

@@ -97,6 +97,14 @@ class Journey(unittest.TestCase):
                 found.append(int(entry.name))
         return found
 
+    def is_replaced(self, old):
+        """Whether another process has taken the place of these: it holds the lock and has an icon."""
+        now = self.processes()
+        try:
+            return now != old and self.lock.read_text().startswith(f"{now[0]}\n") and self.desktop.icons() == 1
+        except (IndexError, FileNotFoundError):
+            return False
+
     def service_pid(self):
         return int(self.desktop.output("systemctl", "--user", "show", "--property=MainPID", "--value", UNIT) or 0)
 

@@ -100,7 +100,7 @@ class StartUpJourney(Journey):
         self.remove_service_program()
         self.assertIn("Tunedeck was updated or moved while it was running.", self.run_program("--checkup").stdout)
         self.assertEqual(self.run_program().returncode, 0)
-        self.comes(lambda: len(self.processes()) == 1 and self.processes() != old and self.desktop.icons() == 1)
+        self.comes(lambda: self.is_replaced(old))
         self.sees("Version 1.4.1")
         self.quit()
 

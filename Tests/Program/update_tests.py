@@ -71,7 +71,7 @@ class UpdateJourney(Journey):
         self.begin_update()
         self.sees(INSTALLING)
         self.release.set()
-        self.comes(lambda: len(self.processes()) == 1 and self.processes() != old and self.desktop.icons() == 1)
+        self.comes(lambda: self.is_replaced(old))
         self.opens_with("Version 1.4.1")
         self.sees("/tmp/Music")
         self.assertEqual(self.desktop.windows(), ["Tunedeck"])
