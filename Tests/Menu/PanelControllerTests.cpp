@@ -86,7 +86,7 @@ TEST_F(PanelControllerTest, RestoreQuestionShowsTheDateAndReason) {
 
 TEST_F(PanelControllerTest, ConnectingDependsOnTheAssistantAndTheReply) {
     refresh();
-    ASSERT_TRUE(comes([&] { return count("GET /local/links") == 1; }));
+    ASSERT_TRUE(comes([&] { return count("GET /local/links") == 2; }));
     serve("GET /local/links", "{}", 500);
     const struct {
         QString kind;
@@ -117,7 +117,7 @@ TEST_F(PanelControllerTest, ConnectingDependsOnTheAssistantAndTheReply) {
         EXPECT_EQ(error(), expectedError);
     }
     EXPECT_EQ(count("POST /local/links"), 4);
-    EXPECT_EQ(count("GET /local/links"), 4) << "after each success";
+    EXPECT_EQ(count("GET /local/links"), 5) << "after each success";
     EXPECT_EQ(state().links.size(), 3U) << "although the list fails";
     EXPECT_EQ(state().copied, u"d.url"_s);
 }
