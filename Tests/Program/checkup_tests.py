@@ -4,7 +4,7 @@ import signal
 import time
 import unittest
 
-import desktop
+import session
 import web
 from journey import UNIT, Journey
 
@@ -19,7 +19,7 @@ class CheckupJourney(Journey):
         return {check["name"]: f"{check['level']}: {check['sentence']}" for check in checks}
 
     def test_follows_a_running_installation_into_its_faults(self):
-        desktop.NotificationServer(self.environment["DBUS_SESSION_BUS_ADDRESS"])
+        session.NotificationServer(self.environment["DBUS_SESSION_BUS_ADDRESS"])
         self.write(".tunedeck/settings.json", '{"onboarded": true}')
         self.start()
         self.comes(lambda: self.run_program("--status").returncode == 0)

@@ -1,7 +1,7 @@
 import os
 import unittest
 
-import desktop
+import session
 from journey import Journey
 
 
@@ -15,7 +15,7 @@ class NewUserJourney(Journey):
         self.replace_program("fast", f"exec '{self.folder}/demo' --speed 8").rename(program)
 
     def test_works_from_the_first_start_to_the_removal(self):
-        notifications = desktop.NotificationServer(self.environment["DBUS_SESSION_BUS_ADDRESS"])
+        notifications = session.NotificationServer(self.environment["DBUS_SESSION_BUS_ADDRESS"])
         self.start()
         self.sees("Install the tools")  # without a second start
         self.sees("Step 1 of 3")

@@ -4,7 +4,7 @@ import signal
 import time
 import unittest
 
-import desktop
+import session
 import web
 from journey import Journey, write_bundle
 
@@ -104,7 +104,7 @@ class StartUpJourney(Journey):
         self.sees("Version 1.4.1")
         self.quit()
 
-        notifications = desktop.NotificationServer(self.environment["DBUS_SESSION_BUS_ADDRESS"])
+        notifications = session.NotificationServer(self.environment["DBUS_SESSION_BUS_ADDRESS"])
         self.start()
         running = self.processes()
         installed, self.bundle = self.bundle, self.bundle.rename(self.folder / "removed.app")  # as if by the user

@@ -1,6 +1,4 @@
 """A private desktop whose parts can be stopped and started again, and what a user sees of it."""
-import os
-import pathlib
 import queue
 import subprocess
 import threading
@@ -8,7 +6,8 @@ import time
 
 from gi.repository import Gio, GLib
 
-TOOLS = pathlib.Path(__file__).resolve().parents[2] / "tools/lib"
+import session
+
 ACCESSIBILITY = "/usr/libexec/at-spi-bus-launcher"
 TIMEOUT = 30  # seconds; generous, for slow machines
 SHOWING = 1 << 25  # ATSPI_STATE_SHOWING of AtspiStateType
@@ -26,11 +25,6 @@ def first_line(process):
     """The line that a process prints when it is ready. What it prints later is lost."""
     with process.stdout:
         return process.stdout.readline().decode().strip()
-
-
-def connect(address):
-    flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
-    return Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
 
 
 class Desktop:
@@ -56,8 +50,7 @@ class Desktop:
 
     def start_bus(self):
         address = self.environment["DBUS_SESSION_BUS_ADDRESS"]
-        self.bus = self.start("dbus-daemon", "--nofork", "--print-address=1", f"--config-file={TOOLS}/session-bus.conf",
-                              f"--address={address}", stdout=subprocess.PIPE)
+        self.bus = self.start(*session.bus_command(address), stdout=subprocess.PIPE)
         first_line(self.bus)
         self.start(ACCESSIBILITY, "--launch-immediately")
         self.screen = eventually(lambda: Screen.on(address))
@@ -93,10 +86,10 @@ class Screen:
     def on(session_address):
         """None while the accessibility bus isn't there."""
         try:
-            session = connect(session_address)
-            address = session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None,
-                                        Gio.DBusCallFlags.NONE, 2000, None)
-            return Screen(connect(address[0]))
+            bus = session.connect(session_address)
+            address = bus.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None,
+                                    Gio.DBusCallFlags.NONE, 2000, None)
+            return Screen(session.connect(address[0]))
         except GLib.Error:
             return None
 
@@ -146,30 +139,3 @@ class Screen:
         action = GLib.Variant("(i)", (0,))
         return any(self.calls([(program, path, "org.a11y.atspi.Action", "DoAction", action)])[0]
                    for name, program, path in self.elements() if name == wanted)
-
-
-class NotificationServer:
-    """Accepts notifications on a session bus."""
-
-    INTERFACE = """<node><interface name="org.freedesktop.Notifications">
-    <method name="GetCapabilities"><arg type="as" direction="out"/></method>
-    <method name="Notify">
-        <arg type="s" direction="in"/><arg type="u" direction="in"/><arg type="s" direction="in"/>
-        <arg type="s" direction="in"/><arg type="s" direction="in"/><arg type="as" direction="in"/>
-        <arg type="a{sv}" direction="in"/><arg type="i" direction="in"/><arg type="u" direction="out"/></method>
-    </interface></node>"""
-
-    def __init__(self, address):
-        self.posted = []  # (title, body)
-        self.bus = connect(address)
-        interface = Gio.DBusNodeInfo.new_for_xml(self.INTERFACE).interfaces[0]
-        self.bus.register_object("/org/freedesktop/Notifications", interface, self._call, None, None)
-        self.bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName",
-                           GLib.Variant("(su)", (interface.name, 0)), None, Gio.DBusCallFlags.NONE, 5000, None)
-
-    def _call(self, _bus, _sender, _path, _interface, method, arguments, invocation):
-        if method == "Notify":
-            self.posted.append(arguments.unpack()[3:5])
-            invocation.return_value(GLib.Variant("(u)", (len(self.posted),)))
-        else:
-            invocation.return_value(GLib.Variant("(as)", (["actions", "body"],)))

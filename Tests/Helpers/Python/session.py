@@ -1,0 +1,92 @@
+"""What a desktop has on its session bus, in small."""
+import pathlib
+
+from gi.repository import Gio, GLib
+
+BUS_CONFIGURATION = pathlib.Path(__file__).resolve().parents[3] / "tools/lib/session-bus.conf"
+
+
+def bus_command(address):
+    """The command that starts a session bus; it prints a line when it is ready."""
+    return ["dbus-daemon", "--nofork", "--print-address=1", f"--config-file={BUS_CONFIGURATION}", f"--address={address}"]
+
+
+def connect(address):
+    flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
+    return Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
+
+
+class Peer:
+    """An object with its own connection and name. Its main loop runs in another thread."""
+
+    def __init__(self, address, path, interface, properties=None):
+        self.bus = connect(address)
+        self.path, self.properties = path, properties
+        self.interface = Gio.DBusNodeInfo.new_for_xml(f"<node>{interface}</node>").interfaces[0]
+        self.bus.register_object(
+            path, self.interface,
+            lambda _bus, sender, _path, _interface, method, arguments, invocation:
+                invocation.return_value(self.answer(method, sender, arguments.unpack())),
+            lambda _bus, _sender, _path, _interface, name: self.properties[name], None)
+        self.bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName",
+                           GLib.Variant("(su)", (self.interface.name, 0)), None, Gio.DBusCallFlags.NONE, 5000, None)
+
+    def answer(self, method, sender, arguments):
+        raise NotImplementedError
+
+    def emit(self, signal, *arguments):
+        self.bus.emit_signal(None, self.path, self.interface.name, signal, GLib.Variant(*arguments))
+
+    def close(self):
+        if not self.bus.is_closed():
+            self.bus.close(None, None)
+
+
+class NotificationServer(Peer):
+    INTERFACE = """<interface name="org.freedesktop.Notifications">
+    <method name="GetCapabilities"><arg type="as" direction="out"/></method>
+    <method name="Notify">
+        <arg type="s" direction="in"/><arg type="u" direction="in"/><arg type="s" direction="in"/>
+        <arg type="s" direction="in"/><arg type="s" direction="in"/><arg type="as" direction="in"/>
+        <arg type="a{sv}" direction="in"/><arg type="i" direction="in"/><arg type="u" direction="out"/></method>
+    </interface>"""
+
+    def __init__(self, address):
+        self.posted = []  # (title, body)
+        super().__init__(address, "/org/freedesktop/Notifications", self.INTERFACE)
+
+    def answer(self, method, sender, arguments):
+        if method == "GetCapabilities":
+            return GLib.Variant("(as)", (["actions", "body", "body-markup"],))
+        self.posted.append(arguments[3:5])
+        return GLib.Variant("(u)", (len(self.posted),))
+
+    def click_last(self):
+        if self.posted:
+            self.emit("ActionInvoked", "(us)", (len(self.posted), "default"))
+            self.emit("NotificationClosed", "(uu)", (len(self.posted), 2))
+
+
+class TrayHost(Peer):
+    """A watcher and host of StatusNotifierItems."""
+
+    INTERFACE = """<interface name="org.kde.StatusNotifierWatcher">
+    <method name="RegisterStatusNotifierItem"><arg type="s" direction="in"/></method>
+    <property name="IsStatusNotifierHostRegistered" type="b" access="read"/>
+    <property name="RegisteredStatusNotifierItems" type="as" access="read"/>
+    </interface>"""
+
+    def __init__(self, address):
+        self.item = None
+        super().__init__(address, "/StatusNotifierWatcher", self.INTERFACE,
+                         {"IsStatusNotifierHostRegistered": GLib.Variant("b", True),
+                          "RegisteredStatusNotifierItems": GLib.Variant("as", [])})
+
+    def answer(self, method, sender, arguments):
+        self.item = sender
+
+    def click(self):
+        """Clicks the item that registered last."""
+        if self.item:
+            self.bus.call(self.item, "/StatusNotifierItem", "org.kde.StatusNotifierItem", "Activate",
+                          GLib.Variant("(ii)", (0, 0)), None, Gio.DBusCallFlags.NONE, -1, None, None)
