@@ -95,7 +95,7 @@ TEST_F(CardJourney, ChoosesAndResetsTheDownloadFolder) {
     EXPECT_TRUE(shows({u"/sets"_s, u"Custom"_s}));
     serveStatus();
     go({u"Use Default"_s});
-    EXPECT_TRUE(shows({u"/music"_s}, {u"Use Default"_s}));
+    EXPECT_TRUE(shows({u"Show in Finder, /music"_s}, {u"Use Default"_s}));
     EXPECT_FALSE(services.settings.downloadDir());
 
     serveStatus(R"("download_dir":"/sets","download_dir_source":"settings")");

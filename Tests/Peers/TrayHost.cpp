@@ -13,31 +13,36 @@ namespace tunedeck::test {
 
 namespace {
 
+struct Icon {
+    int width = 0;
+    int height = 0;
+    QByteArray pixels; // alpha, red, green, blue
+};
+
+const QDBusArgument& operator>>(const QDBusArgument& argument, Icon& icon) {
+    argument.beginStructure();
+    argument >> icon.width >> icon.height >> icon.pixels;
+    argument.endStructure();
+    return argument;
+}
+
 QString toolTipTitle(const QVariantMap& properties) {
     QString iconName;
+    QList<Icon> icons;
     QString title;
+    QString text;
     const auto toolTip = properties.value(u"ToolTip"_s).value<QDBusArgument>();
     toolTip.beginStructure();
-    toolTip >> iconName;
-    toolTip.beginArray();
-    while (!toolTip.atEnd()) {
-        toolTip.beginStructure();
-        toolTip.endStructure();
-    }
-    toolTip.endArray();
-    toolTip >> title;
+    toolTip >> iconName >> icons >> title >> text;
+    toolTip.endStructure();
     return title;
 }
 
 /// "dark" or "light" and the number of opaque pixels of the first size.
 QString iconSummary(const QVariantMap& properties) {
-    int width = 0;
-    int height = 0;
-    QByteArray pixels; // alpha, red, green, blue
-    const auto icons = properties.value(u"IconPixmap"_s).value<QDBusArgument>();
-    icons.beginArray();
-    icons.beginStructure();
-    icons >> width >> height >> pixels;
+    QList<Icon> icons;
+    properties.value(u"IconPixmap"_s).value<QDBusArgument>() >> icons;
+    const QByteArray pixels = icons.value(0).pixels;
     int opaque = 0;
     int light = 0;
     for (qsizetype i = 0; i + 3 < pixels.size(); i += 4) {

@@ -101,9 +101,10 @@ class Journey(unittest.TestCase):
         """Whether another process has taken the place of these: it holds the lock and has an icon."""
         now = self.processes()
         try:
-            return now != old and self.lock.read_text().startswith(f"{now[0]}\n") and self.desktop.icons() == 1
-        except (IndexError, FileNotFoundError):
+            holder = self.lock.read_text().split("\n")[0]
+        except FileNotFoundError:
             return False
+        return now != old and [holder] == [str(process) for process in now] and self.desktop.icons() == 1
 
     def service_pid(self):
         return int(self.desktop.output("systemctl", "--user", "show", "--property=MainPID", "--value", UNIT) or 0)
