@@ -52,17 +52,17 @@ TEST(LinkRow, ShowsTheSecretsOfEachKindMaskedOrRevealed) {
     PanelState state = stateWith({claude, phone});
     state.copied = u"s.key"_s;
     const auto rows = assistantsCard(state, moment()).links;
-    EXPECT_EQ(textOf(rows[0]), "id: c | kind: PrivateUrl | name: Claude | detail: · not used yet | label: More | "
-                               "description: Claude · not used yet | renew: New URL… | guide: Setup Guide | "
-                               "disconnect: Disconnect | shownValue: https://x.example/u/k7Qx…/mcp | key: c.url | "
+    EXPECT_EQ(textOf(rows[0]), "id: c | name: Claude | detail: · not used yet | "
+                               "description: Claude · not used yet | renew: New URL… | "
+                               "shownValue: https://x.example/u/k7Qx…/mcp | key: c.url | "
                                "help: Copy this assistant's private URL | "
                                "description: Copy this assistant's private URL | button: Copy | "
                                "buttonSymbol: doc.on.doc | newCodeDescription: Claude | guideTitle: Setup guide | "
                                "guideHelp: How to set up Claude, on tunedeck.example | "
                                "guideDescription: How to set up Claude, on tunedeck.example");
-    EXPECT_EQ(textOf(rows[1]), "id: s | kind: Shortcut | name: iPhone | detail: · not used yet | label: More | "
-                               "description: iPhone · not used yet | renew: New Key… | guide: Setup Guide | "
-                               "disconnect: Disconnect | text: Build the Shortcut on your iPhone with these. | "
+    EXPECT_EQ(textOf(rows[1]), "id: s | kind: Shortcut | name: iPhone | detail: · not used yet | "
+                               "description: iPhone · not used yet | renew: New Key… | "
+                               "text: Build the Shortcut on your iPhone with these. | "
                                "label: URL | shownValue: https://x.example/api | key: s.url | "
                                "help: Copy the URL for the Shortcut | description: Copy the URL for the Shortcut | "
                                "button: Copy | buttonSymbol: doc.on.doc | label: Key | shownValue: secr… | "

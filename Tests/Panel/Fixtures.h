@@ -37,29 +37,31 @@ inline AssistantLink link(const char* id, const char* kind) {
     return {.id = QString::fromLatin1(id), .kind = QString::fromLatin1(kind)};
 }
 
-inline QStringList members(const QMetaObject& type, const void* view) {
+/// The texts of the members that differ from `usual`, a value of the same type.
+inline QStringList members(const QMetaObject& type, const void* view, const void* usual) {
     QStringList all;
     for (int i = 0; i < type.propertyCount(); ++i) {
         const QMetaProperty property = type.property(i);
         const QVariant value = property.readOnGadget(view);
+        const QVariant usualValue = property.readOnGadget(usual);
         const QString name = QString::fromLatin1(property.name()) + u": "_s;
-        if (property.isEnumType()) {
-            all << name + QString::fromLatin1(property.enumerator().valueToKey(value.toInt()));
-        } else if (const QMetaObject* const part = value.metaType().metaObject()) {
-            all << members(*part, value.constData());
-        } else {
+        if (const QMetaObject* const part = value.metaType().metaObject(); part && !property.isEnumType()) {
+            all << members(*part, value.constData(), usualValue.constData());
+        } else if (value != usualValue) {
             const bool isList = value.metaType() == QMetaType::fromType<QStringList>();
-            const QString text = isList ? value.toStringList().join(u' ') : value.toString();
-            all << (text.isEmpty() || text == u"false" ? QStringList() : QStringList(name + text));
+            all << name + (property.isEnumType() ? QString::fromLatin1(property.enumerator().valueToKey(value.toInt()))
+                           : isList              ? value.toStringList().join(u' ')
+                                                 : value.toString());
         }
     }
     return all;
 }
 
-/// The members of a view value, joined with bars, without those that are empty or false: "title: About | …".
+/// The members of a view value that the card's function has set, joined with bars: "version: 1.0 | busy: true".
 template<class View>
 std::string textOf(const View& view) {
-    return members(View::staticMetaObject, &view).join(u" | "_s).toStdString();
+    const View usual;
+    return members(View::staticMetaObject, &view, &usual).join(u" | "_s).toStdString();
 }
 
 } // namespace tunedeck::test

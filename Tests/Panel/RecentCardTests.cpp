@@ -34,16 +34,15 @@ TEST(RecentCard, ShowsTheThreeLatestJobsWithTheirTimes) {
     addRows();
     status.recentJobs.erase(status.recentJobs.begin(), status.recentJobs.begin() + 3);
     addRows();
-    const QString row = u"id: 1 | symbol: %1 | tone: %2 | playlist: Friday | %3 | message: Saved."_s;
-    EXPECT_EQ(
-        rows.join(u'\n').toStdString(),
-        (QStringList{row.arg(u"arrow.down.circle.fill"_s, u"Accent | pulsing: true"_s,
-                             u"trailing: Downloading | stateName: Downloading"_s),
-                     row.arg(u"checkmark.circle.fill"_s, u"Good"_s, u"trailing: 5 minutes ago | stateName: Added"_s),
-                     row.arg(u"xmark.octagon.fill"_s, u"Bad"_s, u"stateName: Failed"_s),
-                     row.arg(u"clock.fill"_s, u"Secondary"_s, u"trailing: 2 hours ago | stateName: Waiting"_s)})
-            .join(u'\n')
-            .toStdString());
+    EXPECT_EQ(rows, (QStringList{
+                        u"id: 1 | symbol: arrow.down.circle.fill | tone: Accent | pulsing: true | playlist: Friday | "
+                        "trailing: Downloading | stateName: Downloading | message: Saved."_s,
+                        u"id: 1 | symbol: checkmark.circle.fill | tone: Good | playlist: Friday | "
+                        "trailing: 5 minutes ago | stateName: Added | message: Saved."_s,
+                        u"id: 1 | symbol: xmark.octagon.fill | tone: Bad | playlist: Friday | stateName: Failed | "
+                        "message: Saved."_s,
+                        u"id: 1 | symbol: clock.fill | playlist: Friday | trailing: 2 hours ago | stateName: Waiting | "
+                        "message: Saved."_s}));
 }
 
 } // namespace tunedeck::test
