@@ -17,6 +17,8 @@ TEST(AppearanceSourceTest, FollowsThePortalOrElseThePalette) {
     const auto scheme = u"color-scheme"_s;
     const auto gnome = u"org.gnome.desktop.interface"_s;
     const auto animations = u"enable-animations"_s;
+    const auto kde = u"org.kde.kdeglobals.KDE"_s;
+    const auto factor = u"AnimationDurationFactor"_s;
     LinuxAppearanceSource source(bus);
     int changes = 0;
     QObject::connect(&source, &AppearanceSource::changed, &source, [&changes] { ++changes; });
@@ -24,20 +26,23 @@ TEST(AppearanceSourceTest, FollowsThePortalOrElseThePalette) {
     EXPECT_EQ(source.current(), Appearance{}); // without a portal the palette decides, which is light
     EXPECT_EQ(changes, 0);
 
-    SettingsPortal portal({{neutral, {{scheme, 1U}}}, {gnome, {{animations, false}}}});
+    SettingsPortal portal({{neutral, {{scheme, 1U}}}, {gnome, {{animations, false}}}, {kde, {{factor, u"0"_s}}}});
     EXPECT_TRUE(runUntil([&] { return source.current().dark; })); // it started late
     EXPECT_TRUE(source.current().reduceMotion);
     portal.change(neutral, u"accent-color"_s, 3U); // irrelevant
     portal.change(gnome, animations, true);
+    runUntil([] { return false; }, 20ms);
+    EXPECT_TRUE(source.current().reduceMotion) << "the other desktop's setting";
+    portal.change(kde, factor, u"1"_s);
     EXPECT_TRUE(runUntil([&] { return !source.current().reduceMotion; }));
     portal.change(neutral, u"reduced-motion"_s, 1U);
     EXPECT_TRUE(runUntil([&] { return source.current().reduceMotion; }));
     EXPECT_EQ(changes, 3);
     portal.change(neutral, u"reduced-motion"_s, 0U);
     EXPECT_TRUE(runUntil([&] { return !source.current().reduceMotion; }));
-    for (const auto& [factor, isReduced] : {std::pair(u"0"_s, true), {u"default"_s, false}}) {
-        portal.change(u"org.kde.kdeglobals.KDE"_s, u"AnimationDurationFactor"_s, factor);
-        EXPECT_TRUE(runUntil([&] { return source.current().reduceMotion == isReduced; })) << factor.toStdString();
+    for (const auto& [value, isReduced] : {std::pair(u"0"_s, true), {u"default"_s, false}}) {
+        portal.change(kde, factor, value);
+        EXPECT_TRUE(runUntil([&] { return source.current().reduceMotion == isReduced; })) << value.toStdString();
     }
 
     portal.change(neutral, scheme, 2U);

@@ -1,12 +1,13 @@
 import pathlib
 import shutil
 import signal
+import socket
 import time
 import unittest
 
 import session
 import web
-from journey import Journey, write_bundle
+from journey import TIMEOUT, Journey, write_bundle
 
 
 class StartUpJourney(Journey):
@@ -89,6 +90,18 @@ class StartUpJourney(Journey):
         self.desktop.start_bus()
         self.comes(lambda: self.desktop.icons() == 1)
         self.quit()
+
+    def test_writes_to_the_journal(self):
+        address = pathlib.Path("/run/systemd/journal/socket")  # private, as the service manager's
+        address.parent.mkdir(exist_ok=True)
+        with socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM) as journal:
+            journal.bind(str(address))
+            journal.settimeout(TIMEOUT)
+            self.start()
+            entry = journal.recv(65536).decode().splitlines()
+        for field in ("MESSAGE=service install: notBundled", "PRIORITY=6", "SYSLOG_IDENTIFIER=Tunedeck",
+                      "SUBSYSTEM=com.brightfold.tunedeck.menu", "CATEGORY=app"):
+            self.assertIn(field, entry)
 
     def test_restarts_after_an_upgrade_of_its_bundle_and_reports_a_missing_one(self):
         self.use_no_service()
