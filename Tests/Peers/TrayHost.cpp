@@ -13,36 +13,39 @@ namespace tunedeck::test {
 
 namespace {
 
-struct Icon {
-    int width = 0;
-    int height = 0;
-    QByteArray pixels; // alpha, red, green, blue
-};
-
-const QDBusArgument& operator>>(const QDBusArgument& argument, Icon& icon) {
-    argument.beginStructure();
-    argument >> icon.width >> icon.height >> icon.pixels;
-    argument.endStructure();
-    return argument;
+/// Reads a list of icons; returns the first one's pixels as alpha, red, green, blue.
+QByteArray firstIcon(const QDBusArgument& icons) {
+    QByteArray first;
+    icons.beginArray();
+    while (!icons.atEnd()) {
+        int width = 0;
+        int height = 0;
+        QByteArray pixels;
+        icons.beginStructure();
+        icons >> width >> height >> pixels;
+        icons.endStructure();
+        first = first.isEmpty() ? pixels : first;
+    }
+    icons.endArray();
+    return first;
 }
 
 QString toolTipTitle(const QVariantMap& properties) {
     QString iconName;
-    QList<Icon> icons;
     QString title;
     QString text;
     const auto toolTip = properties.value(u"ToolTip"_s).value<QDBusArgument>();
     toolTip.beginStructure();
-    toolTip >> iconName >> icons >> title >> text;
+    toolTip >> iconName;
+    firstIcon(toolTip);
+    toolTip >> title >> text;
     toolTip.endStructure();
     return title;
 }
 
 /// "dark" or "light" and the number of opaque pixels of the first size.
 QString iconSummary(const QVariantMap& properties) {
-    QList<Icon> icons;
-    properties.value(u"IconPixmap"_s).value<QDBusArgument>() >> icons;
-    const QByteArray pixels = icons.value(0).pixels;
+    const auto pixels = firstIcon(properties.value(u"IconPixmap"_s).value<QDBusArgument>());
     int opaque = 0;
     int light = 0;
     for (qsizetype i = 0; i + 3 < pixels.size(); i += 4) {

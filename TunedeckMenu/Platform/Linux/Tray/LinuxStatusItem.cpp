@@ -155,12 +155,12 @@ void LinuxStatusItem::check() {
             m_dock = *dock;
             m_dock->setAccessibleName(u"Tunedeck"_s);
             m_dock->installEventFilter(this);
-            draw(); // another tray may have another colour
         }
     }
     const bool isNowAvailable = isAvailable();
     if (isNowAvailable != m_wasAvailable) {
         m_wasAvailable = isNowAvailable;
+        draw(); // another tray may have another colour
         Q_EMIT availabilityChanged();
     }
 }
