@@ -32,7 +32,7 @@ def write_bundle(bundle, version, build=""):
 
 
 class Journey(unittest.TestCase):
-    """Has version 1.4.0 in `bundle`, which is the one that start() and run() execute."""
+    """Has version 1.4.0 in `bundle`, which is the one that start() and run_program() execute."""
 
     def setUp(self):
         runtime = pathlib.Path(os.environ["XDG_RUNTIME_DIR"])
@@ -126,6 +126,7 @@ class Journey(unittest.TestCase):
                         f"no “{name}” to press on the screen: {' | '.join(self.desktop.screen.texts())}")
 
     def comes(self, condition, message=None):
+        """Waits for a condition, and fails if it doesn't come true."""
         self.assertTrue(eventually(condition), message)
 
     def siblings(self):

@@ -22,9 +22,8 @@ import time
 
 from gi.repository import GLib
 
-sys.path.append(str(pathlib.Path(__file__).resolve().parents[1] / "Helpers/Python"))
-import session  # noqa: E402
-import web  # noqa: E402
+import session
+import web
 
 HOME = pathlib.Path.home()
 UNIT = "com.brightfold.tunedeck.service"
