@@ -26,11 +26,11 @@ Waited waitFor(int socket, short events, int wakeUp,
     return count == 0 ? Waited::TimedOut : watched[1].revents == 0 ? Waited::Ready : Waited::Stopped;
 }
 
-/// A listening socket; sets the port that was chosen for 0.
+/// A listening socket; sets its port.
 int listenAt(const QByteArray& address, std::uint16_t& port) {
     using boost::asio::ip::tcp;
     boost::asio::io_context context;
-    tcp::acceptor acceptor(context, {boost::asio::ip::make_address(address.toStdString()), port});
+    tcp::acceptor acceptor(context, {boost::asio::ip::make_address(address.toStdString()), 0});
     port = acceptor.local_endpoint().port();
     const int socket = acceptor.release();
     ::fcntl(socket, F_SETFD, FD_CLOEXEC);
@@ -84,9 +84,8 @@ void Connection::reset() {
     setsockopt(m_socket, SOL_SOCKET, SO_LINGER, &now, sizeof now);
 }
 
-TestServer::TestServer(const QByteArray& address, std::uint16_t port)
+TestServer::TestServer(const QByteArray& address)
     : m_host(address.contains(':') ? '[' + address + ']' : address)
-    , m_port(port)
     , m_socket(listenAt(address, m_port))
     , m_wakeUp(eventfd(0, EFD_CLOEXEC))
     , m_acceptor([this] { accept(); }) {}

@@ -50,9 +50,8 @@ using Behaviour = std::function<void(Connection&, const ServedRequest&)>;
 /// change while it runs; a request without a route gets a 404.
 class TestServer {
 public:
-    TestServer() : TestServer("127.0.0.1", 0) {}
-    /// Listens on this loopback address, such as "::1", and this port.
-    TestServer(const QByteArray& address, std::uint16_t port);
+    /// Listens on a free port of this loopback address.
+    explicit TestServer(const QByteArray& address = "127.0.0.1");
     ~TestServer();
     TestServer(const TestServer&) = delete;
     TestServer& operator=(const TestServer&) = delete;
@@ -87,7 +86,7 @@ private:
     Plan planFor(const QByteArray& route) const;
 
     QByteArray m_host;
-    std::uint16_t m_port;
+    std::uint16_t m_port = 0;
     int m_socket;
     int m_wakeUp;
     mutable std::mutex m_mutex; ///< of the routes and the requests

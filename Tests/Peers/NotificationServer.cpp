@@ -6,9 +6,8 @@ using namespace Qt::StringLiterals;
 
 namespace tunedeck::test {
 
-NotificationServer::NotificationServer(QStringList capabilities, const QString& address, QObject* parent)
-    : QObject(parent)
-    , m_capabilities(std::move(capabilities))
+NotificationServer::NotificationServer(QStringList capabilities, const QString& address)
+    : m_capabilities(std::move(capabilities))
     , m_connection(address.isEmpty()
                        ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, QUuid::createUuid().toString())
                        : QDBusConnection::connectToBus(address, QUuid::createUuid().toString())) {

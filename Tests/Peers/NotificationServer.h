@@ -30,7 +30,7 @@ public:
     };
 
     /// On the session bus, or on the bus at `address`.
-    explicit NotificationServer(QStringList capabilities, const QString& address = {}, QObject* parent = nullptr);
+    explicit NotificationServer(QStringList capabilities, const QString& address = {});
     ~NotificationServer() override;
 
     /// Replies to the call that was held back.

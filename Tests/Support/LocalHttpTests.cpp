@@ -174,7 +174,7 @@ TEST(LocalHttp, ReachesOnlyThisMachineAndResolvesNoNames) {
 
     std::optional<TestServer> newer;
     try {
-        newer.emplace("::1", 0);
+        newer.emplace("::1");
     } catch (const std::runtime_error&) {
         return; // no IPv6 here
     }

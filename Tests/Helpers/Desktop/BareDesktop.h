@@ -19,7 +19,6 @@ public:
     /// True when the programs that it needs are installed.
     [[nodiscard]] static bool isPossible();
 
-    [[nodiscard]] const QProcessEnvironment& environment() const { return m_environment; }
     [[nodiscard]] QString busAddress() const { return m_environment.value(u"DBUS_SESSION_BUS_ADDRESS"_s); }
     /// Starts the bus at its address. It can be started again after it was killed.
     std::unique_ptr<Program> startBus();
