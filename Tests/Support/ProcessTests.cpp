@@ -33,6 +33,21 @@ TEST(ProcessTest, LimitsTheOutputKept) {
     EXPECT_EQ(runToEnd(runProcess(request, {}))->output, QByteArray());
 }
 
+TEST(ProcessTest, EndsTheWholeGroupOfAnIsolatedProgram) {
+    const TemporaryHome home;
+    auto request = shell(u"sleep 1000 & echo $! >> pids; [ $1 ] || wait"_s);
+    request.isolatedIn = home.path();
+    request.timeLimit = 200ms;
+    EXPECT_FALSE(runToEnd(runProcess(request, {}))) << "killed by the time limit";
+    request.arguments += {u"-"_s, u"exits"_s};
+    EXPECT_TRUE(runToEnd(runProcess(request, {})));
+    const auto pids = home.read(u"pids"_s).trimmed().split('\n');
+    ASSERT_EQ(pids.size(), 2);
+    for (const auto& pid : pids) {
+        EXPECT_TRUE(runUntil([&] { return ::kill(pid.toInt(), 0) != 0; }));
+    }
+}
+
 TEST(ProcessTest, ReportsAProgramThatCannotBeStarted) {
     const TemporaryHome home;
     for (const auto& program : {u"/nonexistent/program"_s, home.path(), home.write(u"file"_s, "text")}) {

@@ -47,16 +47,16 @@ protected:
 
 } // namespace
 
-TEST_F(ArchiveTest, KeepsPermissionsAndLinksInside) {
+TEST_F(ArchiveTest, KeepsLinksInsideAndPermissionsExceptOfOthersToWrite) {
     ASSERT_TRUE(unpack(zip({
         {.name = "a.app/", .mode = 040755},
-        {.name = "a.app/run", .contents = "#!", .mode = 0100755},
+        {.name = "a.app/run", .contents = "#!", .mode = 0100777},
         {.name = "a.app/deep/er/data", .contents = "d", .mode = 0100660},
         {.name = "a.app/deep/link", .mode = linkMode, .linkTarget = "../run"},
         {.name = "a.app/other", .mode = linkMode, .linkTarget = "deep/er"},
     })));
     EXPECT_EQ(mode("a.app/run"), 0100755U);
-    EXPECT_EQ(mode("a.app/deep/er/data"), 0100660U);
+    EXPECT_EQ(mode("a.app/deep/er/data"), 0100640U);
     EXPECT_EQ(read("a.app/deep/link"), "#!");
     EXPECT_EQ(read("a.app/other/data"), "d");
 }

@@ -45,7 +45,8 @@ protected:
         return result ? QString() : result.error().description();
     }
 
-    QByteArray program() const { return home.read(u"Tunedeck.app/Contents/MacOS/Tunedeck"_s); }
+    /// "old", "new" or another text of the installed program.
+    QByteArray program() const { return home.read(u"Tunedeck.app/Contents/MacOS/Tunedeck"_s).split('\n').last(); }
     QStringList files() const {
         return QDir(home.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     }
@@ -68,10 +69,10 @@ TEST_F(UpdateInstallerTest, ReplacesTheBundleAndLeavesNoOtherFiles) {
     }
     // A binary property list with the same identifier and version.
     entries[1].contents =
-        QByteArray::fromHex("62706c6973743030d2010203045f1012434642756e646c654964656e7469666965725f101a434642756e646c"
-                            "6553686f727456657273696f6e537472696e675f101c636f6d2e627269676874666f6c642e74756e65646563"
-                            "6b2e6d656e7555312e342e31080d223f5e000000000000010100000000000000050000000000000000000000"
-                            "0000000064");
+        QByteArray::fromHex("62706c6973743030d30102030405065f1012434642756e646c6545786563757461626c655f1012434642756e"
+                            "646c654964656e7469666965725f101a434642756e646c6553686f727456657273696f6e537472696e675854"
+                            "756e656465636b5f101c636f6d2e627269676874666f6c642e74756e656465636b2e6d656e7555312e342e31"
+                            "080f2439565f7e0000000000000101000000000000000700000000000000000000000000000084");
     offer(entries);
     release.sha256 = release.sha256.toUpper();
     installed += u'/';
@@ -102,6 +103,39 @@ TEST_F(UpdateInstallerTest, RejectsEverythingButTheAnnouncedApplication) {
     EXPECT_TRUE(isUntouched());
     installed = home.path(u"missing/Tunedeck.app"_s);
     EXPECT_EQ(install(), u"Tunedeck's folder isn't writable, so it can't update itself.");
+}
+
+TEST_F(UpdateInstallerTest, RejectsAProgramThatDoesNotRun) {
+    const auto installs = [&](const QByteArray& script, unsigned mode = 0100755, const QByteArray& link = {}) {
+        auto entries = appEntries("1.4.1", identifier, "new");
+        entries[2].contents = "#!/bin/sh\n" + script;
+        entries[2].mode = mode;
+        entries[2].linkTarget = link;
+        offer(entries);
+        return install();
+    };
+    const QString noApp = u"The download doesn't contain Tunedeck."_s;
+    const QByteArray good = versionScript("1.4.1", "new");
+    EXPECT_EQ(installs(good, 0100644), noApp) << "not executable";
+    EXPECT_EQ(installs({}, 0040755), noApp) << "a folder";
+    for (const char* link : {"missing", "../Info.plist", ".", "../../../../../bin/true", "/bin/true"}) {
+        EXPECT_EQ(installs({}, 0120777, link), noApp) << link;
+    }
+    for (const char* script : {"", "exit 1", "echo Tunedeck 1.4.1; exit 1", "echo Tunedeck 1.4.1; kill -SEGV $$"}) {
+        EXPECT_EQ(installs(script), noApp) << script;
+    }
+    const auto wrong = u"The download isn't the expected Tunedeck: version %1, expected 1.4.1."_s;
+    EXPECT_EQ(installs("echo Tunedeck 1.4.0"), wrong.arg(u"1.4.0"_s));
+    EXPECT_EQ(installs("printf 'Other\\n \\033 1.4.1'"), wrong.arg(u"Other \ufffd 1.4.1"_s));
+    auto other = appEntries("1.4.1", identifier, "new");
+    other[1].contents.replace("<string>Tunedeck<", "<string>Current<");
+    offer(other);
+    EXPECT_EQ(install(), noApp);
+    EXPECT_TRUE(isUntouched());
+    EXPECT_EQ(installs("[ \"$HOME\" = \"$PWD\" ] && [ \"$1$#\" = --version1 ] && "
+                       "env | grep -qvE '^(HOME|PWD|OLDPWD|SHLVL|_)=' || echo Tunedeck 1.4.1"),
+              QString())
+        << "its home is temporary and its environment otherwise empty";
 }
 
 TEST_F(UpdateInstallerTest, AFailingHelperLeavesNothingBehind) {

@@ -4,6 +4,10 @@ using namespace Qt::StringLiterals;
 
 namespace tunedeck {
 
+UpdateError UpdateError::wrongVersion(const QString& found, const QString& expected) {
+    return wrongApp(u"version %1, expected %2"_s.arg(found, expected));
+}
+
 QString UpdateError::description() const {
     switch (kind) {
     case Kind::http:

@@ -23,6 +23,7 @@ struct UpdateError {
 
     static UpdateError http(int status) { return {.kind = Kind::http, .status = status}; }
     static UpdateError wrongApp(QString detail) { return {.kind = Kind::wrongApp, .detail = std::move(detail)}; }
+    static UpdateError wrongVersion(const QString& found, const QString& expected);
     static UpdateError other(QString detail) { return {.kind = Kind::other, .detail = std::move(detail)}; }
 
     /// One sentence for the user.

@@ -1,7 +1,11 @@
 #include "TunedeckCore/Update/UpdateInstaller.h"
 
+#include "TunedeckCore/Locations/BundlePaths.h"
 #include "TunedeckCore/Support/Async/Background.h"
 #include "TunedeckCore/Support/Async/HelperProgram.h"
+#include "TunedeckCore/Support/Async/Process.h"
+#include "TunedeckCore/Support/Files/AtomicFile.h"
+#include "TunedeckCore/Support/Text/Text.h"
 #include "TunedeckCore/Update/BundleSwap.h"
 #include "TunedeckCore/Update/ScratchFolder.h"
 
@@ -25,6 +29,8 @@ using Result = std::expected<QString, UpdateError>;
 
 constexpr std::int64_t archiveLimit = std::int64_t{1024} * 1024 * 1024;
 constexpr std::chrono::hours archiveTimeout{2};
+constexpr std::chrono::seconds answerTimeout{10};
+constexpr qint64 answerLimit = 200;
 const QString archiveName = u"update.zip"_s;
 
 std::unexpected<UpdateError> failure(UpdateError::Kind kind) {
@@ -48,6 +54,26 @@ QCoro::Task<Result> runStep(QString helper, QString step, QStringList operands, 
     default:
         co_return std::unexpected(UpdateError::other(ended->text));
     }
+}
+
+/// Runs the new program, because one that can't run must not replace one that can. Returns the version that it prints.
+QCoro::Task<Result> askVersion(QString app, QString home, std::stop_token stop) {
+    if (const auto created = createFolder(home); !created) {
+        co_return std::unexpected(UpdateError::other(created.error()));
+    }
+    ProcessRequest request{.program = BundlePaths(app).application(),
+                           .arguments = {u"--version"_s},
+                           .keepOutput = true,
+                           .outputLimit = answerLimit,
+                           .timeLimit = answerTimeout,
+                           .isolatedIn = home};
+    const auto ended = co_await runProcess(request, stop);
+    const bool isAnswered = ended && ended->exitStatus == 0;
+    const QString answer = isAnswered ? withoutControls(QString::fromUtf8(ended->output).simplified()) : QString();
+    if (answer.isEmpty()) {
+        co_return failure(UpdateError::Kind::noApp);
+    }
+    co_return answer.startsWith(u"Tunedeck "_s) ? answer.sliced(9) : answer;
 }
 
 /// All steps but the removal of the scratch folder.
@@ -83,9 +109,16 @@ QCoro::Task<Result> installFrom(std::shared_ptr<ScratchFolder> scratch, Release 
     if (app->contains(u'/') || !app->endsWith(u".app")) { // must not lead out of the folder, whatever the helper says
         co_return failure(UpdateError::Kind::noApp);
     }
+    const QString fresh = unpacked + u'/' + *app;
+    const auto answer = co_await askVersion(fresh, scratch->filePath(u"home"_s), stop);
+    if (!answer) {
+        co_return answer;
+    }
+    if (*answer != release.version) {
+        co_return std::unexpected(UpdateError::wrongVersion(*answer, release.version));
+    }
     // Keeps the scratch folder until it has ended, also when the task is cancelled.
-    std::function<Result(std::stop_token)> swap = [scratch, zip, installed,
-                                                   fresh = unpacked + u'/' + *app](const std::stop_token&) {
+    std::function<Result(std::stop_token)> swap = [scratch, zip, installed, fresh](const std::stop_token&) {
         QFile::remove(zip); // before replace() syncs the volume, so that the archive isn't written out
         return UpdateInstaller::replace(installed, fresh);
     };

@@ -15,7 +15,8 @@ namespace {
 
 QByteArray infoPlist(const QByteArray& version, const QByteArray& identifier) {
     return R"(<?xml version="1.0" encoding="UTF-8"?><plist version="1.0"><dict><key>CFBundleIdentifier</key><string>)" +
-           identifier + "</string><key>CFBundleShortVersionString</key><string>" + version + "</string></dict></plist>";
+           identifier + "</string><key>CFBundleShortVersionString</key><string>" + version +
+           "</string><key>CFBundleExecutable</key><string>Tunedeck</string></dict></plist>";
 }
 
 la_ssize_t append(archive*, void* context, const void* bytes, std::size_t size) {
@@ -60,9 +61,13 @@ std::vector<ZipEntry> appEntries(const QByteArray& version, const QByteArray& id
     return {
         {.name = "Tunedeck.app/", .mode = 040755},
         {.name = "Tunedeck.app/Contents/Info.plist", .contents = infoPlist(version, identifier)},
-        {.name = "Tunedeck.app/Contents/MacOS/Tunedeck", .contents = program, .mode = 0100755},
+        {.name = "Tunedeck.app/Contents/MacOS/Tunedeck", .contents = versionScript(version, program), .mode = 0100755},
         {.name = "Tunedeck.app/Contents/Current", .mode = 0120777, .linkTarget = "MacOS/Tunedeck"},
     };
+}
+
+QByteArray versionScript(const QByteArray& version, const QByteArray& text) {
+    return "#!/bin/sh\necho Tunedeck " + version + "\nexit\n" + text;
 }
 
 void writeApp(const QString& path, const QByteArray& version, const QByteArray& identifier, const QByteArray& program) {

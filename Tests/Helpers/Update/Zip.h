@@ -24,8 +24,11 @@ struct ZipStyle {
 /// A zip archive with these entries in this order. Names aren't checked.
 QByteArray zip(const std::vector<ZipEntry>& entries, ZipStyle style = {});
 
-/// Entries of an application bundle: Info.plist, a program and an internal link.
+/// Entries of an application bundle: Info.plist, a versionScript() and an internal link.
 std::vector<ZipEntry> appEntries(const QByteArray& version, const QByteArray& identifier, const QByteArray& program);
+
+/// The program of such a bundle: a script that prints the version and ends with `text`.
+QByteArray versionScript(const QByteArray& version, const QByteArray& text);
 
 /// Writes a bundle to a folder.
 void writeApp(const QString& path, const QByteArray& version, const QByteArray& identifier, const QByteArray& program);

@@ -1,11 +1,16 @@
 #include "TunedeckCore/Support/Async/Process.h"
 
+#include "TunedeckCore/Support/Async/EndWithParent.h"
 #include "TunedeckCore/Support/Async/Wait.h"
 
 #include <QCoreApplication>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QTimer>
 
+#include <unistd.h>
+
+#include <csignal>
 #include <memory>
 
 namespace tunedeck {
@@ -34,6 +39,31 @@ struct KillAndDeleteLater {
     }
 };
 
+/// Kills what is left of a process group.
+struct ProcessGroup {
+    ProcessGroup() = default;
+    ProcessGroup(const ProcessGroup&) = delete;
+    ProcessGroup& operator=(const ProcessGroup&) = delete;
+    ~ProcessGroup() {
+        if (leader > 0) {
+            ::kill(-leader, SIGKILL);
+        }
+    }
+
+    pid_t leader = 0;
+};
+
+void isolate(QProcess& process, const QString& folder) {
+    QProcessEnvironment environment;
+    environment.insert(u"HOME"_s, folder);
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(folder);
+    process.setChildProcessModifier([parent = ::getpid()] {
+        ::setpgid(0, 0);
+        endWithParent(parent);
+    });
+}
+
 void discardStreams(QProcess& process, bool keepOutput, bool keepError) {
     process.setStandardInputFile(QProcess::nullDevice());
     if (!keepOutput) {
@@ -55,6 +85,10 @@ QCoro::Task<std::expected<ProcessResult, QString>> runProcess(ProcessRequest req
     QString killed; // why, if not by the token
     Wait wait(stop);
     const std::unique_ptr<QProcess, KillAndDeleteLater> process(new QProcess);
+    ProcessGroup group;
+    if (!request.isolatedIn.isEmpty()) {
+        isolate(*process, request.isolatedIn);
+    }
     discardStreams(*process, request.keepOutput || request.onOutput, static_cast<bool>(request.onError));
     const auto deliver = [&](const ProcessRequest::Receiver& receiver, const QByteArray& bytes) {
         if (killed.isEmpty() && !receiver(bytes)) {
@@ -90,6 +124,7 @@ QCoro::Task<std::expected<ProcessResult, QString>> runProcess(ProcessRequest req
         }
     });
     process->start(request.program, request.arguments, QIODevice::ReadOnly);
+    group.leader = request.isolatedIn.isEmpty() ? 0 : static_cast<pid_t>(process->processId());
     if (!co_await wait.next()) {
         co_return stopped();
     }

@@ -27,6 +27,9 @@ struct ProcessRequest {
     Receiver onOutput = {};                 ///< if set, standard output isn't kept
     Receiver onError = {};                  ///< if not set, standard error is discarded
     std::chrono::milliseconds timeLimit{0}; ///< after which the program is killed; 0 for none
+    /// If set, the program runs in this folder with nothing but HOME in its environment, and in a process group that is
+    /// killed when it or this process ends.
+    QString isolatedIn = {};
 };
 
 /// Runs a program until it exits. Fails with a message if it can't be started or is killed by a receiver or the time

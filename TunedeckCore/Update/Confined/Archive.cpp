@@ -121,6 +121,7 @@ Code extract(const QString& archive, const QString& folder, std::int64_t remaini
             return invalid;
         }
         archive_entry_copy_pathname(entry, (root + *name).c_str());
+        archive_entry_set_perm(entry, archive_entry_perm(entry) & ~mode_t{S_IWGRP | S_IWOTH});
         if (archive_write_header(writer.get(), entry) != ARCHIVE_OK) {
             return writeError(writer.get());
         }

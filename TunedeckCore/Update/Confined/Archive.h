@@ -15,7 +15,8 @@ struct ArchiveLimits {
     std::int64_t bytes = std::int64_t{3} * 512 * 1024 * 1024;
 };
 
-/// Unpacks a zip archive into an existing folder, keeping permissions and internal links. Never writes outside the
+/// Unpacks a zip archive into an existing folder, keeping internal links and permissions but
+/// those of others to write. Never writes outside the
 /// folder. Fails with noApp if the archive is truncated, encrypted or exceeds the limits, or contains an entry that no
 /// application needs: an absolute name or one with "..", a duplicate name, a name below a link, a link that leaves its
 /// top folder, a hard link, a device, a setuid or setgid bit. All entries are checked before the first is written. A

@@ -25,6 +25,14 @@ namespace {
 constexpr qint64 hashChunk = 1'048'576;
 const UpdateError noApp{.kind = UpdateError::Kind::noApp};
 
+/// Whether the program that the application's restart will run is the one that Info.plist names, a regular file of the
+/// bundle and executable.
+bool hasProgram(const QString& app, const QString& executable) {
+    const QFileInfo program(BundlePaths(app).application());
+    return program.fileName() == executable && program.isFile() && program.isExecutable() &&
+           program.canonicalFilePath().startsWith(QFileInfo(app).canonicalFilePath() + u'/');
+}
+
 } // namespace
 
 bool UpdateFeed::verify(const QByteArray& bytes, const QString& signature, const QString& publicKey) {
@@ -80,9 +88,9 @@ std::expected<void, UpdateError> UpdateInstaller::validate(const QString& app, c
         return std::unexpected(UpdateError::wrongApp(u"bundle "_s + found));
     }
     if (const QString found = text(u"CFBundleShortVersionString"_s); found != version) {
-        return std::unexpected(UpdateError::wrongApp(u"version %1, expected %2"_s.arg(found, version)));
+        return std::unexpected(UpdateError::wrongVersion(found, version));
     }
-    return {};
+    return hasProgram(app, text(u"CFBundleExecutable"_s)) ? std::expected<void, UpdateError>() : std::unexpected(noApp);
 }
 
 } // namespace tunedeck

@@ -16,7 +16,7 @@ std::expected<QString, UpdateError> sha256Hex(const QString& path);
 /// Creates the folder, unpacks the archive into it and returns the path of the application in it.
 std::expected<QString, UpdateError> unpack(const QString& zip, const QString& folder);
 
-/// Checks that the application has this identifier and exactly this version.
+/// Checks that the application has this identifier and exactly this version, and a program that could be executed.
 std::expected<void, UpdateError> validate(const QString& app, const QString& bundleID, const QString& version);
 
 } // namespace tunedeck::UpdateInstaller
