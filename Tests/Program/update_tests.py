@@ -107,6 +107,30 @@ class UpdateJourney(Journey):
         self.quit()
         self.assertEqual(self.run_program("--version").stdout, "Tunedeck 1.4.0\n")
 
+    def test_leaves_nothing_on_a_file_system_without_an_exchange(self):
+        source, disk = self.folder / "source", self.folder / "disk"
+        source.mkdir()
+        disk.mkdir()
+        if subprocess.run(["bindfs", source, disk], check=False).returncode != 0:
+            self.skipTest("FUSE isn't allowed here")
+        self.addCleanup(subprocess.run, ["umount", "--lazy", disk], check=True)
+        self.bundle = disk / "Tunedeck.app"
+        write_bundle(self.bundle, "1.4.0")
+        self.start()
+        self.opens_with("Version 1.4.0")
+        old = self.processes()
+        self.web.publish(web.zip_bundle(self.bundle, self.folder / "Tunedeck.zip"))
+        self.find_update()
+        self.press("Update to 1.4.1")
+        self.sees("version 1.4.0, expected 1.4.1")
+        self.assertEqual(self.siblings(), ["Tunedeck.app"])
+        self.web.publish(self.archive("!"))
+        self.find_update()
+        self.press("Update to 1.4.1")
+        self.comes(lambda: self.is_replaced(old))
+        self.opens_with("Version 1.4.1")
+        self.comes(lambda: self.siblings() == ["Tunedeck.app"], self.siblings())
+
     def test_is_checked_by_the_checkup_only_on_request(self):
         def finds(text, *arguments):
             self.comes(lambda: text in self.run_program("--checkup", *arguments).stdout, text)

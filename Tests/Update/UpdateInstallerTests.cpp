@@ -50,6 +50,7 @@ protected:
     QStringList files() const {
         return QDir(home.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     }
+    void sweep() { runToEnd(ScratchFolder::removeStale(installed, {})); }
     bool isUntouched() const { return program() == "old" && files() == QStringList{u"Tunedeck.app"_s}; }
 
     TestServer server;
@@ -177,14 +178,15 @@ TEST_F(UpdateInstallerTest, ReplacesFoldersOnly) {
     const QString fresh = home.path(u"fresh.app"_s);
     writeApp(fresh, "1.4.1", identifier, "new");
     const QString link = home.path(u"link.app"_s);
+    const QString aside = home.path(u"aside"_s);
     QFile::link(installed, link);
-    EXPECT_FALSE(UpdateInstaller::replace(link, fresh));
-    EXPECT_FALSE(UpdateInstaller::replace(installed, link));
-    EXPECT_FALSE(UpdateInstaller::replace(home.path(u"missing.app"_s), fresh));
+    EXPECT_FALSE(UpdateInstaller::replace(link, fresh, aside));
+    EXPECT_FALSE(UpdateInstaller::replace(installed, link, aside));
+    EXPECT_FALSE(UpdateInstaller::replace(home.path(u"missing.app"_s), fresh, aside));
     // One system call, so that there is a complete bundle at every moment.
     EXPECT_TRUE(exchangeFolders(QFile::encodeName(installed), QFile::encodeName(fresh)));
     EXPECT_EQ(program(), "new");
-    EXPECT_EQ(UpdateInstaller::replace(installed, fresh), installed);
+    EXPECT_EQ(UpdateInstaller::replace(installed, fresh, aside), installed);
     EXPECT_EQ(program(), "old");
     EXPECT_FALSE(QFileInfo::exists(fresh));
 }
@@ -199,17 +201,47 @@ TEST_F(UpdateInstallerTest, RenamesWhereTheFileSystemCannotExchange) {
         return false;
     };
     writeApp(fresh, "1.4.1", identifier, "new");
-    EXPECT_EQ(UpdateInstaller::replace(installed, fresh, exchange).error().description(), u"No space left on device");
+    const auto replace = [&] { return UpdateInstaller::replace(installed, fresh, home.path(u"aside"_s), exchange); };
+    EXPECT_EQ(replace().error().description(), u"No space left on device");
     EXPECT_EQ(program(), "old");
     code = ENOTSUP;
     isRemoved = true;
-    EXPECT_FALSE(UpdateInstaller::replace(installed, fresh, exchange));
+    EXPECT_FALSE(replace());
     EXPECT_TRUE(isUntouched()) << "the old bundle is moved back";
     writeApp(fresh, "1.4.1", identifier, "new");
     isRemoved = false;
-    EXPECT_TRUE(UpdateInstaller::replace(installed, fresh, exchange));
+    EXPECT_TRUE(replace());
     EXPECT_EQ(program(), "new");
     EXPECT_EQ(files().size(), 1);
+}
+
+TEST_F(UpdateInstallerTest, MovesABundleBackThatAKilledUpdateHadMovedAside) {
+    const QString killed = u".tunedeck-update-Tunedeck.app-killed"_s;
+    home.write(killed + u"/Tunedeck.app.old/older"_s, "older");
+    sweep();
+    EXPECT_TRUE(isUntouched()) << "this bundle is complete";
+    QDir().mkpath(home.path(killed));
+    QFile::rename(installed, home.path(killed + u"/Tunedeck.app.old"_s));
+    sweep();
+    EXPECT_TRUE(isUntouched());
+    home.write(u".tunedeck-update-Gone.app-killed/Gone.app.old/file"_s, "gone");
+    home.write(u".tunedeck-update-Other.app-killed/Other.app.old/file"_s, "old");
+    home.write(u"Other.app/file"_s, "other");
+    sweep();
+    EXPECT_EQ(home.read(u"Gone.app/file"_s), "gone") << "nothing of it is left that could be started";
+    EXPECT_EQ(home.read(u".tunedeck-update-Other.app-killed/Other.app.old/file"_s), "old");
+    EXPECT_EQ(home.read(u"Other.app/file"_s), "other");
+}
+
+TEST_F(UpdateInstallerTest, CreatesItsFolderWhileAnotherProcessSweeps) {
+    for (int i = 0; i < 300; ++i) {
+        const auto sweeping = endingOf(ScratchFolder::removeStale(installed, {}));
+        const auto scratch = ScratchFolder::create(installed);
+        ASSERT_TRUE(scratch) << scratch.error().toStdString();
+        EXPECT_TRUE(runUntil([&] { return sweeping->isThere(); }));
+        EXPECT_TRUE(QFileInfo::exists((*scratch)->filePath(u"lock"_s)));
+    }
+    EXPECT_TRUE(runUntil([this] { return isUntouched(); }));
 }
 
 TEST_F(UpdateInstallerTest, StoppingKeepsTheOldBundleAndStaleFoldersAreRemoved) {
@@ -222,7 +254,7 @@ TEST_F(UpdateInstallerTest, StoppingKeepsTheOldBundleAndStaleFoldersAreRemoved) 
     auto expected = files();
     EXPECT_EQ(expected.size(), 4);
     expected.removeOne(u".tunedeck-update-killed"_s);
-    runToEnd(ScratchFolder::removeStale(installed, {}));
+    sweep();
     EXPECT_EQ(files(), expected) << "keeps links and the folder of an update in progress";
     QFile::remove(home.path(u".tunedeck-update-link"_s));
     source.request_stop();

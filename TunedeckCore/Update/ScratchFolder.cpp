@@ -11,10 +11,13 @@
 #include <sys/file.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <thread>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 
@@ -22,13 +25,26 @@ namespace tunedeck {
 
 namespace {
 
-const QString prefix = u".tunedeck-update-"_s;
+const QString prefix = u".tunedeck-update-"_s; // followed by the bundle's name, "-" and random characters
+const QString lockName = u"/lock"_s;
+constexpr int attempts = 10;
+
+/// The name of the bundle that a scratch folder is for.
+QString bundleOf(const QString& folder) {
+    const QString name = QFileInfo(folder).fileName().sliced(prefix.size());
+    return name.left(std::max<qsizetype>(name.lastIndexOf(u'-'), 0));
+}
+
+QString asideIn(const QString& folder) {
+    return folder + u'/' + bundleOf(folder) + u".old"_s;
+}
 
 /// Locks the folder. The result is closed, with errno set, if another process holds the lock or on failure.
 FileDescriptor lockFolder(const QString& folder) {
-    FileDescriptor lock(
-        open(QFile::encodeName(folder + u"/lock"_s).constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
-    if (lock && flock(lock.get(), LOCK_EX | LOCK_NB) != 0) {
+    const QByteArray path = QFile::encodeName(folder + lockName);
+    FileDescriptor lock(open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+    // The file is missing if removeStale() in another process took the folder first.
+    if (lock && (flock(lock.get(), LOCK_EX | LOCK_NB) != 0 || access(path.constData(), F_OK) != 0)) {
         const int reason = errno;
         lock.close();
         errno = reason;
@@ -36,50 +52,88 @@ FileDescriptor lockFolder(const QString& folder) {
     return lock;
 }
 
+/// Removes a locked folder. The lock is removed last and closed before, because FUSE keeps a removed file, and with it
+/// the folder, until it is closed.
+bool removeLocked(const QString& folder, FileDescriptor lock) {
+    const auto all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+    const auto entries = QDir(folder).entryList(all);
+    for (const QString& entry : entries) {
+        if (u'/' + entry != lockName) {
+            removeTree(folder + u'/' + entry);
+        }
+    }
+    lock.close();
+    return removeTree(folder);
+}
+
+void removeStaleOf(const QFileInfo& bundle) {
+    const QDir parent(bundle.absolutePath());
+    const auto folders = parent.entryInfoList({prefix + u'*'}, QDir::Dirs | QDir::Hidden | QDir::NoSymLinks);
+    for (const QFileInfo& entry : folders) {
+        const QString folder = entry.filePath();
+        const QString owner = bundleOf(folder); // empty for the folders of earlier versions
+        const bool isOther = !owner.isEmpty() && owner != bundle.fileName();
+        const bool isAside = QFileInfo::exists(asideIn(folder)) && !parent.exists(owner);
+        if (entry.ownerId() != getuid() || (isOther && !isAside)) {
+            continue;
+        }
+        FileDescriptor lock = lockFolder(folder);
+        if (lock && isAside) {
+            std::ignore = std::rename(QFile::encodeName(asideIn(folder)).constData(),
+                                      QFile::encodeName(parent.filePath(owner)).constData());
+        }
+        if (lock && !isOther) {
+            removeLocked(folder, std::move(lock));
+        }
+    }
+}
+
 } // namespace
 
 std::expected<std::shared_ptr<ScratchFolder>, QString> ScratchFolder::create(const QString& bundle) {
-    QByteArray name = QFile::encodeName(QFileInfo(bundle).absolutePath() + u'/' + prefix + u"XXXXXX"_s);
-    if (!mkdtemp(name.data())) {
-        return std::unexpected(qt_error_string(errno));
-    }
-    const QString path = QFile::decodeName(name);
-    FileDescriptor lock = lockFolder(path);
-    if (!lock) {
-        const QString reason = qt_error_string(errno);
+    const QFileInfo info(bundle);
+    for (int attempt = 1;; ++attempt) {
+        QByteArray name = QFile::encodeName(info.absolutePath() + u'/' + prefix + info.fileName() + u"-XXXXXX"_s);
+        if (!mkdtemp(name.data())) {
+            return std::unexpected(qt_error_string(errno));
+        }
+        const QString path = QFile::decodeName(name);
+        if (FileDescriptor lock = lockFolder(path); lock) {
+            return std::shared_ptr<ScratchFolder>(new ScratchFolder(path, std::move(lock)));
+        }
+        const int reason = errno;
         removeTree(path);
-        return std::unexpected(reason);
+        if ((reason != EWOULDBLOCK && reason != ENOENT) || attempt == attempts) {
+            return std::unexpected(qt_error_string(reason));
+        }
     }
-    return std::shared_ptr<ScratchFolder>(new ScratchFolder(path, std::move(lock)));
 }
 
 QCoro::Task<> ScratchFolder::removeStale(QString bundle, std::stop_token stop) {
-    std::function<bool(std::stop_token)> work = [parent =
-                                                     QDir(QFileInfo(bundle).absolutePath())](const std::stop_token&) {
-        const auto folders = parent.entryInfoList({prefix + u'*'}, QDir::Dirs | QDir::Hidden | QDir::NoSymLinks);
-        for (const QFileInfo& folder : folders) {
-            if (folder.ownerId() != getuid()) {
-                continue;
-            }
-            if (const FileDescriptor lock = lockFolder(folder.filePath()); lock) {
-                removeTree(folder.filePath());
-            }
-        }
+    std::function<bool(std::stop_token)> work = [info = QFileInfo(QDir::cleanPath(bundle))](const std::stop_token&) {
+        removeStaleOf(info);
         return true;
     };
     co_await inBackground<bool>(std::move(work), std::move(stop));
 }
 
 QCoro::Task<> ScratchFolder::remove(std::stop_token stop) {
-    std::function<bool(std::stop_token)> work = [path = std::exchange(m_path, {})](const std::stop_token&) {
-        return removeTree(path);
+    const auto lock = std::make_shared<FileDescriptor>(std::move(m_lock));
+    std::function<bool(std::stop_token)> work = [path = std::exchange(m_path, {}), lock](const std::stop_token&) {
+        return removeLocked(path, std::move(*lock));
     };
     co_await inBackground<bool>(std::move(work), std::move(stop));
 }
 
+QString ScratchFolder::asidePath() const {
+    return asideIn(m_path);
+}
+
 ScratchFolder::~ScratchFolder() {
     if (!m_path.isEmpty()) {
-        std::thread([path = m_path] { removeTree(path); }).detach();
+        std::thread([path = m_path, lock = std::move(m_lock)]() mutable {
+            removeLocked(path, std::move(lock));
+        }).detach();
     }
 }
 

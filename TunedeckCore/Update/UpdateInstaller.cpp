@@ -120,7 +120,7 @@ QCoro::Task<Result> installFrom(std::shared_ptr<ScratchFolder> scratch, Release 
     // Keeps the scratch folder until it has ended, also when the task is cancelled.
     std::function<Result(std::stop_token)> swap = [scratch, zip, installed, fresh](const std::stop_token&) {
         QFile::remove(zip); // before replace() syncs the volume, so that the archive isn't written out
-        return UpdateInstaller::replace(installed, fresh);
+        return UpdateInstaller::replace(installed, fresh, scratch->asidePath());
     };
     auto swapped = co_await inBackground<Result>(std::move(swap), stop);
     co_return swapped ? *swapped : Result(std::unexpected(UpdateError::other(u"The update was cancelled."_s)));

@@ -3,6 +3,7 @@
 #include "TunedeckBuildId.h"
 #include "TunedeckCore/Locations/BundlePaths.h"
 #include "TunedeckCore/Support/Text/Time.h"
+#include "TunedeckCore/Update/ScratchFolder.h"
 #include "TunedeckMenu/Model/UpdateServices.h"
 
 #include <QGuiApplication>
@@ -58,7 +59,8 @@ MenuServices makeMenuServices(Platform& platform, Clock& clock, const SystemFact
 } // namespace
 
 Application::Application(Clock& clock, const SystemFacts& facts)
-    : m_platform(createPlatform(facts))
+    : m_bundle(facts.bundle)
+    , m_platform(createPlatform(facts))
     , m_loader(m_platform->notifications(), panelLoaderOptions(facts.bundle, m_platform->relauncher()))
     , m_delegate(makeMenuServices(*m_platform, clock, facts, m_defaults), {.statusItem = m_platform->statusItem(),
                                                                            .notifications = m_platform->notifications(),
@@ -73,6 +75,7 @@ Application::~Application() = default;
 
 void Application::launch() {
     m_delegate.launch();
+    spawn(ScratchFolder::removeStale(m_bundle, m_scope.token())); // FUSE keeps a replaced program until it has exited
     watchScreens();
     m_platform->reopenListener().start();
 }

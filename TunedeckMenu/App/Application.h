@@ -1,12 +1,14 @@
 #pragma once
 
 #include "TunedeckCore/Support/Async/Clock.h"
+#include "TunedeckCore/Support/Async/TaskScope.h"
 #include "TunedeckMenu/App/AppDelegate.h"
 #include "TunedeckMenu/Platform/Platform.h"
 #include "TunedeckMenu/Platform/SystemFacts.h"
 #include "TunedeckMenu/Windows/PanelLoader.h"
 
 #include <QSettings>
+#include <QString>
 
 #include <memory>
 
@@ -27,10 +29,12 @@ public:
 private:
     void watchScreens();
 
+    QString m_bundle;
     std::unique_ptr<Platform> m_platform;
     QSettings m_defaults;
     PanelLoader m_loader;
     AppDelegate m_delegate;
+    TaskScope m_scope;
 };
 
 } // namespace tunedeck

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <system_error>
+#include <vector>
 
 namespace tunedeck {
 
@@ -11,28 +12,28 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Makes a folder and its subfolders readable and writable, so that their contents can be removed.
-void makeAccessible(const fs::path& folder) {
-    std::error_code ignored;
-    if (fs::is_directory(fs::symlink_status(folder, ignored))) {
-        fs::permissions(folder, fs::perms::owner_all, fs::perm_options::add, ignored);
-        for (fs::directory_iterator entry(folder, ignored), end; !ignored && entry != end; entry.increment(ignored)) {
-            makeAccessible(entry->path());
+/// Not fs::remove_all(), which never returns where a removed file appears again under another name, as an open one does
+/// on FUSE.
+bool removeTree(const fs::path& path) {
+    std::error_code error;
+    if (fs::is_directory(fs::symlink_status(path, error))) {
+        fs::permissions(path, fs::perms::owner_all, fs::perm_options::add, error); // else its contents can't be removed
+        std::vector<fs::path> entries;
+        for (fs::directory_iterator entry(path, error), end; !error && entry != end; entry.increment(error)) {
+            entries.push_back(entry->path());
+        }
+        for (const auto& entry : entries) {
+            removeTree(entry);
         }
     }
+    fs::remove(path, error);
+    return !error;
 }
 
 } // namespace
 
 bool removeTree(const QString& path) {
-    const fs::path tree(QFile::encodeName(path).toStdString());
-    std::error_code error;
-    fs::remove_all(tree, error);
-    if (error) {
-        makeAccessible(tree);
-        fs::remove_all(tree, error);
-    }
-    return !error;
+    return removeTree(fs::path(QFile::encodeName(path).toStdString()));
 }
 
 } // namespace tunedeck
