@@ -25,9 +25,9 @@ std::optional<Options> Options::parse(const std::vector<std::string>& words) {
     options.operands.assign(words.begin() + (isFetch && count == 5 ? 4 : 2), words.end());
     const bool isValid =
         isFetch ? count == 5 && parseNumber(words[2], options.limit) && parseNumber(words[3], options.timeout)
-                : ((options.subcommand == "verify" && (count == 3 || count == 5)) ||
-                   (options.subcommand == "unpack" && count == 6)) &&
-                      words[2].starts_with('/');
+        : options.subcommand == "unpack" ? count == 6 && words[2].starts_with('/')
+        : options.subcommand == "verify" ? count == 4 || (count == 3 && words[2].starts_with('/'))
+                                         : false;
     return isValid ? std::optional(options) : std::nullopt;
 }
 

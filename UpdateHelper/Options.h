@@ -12,7 +12,8 @@ namespace tunedeck::helper {
 /// The command line, with the process id of the application as PARENT and absolute paths:
 ///
 ///     fetch PARENT BYTES SECONDS URL
-///     verify PARENT FILE [SIGNATURE-FILE KEY]
+///     verify PARENT FILE
+///     verify PARENT KEY SIGNATURE-BYTES
 ///     unpack PARENT ARCHIVE FOLDER IDENTIFIER VERSION
 struct Options {
     std::string subcommand;

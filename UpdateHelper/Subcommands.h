@@ -19,7 +19,8 @@ using Outcome = std::expected<QString, UpdateError>;
 /// Follows up to ten redirects, but never from https to http. Uses neither caches nor cookies.
 Outcome fetch(const Options& options);
 
-/// Returns the SHA-256 of a file, or checks the signature of a file (checksum error).
+/// Returns the SHA-256 of a file, or checks the update feed on standard input, which follows its signature (checksum
+/// error).
 Outcome verify(const Options& options);
 
 /// Unpacks an archive into a folder, validates the application in it, and returns its name.

@@ -1,4 +1,4 @@
-#include "TunedeckCore/Support/Files/AtomicFile.h"
+#include "TunedeckCore/Support/Files/FileDescriptor.h"
 #include "TunedeckCore/Update/Confined/UpdateSteps.h"
 #include "TunedeckCore/Update/UpdateFeed.h"
 #include "UpdateHelper/Subcommands.h"
@@ -7,10 +7,25 @@
 #include <QStringDecoder>
 
 #include <openssl/crypto.h>
+#include <unistd.h>
+
+#include <array>
 
 namespace tunedeck::helper {
 
 namespace {
+
+constexpr qsizetype inputLimit = 4 * 1024 * 1024; // more than the application sends
+
+QByteArray readInput() {
+    QByteArray input;
+    std::array<char, 64 * 1024> part{};
+    ssize_t count = 0;
+    while (input.size() <= inputLimit && (count = readSome(STDIN_FILENO, part.data(), part.size())) > 0) {
+        input.append(part.data(), count);
+    }
+    return input;
+}
 
 /// Decodes UTF-8 with invalid sequences replaced. Keeps a byte order mark, which must not count as white space.
 QString decodeText(const QByteArray& bytes) {
@@ -22,16 +37,13 @@ QString decodeText(const QByteArray& bytes) {
 
 Outcome verify(const Options& options) {
     OPENSSL_init_crypto(OPENSSL_INIT_NO_LOAD_CONFIG, nullptr); // which can't be read
-    const QString file = QFile::decodeName(options.operands[0].c_str());
-    if (options.operands.size() == 1) {
-        return UpdateInstaller::sha256Hex(file);
+    const auto& operands = options.operands;
+    if (operands.size() == 1) {
+        return UpdateInstaller::sha256Hex(QFile::decodeName(operands[0].c_str()));
     }
-    const auto bytes = readFile(file);
-    const auto signature = readFile(QFile::decodeName(options.operands[1].c_str()));
-    if (!bytes || !signature) {
-        return std::unexpected(UpdateError::other(QStringLiteral("The update feed can't be read.")));
-    }
-    if (!UpdateFeed::verify(*bytes, decodeText(*signature), QString::fromStdString(options.operands[2]))) {
+    const auto size = QByteArray::fromStdString(operands[1]).toLongLong();
+    const QByteArray input = readInput();
+    if (!UpdateFeed::verify(input.mid(size), decodeText(input.left(size)), QString::fromStdString(operands[0]))) {
         return std::unexpected(UpdateError{.kind = UpdateError::Kind::checksum});
     }
     return {};

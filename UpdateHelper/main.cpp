@@ -27,8 +27,8 @@ Outcome run(const Options& options) {
         permissions.files = {operands[0]};
         permissions.folder = operands[1];
         permissions.fileSize = ArchiveLimits().bytes;
-    } else if (!isFetch) {
-        permissions.files.assign(operands.begin(), operands.begin() + (operands.size() == 1 ? 1 : 2));
+    } else if (!isFetch && operands.size() == 1) {
+        permissions.files = operands;
     }
     try {
         if (const auto confined = confine(options.parent, permissions); !confined) {

@@ -98,6 +98,14 @@ TEST_F(UpdateFeedTest, RejectsFeedsWithoutAValidSignature) {
     EXPECT_EQ(check(), failed("The helper program /bin/false ended unexpectedly."));
 }
 
+TEST_F(UpdateFeedTest, WritesNoFilesThatAKilledCheckWouldLeave) {
+    publish(goodFeed);
+    const auto folder = qgetenv("TMPDIR");
+    qputenv("TMPDIR", "/nonexistent");
+    EXPECT_TRUE(std::holds_alternative<UpdateCheck::Available>(check().value));
+    folder.isEmpty() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", folder);
+}
+
 TEST_F(UpdateFeedTest, A404MeansUpToDateAndOtherFailuresAreReported) {
     EXPECT_EQ(check(), upToDate) << "no feed";
     publish(goodFeed);

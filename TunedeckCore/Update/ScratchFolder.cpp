@@ -17,7 +17,6 @@
 #include <cstdlib>
 #include <functional>
 #include <thread>
-#include <tuple>
 
 using namespace Qt::StringLiterals;
 
@@ -26,6 +25,7 @@ namespace tunedeck {
 namespace {
 
 const QString prefix = u".tunedeck-update-"_s; // followed by the bundle's name, "-" and random characters
+const QString doomedSuffix = u".removed"_s;
 const QString lockName = u"/lock"_s;
 constexpr int attempts = 10;
 
@@ -39,11 +39,15 @@ QString asideIn(const QString& folder) {
     return folder + u'/' + bundleOf(folder) + u".old"_s;
 }
 
+bool rename(const QString& from, const QString& to) {
+    return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
+}
+
 /// Locks the folder. The result is closed, with errno set, if another process holds the lock or on failure.
 FileDescriptor lockFolder(const QString& folder) {
     const QByteArray path = QFile::encodeName(folder + lockName);
     FileDescriptor lock(open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
-    // The file is missing if removeStale() in another process took the folder first.
+    // The file is missing if removeStale() in another process has taken the folder.
     if (lock && (flock(lock.get(), LOCK_EX | LOCK_NB) != 0 || access(path.constData(), F_OK) != 0)) {
         const int reason = errno;
         lock.close();
@@ -66,6 +70,15 @@ bool removeLocked(const QString& folder, FileDescriptor lock) {
     return removeTree(folder);
 }
 
+/// Removes the locked folder of a killed update. Renames it first: its creator may still be about to lock it, which
+/// then fails.
+void removeStaleFolder(const QString& folder, FileDescriptor lock) {
+    const QString doomed = folder.endsWith(doomedSuffix) ? folder : folder + doomedSuffix;
+    if (rename(folder, doomed)) {
+        removeLocked(doomed, std::move(lock));
+    }
+}
+
 void removeStaleOf(const QFileInfo& bundle) {
     const QDir parent(bundle.absolutePath());
     const auto folders = parent.entryInfoList({prefix + u'*'}, QDir::Dirs | QDir::Hidden | QDir::NoSymLinks);
@@ -79,11 +92,10 @@ void removeStaleOf(const QFileInfo& bundle) {
         }
         FileDescriptor lock = lockFolder(folder);
         if (lock && isAside) {
-            std::ignore = std::rename(QFile::encodeName(asideIn(folder)).constData(),
-                                      QFile::encodeName(parent.filePath(owner)).constData());
+            rename(asideIn(folder), parent.filePath(owner));
         }
         if (lock && !isOther) {
-            removeLocked(folder, std::move(lock));
+            removeStaleFolder(folder, std::move(lock));
         }
     }
 }

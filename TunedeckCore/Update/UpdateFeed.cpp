@@ -4,8 +4,6 @@
 #include "TunedeckCore/Support/Async/HelperProgram.h"
 #include "TunedeckCore/Update/SemVer.h"
 
-#include <QTemporaryFile>
-
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -36,15 +34,10 @@ QCoro::Task<std::expected<UpdateFeed::Fetched, UpdateError>> fetchWith(Downloade
 /// Verifies the signature in the helper; both texts as they were fetched.
 QCoro::Task<std::expected<bool, UpdateError>> isSignedBy(QString helper, QByteArray bytes, QByteArray signature,
                                                          QString publicKey, std::stop_token stop) {
-    QTemporaryFile feedFile;
-    QTemporaryFile signatureFile;
-    for (const auto& [file, content] : {std::pair(&feedFile, bytes), std::pair(&signatureFile, signature)}) {
-        if (!file->open() || file->write(content) != content.size() || !file->flush()) {
-            co_return std::unexpected(UpdateError::other(file->errorString()));
-        }
-    }
+    // Through a pipe, because a file would stay if this process were killed.
     HelperRequest request{.subcommand = u"verify"_s,
-                          .operands = {feedFile.fileName(), signatureFile.fileName(), publicKey}};
+                          .operands = {publicKey, QString::number(signature.size())},
+                          .input = signature + bytes};
     const auto ended = co_await runHelper(helper, request, stop);
     if (!ended || ended->status == HelperStatus::Failed) {
         co_return std::unexpected(UpdateError::other(ended ? ended->text : ended.error()));

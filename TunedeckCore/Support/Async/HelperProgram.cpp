@@ -49,6 +49,7 @@ QCoro::Task<std::expected<HelperResult, QString>> runHelper(QString program, Hel
         .program = program,
         .arguments =
             QStringList{request.subcommand, QString::number(QCoreApplication::applicationPid())} + request.operands,
+        .input = request.input,
         .onOutput = request.onOutput,
         .onError =
             [reports](const QByteArray& part) {

@@ -32,6 +32,7 @@ struct HelperResult {
 struct HelperRequest {
     QString subcommand;
     QStringList operands;
+    QByteArray input = {}; ///< standard input
     std::chrono::milliseconds timeLimit = std::chrono::minutes(5);
     ProcessRequest::Receiver onOutput = {}; ///< receives standard output
     /// Receives the words of each line "progress …".

@@ -64,8 +64,10 @@ void isolate(QProcess& process, const QString& folder) {
     });
 }
 
-void discardStreams(QProcess& process, bool keepOutput, bool keepError) {
-    process.setStandardInputFile(QProcess::nullDevice());
+void discardStreams(QProcess& process, bool keepInput, bool keepOutput, bool keepError) {
+    if (!keepInput) {
+        process.setStandardInputFile(QProcess::nullDevice());
+    }
     if (!keepOutput) {
         process.setStandardOutputFile(QProcess::nullDevice());
     }
@@ -89,7 +91,8 @@ QCoro::Task<std::expected<ProcessResult, QString>> runProcess(ProcessRequest req
     if (!request.isolatedIn.isEmpty()) {
         isolate(*process, request.isolatedIn);
     }
-    discardStreams(*process, request.keepOutput || request.onOutput, static_cast<bool>(request.onError));
+    discardStreams(*process, !request.input.isEmpty(), request.keepOutput || request.onOutput,
+                   static_cast<bool>(request.onError));
     const auto deliver = [&](const ProcessRequest::Receiver& receiver, const QByteArray& bytes) {
         if (killed.isEmpty() && !receiver(bytes)) {
             killed = u"The program's output was rejected."_s;
@@ -123,7 +126,11 @@ QCoro::Task<std::expected<ProcessResult, QString>> runProcess(ProcessRequest req
             wait.wake();
         }
     });
-    process->start(request.program, request.arguments, QIODevice::ReadOnly);
+    process->start(request.program, request.arguments);
+    if (!request.input.isEmpty()) {
+        process->write(request.input);
+        process->closeWriteChannel();
+    }
     group.leader = request.isolatedIn.isEmpty() ? 0 : static_cast<pid_t>(process->processId());
     if (!co_await wait.next()) {
         co_return stopped();
@@ -142,7 +149,7 @@ bool startDetached(const QString& program, const QStringList& arguments) {
     QProcess process;
     process.setProgram(program);
     process.setArguments(arguments);
-    discardStreams(process, false, false);
+    discardStreams(process, false, false, false);
     return process.startDetached();
 }
 

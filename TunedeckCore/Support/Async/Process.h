@@ -20,6 +20,7 @@ struct ProcessResult {
 struct ProcessRequest {
     QString program;
     QStringList arguments;
+    QByteArray input = {};            ///< standard input; the null device if empty
     bool keepOutput = false;          ///< else standard output is discarded
     qint64 outputLimit = 1024 * 1024; ///< bytes of output kept
     /// Receives standard output or error in parts; false kills the program.
@@ -33,7 +34,7 @@ struct ProcessRequest {
 };
 
 /// Runs a program until it exits. Fails with a message if it can't be started or is killed by a receiver or the time
-/// limit; stopping the token kills it as well. Standard input is the null device.
+/// limit; stopping the token kills it as well.
 QCoro::Task<std::expected<ProcessResult, QString>> runProcess(ProcessRequest request, std::stop_token stop);
 
 /// Starts a program in its own session that outlives this one, with its streams on the null device. False if it can't
