@@ -101,7 +101,7 @@ TEST_F(UpdateFeedTest, RejectsFeedsWithoutAValidSignature) {
 TEST_F(UpdateFeedTest, WritesNoFilesThatAKilledCheckWouldLeave) {
     publish(goodFeed);
     const auto folder = qgetenv("TMPDIR");
-    qputenv("TMPDIR", "/nonexistent");
+    qputenv("TMPDIR", "/proc/self"); // where nobody can create files
     EXPECT_TRUE(std::holds_alternative<UpdateCheck::Available>(check().value));
     folder.isEmpty() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", folder);
 }
