@@ -3,12 +3,12 @@
 #include "TunedeckCore/Support/Async/Wait.h"
 #include "TunedeckCore/Support/Files/FileDescriptor.h"
 #include "TunedeckCore/Support/Http/HttpReplyReader.h"
+#include "TunedeckCore/Support/Http/StreamSocket.h"
 
 #include <QSocketNotifier>
 #include <QTimer>
 
 #include <arpa/inet.h>
-#include <fcntl.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 
@@ -57,14 +57,6 @@ std::optional<Peer> peerOf(const QUrl& url) {
         return peer;
     }
     return std::nullopt;
-}
-
-/// A non-blocking socket that child processes don't inherit.
-FileDescriptor streamSocket(int family) {
-    FileDescriptor opened(socket(family, SOCK_STREAM, 0));
-    const bool isReady =
-        opened && fcntl(opened.get(), F_SETFD, FD_CLOEXEC) == 0 && fcntl(opened.get(), F_SETFL, O_NONBLOCK) == 0;
-    return isReady ? std::move(opened) : FileDescriptor();
 }
 
 /// The bytes of a request.
@@ -140,8 +132,7 @@ private:
     /// A failure only ends the sending: a peer may reply and close before it has read the whole request.
     void sendSome() {
         while (!m_unsent.isEmpty()) {
-            const auto sent =
-                send(m_socket.get(), m_unsent.constData(), static_cast<std::size_t>(m_unsent.size()), MSG_NOSIGNAL);
+            const auto sent = sendBytes(m_socket.get(), m_unsent);
             if (sent < 0) {
                 if (errno != EAGAIN && errno != EINTR) {
                     m_unsent.clear();
