@@ -1,5 +1,6 @@
 #include "TunedeckCore/Support/Async/Clock.h"
 
+#include "TunedeckCore/Support/Async/UptimeSleep.h"
 #include "TunedeckCore/Support/Async/Wait.h"
 #include "TunedeckCore/Support/Files/FileDescriptor.h"
 
@@ -52,16 +53,8 @@ QCoro::Task<bool> SystemClock::sleepThroughSuspend(std::chrono::milliseconds dur
         QObject::connect(&notifier, &QSocketNotifier::activated, [&wait] { wait.wake(); });
         co_return co_await wait.next();
     }
-    SystemClock clock;
-    do {
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - bootTime());
-        const auto nap = std::clamp(left, 0ms, std::chrono::milliseconds(1min));
-        const bool slept = co_await clock.sleep(nap, stop);
-        if (!slept) {
-            co_return false;
-        }
-    } while (bootTime() < end);
-    co_return true;
+    const bool slept = co_await sleepUntilUptime(end, stop);
+    co_return slept;
 }
 
 } // namespace tunedeck
