@@ -88,7 +88,7 @@ int runCheckup(int& argc, char** argv, const CommandLine& commandLine) {
         [&] {
             return checkupCommand({facts, systemProbe(facts), defaults, clock, commandLine.online}, commandLine.json);
         },
-        &std::quick_exit);
+        &std::_Exit);
 }
 
 /// Replaces Qt's fatal message about a missing display, which ends the process.
