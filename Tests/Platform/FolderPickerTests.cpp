@@ -1,6 +1,6 @@
 #include "Tests/Helpers/Test.h"
-#include "TunedeckMenu/Platform/Linux/Desktop/LinuxFolderPicker.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/LinuxPasteboard.h"
+#include "TunedeckMenu/Platform/QtFolderPicker.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -13,7 +13,7 @@ namespace tunedeck::test {
 
 TEST(FolderPickerTest, CallsBackOnceWithAFolderOrNothing) {
     const QTemporaryDir folder;
-    LinuxFolderPicker picker;
+    QtFolderPicker picker;
     std::vector<std::optional<QString>> answers;
     const auto keep = [&answers](std::optional<QString> answer) { answers.push_back(std::move(answer)); };
     const auto dialog = [] {

@@ -1,6 +1,5 @@
 #include "TunedeckCore/Locations/BundlePaths.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/LinuxAppearanceSource.h"
-#include "TunedeckMenu/Platform/Linux/Desktop/LinuxFolderPicker.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/LinuxLoginItem.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/LinuxPasteboard.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/LinuxWorkspace.h"
@@ -11,6 +10,7 @@
 #include "TunedeckMenu/Platform/Linux/Service/SystemdUserManager.h"
 #include "TunedeckMenu/Platform/Linux/Tray/LinuxStatusItem.h"
 #include "TunedeckMenu/Platform/Platform.h"
+#include "TunedeckMenu/Platform/QtFolderPicker.h"
 
 namespace tunedeck {
 
@@ -49,7 +49,7 @@ private:
     LinuxWorkspace m_workspace;
     LinuxLoginItem m_loginItem;
     LinuxPasteboard m_pasteboard;
-    LinuxFolderPicker m_folderPicker;
+    QtFolderPicker m_folderPicker;
     LinuxRelauncher m_relauncher;
     LinuxReopenListener m_reopenListener;
 };

@@ -1,14 +1,14 @@
-#include "TunedeckMenu/Platform/Linux/Desktop/LinuxFolderPicker.h"
+#include "TunedeckMenu/Platform/QtFolderPicker.h"
 
 #include <utility>
 
 namespace tunedeck {
 
-LinuxFolderPicker::~LinuxFolderPicker() {
+QtFolderPicker::~QtFolderPicker() {
     delete m_dialog;
 }
 
-void LinuxFolderPicker::choose(const QString& title, const QString& prompt, const QString& start,
+void QtFolderPicker::choose(const QString& title, const QString& prompt, const QString& start,
                                std::function<void(std::optional<QString>)> done) {
     m_dialog = new QFileDialog(nullptr, title, start);
     m_dialog->setAttribute(Qt::WA_DeleteOnClose);

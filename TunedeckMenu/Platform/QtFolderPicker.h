@@ -8,9 +8,9 @@
 namespace tunedeck {
 
 /// The desktop's file dialog where Qt supports it, else Qt's own. Doesn't block.
-class LinuxFolderPicker final : public FolderPicker {
+class QtFolderPicker final : public FolderPicker {
 public:
-    ~LinuxFolderPicker() override;
+    ~QtFolderPicker() override;
 
     void choose(const QString& title, const QString& prompt, const QString& start,
                 std::function<void(std::optional<QString>)> done) override;
