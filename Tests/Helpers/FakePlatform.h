@@ -85,9 +85,17 @@ public:
 
 class FakePasteboard final : public Pasteboard {
 public:
-    void setText(const QString& newText) override { text = newText; }
+    void setText(const QString& newText) override {
+        text = newText;
+        isSecret = false;
+    }
+    void setSecret(const QString& newText) override {
+        text = newText;
+        isSecret = true;
+    }
 
     QString text;
+    bool isSecret = false;
 };
 
 /// Answered by the test.

@@ -175,6 +175,7 @@ TEST_F(ActionJourney, SendsOneRequestForADoublePressAndShowsItsNote) {
         expectLine(action, action.done.isEmpty() ? line().value_or(QString()) : action.done);
         EXPECT_FALSE(state().actionError) << qPrintable(*state().actionError);
         EXPECT_EQ(pasteboard.text, action.copied);
+        EXPECT_TRUE(pasteboard.isSecret || action.copied.isEmpty());
         ASSERT_TRUE(comes([this] { return hasText(u"Studio"_s) && hasText(u"iPhone"_s) && hasText(u"Claude"_s); }));
         poll();
         EXPECT_EQ(count(action.route), 1) << action.route.toStdString();

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QMimeData>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -44,6 +45,9 @@ TEST(FolderPickerTest, CallsBackOnceWithAFolderOrNothing) {
 TEST(PasteboardTest, CopiesToTheClipboard) {
     LinuxPasteboard().setText(u"“ü” 音楽"_s);
     EXPECT_EQ(QApplication::clipboard()->text(), u"“ü” 音楽"_s);
+    LinuxPasteboard().setSecret(u"key"_s);
+    EXPECT_EQ(QApplication::clipboard()->text(), u"key"_s);
+    EXPECT_EQ(QApplication::clipboard()->mimeData()->data(u"x-kde-passwordManagerHint"_s), "secret");
 }
 
 } // namespace tunedeck::test

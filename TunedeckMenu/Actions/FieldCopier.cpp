@@ -7,7 +7,7 @@ namespace tunedeck {
 using namespace std::chrono_literals;
 
 void FieldCopier::copy(const QString& text, const QString& key) {
-    m_services.pasteboard.setText(text);
+    m_services.pasteboard.setSecret(text);
     m_feedback.setCopied(key);
     m_scope.restart(); // an earlier copy must not clear this mark
     spawn(clearMark());

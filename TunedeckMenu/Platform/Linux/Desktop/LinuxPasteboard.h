@@ -8,6 +8,7 @@ namespace tunedeck {
 class LinuxPasteboard final : public Pasteboard {
 public:
     void setText(const QString& text) override;
+    void setSecret(const QString& text) override;
 };
 
 } // namespace tunedeck
