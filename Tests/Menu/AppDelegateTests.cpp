@@ -223,6 +223,9 @@ TEST_F(AppDelegateTest, TogglesThePanelAtTheIcon) {
     EXPECT_TRUE(views.shown.popover);
     Q_EMIT item.activated();
     EXPECT_FALSE(views.shown.popover);
+    Q_EMIT item.activated();
+    Q_EMIT item.spaceChanged();
+    EXPECT_FALSE(views.shown.popover);
     appearance.set({.dark = true});
     EXPECT_EQ(views.shown.calls.last(), u"appearance"_s);
     Q_EMIT item.quitRequested();

@@ -75,6 +75,7 @@ void AppDelegate::installStatusItem() {
     connect(&item, &StatusItem::activated, this, &AppDelegate::togglePopover);
     connect(&item, &StatusItem::openRequested, this, &AppDelegate::reopen);
     connect(&item, &StatusItem::quitRequested, this, [this] { m_services.quit(); });
+    connect(&item, &StatusItem::spaceChanged, &m_windows, &WindowController::closePopover);
     connect(&item, &StatusItem::availabilityChanged, this, &AppDelegate::screensChanged);
     m_icon.emplace(m_model, item);
     item.install();

@@ -34,6 +34,8 @@ Q_SIGNALS:
     /// An entry of its menu was selected.
     void openRequested();
     void quitRequested();
+    /// The user switched to another space, where the panel at the icon doesn't belong.
+    void spaceChanged();
     /// The desktop's tray appeared or disappeared.
     void availabilityChanged();
 };

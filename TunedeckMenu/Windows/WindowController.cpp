@@ -78,6 +78,12 @@ void WindowController::togglePopover(const QRect& anchor) {
     }
 }
 
+void WindowController::closePopover() {
+    if (m_views) {
+        m_views->closePopover();
+    }
+}
+
 void WindowController::confirm(const Confirmation& question, std::function<void(bool)> answer) {
     if (auto* shown = views()) {
         shown->confirm(question, std::move(answer));

@@ -42,6 +42,7 @@ public:
     [[nodiscard]] bool hasBeenShown() const { return m_hasBeenShown; }
     /// Opens or closes the panel at the icon. `anchor`: the icon's rectangle on the screen.
     void togglePopover(const QRect& anchor);
+    void closePopover();
     /// Asks a question of the panel.
     void confirm(const Confirmation& question, std::function<void(bool)> answer);
 
