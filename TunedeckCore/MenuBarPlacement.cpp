@@ -20,6 +20,16 @@ QString MenuBarIconVisibility::description() const {
     return u"unknown"_s;
 }
 
+MenuBarPlacement MenuBarPlacement::measured(const QRectF& item, const QRectF& screen, const QRectF& leftOfNotch,
+                                            const QRectF& rightOfNotch) {
+    const auto width = [](const QRectF& area) { return area.isEmpty() ? std::nullopt : std::optional(area.width()); };
+    return {.itemMinX = item.x() - screen.x(),
+            .itemWidth = item.width(),
+            .screenWidth = screen.width(),
+            .leftAreaWidth = width(leftOfNotch),
+            .rightAreaWidth = width(rightOfNotch)};
+}
+
 bool MenuBarPlacement::underNotch() const {
     return leftAreaWidth && rightAreaWidth && *leftAreaWidth < itemMinX + itemWidth &&
            itemMinX < screenWidth - *rightAreaWidth;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDateTime>
+#include <QRectF>
 #include <QString>
 
 #include <expected>
@@ -32,6 +33,11 @@ struct MenuBarPlacement {
     std::optional<double> rightAreaWidth; ///< right of the notch; absent without one
     bool occluded = false;
     bool userHidden = false;
+
+    /// Measures an item's frame in the frame of its screen. The last two are the parts of that screen beside its notch,
+    /// empty without one. All are in points from the same, arbitrary origin.
+    static MenuBarPlacement measured(const QRectF& item, const QRectF& screen, const QRectF& leftOfNotch = {},
+                                     const QRectF& rightOfNotch = {});
 
     [[nodiscard]] bool underNotch() const;
     [[nodiscard]] bool offScreen() const;

@@ -35,6 +35,16 @@ TEST(MenuBarPlacementTest, AnItemIsHiddenBehindTheNotchOffTheScreenOrByTheUser) 
     EXPECT_EQ(MenuBarIconVisibility().description(), u"unknown"_s);
 }
 
+TEST(MenuBarPlacementTest, IsMeasuredFromFramesOnAnyScreen) {
+    const QRectF second(-1512, 200, 1512, 982);
+    const auto beside =
+        MenuBarPlacement::measured({-1200, 1149, 24, 33}, second, {-1512, 1149, 640, 33}, {-640, 1149, 639.5, 33});
+    auto expected = at(312);
+    expected.rightAreaWidth = 639.5;
+    EXPECT_EQ(beside, expected);
+    EXPECT_EQ(MenuBarPlacement::measured({312, 949, 24, 33}, {0, 0, 1512, 982}), at(312, {})) << "without a notch";
+}
+
 TEST(MenuBarPlacementTest, IsWrittenAsSortedJson) {
     const TemporaryHome home;
     const auto path = home.path(u"menu-bar.json"_s);

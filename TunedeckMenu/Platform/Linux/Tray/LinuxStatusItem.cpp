@@ -188,9 +188,7 @@ std::optional<MenuBarPlacement> LinuxStatusItem::placement() const {
     if (!rectangle || !screen) {
         return std::nullopt;
     }
-    return MenuBarPlacement{.itemMinX = static_cast<double>(rectangle->x() - screen->geometry().x()),
-                            .itemWidth = static_cast<double>(rectangle->width()),
-                            .screenWidth = static_cast<double>(screen->geometry().width())};
+    return MenuBarPlacement::measured(*rectangle, screen->geometry());
 }
 
 } // namespace tunedeck
