@@ -36,7 +36,8 @@ protected:
     }
 
     auto begin(std::stop_token stop = {}) {
-        return UpdateInstaller::install(release, installed, QString::fromLatin1(identifier), helper, {}, stop);
+        return UpdateInstaller::install(release, installed, QString::fromLatin1(identifier), helper, {}, stop,
+                                        checkSignature);
     }
 
     /// Description of the error; empty on success.
@@ -58,6 +59,7 @@ protected:
     QString installed = home.path(u"Tunedeck.app"_s);
     Release release;
     QString helper = QStringLiteral(TUNEDECK_UPDATE);
+    SignatureCheck checkSignature = &checkBundleSignature;
 };
 
 } // namespace
@@ -137,6 +139,20 @@ TEST_F(UpdateInstallerTest, RejectsAProgramThatDoesNotRun) {
                        "env | grep -qvE '^(HOME|PWD|OLDPWD|SHLVL|_)=' || echo Tunedeck 1.4.1"),
               QString())
         << "its home is temporary and its environment otherwise empty";
+}
+
+TEST_F(UpdateInstallerTest, ChecksTheSignatureBeforeItRunsTheNewProgram) {
+    auto entries = appEntries("1.4.1", identifier, "new");
+    entries[2].contents = "#!/bin/sh\ntouch '" + home.path(u"has run"_s).toUtf8() + "'\necho Tunedeck 1.4.1";
+    offer(entries);
+    QString checked;
+    checkSignature = [&checked](const QString& bundle) -> std::expected<void, QString> {
+        checked = bundle;
+        return std::unexpected(u"It isn't signed."_s);
+    };
+    EXPECT_EQ(install(), u"It isn't signed.");
+    EXPECT_TRUE(checked.endsWith(u"/unpacked/Tunedeck.app")) << checked.toStdString();
+    EXPECT_TRUE(isUntouched()) << "nothing has run either";
 }
 
 TEST_F(UpdateInstallerTest, AFailingHelperLeavesNothingBehind) {

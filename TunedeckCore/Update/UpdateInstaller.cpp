@@ -26,6 +26,7 @@ namespace tunedeck {
 namespace {
 
 using Result = std::expected<QString, UpdateError>;
+using Signed = std::expected<void, QString>;
 
 constexpr std::int64_t archiveLimit = std::int64_t{1024} * 1024 * 1024;
 constexpr std::chrono::hours archiveTimeout{2};
@@ -35,6 +36,10 @@ const QString archiveName = u"update.zip"_s;
 
 std::unexpected<UpdateError> failure(UpdateError::Kind kind) {
     return std::unexpected(UpdateError{.kind = kind});
+}
+
+Result cancelled() {
+    return std::unexpected(UpdateError::other(u"The update was cancelled."_s));
 }
 
 /// Runs a step on the archive in the helper.
@@ -78,7 +83,8 @@ QCoro::Task<Result> askVersion(QString app, QString home, std::stop_token stop) 
 
 /// All steps but the removal of the scratch folder.
 QCoro::Task<Result> installFrom(std::shared_ptr<ScratchFolder> scratch, Release release, QString installed,
-                                QString bundleID, QString helper, DownloadProgress progress, std::stop_token stop) {
+                                QString bundleID, QString helper, DownloadProgress progress, std::stop_token stop,
+                                SignatureCheck checkSignature) {
     const QUrl url(release.url, QUrl::StrictMode);
     if (!url.isValid() || url.scheme().isEmpty()) {
         co_return failure(UpdateError::Kind::noApp);
@@ -110,6 +116,16 @@ QCoro::Task<Result> installFrom(std::shared_ptr<ScratchFolder> scratch, Release 
         co_return failure(UpdateError::Kind::noApp);
     }
     const QString fresh = unpacked + u'/' + *app;
+    std::function<Signed(std::stop_token)> check = [scratch, fresh, checkSignature](const std::stop_token&) {
+        return checkSignature(fresh);
+    };
+    const auto isSigned = co_await inBackground<Signed>(std::move(check), stop);
+    if (!isSigned) {
+        co_return cancelled();
+    }
+    if (!*isSigned) {
+        co_return std::unexpected(UpdateError::other(isSigned->error()));
+    }
     const auto answer = co_await askVersion(fresh, scratch->filePath(u"home"_s), stop);
     if (!answer) {
         co_return answer;
@@ -123,13 +139,14 @@ QCoro::Task<Result> installFrom(std::shared_ptr<ScratchFolder> scratch, Release 
         return UpdateInstaller::replace(installed, fresh, scratch->asidePath());
     };
     auto swapped = co_await inBackground<Result>(std::move(swap), stop);
-    co_return swapped ? *swapped : Result(std::unexpected(UpdateError::other(u"The update was cancelled."_s)));
+    co_return swapped ? *swapped : cancelled();
 }
 
 } // namespace
 
 QCoro::Task<Result> UpdateInstaller::install(Release release, QString installed, QString bundleID, QString helper,
-                                             DownloadProgress progress, std::stop_token stop) {
+                                             DownloadProgress progress, std::stop_token stop,
+                                             SignatureCheck checkSignature) {
     installed = QDir::cleanPath(installed); // the parent of "a/b/" would be "a/b"
     if (access(QFile::encodeName(QFileInfo(installed).absolutePath()).constData(), W_OK) != 0) {
         co_return failure(UpdateError::Kind::notWritable);
@@ -138,7 +155,8 @@ QCoro::Task<Result> UpdateInstaller::install(Release release, QString installed,
     if (!scratch) {
         co_return std::unexpected(UpdateError::other(scratch.error()));
     }
-    const auto result = co_await installFrom(*scratch, release, installed, bundleID, helper, std::move(progress), stop);
+    const auto result = co_await installFrom(*scratch, release, installed, bundleID, helper, std::move(progress), stop,
+                                             std::move(checkSignature));
     if (!stop.stop_requested()) { // else the swap may still be running
         co_await (*scratch)->remove(stop);
     }

@@ -2,6 +2,7 @@
 
 #include "TunedeckCore/Support/Http/Downloader.h"
 #include "TunedeckCore/Update/Appcast.h"
+#include "TunedeckCore/Update/BundleSignature.h"
 #include "TunedeckCore/Update/UpdateError.h"
 
 #include <QCoroTask>
@@ -17,10 +18,12 @@ namespace tunedeck {
 namespace UpdateInstaller {
 
 /// Downloads, verifies, unpacks, validates and swaps in a release. `installed`: path of the bundle; `bundleID`:
-/// expected identifier of the new one; `helper`: path of the update helper. Returns the path of the new bundle.
+/// expected identifier of the new one; `helper`: path of the update helper; `checkSignature`: runs before the new
+/// program does. Returns the path of the new bundle.
 QCoro::Task<std::expected<QString, UpdateError>> install(Release release, QString installed, QString bundleID,
                                                          QString helper, DownloadProgress progress,
-                                                         std::stop_token stop);
+                                                         std::stop_token stop,
+                                                         SignatureCheck checkSignature = &checkBundleSignature);
 
 } // namespace UpdateInstaller
 
