@@ -22,7 +22,4 @@ struct Permissions {
 /// already died.
 std::expected<void, std::string> confine(pid_t parent, const Permissions& permissions);
 
-/// Version of the kernel's Landlock, which enforces the rights to files, ports and signals; 0 if it has none.
-int landlockVersion();
-
 } // namespace tunedeck::helper

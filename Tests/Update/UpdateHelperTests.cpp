@@ -4,6 +4,7 @@
 #include "TunedeckCore/Support/Async/HelperProgram.h"
 #include "TunedeckCore/Support/Http/Downloader.h"
 #include "UpdateHelper/Confinement.h"
+#include "UpdateHelper/Linux/Landlock.h"
 
 #include <fcntl.h>
 #include <netinet/in.h>

@@ -1,6 +1,7 @@
 #include "UpdateHelper/Confinement.h"
 
 #include "TunedeckCore/Support/Files/FileDescriptor.h"
+#include "UpdateHelper/Linux/Landlock.h"
 
 #include <fcntl.h>
 #include <linux/landlock.h>
