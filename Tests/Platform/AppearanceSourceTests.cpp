@@ -45,6 +45,8 @@ TEST(AppearanceSourceTest, FollowsThePortalOrElseThePalette) {
         EXPECT_TRUE(runUntil([&] { return source.current().reduceMotion == isReduced; })) << value.toStdString();
     }
 
+    portal.change(neutral, u"contrast"_s, 1U);
+    EXPECT_TRUE(runUntil([&] { return source.current().moreContrast; }));
     portal.change(neutral, scheme, 2U);
     EXPECT_TRUE(runUntil([&] { return !source.current().dark; }));
 

@@ -432,6 +432,14 @@ TEST_F(WindowTests, TextHasEnoughContrastInLightAndDark) {
         }
         EXPECT_GE(contrast(colour("accentText"), colour("accentFill")), 4.5);
         EXPECT_GE(contrast(colour("hintText"), colour("hint")), 4.5);
+        const double usual = contrast(colour("controlEdge"), colour("control"));
+        views->setAppearance({.dark = dark, .moreContrast = true});
+        EXPECT_GT(contrast(colour("controlEdge"), colour("control")), std::max(usual, 4.5));
+    }
+    for (const QRgb accent : {0xffffc600, 0xff007aff, 0xff8c8c8c, 0xff757575, 0xff62ba46}) {
+        views->setAppearance({.accent = accent});
+        EXPECT_EQ(colour("accentFill"), QColor(accent));
+        EXPECT_GE(contrast(colour("accentText"), colour("accentFill")), 4.5) << accent;
     }
 }
 

@@ -5,6 +5,7 @@ import Tunedeck.Views
 /// All colours, sizes and durations.
 QtObject {
     readonly property bool dark: SystemStyle.dark
+    readonly property bool moreContrast: SystemStyle.moreContrast
     readonly property bool reduceMotion: SystemStyle.reduceMotion
     readonly property real scale: SystemStyle.textScale
     readonly property string family: SystemStyle.fontFamily
@@ -12,23 +13,23 @@ QtObject {
     // Surfaces.
     readonly property color window: dark ? "#1d1c21" : "#f3f2f6"
     readonly property color card: dark ? "#2a292f" : "#ffffff"
-    readonly property color cardEdge: dark ? "#38373e" : "#e4e2ea"
+    readonly property color cardEdge: moreContrast ? secondary : dark ? "#38373e" : "#e4e2ea"
     readonly property color raised: dark ? "#36353c" : "#ffffff"
-    readonly property color raisedEdge: dark ? "#4a4852" : "#d5d2dd"
+    readonly property color raisedEdge: moreContrast ? secondary : dark ? "#4a4852" : "#d5d2dd"
     readonly property color separator: dark ? "#36353c" : "#e2e0e8"
     readonly property color field: dark ? "#222126" : "#f5f4f8"
     readonly property color control: dark ? "#3d3b44" : "#ffffff"
-    readonly property color controlEdge: dark ? "#54515d" : "#cbc7d5"
+    readonly property color controlEdge: moreContrast ? text : dark ? "#54515d" : "#cbc7d5"
     readonly property color hint: dark ? "#45434d" : "#2c2a33"
     readonly property color hintText: "#ffffff"
 
     // Text and symbols.
     readonly property color text: dark ? "#f4f3f7" : "#1e1c24"
-    readonly property color secondary: dark ? "#aeabb8" : "#625e6e"
+    readonly property color secondary: moreContrast ? text : dark ? "#aeabb8" : "#625e6e"
     readonly property color accent: dark ? "#b8a1ff" : "#6a3cdc"
-    readonly property color accentFill: dark ? "#7a4cf0" : "#6d3ee0"
-    readonly property color accentFillEdge: dark ? "#8b62f5" : "#5e31cc"
-    readonly property color accentText: "#ffffff"
+    readonly property color accentFill: SystemStyle.accentFill
+    readonly property color accentFillEdge: dark ? Qt.lighter(accentFill, 1.1) : Qt.darker(accentFill, 1.1)
+    readonly property color accentText: SystemStyle.accentText
     readonly property color good: dark ? "#5fd38a" : "#107637"
     readonly property color warning: dark ? "#ffb454" : "#945400"
     readonly property color bad: dark ? "#ff8c85" : "#bf2a24"

@@ -29,6 +29,24 @@ void SystemStyle::setAppearance(const Appearance& appearance) {
     }
 }
 
+QColor SystemStyle::accentFill() const {
+    if (m_appearance.accent) {
+        return {*m_appearance.accent};
+    }
+    return m_appearance.dark ? QColor(0x7a, 0x4c, 0xf0) : QColor(0x6d, 0x3e, 0xe0);
+}
+
+QColor SystemStyle::accentText() const {
+    const auto linear = [](float part) {
+        return part <= 0.04045F ? part / 12.92F : std::pow((part + 0.055F) / 1.055F, 2.4F);
+    };
+    const auto fill = accentFill();
+    const auto luminance =
+        0.2126F * linear(fill.redF()) + 0.7152F * linear(fill.greenF()) + 0.0722F * linear(fill.blueF());
+    // Where the contrast with black, (L + 0.05) / 0.05, equals that with white, 1.05 / (L + 0.05).
+    return luminance > 0.1791F ? Qt::black : Qt::white;
+}
+
 bool SystemStyle::eventFilter(QObject* watched, QEvent* event) {
     if (watched == qGuiApp && event->type() == QEvent::ApplicationFontChange) {
         readFont();

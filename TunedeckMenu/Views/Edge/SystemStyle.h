@@ -2,6 +2,7 @@
 
 #include "TunedeckMenu/Panel/Appearance.h"
 
+#include <QColor>
 #include <QIcon>
 #include <QObject>
 #include <QQmlEngine>
@@ -18,6 +19,9 @@ class SystemStyle : public QObject {
     QML_SINGLETON
     Q_PROPERTY(bool dark READ dark NOTIFY appearanceChanged)
     Q_PROPERTY(bool reduceMotion READ reduceMotion NOTIFY appearanceChanged)
+    Q_PROPERTY(bool moreContrast READ moreContrast NOTIFY appearanceChanged)
+    Q_PROPERTY(QColor accentFill READ accentFill NOTIFY appearanceChanged)
+    Q_PROPERTY(QColor accentText READ accentText NOTIFY appearanceChanged)
     Q_PROPERTY(QString fontFamily READ fontFamily NOTIFY fontChanged)
     Q_PROPERTY(double textScale READ textScale NOTIFY fontChanged)
 public:
@@ -27,6 +31,11 @@ public:
 
     [[nodiscard]] bool dark() const { return m_appearance.dark; }
     [[nodiscard]] bool reduceMotion() const { return m_appearance.reduceMotion; }
+    [[nodiscard]] bool moreContrast() const { return m_appearance.moreContrast; }
+    /// The desktop's accent colour, else the application's.
+    [[nodiscard]] QColor accentFill() const;
+    /// Black or white, whichever is more legible on accentFill().
+    [[nodiscard]] QColor accentText() const;
     /// Family of the desktop's interface font; Inter, if installed, when none is configured.
     [[nodiscard]] QString fontFamily() const { return m_family; }
     /// 1 to 1.5: size of the desktop's text relative to the usual one.

@@ -41,7 +41,8 @@ LinuxAppearanceSource::~LinuxAppearanceSource() = default;
 Appearance LinuxAppearanceSource::current() const {
     const bool isPaletteDark = QGuiApplication::palette().color(QPalette::Window).lightness() < 128;
     return {.dark = m_settings.dark.value_or(isPaletteDark),
-            .reduceMotion = m_settings.reducedMotion || m_settings.animationsOff || m_settings.noDuration};
+            .reduceMotion = m_settings.reducedMotion || m_settings.animationsOff || m_settings.noDuration,
+            .moreContrast = m_settings.moreContrast};
 }
 
 void LinuxAppearanceSource::subscribe() {
@@ -84,6 +85,8 @@ void LinuxAppearanceSource::apply(const QString& group, const QString& key, cons
             scheme == preferDark || scheme == preferLight ? std::optional(scheme == preferDark) : std::nullopt;
     } else if (group == appearanceGroup && key == u"reduced-motion") {
         m_settings.reducedMotion = value.toUInt() == 1;
+    } else if (group == appearanceGroup && key == u"contrast") {
+        m_settings.moreContrast = value.toUInt() == 1;
     } else if (group == gnomeGroup && key == u"enable-animations") {
         m_settings.animationsOff = !value.toBool();
     } else if (group == kdeGroup && key == u"AnimationDurationFactor") {

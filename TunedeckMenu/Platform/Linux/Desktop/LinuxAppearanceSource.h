@@ -34,6 +34,7 @@ private:
     struct Settings {
         std::optional<bool> dark;
         bool reducedMotion = false; ///< the setting of all desktops
+        bool moreContrast = false;
         bool animationsOff = false; ///< GNOME's setting
         bool noDuration = false;    ///< KDE's setting
     };
