@@ -112,7 +112,7 @@ void Service::live(const std::stop_token& stop) {
 void Service::save(const State& state) {
     auto saved = writeFile(m_facts.paths.stateFile(), state.text());
     const auto xml = state.jobs.importXml(m_facts.version);
-    if (saved && readFile(m_facts.paths.importXml()) != xml) {
+    if (saved && readFile(m_facts.paths.importXml(), fileLimit) != xml) {
         saved = writeFile(m_facts.paths.importXml(), xml);
     }
     const QString error = saved ? QString() : saved.error();

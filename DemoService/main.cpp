@@ -1,3 +1,4 @@
+#include "DemoService/Files/JsonFile.h"
 #include "DemoService/Scenarios/Scenarios.h"
 #include "DemoService/Service.h"
 #include "TunedeckCore/Support/Files/AtomicFile.h"
@@ -52,7 +53,7 @@ std::expected<Options, QString> readOptions(const QCommandLineParser& parser) {
 /// The state of the last run, unless another scenario is requested or there is none.
 State firstState(const Options& options, const HomePaths& paths, const Log& log) {
     const Moment now = currentMoment();
-    if (const auto text = options.reset ? std::nullopt : readFile(paths.stateFile())) {
+    if (const auto text = options.reset ? std::nullopt : readFile(paths.stateFile(), fileLimit)) {
         auto last = State::fromText(*text);
         if (!last) {
             log.write({Log::Level::Warn, u"tunedeck::service"_s,

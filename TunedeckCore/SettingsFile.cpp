@@ -2,6 +2,7 @@
 
 #include "TunedeckCore/Locations/UserPaths.h"
 #include "TunedeckCore/Support/Files/AtomicFile.h"
+#include "TunedeckCore/Support/Files/Document.h"
 #include "TunedeckCore/Support/Json/Parse.h"
 
 #include <QFileInfo>
@@ -17,7 +18,7 @@ constexpr auto onboardedKey = "onboarded"_L1;
 
 /// Empty if the file can't be read as an object.
 json::Object objectIn(const QString& path) {
-    const auto bytes = readFile(path, json::Limits{}.bytes);
+    const auto bytes = readDocument(path);
     return bytes ? json::parseObject(*bytes).value_or(json::Object()) : json::Object();
 }
 
@@ -29,15 +30,13 @@ SettingsFile SettingsFile::standard() {
 
 std::expected<void, QString> SettingsFile::set(QLatin1StringView key, const std::optional<json::Value>& value) const {
     json::Object object;
-    if (const auto bytes = readFile(url, json::Limits{}.bytes)) {
+    if (const auto bytes = readDocument(url)) {
         auto parsed = json::parseObject(*bytes);
         // Replace a file that isn't a JSON object, but keep one that only exceeds our limits: it may be valid.
         if (!parsed && parsed.error().beyondLimits) {
             return std::unexpected(u"%1 was left as it is: %2."_s.arg(url, parsed.error().reason));
         }
         object = parsed ? std::move(*parsed) : json::Object();
-    } else if (QFileInfo(url).size() > json::Limits{}.bytes) {
-        return std::unexpected(u"%1 was left as it is: it is too large for a settings file."_s.arg(url));
     }
     if (value) {
         object.set(key, *value);

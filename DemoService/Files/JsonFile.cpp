@@ -13,7 +13,7 @@ json::Object readObject(const QString& path) {
 
 std::expected<void, QString> writeFile(const QString& path, const QByteArray& bytes) {
     const auto folder = createFolder(QFileInfo(path).path());
-    return folder ? writeFileAtomically(path, bytes) : folder;
+    return folder ? writeFileAtomically(path, bytes, fileLimit) : folder;
 }
 
 } // namespace tunedeck::demo

@@ -1,8 +1,10 @@
 #include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Locations/Paths.h"
 #include "TunedeckCore/SettingsFile.h"
+#include "TunedeckCore/UserDefaults.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <sys/stat.h>
 
@@ -63,8 +65,7 @@ TEST_F(Settings, KeepOtherKeysUnchanged) {
 TEST_F(Settings, KeepAFileBeyondTheLimits) {
     const QByteArray deep = "{\"a\":" + QByteArray(512, '[') + QByteArray(512, ']') + "}";
     const QByteArray number = "{\"a\":1" + QByteArray(400, '0') + "}";
-    for (const QByteArray& content :
-         {deep, number, QByteArray("{\"a\":\"" + QByteArray(17 * 1024 * 1024, 'x') + "\"}")}) {
+    for (const QByteArray& content : {deep, number, QByteArray("{\"a\":\"" + QByteArray(1024 * 1024, 'x') + "\"}")}) {
         home.write(relative, content);
         const auto result = file.setOnboarded(true);
         ASSERT_FALSE(result);
@@ -78,6 +79,28 @@ TEST_F(Settings, ReportAnUnwritablePathWithoutBlocking) {
     ASSERT_EQ(::mkfifo(QFile::encodeName(pipe.url).constData(), 0600), 0);
     EXPECT_EQ(pipe.downloadDir(), std::nullopt);
     EXPECT_FALSE(pipe.setDownloadDir(u"/m"_s));
+}
+
+TEST(UserDefaults, AreReadAndWrittenInARegularFileOnly) {
+    const TemporaryHome home;
+    const UserDefaults defaults(home.path(u"folder/defaults"_s));
+    defaults.setValue(u"a key"_s, u"2026-11-22T10:00:00Z"_s);
+    EXPECT_EQ(defaults.value(u"a key"_s), u"2026-11-22T10:00:00Z");
+    QFile::link(home.path(u"folder/defaults"_s), home.path(u"link"_s));
+    const UserDefaults linked(home.path(u"link"_s));
+    linked.setValue(u"b"_s, u"1"_s);
+    EXPECT_EQ(home.read(u"folder/defaults"_s), "[General]\na%20key=2026-11-22T10:00:00Z\nb=1\n");
+    EXPECT_TRUE(QFileInfo(home.path(u"link"_s)).isSymLink());
+
+    ASSERT_EQ(::mkfifo(QFile::encodeName(home.path(u"fifo"_s)).constData(), 0600), 0);
+    QFile(home.write(u"large"_s, "[General]\nb=1\n")).resize(qint64{30} * 1024 * 1024 * 1024);
+    QFile::link(home.path(u"fifo"_s), home.path(u"link to it"_s));
+    for (const auto& name : {u"fifo"_s, u"large"_s, u"link to it"_s}) {
+        const UserDefaults refused(home.path(name));
+        refused.setValue(u"b"_s, u"2"_s);
+        EXPECT_EQ(refused.value(u"b"_s), QString()) << name.toStdString();
+    }
+    EXPECT_EQ(QFileInfo(home.path(u"large"_s)).size(), qint64{30} * 1024 * 1024 * 1024);
 }
 
 TEST(Paths, AreAbbreviatedOnlyBelowTheHomeFolder) {

@@ -80,7 +80,7 @@ protected:
     FakeNotificationCenter center;
     FakeAppearanceSource appearance;
     FakeViewsSource views;
-    QSettings defaults{home.path(u"defaults.ini"_s), QSettings::IniFormat};
+    UserDefaults defaults{home.path(u"defaults.ini"_s)};
     std::unique_ptr<AppDelegate> delegate;
 };
 
@@ -96,7 +96,7 @@ TEST_F(AppDelegateTest, ShowsTheIconFirstAndKeepsItsPreferredPosition) {
     EXPECT_EQ(item.installs, 1);
     EXPECT_EQ(item.symbol, normal);
     EXPECT_EQ(item.toolTip, u"Tunedeck"_s);
-    EXPECT_EQ(defaults.value(positionKey), 220);
+    EXPECT_EQ(defaults.value(positionKey), u"220");
     EXPECT_EQ(center.starts, 1);
     EXPECT_EQ(views.asked, 0) << "the windows are loaded on demand";
     clock.advance(1s);
@@ -111,10 +111,10 @@ TEST_F(AppDelegateTest, ShowsTheIconFirstAndKeepsItsPreferredPosition) {
     clock.advance(1ms);
     EXPECT_NE(measured(), before);
 
-    defaults.setValue(positionKey, 7);
+    defaults.setValue(positionKey, u"7"_s);
     delegate.reset();
     launch();
-    EXPECT_EQ(defaults.value(positionKey), 7);
+    EXPECT_EQ(defaults.value(positionKey), u"7");
 }
 
 TEST_F(AppDelegateTest, WaitsTwentySecondsForTheServiceBeforeTheIconWarns) {

@@ -1,3 +1,4 @@
+import os
 import pathlib
 import shutil
 import signal
@@ -23,6 +24,24 @@ class StartUpJourney(Journey):
         server = web.Server()
         server.stop()
         self.use_service(server)
+
+    def test_starts_with_files_that_are_something_else(self):
+        defaults, report = self.home / ".config/Brightfold/Tunedeck.conf", self.home / ".tunedeck/menu-bar.json"
+        pipe = self.folder / "pipe"
+        os.mkfifo(pipe)
+        defaults.parent.mkdir(parents=True)
+        report.symlink_to(pipe)
+        for create in (lambda: os.mkfifo(defaults), lambda: defaults.symlink_to(pipe),
+                       lambda: (defaults.touch(), os.truncate(defaults, 30 * 1024 ** 3))):
+            defaults.unlink(missing_ok=True)
+            create()
+            self.start()
+            self.opens_with("Version 1.4.0")
+            self.quit()
+            self.assertEqual(self.run_program("--checkup").returncode, 1)
+        self.assertEqual(defaults.stat().st_size, 30 * 1024 ** 3)
+        self.assertTrue(pipe.is_fifo())
+        self.assertTrue(report.is_symlink())
 
     def test_terminates_within_half_a_second_in_every_step(self):
         steps = (  # reply to the status, the request after which it is terminated, whether the window is open

@@ -10,6 +10,7 @@
 
 #include <sys/fsuid.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace tunedeck::test {
 namespace {
@@ -44,28 +45,58 @@ TEST_F(AtomicFileTest, ReplacesTheWholeFileAndKeepsItsMode) {
     EXPECT_EQ(names(m_home.path()), QStringList(u"file"_s));
 }
 
-TEST_F(AtomicFileTest, FollowsLinksAlsoToWhatIsNotThereYet) {
-    QDir(m_home.path()).mkpath(u"other"_s);
+TEST_F(AtomicFileTest, FollowsLinksToRegularFilesOfTheUser) {
+    m_home.write(u"other/real"_s, "old");
     const auto link = m_home.path(u"link"_s);
     ASSERT_TRUE(QFile::link(u"other/real"_s, link) && QFile::link(link, m_path));
-    for (const auto* text : {"new", "newer"}) {
-        ASSERT_TRUE(writeFileAtomically(m_path, text));
-        EXPECT_EQ(m_home.read(u"other/real"_s), text);
-        EXPECT_TRUE(QFileInfo(link).isSymLink() && QFileInfo(m_path).isSymLink());
-    }
-    ASSERT_TRUE(QFile::link(u"circle"_s, m_home.path(u"circle"_s)));
-    EXPECT_FALSE(writeFileAtomically(m_home.path(u"circle"_s), "text"));
+    ASSERT_TRUE(writeFileAtomically(m_path, "new"));
+    EXPECT_EQ(m_home.read(u"other/real"_s), "new");
+    EXPECT_EQ(readDocument(m_path), QByteArray("new"));
+    EXPECT_TRUE(QFileInfo(link).isSymLink() && QFileInfo(m_path).isSymLink());
 }
 
-TEST_F(AtomicFileTest, FoldersAndFifosAreRefusedWithoutWaiting) {
-    ASSERT_EQ(::mkfifo(QFile::encodeName(m_path).constData(), 0600), 0);
-    EXPECT_EQ(readFile(m_path), std::nullopt);
-    EXPECT_FALSE(writeFileAtomically(m_path, "text"));
+TEST_F(AtomicFileTest, RefusesEverythingElseWithoutWaiting) {
+    const auto foreign = m_home.write(u"foreign"_s, "text");
+    const bool isForeign = ::chown(QFile::encodeName(foreign).constData(), 65534, 65534) == 0; // needs root
+    QFile(m_home.write(u"large"_s, {})).resize(documentLimit + 1);
+    ASSERT_EQ(::mkfifo(QFile::encodeName(m_home.path(u"fifo"_s)).constData(), 0600), 0);
+    const QString link = m_home.path(u"link"_s);
+    for (const auto& [target, problem] : std::initializer_list<std::pair<QString, QString>>{
+             {m_home.path(u"fifo"_s), u"something that isn't a regular file"_s},
+             {u"missing"_s, u"a missing file"_s},
+             {u"link"_s, u"a missing file"_s},
+             {isForeign ? foreign : u"/etc/passwd"_s, u"another user's file"_s}}) {
+        ASSERT_TRUE(QFile::link(target, link));
+        EXPECT_EQ(readDocument(link), std::nullopt) << target.toStdString();
+        EXPECT_EQ(writeFileAtomically(link, "text"),
+                  std::unexpected(link + u" was left as it is: it is a link to "_s + problem + u'.'));
+        EXPECT_EQ(QFile::symLinkTarget(link), QDir(m_home.path()).filePath(target));
+        QFile::remove(link);
+    }
+    for (const auto& [name, problem] : std::initializer_list<std::pair<QString, QString>>{
+             {u"fifo"_s, u"it isn't a regular file"_s}, {u"large"_s, u"it is too large"_s}}) {
+        EXPECT_EQ(readDocument(m_home.path(name)), std::nullopt) << name.toStdString();
+        EXPECT_EQ(writeFileAtomically(m_home.path(name), "text"),
+                  std::unexpected(m_home.path(name) + u" was left as it is: "_s + problem + u'.'));
+    }
+    EXPECT_EQ(writeFileAtomically(m_home.path(), "text"), std::unexpected(m_home.path() + u": Is a directory"_s));
+    EXPECT_EQ(readFile(m_home.path(u"fifo"_s)), std::nullopt);
     EXPECT_EQ(readFile(m_home.path()), std::nullopt);
-    const std::expected<void, QString> isFolder = std::unexpected(m_home.path() + u": Is a directory"_s);
-    EXPECT_EQ(writeFileAtomically(m_home.path(), "text"), isFolder);
     EXPECT_FALSE(writeFileAtomically(m_home.path(u"missing/file"_s), "text"));
-    EXPECT_EQ(names(m_home.path()), QStringList(u"file"_s));
+    EXPECT_EQ(names(m_home.path()), QStringList({u"fifo"_s, u"foreign"_s, u"large"_s}));
+}
+
+TEST_F(AtomicFileTest, AnIgnoredDocumentIsLoggedOnce) {
+    static int lines = 0;
+    const auto handler = qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& line) {
+        lines += line.endsWith(u"is ignored: it isn't a regular file"_s) ? 1 : 0;
+    });
+    readDocument(m_path);
+    QDir().mkdir(m_path);
+    readDocument(m_path);
+    readDocument(m_path);
+    qInstallMessageHandler(handler);
+    EXPECT_EQ(lines, 1);
 }
 
 TEST_F(AtomicFileTest, ReadsUpToItsLimitAndFilesWithoutASize) {

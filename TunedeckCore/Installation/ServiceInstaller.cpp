@@ -1,6 +1,7 @@
 #include "TunedeckCore/Installation/ServiceInstaller.h"
 
 #include "TunedeckCore/Support/Files/AtomicFile.h"
+#include "TunedeckCore/Support/Files/Document.h"
 #include "TunedeckCore/Support/Files/FileCopy.h"
 
 #include <QFile>
@@ -114,7 +115,7 @@ std::expected<bool, QString> ServiceInstaller::updatePlist() const {
         return std::unexpected(made.error());
     }
     const auto wanted = plist();
-    const auto bytes = readFile(path);
+    const auto bytes = readDocument(path);
     if (bytes && parsePropertyList(*bytes) == wanted) {
         return false;
     }

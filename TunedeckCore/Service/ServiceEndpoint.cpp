@@ -1,7 +1,7 @@
 #include "TunedeckCore/Service/ServiceEndpoint.h"
 
 #include "TunedeckCore/Locations/UserPaths.h"
-#include "TunedeckCore/Support/Files/AtomicFile.h"
+#include "TunedeckCore/Support/Files/Document.h"
 #include "TunedeckCore/Support/Json/Parse.h"
 
 #include <optional>
@@ -37,8 +37,7 @@ const QUrl& defaultBase() {
 }
 
 QUrl base(const QString& file) {
-    constexpr int limit = 64 * 1024;
-    const auto bytes = readFile(file, limit);
+    const auto bytes = readDocument(file);
     const auto port = bytes ? portIn(*bytes) : std::nullopt;
     if (!port) {
         return defaultBase();

@@ -1,7 +1,7 @@
 #include "TunedeckCore/Service/TunnelConfig.h"
 
 #include "TunedeckCore/Locations/UserPaths.h"
-#include "TunedeckCore/Support/Files/AtomicFile.h"
+#include "TunedeckCore/Support/Files/Document.h"
 #include "TunedeckCore/Support/Text/Text.h"
 
 #include <QStringView>
@@ -42,8 +42,7 @@ std::optional<TunnelConfig> TunnelConfig::parse(const QString& text) {
 }
 
 std::optional<TunnelConfig> TunnelConfig::load(const QString& path) {
-    constexpr std::int64_t maxSize = 4 * 1024 * 1024;
-    const auto bytes = readFile(path, maxSize);
+    const auto bytes = readDocument(path);
     return bytes && bytes->isValidUtf8() ? parse(QString::fromUtf8(*bytes)) : std::nullopt;
 }
 

@@ -67,8 +67,8 @@ void AppDelegate::launch() {
 
 void AppDelegate::installStatusItem() {
     const auto key = u"NSStatusItem Preferred Position TunedeckStatusItem"_s;
-    if (!m_desktop.defaults.contains(key)) {
-        m_desktop.defaults.setValue(key, preferredPosition);
+    if (m_desktop.defaults.value(key).isEmpty()) {
+        m_desktop.defaults.setValue(key, QString::number(preferredPosition));
     }
 
     auto& item = m_desktop.statusItem;

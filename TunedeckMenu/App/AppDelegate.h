@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TunedeckCore/UserDefaults.h"
 #include "TunedeckMenu/Actions/PanelController.h"
 #include "TunedeckMenu/App/StartUp.h"
 #include "TunedeckMenu/Background/FollowLoop.h"
@@ -13,7 +14,6 @@
 
 #include <QCoroTask>
 #include <QObject>
-#include <QSettings>
 
 #include <optional>
 
@@ -30,7 +30,7 @@ public:
         NotificationCenter& notifications;
         AppearanceSource& appearance;
         ViewsSource& views;
-        QSettings& defaults; ///< the application's user defaults
+        UserDefaults defaults; ///< the application's user defaults
     };
 
     /// Sets `services.confirm`, so that questions are asked in the application's windows.

@@ -29,19 +29,20 @@ PanelLoader::Options panelLoaderOptions(const QString& bundle, Relauncher& relau
                 }};
 }
 
-QCoro::Task<UpdateCheck> recordCheck(QCoro::Task<UpdateCheck> check, QSettings* defaults, Clock* clock,
+QCoro::Task<UpdateCheck> recordCheck(QCoro::Task<UpdateCheck> check, UserDefaults defaults, Clock* clock,
                                      std::stop_token stop) {
     auto result = co_await check;
     if (!stop.stop_requested() && !std::holds_alternative<UpdateCheck::Failed>(result.value)) {
-        defaults->setValue(lastUpdateCheckKey, isoTimestamp(clock->now()));
+        defaults.setValue(lastUpdateCheckKey, isoTimestamp(clock->now()));
     }
     co_return result;
 }
 
-MenuServices makeMenuServices(Platform& platform, Clock& clock, const SystemFacts& facts, QSettings& defaults) {
+MenuServices makeMenuServices(Platform& platform, Clock& clock, const SystemFacts& facts,
+                              const UserDefaults& defaults) {
     auto updates = makeUpdateServices(facts);
-    updates.check = [check = updates.check, &defaults, &clock](std::stop_token stop) {
-        return recordCheck(check(stop), &defaults, &clock, stop);
+    updates.check = [check = updates.check, defaults, &clock](std::stop_token stop) {
+        return recordCheck(check(stop), defaults, &clock, stop);
     };
     return {.clock = clock,
             .workspace = platform.workspace(),

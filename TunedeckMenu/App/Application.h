@@ -2,12 +2,12 @@
 
 #include "TunedeckCore/Support/Async/Clock.h"
 #include "TunedeckCore/Support/Async/TaskScope.h"
+#include "TunedeckCore/UserDefaults.h"
 #include "TunedeckMenu/App/AppDelegate.h"
 #include "TunedeckMenu/Platform/Platform.h"
 #include "TunedeckMenu/Platform/SystemFacts.h"
 #include "TunedeckMenu/Windows/PanelLoader.h"
 
-#include <QSettings>
 #include <QString>
 
 #include <memory>
@@ -31,7 +31,7 @@ private:
 
     QString m_bundle;
     std::unique_ptr<Platform> m_platform;
-    QSettings m_defaults;
+    UserDefaults m_defaults;
     PanelLoader m_loader;
     AppDelegate m_delegate;
     TaskScope m_scope;

@@ -2,9 +2,9 @@
 
 #include "TunedeckCore/Locations/Paths.h"
 #include "TunedeckCore/Locations/UserPaths.h"
+#include "TunedeckCore/UserDefaults.h"
 
 #include <QFileInfo>
-#include <QSettings>
 
 namespace tunedeck {
 
@@ -29,7 +29,7 @@ QStringList remainingItems(const RemoveRequest& request) {
     }
     keep(u"the service's log,"_s, paths.serviceLog());
     keep(u"the service's output,"_s, paths.serviceOutput());
-    keep(u"the place of the icon, in"_s, QSettings().fileName());
+    keep(u"the place of the icon, in"_s, UserDefaults::standardPath());
     return lines;
 }
 

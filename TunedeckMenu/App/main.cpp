@@ -1,4 +1,5 @@
 #include "TunedeckCore/Support/Async/Clock.h"
+#include "TunedeckCore/UserDefaults.h"
 #include "TunedeckMenu/App/Application.h"
 #include "TunedeckMenu/App/CommandLine.h"
 #include "TunedeckMenu/App/QuitSignals.h"
@@ -12,7 +13,6 @@
 
 #include <QApplication>
 #include <QCoreApplication>
-#include <QSettings>
 #include <QTimer>
 
 #include <unistd.h>
@@ -80,13 +80,13 @@ int runRemoval(int& argc, char** argv) {
 int runCheckup(int& argc, char** argv, const CommandLine& commandLine) {
     joinSession();
     const auto facts = systemFacts();
-    const QSettings defaults;
     SystemClock clock;
     // A check that was cut off may still block a thread, for which a normal exit would wait.
     return runWithoutDisplay(
         argc, argv,
         [&] {
-            return checkupCommand({facts, systemProbe(facts), defaults, clock, commandLine.online}, commandLine.json);
+            return checkupCommand({facts, systemProbe(facts), UserDefaults(), clock, commandLine.online},
+                                  commandLine.json);
         },
         &std::_Exit);
 }

@@ -3,7 +3,6 @@
 #include "TunedeckMenu/Platform/Log.h"
 
 #include <chrono>
-#include <tuple>
 #include <utility>
 
 namespace tunedeck {
@@ -25,7 +24,9 @@ void PlacementWatcher::check() {
     }
     const auto visibility = placement->visibility();
     m_model.setMenuBarIcon(visibility);
-    std::ignore = placement->write(m_recordPath, m_clock.now());
+    if (const auto written = placement->write(m_recordPath, m_clock.now()); !written) {
+        qCWarning(appLog).noquote() << written.error();
+    }
     qCInfo(appLog).noquote() << "menu bar icon:" << visibility.description();
 }
 

@@ -75,7 +75,7 @@ QCoro::Task<std::vector<CheckResult>> checkup(CheckupInput input) {
     CheckContext context{.facts = input.facts,
                          .system = input.system,
                          .now = input.clock.now(),
-                         .lastUpdateCheck = parseTimestamp(input.defaults.value(lastUpdateCheckKey).toString())};
+                         .lastUpdateCheck = parseTimestamp(input.defaults.value(lastUpdateCheckKey))};
     context.serviceUrl = ServiceEndpoint::base(ServiceEndpoint::runtimeFile());
     context.instance = context.system.instance();
     const StatusClient client;

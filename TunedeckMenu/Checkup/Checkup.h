@@ -1,12 +1,12 @@
 #pragma once
 
 #include "TunedeckCore/Support/Async/Clock.h"
+#include "TunedeckCore/UserDefaults.h"
 #include "TunedeckMenu/Checkup/CheckResult.h"
 #include "TunedeckMenu/Platform/SystemFacts.h"
 #include "TunedeckMenu/Platform/SystemProbe.h"
 
 #include <QCoroTask>
-#include <QSettings>
 
 #include <vector>
 
@@ -16,7 +16,7 @@ namespace tunedeck {
 struct CheckupInput {
     SystemFacts facts;
     SystemProbe system;
-    const QSettings& defaults; ///< the application's user defaults
+    UserDefaults defaults; ///< the application's user defaults
     Clock& clock;
     bool online = false; ///< also asks the update feed
 };

@@ -1,4 +1,4 @@
-#include "TunedeckCore/Support/Files/AtomicFile.h"
+#include "TunedeckCore/Support/Files/Document.h"
 #include "TunedeckCore/Support/Json/Parse.h"
 #include "TunedeckCore/Support/Text/Time.h"
 #include "TunedeckMenu/Checkup/Checks.h"
@@ -16,7 +16,7 @@ CheckResult noDesktop() {
 
 /// What the running application measured last about its icon: "visible", "hidden: …".
 std::optional<QString> measurement(const QString& path, const RunningInstance& instance) {
-    const auto record = json::parseObject(readFile(path).value_or(QByteArray())).value_or(json::Object());
+    const auto record = json::parseObject(readDocument(path).value_or(QByteArray())).value_or(json::Object());
     const auto date = parseTimestamp(record.text("checked_at"_L1));
     return date && *date >= instance.since.addSecs(-1) ? record.text("status"_L1) : std::nullopt;
 }

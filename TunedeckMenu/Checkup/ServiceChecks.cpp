@@ -1,5 +1,5 @@
 #include "TunedeckCore/Installation/ServiceInstaller.h"
-#include "TunedeckCore/Support/Files/AtomicFile.h"
+#include "TunedeckCore/Support/Files/Document.h"
 #include "TunedeckCore/Support/Files/FileCopy.h"
 #include "TunedeckCore/Support/Text/Text.h"
 #include "TunedeckMenu/Checkup/Checks.h"
@@ -47,7 +47,7 @@ CheckResult serviceProgram(const CheckContext& context) {
 CheckResult serviceFiles(const CheckContext& context) {
     SystemClock clock;
     const ServiceInstaller installer(context.facts.home, std::nullopt, context.facts.uid, {}, clock);
-    const auto plist = readFile(installer.plistURL());
+    const auto plist = readDocument(installer.plistURL());
     const bool isCurrent = plist && parsePropertyList(*plist) == installer.plist();
     const auto outdated =
         isCurrent ? context.system.outdatedServiceFile(installer.plist()) : std::optional(installer.plistURL());

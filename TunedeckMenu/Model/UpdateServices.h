@@ -6,6 +6,7 @@
 #include "TunedeckMenu/Platform/SystemFacts.h"
 
 #include <QCoroTask>
+#include <QLatin1StringView>
 #include <QUrl>
 
 #include <expected>
@@ -19,7 +20,7 @@ namespace tunedeck {
 using ProgressHandler = std::function<void(std::optional<double> progress)>;
 
 /// The user default with the time of the last check that reached the feed.
-inline constexpr auto lastUpdateCheckKey = "LastUpdateCheck";
+inline constexpr QLatin1StringView lastUpdateCheckKey("LastUpdateCheck");
 
 /// How the application finds and installs its own updates; functions, so that tests can replace them.
 struct UpdateServices {

@@ -1,8 +1,10 @@
 #include "TunedeckCore/Support/Files/AtomicFile.h"
 
+#include "TunedeckCore/Support/Files/Document.h"
 #include "TunedeckCore/Support/Files/FileDescriptor.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QRandomGenerator>
 
 #include <fcntl.h>
@@ -22,20 +24,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int attempts = 100;
-
-/// Follows symbolic links to their target, which need not exist; gives up after 40 links.
-QByteArray followLinks(QByteArray path) {
-    for (int link = 0; link < 40; ++link) {
-        QByteArray target(4096, Qt::Uninitialized);
-        const auto length = ::readlink(path.constData(), target.data(), static_cast<size_t>(target.size()));
-        if (length <= 0 || length >= target.size()) {
-            break;
-        }
-        target.truncate(length);
-        path = target.startsWith('/') ? target : path.left(path.lastIndexOf('/') + 1) + target;
-    }
-    return path;
-}
 
 QByteArray folderOf(const QByteArray& path) {
     const auto slash = path.lastIndexOf('/');
@@ -90,13 +78,15 @@ std::optional<QByteArray> readFile(const QString& path, std::int64_t limit) {
     }
 }
 
-std::expected<void, QString> writeFileAtomically(const QString& path, const QByteArray& bytes) {
-    const auto target = followLinks(QFile::encodeName(path));
+std::expected<void, QString> writeFileAtomically(const QString& path, const QByteArray& bytes, std::int64_t limit) {
+    if (const auto problem = documentProblem(path, limit)) {
+        return std::unexpected(QFileInfo(path).isDir() ? fileError(path, EISDIR)
+                                                       : u"%1 was left as it is: %2."_s.arg(path, *problem));
+    }
+    const auto linked = QFileInfo(path).canonicalFilePath(); // empty if it doesn't exist
+    const auto target = QFile::encodeName(linked.isEmpty() ? path : linked);
     struct stat old{};
     const bool exists = ::lstat(target.constData(), &old) == 0;
-    if (exists && !S_ISREG(old.st_mode)) {
-        return std::unexpected(fileError(path, S_ISDIR(old.st_mode) ? EISDIR : S_ISLNK(old.st_mode) ? ELOOP : EINVAL));
-    }
     auto [file, sibling] = createSibling(target);
     if (!file) {
         return std::unexpected(fileError(path, errno));

@@ -28,7 +28,7 @@ void appendLine(const QString& path, const QString& line, std::int64_t limit) {
     // O_NONBLOCK: opening a FIFO fails instead of waiting for a reader.
     const FileDescriptor file(
         ::open(name.constData(), O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, 0666));
-    if (file) {
+    if (file && ::fstat(file.get(), &facts) == 0 && S_ISREG(facts.st_mode)) {
         const auto bytes = line.toUtf8() + '\n';
         std::ignore = ::write(file.get(), bytes.constData(), static_cast<std::size_t>(bytes.size()));
     }

@@ -2,6 +2,7 @@
 
 #include "TunedeckCore/Support/Async/Process.h"
 #include "TunedeckCore/Support/Files/AtomicFile.h"
+#include "TunedeckCore/Support/Files/Document.h"
 #include "TunedeckMenu/Platform/Linux/Service/SystemdUnit.h"
 #include "TunedeckMenu/Platform/Log.h"
 
@@ -84,7 +85,7 @@ QCoro::Task<std::int32_t> start(SystemdUserManager manager, QString unit, std::s
 
 /// Writes the unit's file unless it is up to date.
 std::int32_t writeUnit(const SystemdUserManager& manager, const QString& name, const QString& plistPath) {
-    const auto bytes = readFile(plistPath);
+    const auto bytes = readDocument(plistPath);
     const auto plist = bytes ? parsePropertyList(*bytes) : std::nullopt;
     if (!plist) {
         qCWarning(appLog(), "%s can't be read as a property list", qUtf8Printable(plistPath));
@@ -102,7 +103,7 @@ std::int32_t writeUnit(const SystemdUserManager& manager, const QString& name, c
         }
     }
     const auto path = manager.unitFolder + u'/' + name;
-    if (readFile(path) == unit->text) {
+    if (readDocument(path) == unit->text) {
         return 0;
     }
     if (const auto written = writeFileAtomically(path, unit->text); !written) {
@@ -217,7 +218,7 @@ QCoro::Task<std::optional<SupervisedService>> SystemdUserManager::state(QString 
 std::optional<QString> SystemdUserManager::outdatedUnit(const QString& label, const PropertyDictionary& plist) const {
     const auto path = unitFolder + u'/' + label + u".service"_s;
     const auto unit = systemdUnit(plist);
-    return unit && readFile(path) == unit->text ? std::nullopt : std::optional(path);
+    return unit && readDocument(path) == unit->text ? std::nullopt : std::optional(path);
 }
 
 } // namespace tunedeck
