@@ -9,7 +9,7 @@ QtFolderPicker::~QtFolderPicker() {
 }
 
 void QtFolderPicker::choose(const QString& title, const QString& prompt, const QString& start,
-                               std::function<void(std::optional<QString>)> done) {
+                            std::function<void(std::optional<QString>)> done) {
     m_dialog = new QFileDialog(nullptr, title, start);
     m_dialog->setAttribute(Qt::WA_DeleteOnClose);
     m_dialog->setFileMode(QFileDialog::Directory);
