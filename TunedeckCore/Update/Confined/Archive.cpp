@@ -7,10 +7,10 @@
 
 #include <archive.h>
 #include <archive_entry.h>
-#include <locale.h>
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <locale>
 #include <memory>
 #include <type_traits>
 
@@ -23,6 +23,12 @@ constexpr std::size_t blockSize = 256 * 1024;
 using Reader = std::unique_ptr<archive, decltype(&archive_read_free)>;
 using Writer = std::unique_ptr<archive, decltype(&archive_write_free)>;
 using Locale = std::unique_ptr<std::remove_pointer_t<locale_t>, decltype(&freelocale)>;
+
+/// A locale with UTF-8; each of the two names is missing on some systems.
+Locale utf8Locale() {
+    const locale_t simple = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    return {simple != nullptr ? simple : newlocale(LC_CTYPE_MASK, "en_US.UTF-8", nullptr), &freelocale};
+}
 
 Reader openZip(const QString& path) {
     Reader reader(archive_read_new(), &archive_read_free);
@@ -142,7 +148,7 @@ Code extract(const QString& archive, const QString& folder, std::int64_t remaini
 
 std::expected<void, UpdateError> unpackZip(const QString& archive, const QString& folder, ArchiveLimits limits) {
     // libarchive converts names marked as UTF-8 to the thread's locale, and fails where it can't.
-    const Locale utf8(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr), &freelocale);
+    const Locale utf8 = utf8Locale();
     const locale_t previous = uselocale(utf8.get());
     const Code code = isSafe(archive, limits) ? extract(archive, folder, limits.bytes) : invalid;
     uselocale(previous);
