@@ -1,10 +1,11 @@
 #include "Tests/Helpers/TestServer.h"
 
+#include "Tests/Helpers/PeerClosed.h"
+
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
 #include <fcntl.h>
 #include <poll.h>
-#include <sys/eventfd.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -35,6 +36,15 @@ int listenAt(const QByteArray& address, std::uint16_t& port) {
     const int socket = acceptor.release();
     ::fcntl(socket, F_SETFD, FD_CLOEXEC);
     return socket;
+}
+
+std::array<int, 2> pipeOfThisProcess() {
+    std::array<int, 2> ends{-1, -1};
+    (void)!::pipe(ends.data());
+    for (const int end : ends) {
+        ::fcntl(end, F_SETFD, FD_CLOEXEC);
+    }
+    return ends;
 }
 
 ServedRequest headOf(const QByteArray& head) {
@@ -76,7 +86,7 @@ bool Connection::receive(QByteArray& bytes) {
 }
 
 bool Connection::pause(std::chrono::milliseconds duration) {
-    return waitFor(m_socket, POLLRDHUP, m_wakeUp, duration) == Waited::TimedOut;
+    return waitFor(m_socket, peerClosed, m_wakeUp, duration) == Waited::TimedOut;
 }
 
 void Connection::reset() {
@@ -87,13 +97,14 @@ void Connection::reset() {
 TestServer::TestServer(const QByteArray& address)
     : m_host(address.contains(':') ? '[' + address + ']' : address)
     , m_socket(listenAt(address, m_port))
-    , m_wakeUp(eventfd(0, EFD_CLOEXEC))
+    , m_wakeUp(pipeOfThisProcess())
     , m_acceptor([this] { accept(); }) {}
 
 TestServer::~TestServer() {
     stop();
     m_connections.clear();
-    ::close(m_wakeUp);
+    ::close(m_wakeUp[0]);
+    ::close(m_wakeUp[1]);
 }
 
 void TestServer::on(const QByteArray& route, Behaviour behaviour, When when) {
@@ -102,8 +113,7 @@ void TestServer::on(const QByteArray& route, Behaviour behaviour, When when) {
 }
 
 void TestServer::stop() {
-    const std::uint64_t one = 1;
-    (void)!write(m_wakeUp, &one, sizeof one);
+    (void)!write(m_wakeUp[1], "", 1); // which nobody reads: every thread sees it
     if (m_acceptor.joinable()) {
         m_acceptor.join();
         ::close(m_socket);
@@ -120,8 +130,9 @@ QList<ServedRequest> TestServer::requests() const {
 }
 
 void TestServer::accept() {
-    while (waitFor(m_socket, POLLIN, m_wakeUp) == Waited::Ready) {
-        const int peer = ::accept4(m_socket, nullptr, nullptr, SOCK_CLOEXEC);
+    while (waitFor(m_socket, POLLIN, m_wakeUp[0]) == Waited::Ready) {
+        const int peer = ::accept(m_socket, nullptr, nullptr);
+        ::fcntl(peer, F_SETFD, FD_CLOEXEC);
         ++m_made;
         ++m_open;
         m_connections.emplace_back([this, peer] {
@@ -133,7 +144,7 @@ void TestServer::accept() {
 }
 
 void TestServer::serve(int peer) {
-    Connection connection(peer, m_wakeUp);
+    Connection connection(peer, m_wakeUp[0]);
     QByteArray bytes;
     qsizetype end = -1;
     for (; end < 0; end = bytes.indexOf("\r\n\r\n")) {

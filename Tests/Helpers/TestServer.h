@@ -4,6 +4,7 @@
 #include <QList>
 #include <QUrl>
 
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <cstdint>
@@ -88,8 +89,8 @@ private:
     QByteArray m_host;
     std::uint16_t m_port = 0;
     int m_socket;
-    int m_wakeUp;
-    mutable std::mutex m_mutex; ///< of the routes and the requests
+    std::array<int, 2> m_wakeUp; ///< a pipe
+    mutable std::mutex m_mutex;  ///< of the routes and the requests
     std::map<QByteArray, Plan> m_routes;
     QList<ServedRequest> m_requests;
     std::atomic<int> m_made = 0;
