@@ -25,9 +25,13 @@ target_compile_options(tunedeck_flags INTERFACE
 target_compile_definitions(tunedeck_flags INTERFACE
   QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
   QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
-target_link_options(tunedeck_flags INTERFACE -Wl,--as-needed -Wl,-z,relro,-z,now)
 target_compile_options(tunedeck_flags INTERFACE $<$<CONFIG:Release>:-ffunction-sections -fdata-sections>)
-target_link_options(tunedeck_flags INTERFACE $<$<CONFIG:Release>:-Wl,--gc-sections>)
+if(APPLE)
+  target_link_options(tunedeck_flags INTERFACE $<$<CONFIG:Release>:-Wl,-dead_strip>)
+else()
+  target_link_options(tunedeck_flags INTERFACE -Wl,--as-needed -Wl,-z,relro,-z,now
+    $<$<CONFIG:Release>:-Wl,--gc-sections>)
+endif()
 
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # g++ 12 reports false positives for std::optional, std::expected and coroutine frames.

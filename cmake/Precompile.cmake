@@ -5,7 +5,10 @@ set(precompiled_core
   <QByteArray> <QCoroTask> <QDateTime> <QDir> <QFile> <QFileInfo> <QObject> <QString> <QStringList> <QUrl>
   <algorithm> <array> <chrono> <cstdint> <expected> <functional> <map> <memory> <optional> <ranges> <span>
   <stop_token> <string> <string_view> <tuple> <utility> <variant> <vector>)
-set(precompiled_desktop ${precompiled_core} <QDBusConnection> <QDBusMessage> <QIcon> <QTimer> <QWidget>)
+set(precompiled_desktop ${precompiled_core} <QIcon> <QTimer> <QWidget>)
+if(NOT APPLE)
+  list(APPEND precompiled_desktop <QDBusConnection> <QDBusMessage>)
+endif()
 set(precompiled_views ${precompiled_core} <QQmlEngine> <QQuickItem> <QQuickWindow>)
 set(precompiled_tests ${precompiled_core} <gtest/gtest.h>)
 
@@ -31,7 +34,7 @@ function(tunedeck_precompile target name)
 endfunction()
 
 tunedeck_precompiled_set(core Qt6::Core QCoro6::Core)
-tunedeck_precompiled_set(desktop Qt6::Widgets Qt6::DBus QCoro6::Core)
+tunedeck_precompiled_set(desktop Qt6::Widgets $<TARGET_NAME_IF_EXISTS:Qt6::DBus> QCoro6::Core)
 tunedeck_precompiled_set(views Qt6::Quick QCoro6::Core)
 if(TUNEDECK_TESTS OR TUNEDECK_FUZZ)
   tunedeck_precompiled_set(tests Qt6::Core QCoro6::Core GTest::gtest)

@@ -1,4 +1,4 @@
-# tunedeck_sources(VARIABLE FOLDER… [EXCEPT FILE…]): sets VARIABLE to the C++ files in these folders and their subfolders,
+# tunedeck_sources(VARIABLE FOLDER… [EXCEPT FILE…]): sets VARIABLE to the C++ and Objective-C++ files in these folders and their subfolders,
 # without the folders of other platforms. New files are found automatically.
 if(APPLE)
   set(TUNEDECK_PLATFORM MacOS)
@@ -12,7 +12,7 @@ function(tunedeck_sources variable)
   foreach(folder IN LISTS arg_UNPARSED_ARGUMENTS)
     cmake_path(ABSOLUTE_PATH folder NORMALIZE)
     string(REGEX REPLACE "/$" "" folder ${folder})
-    list(APPEND patterns ${folder}/*.cpp ${folder}/*.h)
+    list(APPEND patterns ${folder}/*.cpp ${folder}/*.h ${folder}/*.mm)
   endforeach()
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${patterns})
   foreach(platform Linux MacOS)
