@@ -53,12 +53,14 @@ for option in sorted(offered ^ told):
 
 for path, text in guide.items():
     # Our own commands, with their options.
-    for command, rest in re.findall(r"(?:\./)?(tools/[a-z-]+|\.ci/run)((?: +[^\n`]*)?)", text.replace("\\\n", " ")):
-        if not (project / command).is_file():
+    for command, rest in re.findall(r"(?:\./)?(tools/[a-z/-]*[a-z]|\.ci/run)((?: +[^\n`]*)?)", text.replace("\\\n", " ")):
+        if not (project / command).exists():
             fault(path, f"there is no {command}")
             continue
-        for option in re.findall(r"--[a-z-]+", rest):
-            if option.lstrip("-") not in (project / command).read_text():
+        on_a_mac = project / command.replace("tools/", "tools/macos/")
+        scripts = "".join(file.read_text() for file in (project / command, on_a_mac) if file.is_file())
+        for option in re.findall(r"--[a-z-]+", rest) if scripts else []:
+            if option.lstrip("-") not in scripts:
                 fault(path, f"{command} has no {option}")
     # Files of the project, names of the build, places in the home.
     for name in re.findall(r"`((?:Tunedeck(?:Core|Menu)|DemoService|UpdateHelper|packaging|Tests)/[^` ]*)`", text):
