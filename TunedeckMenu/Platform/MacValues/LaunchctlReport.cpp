@@ -10,12 +10,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The values of the report's own lines, which are indented by one tab; its lists are indented further.
+/// The values of the report's own lines, which are indented by one tab. The keys of its lists begin with further tabs.
 QMap<QByteArray, QByteArray> valuesOf(const QByteArray& output) {
     QMap<QByteArray, QByteArray> values;
     for (const auto& line : output.split('\n')) {
         const auto equals = line.indexOf(" = ");
-        if (equals > 1 && line[0] == '\t' && line[1] != '\t') {
+        if (equals > 1 && line[0] == '\t') {
             values.insert(line.mid(1, equals - 1), line.mid(equals + 3).trimmed());
         }
     }
