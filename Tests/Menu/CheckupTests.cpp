@@ -216,6 +216,8 @@ TEST_F(CheckupTest, ReportsTheIconAndTheNotifications) {
                 {[&] { shower->exists = true; }, "! The desktop shows them, but a click on one does nothing."},
                 {[&] { shower->capabilities = {u"body"_s, u"actions"_s}; }, "✓ The desktop shows them."}});
     EXPECT_EQ(runToEnd(checks::notifications(context, {})).details, u"body, actions"_s);
+    shower = NotificationFacts{.advice = u"Allow them."_s};
+    EXPECT_EQ(runToEnd(checks::notifications(context, {})).advice, u"Allow them."_s);
 }
 
 TEST_F(CheckupTest, ReportsTheRunningInstanceAndItsUpdates) {

@@ -52,7 +52,9 @@ TEST_F(SystemProbeTest, FindsTheTrayAndTheIconOfAProcess) {
 }
 
 TEST_F(SystemProbeTest, FindsTheNotificationServerAndThePortal) {
-    EXPECT_FALSE(runToEnd(m_probe.notifications({}))->exists);
+    const auto missing = runToEnd(m_probe.notifications({}));
+    EXPECT_FALSE(missing->exists);
+    EXPECT_TRUE(missing->advice.contains(u"dunst"));
     EXPECT_EQ(runToEnd(m_probe.settings({})), false);
     const NotificationServer server({u"body"_s, u"actions"_s});
     const SettingsPortal portal({});

@@ -48,8 +48,7 @@ QCoro::Task<CheckResult> notifications(CheckContext context, std::stop_token sto
         co_return noDesktop();
     }
     if (!facts->exists) {
-        co_return CheckResult::warning(u"This desktop shows no notifications."_s,
-                                       u"Install a notification program, such as dunst."_s);
+        co_return CheckResult::warning(u"This desktop shows no notifications."_s, facts->advice);
     }
     auto result = facts->capabilities.contains(u"actions"_s)
                       ? CheckResult::ok(u"The desktop shows them."_s)

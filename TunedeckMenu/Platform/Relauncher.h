@@ -9,8 +9,8 @@ namespace tunedeck {
 class Relauncher {
 public:
     virtual ~Relauncher() = default;
-    /// Starts the bundle's application in one second, with `--after` and this process's id in front of `arguments`: it
-    /// waits until this process has exited. Returns false when it can't be started.
+    /// Starts the bundle's application with these arguments in one second; this process must exit. Where two could run,
+    /// the new one gets `--after` with this process's id and waits. Returns false when it can't be started.
     virtual bool relaunch(const QString& bundle, const QStringList& arguments) = 0;
     /// True when the bundle's program is another file than the running one. False when it is missing.
     [[nodiscard]] virtual bool isReplaced(const QString& bundle) const = 0;

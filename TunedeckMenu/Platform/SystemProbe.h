@@ -33,6 +33,7 @@ struct TrayFacts {
 struct NotificationFacts {
     bool exists = false;
     QStringList capabilities; ///< as it names them
+    QString advice = {};      ///< what to do if it doesn't exist
 };
 
 /// The running application.

@@ -101,7 +101,9 @@ QCoro::Task<std::optional<NotificationFacts>> notifications(std::stop_token stop
     if (!reply) {
         co_return std::nullopt;
     }
-    co_return NotificationFacts{.exists = isReply(*reply), .capabilities = reply->arguments().value(0).toStringList()};
+    co_return NotificationFacts{.exists = isReply(*reply),
+                                .capabilities = reply->arguments().value(0).toStringList(),
+                                .advice = u"Install a notification program, such as dunst."_s};
 }
 
 QCoro::Task<std::optional<bool>> settings(std::stop_token stop) {

@@ -68,7 +68,9 @@ QCoro::Task<std::optional<NotificationFacts>> notifications(std::stop_token stop
     if (!isAnswered) {
         co_return std::nullopt;
     }
-    co_return NotificationFacts{.exists = answer->isAllowed, .capabilities = {u"actions"_s}};
+    co_return NotificationFacts{.exists = answer->isAllowed,
+                                .capabilities = {u"actions"_s},
+                                .advice = u"Allow them for Tunedeck in System Settings, Notifications."_s};
 }
 
 /// The menu bar always exists; whether it shows the icon is in the running application's own measurement.
