@@ -10,6 +10,9 @@ set(CMAKE_DISABLE_PRECOMPILE_HEADERS ON)
 # The benchmarks read /proc.
 set(TUNEDECK_BENCHMARKS OFF)
 
+# Homebrew's Qt is newer than Debian's, which decides what may be used.
+add_compile_definitions(QT_WARN_DEPRECATED_UP_TO=0x060400)
+
 include(CheckCXXSourceCompiles)
 set(CMAKE_REQUIRED_FLAGS -std=c++23)
 check_cxx_source_compiles("
