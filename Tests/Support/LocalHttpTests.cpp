@@ -51,6 +51,8 @@ std::vector<Misbehaviour> misbehaviours() {
         {"DripsABody", drip(ok + "\r\n", 1ms), textOf(TimedOut)},
         {"SendsGarbage", raw(QByteArray("\x16\x03\x01\0\xff what?\r\n\r\n", 15)), textOf(Malformed)},
         {"SendsAStatusOfZero", raw("HTTP/1.1 000 No\r\nContent-Length: 0\r\n\r\n"), textOf(Malformed)},
+        {"SendsAShortStatusUntilTheEnd", raw("HTTP/1.1 020 No\r\n\r\nbody"), textOf(Malformed)},
+        {"SendsTwoLengths", raw(ok + "Content-Length: 5\r\nContent-Length: 6\r\n\r\n123456"), textOf(Malformed)},
         {"SendsNoLength", raw(ok + "\r\nuntil the end"), "200 until the end"},
         {"SendsChunks", hang(chunked + "3;a=b\r\nabc\r\n4\r\ndefg\r\n0\r\nX: y\r\n\r\n"), "200 abcdefg"},
         {"SendsInterimAnswers",
@@ -85,8 +87,9 @@ TEST(LocalHttp, ReceivesALargeBodyWithoutBlockingTheEventLoop) {
     TestServer server;
     server.on("GET /", flood(ok + "Content-Length: 104857600\r\n\r\n", hundredMegabytes));
     const Heartbeat heart;
-    const HttpLimits limits{.header = 1024, .body = hundredMegabytes};
-    const auto outcome = runToEnd(sendLocal(get(server.url("/"), 30s), {}, limits), 40s);
+    HttpRequest request = get(server.url("/"), 30s);
+    request.limits.body = hundredMegabytes;
+    const auto outcome = runToEnd(sendLocal(request, {}), 40s);
     ASSERT_TRUE(outcome);
     EXPECT_EQ(outcome->body.count('x'), hundredMegabytes);
     EXPECT_GE(heart.ticks(), 3);
@@ -196,6 +199,8 @@ TEST(HttpReplyReader, ReadsTheSameReplyFromPiecesOfAnySize) {
         EXPECT_EQ(textOf(reader.takeReply()), "200 abc0123456789");
     }
     EXPECT_EQ(HttpReplyReader({.body = 12}).feed(text), TooLarge);
+    EXPECT_EQ(HttpReplyReader({.body = 12}).feed(ok + "\r\n" + QByteArray(13, 'x')), TooLarge);
+    EXPECT_EQ(HttpReplyReader({.body = 12}).feed(ok + "Content-Length: 3000000000\r\n\r\nx"), TooLarge);
 }
 
 } // namespace

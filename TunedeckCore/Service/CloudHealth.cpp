@@ -18,7 +18,7 @@ std::expected<CloudHealth, json::Error> CloudHealth::decode(const QByteArray& by
 
 QCoro::Task<std::optional<CloudHealth>> CloudHealth::fetch(QString baseURL, Downloader downloader,
                                                            std::stop_token stop) {
-    constexpr std::int64_t maxSize = 1024 * 1024;
+    constexpr std::int64_t maxSize = 64LL * 1024;
     constexpr std::chrono::seconds timeout{4};
     QStringView trimmed(baseURL);
     while (trimmed.startsWith(u'/')) {

@@ -30,7 +30,8 @@ QCoro::Task<Reply> post(const std::optional<QUrl>& base, const QByteArray& actio
     return send({.method = HttpMethod::Post,
                  .url = service::resource(base, "local/rekordbox/" + action),
                  .timeout = std::chrono::seconds(120),
-                 .json = json::compactText(body)},
+                 .json = json::compactText(body),
+                 .limits = service::shortReply},
                 std::move(stop));
 }
 

@@ -68,7 +68,10 @@ QCoro::Task<LinksClient::Result<T>> refuse() {
 }
 
 HttpRequest request(const LinksClient& client, HttpMethod method, const QByteArray& path) {
-    return {.method = method, .url = service::resource(client.baseURL, path), .timeout = std::chrono::seconds(30)};
+    return {.method = method,
+            .url = service::resource(client.baseURL, path),
+            .timeout = std::chrono::seconds(30),
+            .limits = service::shortReply};
 }
 
 /// The path of one link. Nothing for "", "." and "..": as a path component they name another resource, even
@@ -92,7 +95,9 @@ Failure Failure::from(int status, const QByteArray& body) {
 }
 
 QCoro::Task<LinksClient::Result<std::vector<AssistantLink>>> LinksClient::list(std::stop_token stop) const {
-    return receiveList(request(*this, HttpMethod::Get, "local/links"), std::move(stop));
+    auto listing = request(*this, HttpMethod::Get, "local/links");
+    listing.limits = {};
+    return receiveList(std::move(listing), std::move(stop));
 }
 
 QCoro::Task<LinksClient::Result<AssistantLink>> LinksClient::create(Assistant assistant, std::stop_token stop) const {

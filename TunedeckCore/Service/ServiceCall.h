@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TunedeckCore/Service/DocumentFailure.h"
+#include "TunedeckCore/Support/Http/HttpLimits.h"
 #include "TunedeckCore/Support/Http/LocalHttp.h"
 
 #include <QByteArray>
@@ -8,6 +9,7 @@
 #include <QString>
 #include <QUrl>
 
+#include <cstddef>
 #include <expected>
 #include <optional>
 #include <stop_token>
@@ -15,6 +17,9 @@
 
 /// Shared by the clients of the service.
 namespace tunedeck::service {
+
+/// Limits on the reply to an action, which is one sentence or one link.
+inline constexpr HttpLimits shortReply{.body = std::size_t{64} * 1024};
 
 /// The URL of a percent-encoded path, relative to `base` or, without one, to where the service listens now.
 QUrl resource(const std::optional<QUrl>& base, const QByteArray& encodedPath);

@@ -23,7 +23,8 @@ QCoro::Task<std::optional<ToolboxReport>> ToolboxClient::fetch(std::stop_token s
 QCoro::Task<bool> ToolboxClient::install(std::stop_token stop) const {
     return requestInstallation({.method = HttpMethod::Post,
                                 .url = service::resource(baseURL, "local/toolbox/install"),
-                                .timeout = std::chrono::seconds(10)},
+                                .timeout = std::chrono::seconds(10),
+                                .limits = service::shortReply},
                                std::move(stop));
 }
 

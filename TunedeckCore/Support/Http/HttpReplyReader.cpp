@@ -90,6 +90,9 @@ std::optional<HttpFailure> HttpReplyReader::feed(QByteArrayView bytes) {
         if (error) {
             return failureOf(error);
         }
+        if (exceedsBodyLimit()) {
+            return HttpFailure::TooLarge;
+        }
         if (m_parser->is_done() && m_parser->get().result_int() / 100 == 1) {
             m_interimBytes += parsed;
             if (m_interimBytes > m_limits.header) {
@@ -98,8 +101,7 @@ std::optional<HttpFailure> HttpReplyReader::feed(QByteArrayView bytes) {
             restart();
         }
     }
-    return m_parser->is_done() && m_parser->get().result_int() < 100 ? std::optional(HttpFailure::Malformed)
-                                                                     : std::nullopt;
+    return checkedStatus();
 }
 
 std::optional<HttpFailure> HttpReplyReader::finish() {
@@ -108,7 +110,7 @@ std::optional<HttpFailure> HttpReplyReader::finish() {
     }
     error_code error;
     m_parser->put_eof(error);
-    return error ? std::optional(failureOf(error)) : std::nullopt;
+    return error ? std::optional(failureOf(error)) : checkedStatus();
 }
 
 bool HttpReplyReader::isComplete() const {
@@ -118,6 +120,19 @@ bool HttpReplyReader::isComplete() const {
 HttpReply HttpReplyReader::takeReply() {
     auto& message = m_parser->get();
     return {.status = static_cast<int>(message.result_int()), .body = std::move(message.body())};
+}
+
+/// The parser's own body_limit() isn't enough: the error of a length above it is lost when the body begins in the same
+/// piece as the header (Boost 1.74).
+bool HttpReplyReader::exceedsBodyLimit() const {
+    const bool announcesTooMuch = m_parser->is_header_done() && m_parser->content_length().value_or(0) > m_limits.body;
+    return announcesTooMuch || static_cast<std::size_t>(m_parser->get().body().size()) > m_limits.body;
+}
+
+/// Fails for a complete reply whose status doesn't have three digits.
+std::optional<HttpFailure> HttpReplyReader::checkedStatus() const {
+    const bool isWrong = m_parser->is_done() && m_parser->get().result_int() < 100;
+    return isWrong ? std::optional(HttpFailure::Malformed) : std::nullopt;
 }
 
 void HttpReplyReader::restart() {

@@ -33,6 +33,8 @@ public:
 private:
     struct Parser;
 
+    [[nodiscard]] bool exceedsBodyLimit() const;
+    [[nodiscard]] std::optional<HttpFailure> checkedStatus() const;
     void restart();
 
     HttpLimits m_limits;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "TunedeckCore/Support/Http/HttpLimits.h"
+
 #include <QByteArray>
 #include <QUrl>
 
@@ -16,6 +18,7 @@ struct HttpRequest {
     QUrl url;                            ///< http only; the path is sent as encoded in the URL
     std::chrono::milliseconds timeout{}; ///< from connecting to the last byte of the reply
     std::optional<QByteArray> json = {}; ///< body, sent as "application/json"
+    HttpLimits limits = {};              ///< on the reply
 };
 
 } // namespace tunedeck

@@ -88,7 +88,7 @@ QByteArray wireFormat(const HttpRequest& request) {
 /// One connection with its request and its reply. Never blocks.
 class Exchange {
 public:
-    Exchange(QByteArray request, HttpLimits limits) : m_unsent(std::move(request)), m_reader(limits) {}
+    explicit Exchange(const HttpRequest& request) : m_unsent(wireFormat(request)), m_reader(request.limits) {}
 
     /// Starts to connect and to send; returns a failure.
     std::optional<Outcome> start(const Peer& peer) {
@@ -206,7 +206,7 @@ private:
 
 } // namespace
 
-QCoro::Task<Outcome> sendLocal(HttpRequest request, std::stop_token stop, HttpLimits limits) {
+QCoro::Task<Outcome> sendLocal(HttpRequest request, std::stop_token stop) {
     if (stop.stop_requested()) {
         co_return std::unexpected(HttpFailure::Cancelled);
     }
@@ -214,7 +214,7 @@ QCoro::Task<Outcome> sendLocal(HttpRequest request, std::stop_token stop, HttpLi
     if (!peer) {
         co_return std::unexpected(HttpFailure::Unreachable);
     }
-    Exchange exchange(wireFormat(request), limits);
+    Exchange exchange(request);
     auto outcome = exchange.start(*peer);
     if (outcome) {
         co_return std::move(*outcome);
