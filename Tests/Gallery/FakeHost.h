@@ -6,6 +6,8 @@
 #include <QMetaMethod>
 #include <QStringList>
 
+#include <functional>
+
 namespace tunedeck {
 
 using namespace Qt::StringLiterals;
@@ -17,6 +19,7 @@ public:
     FakeHost();
     PanelActions& actions() override { return panel; }
     QIcon fileIcon(const QString& path) override;
+    void showRows(RowRange RowRanges::* list, RowRange range) override { onShowRows(list, range); }
 
     void windowAppeared() override { ++appeared; }
     void windowClosed() override { --appeared; }
@@ -31,6 +34,7 @@ public:
     void newTelegramCode() override { pressed << u"newTelegramCode"_s; }
     void openSetupGuide() override { pressed << u"openSetupGuide"_s; }
 
+    std::function<void(RowRange RowRanges::*, RowRange)> onShowRows = [](RowRange RowRanges::*, RowRange) {};
     PanelActions panel;
     QStringList pressed; ///< actions in order: "restartService", "copySecret a.url", …
     int appeared = 0;    ///< windows on the screen

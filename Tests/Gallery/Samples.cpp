@@ -45,8 +45,8 @@ QDateTime presentTime() {
 
 } // namespace
 
-PanelContent contentOf(const PanelState& state) {
-    return panelContent(state, presentTime());
+PanelContent contentOf(const PanelState& state, const RowRanges& ranges) {
+    return panelContent(state, presentTime(), ranges);
 }
 
 OnboardingContent contentOf(const OnboardingState& state) {

@@ -8,7 +8,7 @@
 namespace tunedeck {
 
 /// What is shown for a state at the present time of all samples.
-PanelContent contentOf(const PanelState& state);
+PanelContent contentOf(const PanelState& state, const RowRanges& ranges = {});
 OnboardingContent contentOf(const OnboardingState& state);
 
 /// Typical states of the panel and of the first-run window, for screenshots and view tests.

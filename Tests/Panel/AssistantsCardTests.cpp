@@ -13,7 +13,7 @@ PanelState stateWith(std::vector<AssistantLink> links) {
 }
 
 LinkRowView row(const PanelState& state) {
-    return assistantsCard(state, moment()).links.at(0);
+    return assistantsCard(state, moment()).links.rows.at(0);
 }
 
 AssistantLink pairing(std::optional<QString> expiresAt) {
@@ -51,7 +51,7 @@ TEST(LinkRow, ShowsTheSecretsOfEachKindMaskedOrRevealed) {
     phone.token = u"secret-token"_s;
     PanelState state = stateWith({claude, phone});
     state.copied = u"s.key"_s;
-    const auto rows = assistantsCard(state, moment()).links;
+    const auto rows = assistantsCard(state, moment()).links.rows;
     EXPECT_EQ(textOf(rows[0]), "id: c | name: Claude | detail: · not used yet | "
                                "description: Claude · not used yet | renew: New URL… | "
                                "shownValue: https://x.example/u/k7Qx…/mcp | key: c.url | "
@@ -74,8 +74,8 @@ TEST(LinkRow, ShowsTheSecretsOfEachKindMaskedOrRevealed) {
     state.revealSecrets = true;
     const AssistantsView revealed = assistantsCard(state, moment());
     EXPECT_EQ(revealed.revealSymbol, u"eye.slash");
-    EXPECT_EQ(revealed.links[0].urlField.shownValue, u"https://x.example/u/k7QxPz81mWv0aVh8Kd/mcp");
-    EXPECT_EQ(revealed.links[1].keyField.shownValue, u"secret-token");
+    EXPECT_EQ(revealed.links.rows[0].urlField.shownValue, u"https://x.example/u/k7QxPz81mWv0aVh8Kd/mcp");
+    EXPECT_EQ(revealed.links.rows[1].keyField.shownValue, u"secret-token");
 }
 
 TEST(LinkRow, FollowsItsUseAndPairing) {
@@ -110,7 +110,7 @@ TEST(LinkRow, DescribesControlsOfLinksWithTheSameNameDifferently) {
     claude.url = u"https://x.example/u/abcdef/mcp"_s;
     AssistantLink chat = claude;
     chat.kind = u"chatgpt"_s;
-    const auto rows = assistantsCard(stateWith({claude, claude, chat}), moment()).links;
+    const auto rows = assistantsCard(stateWith({claude, claude, chat}), moment()).links.rows;
     EXPECT_EQ(rows[0].menu.description, u"Claude, 1 of 2 · not used yet");
     EXPECT_EQ(rows[1].urlField.description, u"Copy this assistant's private URL (Claude, 2 of 2)");
     EXPECT_NE(rows[0].guideDescription, rows[1].guideDescription);

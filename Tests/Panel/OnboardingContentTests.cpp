@@ -35,7 +35,7 @@ TEST(ToolsStep, FollowsTheInstallation) {
     const auto texts = [&] {
         const OnboardingContent content = contentAt(OnboardingStep::tools, state);
         QStringList all{content.waitingText, content.installText, content.repairButton};
-        for (const ToolRowView& tool : content.tools) {
+        for (const ToolRowView& tool : content.tools.rows) {
             all << QString::fromStdString(textOf(tool)).section(u" | "_s, 1);
         }
         return all;

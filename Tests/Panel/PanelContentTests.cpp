@@ -1,5 +1,7 @@
 #include "Tests/Helpers/Test.h"
 #include "Tests/Panel/Fixtures.h"
+#include "TunedeckMenu/Panel/FirstRun/OnboardingContent.h"
+#include "TunedeckMenu/Panel/FirstRun/OnboardingState.h"
 
 namespace tunedeck::test {
 
@@ -46,6 +48,56 @@ TEST(PanelContent, ShowsADisabledCloudBeforeItsConnection) {
     }
 }
 
+TEST(PanelContent, ShowsOnlyTheBeginningOfLongTextsAndPartsOfLongLists) {
+    const QString longText = QString(u"e\u0301\n"_s).repeated(100'000);
+    ServiceStatus status = goodStatus();
+    for (QString* text : {&status.version, &status.downloadDir, &status.importXml}) {
+        *text = longText;
+    }
+    status.cloud.connected.reset();
+    status.downloadDirWritable = false;
+    status.downloadDirError = longText;
+    status.recentJobs = {{.jobId = u"j"_s, .state = u"failed"_s, .playlist = longText, .message = longText}};
+    status.rekordboxDb = ServiceStatus::Library{
+        .pending = {500, {.id = u"p"_s, .createdAt = {}, .summary = longText}},
+        .failed = {500, {.id = u"f"_s, .summary = longText, .error = longText}},
+        .currentVersion = longText,
+        .backups = {500, {.version = longText, .createdAt = {}, .reason = longText}},
+    };
+    PanelState state;
+    state.service = ServiceState::running(status);
+    state.actionError = longText;
+    state.toolbox = ToolboxReport{.tools = {500, {.name = longText, .wanted = longText}}, .error = longText};
+    state.links = {500, link("a", "gemini")};
+    for (AssistantLink& link : state.links) {
+        link.label = link.url = longText;
+    }
+    const PanelContent content = panelContent(state, moment(), {.links = {.first = 490, .size = 40}});
+    EXPECT_EQ(content.assistants.links.before, 460);
+    EXPECT_EQ(content.assistants.links.rows.size(), 40);
+    EXPECT_TRUE(content.assistants.links.rows[0].menu.description.contains(u", 461 of 500"));
+    EXPECT_EQ(content.rekordbox.failed.rows.size() + content.rekordbox.failed.after, 500);
+
+    const auto expectShort = [](const auto& view) {
+        const std::remove_cvref_t<decltype(view)> usual;
+        for (const QString& member : members(view.staticMetaObject, &view, &usual)) {
+            EXPECT_TRUE(member.startsWith(u"id: ") || member.size() < 3200) << member.left(80).toStdString();
+        }
+    };
+    expectShort(content);
+    expectShort(content.recent.jobs.at(0));
+    expectShort(content.assistants.links.rows.at(0));
+    expectShort(content.rekordbox.failed.rows.at(0));
+    expectShort(content.rekordbox.backups.rows.at(0));
+    EXPECT_FALSE(content.recent.jobs.at(0).playlist.contains(u'\n'));
+
+    OnboardingState firstRun{.toolbox = state.toolbox, .baseline = {Baseline::Later{longText}}, .error = longText};
+    expectShort(onboardingContent(firstRun, moment()));
+    expectShort(onboardingContent(firstRun, moment()).tools.rows.at(0));
+    firstRun.step = OnboardingStep::rekordbox;
+    expectShort(onboardingContent(firstRun, moment()));
+}
+
 TEST(PanelContent, EachCardFollowsItsOwnBusyFlag) {
     for (bool PanelState::* busyFlag : {&PanelState::linksBusy, &PanelState::libraryBusy, &PanelState::isRestarting}) {
         PanelState state;
@@ -56,7 +108,7 @@ TEST(PanelContent, EachCardFollowsItsOwnBusyFlag) {
         const PanelContent content = panelContent(state, moment());
         const AssistantsView& assistants = content.assistants;
         EXPECT_EQ(
-            (QList<bool>{assistants.busy, assistants.links.at(0).pairing.busy, content.rekordbox.busy,
+            (QList<bool>{assistants.busy, assistants.links.rows.at(0).pairing.busy, content.rekordbox.busy,
                          content.notRunning.starting, content.footer.restarting}),
             (QList<bool>{state.linksBusy, state.linksBusy, state.libraryBusy, state.isRestarting, state.isRestarting}));
     }

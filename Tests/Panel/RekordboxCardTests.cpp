@@ -68,16 +68,16 @@ TEST(RekordboxCard, ShowsTheLastErrorOnlyWhileChangesWait) {
 TEST(RekordboxCard, BackupsCanBeRestoredOnlyWhileRekordboxIsClosed) {
     Library library;
     library.backups = {backup(u"1.2.0"_s, ago(305)), backup(u"1.1.0"_s, u"long ago"_s), backup(u"1.2.0"_s, ago(1))};
-    const auto row = [&](qsizetype i, bool busy = false) { return textOf(card(library, busy).backups.at(i)); };
-    EXPECT_EQ(row(0), "version: 1.2.0 | date: 5 minutes ago | badge: Latest | reason: Before a change | "
+    const auto row = [&](qsizetype i, bool busy = false) { return textOf(card(library, busy).backups.rows.at(i)); };
+    EXPECT_EQ(row(0), "id: 1.2.0 | version: 1.2.0 | date: 5 minutes ago | badge: Latest | reason: Before a change | "
                       "help: Restore the library to v1.2.0 | canRestore: true");
-    EXPECT_EQ(row(1), "version: 1.1.0 | reason: Before a change | "
+    EXPECT_EQ(row(1), "id: 1.1.0 | version: 1.1.0 | reason: Before a change | "
                       "help: Restore the library to v1.1.0 | canRestore: true");
-    EXPECT_EQ(card(library).backups[2].badge, u"Latest") << "same version as the first";
-    EXPECT_EQ(row(1, true), "version: 1.1.0 | reason: Before a change | "
+    EXPECT_EQ(card(library).backups.rows[2].badge, u"Latest") << "same version as the first";
+    EXPECT_EQ(row(1, true), "id: 1.1.0 | version: 1.1.0 | reason: Before a change | "
                             "help: Restore the library to v1.1.0. Another change to the library is under way.");
     library.rekordboxRunning = true;
-    EXPECT_EQ(row(1), "version: 1.1.0 | reason: Before a change | "
+    EXPECT_EQ(row(1), "id: 1.1.0 | version: 1.1.0 | reason: Before a change | "
                       "help: Restore the library to v1.1.0. Quit Rekordbox to restore a backup.");
 }
 
@@ -93,8 +93,9 @@ TEST(RekordboxCard, ShowsWhatTheServiceReports) {
                             "dismissButton: Dismiss | applyButton: Applying… | busy: true | "
                             "busyHelp: Another change to the library is under way. | backupsTitle: Backups (1) | "
                             "xmlText: rekordbox xml | xmlButton: Show | xmlHelp: /srv/music/tunedeck.xml");
-    ASSERT_EQ(busy.failed.size(), 1);
-    EXPECT_EQ(textOf(busy.failed[0]), "shown: true | text: Couldn't apply “Rename it” | detail: It is locked. | id: 7");
+    ASSERT_EQ(busy.failed.rows.size(), 1);
+    EXPECT_EQ(textOf(busy.failed.rows[0]),
+              "shown: true | text: Couldn't apply “Rename it” | detail: It is locked. | id: 7");
     EXPECT_EQ(textOf(card(pendingLibrary(0, true))),
               "hasLibrary: true | headline: Up to date · Rekordbox is open | tone: Good | "
               "backupsTitle: Backups (0) | backupsNote: Quit Rekordbox to restore a backup. | xmlText: rekordbox xml | "

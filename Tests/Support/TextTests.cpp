@@ -47,6 +47,7 @@ TEST_F(TextTest, CutsOnlyBetweenUserPerceivedCharacters) {
     EXPECT_EQ(cut(text, 4), u"a🇩🇪👨‍👩‍👧e\u0301"_s);
     EXPECT_EQ(cut(text, 500), text);
     EXPECT_EQ(cut(QString(5, QChar(0xd83d)), 2).size(), 2);
+    EXPECT_EQ(cut(u'e' + QString(100'000, QChar(0x301)), 2).size(), 64) << "endless combining marks";
 }
 
 TEST_F(TextTest, RoundsRelativeDatesAndCountsElapsedDays) {

@@ -278,7 +278,7 @@ TEST_F(ControlTests, ALinksMenuWorksByKeyboardAndMouse) {
     // A refresh keeps an open menu open; choosing an entry closes it.
     click(control(u"More"_s, u"Claude"_s));
     PanelContent later = contentOf(samples::usual());
-    later.assistants.links.first().detail = u"· used 6 minutes ago"_s;
+    later.assistants.links.rows.first().detail = u"· used 6 minutes ago"_s;
     setContent(later);
     click(control(u"Disconnect"_s));
     EXPECT_EQ(host.pressed, QStringList{u"disconnectLink a"_s});
@@ -297,7 +297,7 @@ TEST_F(ControlTests, ALinksMenuWorksByKeyboardAndMouse) {
     EXPECT_TRUE(runUntil([this] { return controls(u"Disconnect"_s).isEmpty(); }));
     views->showPopover({});
     click(control(u"More"_s, u"Claude"_s));
-    later.assistants.links.removeFirst();
+    later.assistants.links.rows.removeFirst();
     setContent(later);
     EXPECT_TRUE(controls(u"Disconnect"_s).isEmpty());
 }

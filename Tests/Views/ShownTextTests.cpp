@@ -86,8 +86,8 @@ TEST_F(TextTests, ThePanelShowsEveryTextAndNoOther) {
             backups.first().press();
             wait(1);
         }
-        expectOnScreen(Texts(panel, panel.recent.jobs, panel.assistants.links, panel.assistants.connect,
-                             panel.rekordbox.failed, panel.rekordbox.backups));
+        expectOnScreen(Texts(panel, panel.recent.jobs, panel.assistants.links.rows, panel.assistants.connect,
+                             panel.rekordbox.failed.rows, panel.rekordbox.backups.rows));
         views.reset();
     }
 }
@@ -97,7 +97,7 @@ TEST_F(TextTests, TheFirstRunShowsEveryTextAndNoOther) {
         const OnboardingContent page = contentOf(state);
         SCOPED_TRACE(name.toStdString());
         onboarding(page);
-        expectOnScreen(Texts(page, page.tools, page.assistants));
+        expectOnScreen(Texts(page, page.tools.rows, page.assistants));
         views.reset();
     }
 }

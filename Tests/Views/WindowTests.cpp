@@ -150,7 +150,7 @@ TEST_F(WindowTests, CardsFadeOutWithTheirTextAndAnOpenGroupGrowsAtOnce) {
     wait(400);
     const auto bottom = [this] { return control(u"Show"_s).geometry.bottom(); };
     const int before = bottom();
-    content.rekordbox.backups << BackupRowView{.version = u"0.9.0"_s, .button = u"Restore"_s};
+    content.rekordbox.backups.rows << BackupRowView{.version = u"0.9.0"_s, .button = u"Restore"_s};
     setContent(content);
     wait(30);
     const int after = bottom();
@@ -164,7 +164,7 @@ TEST_F(WindowTests, DrawsCodesIconsAndTones) {
     red.fill(Qt::red);
     host.icon = red;
     PanelContent content = contentOf(samples::troubled());
-    TelegramPairingView& pairing = content.assistants.links.last().pairing;
+    TelegramPairingView& pairing = content.assistants.links.rows.last().pairing;
     mainWindow(content).resize(front().width(), 2000);
     wait(100);
     const auto code = QRCode::image(pairing.startUrl);
@@ -213,11 +213,11 @@ TEST_F(WindowTests, ARefreshKeepsRowsAndTheirFocus) {
     next.recent.jobs.prepend(
         JobRowView{.id = u"9"_s, .symbol = u"clock.fill"_s, .playlist = u"Sunday"_s, .trailing = u"now"_s});
     next.recent.jobs.removeLast();
-    next.rekordbox.backups.prepend(next.rekordbox.backups.first());
-    next.rekordbox.backups.first().version = u"1.4.0"_s;
-    next.rekordbox.backups.first().help = u"Restore v1.4.0"_s;
-    next.assistants.links.swapItemsAt(0, 1);
-    next.assistants.links.last().urlField.button = u"Copied"_s;
+    next.rekordbox.backups.rows.prepend(next.rekordbox.backups.rows.first());
+    next.rekordbox.backups.rows.first().id = u"1.4.0"_s;
+    next.rekordbox.backups.rows.first().help = u"Restore v1.4.0"_s;
+    next.assistants.links.rows.swapItemsAt(0, 1);
+    next.assistants.links.rows.last().urlField.button = u"Copied"_s;
     setContent(next);
 
     EXPECT_EQ(control(u"Restore"_s, u"v1.2.0"_s).item(), restore);
@@ -229,17 +229,66 @@ TEST_F(WindowTests, ARefreshKeepsRowsAndTheirFocus) {
     EXPECT_LT(texts().indexOf(u"Sunday"_s), texts().indexOf(u"Disco Edits 2026"_s));
 }
 
+TEST_F(WindowTests, EveryRowOfALongListIsReachableThoughFewExist) {
+    constexpr int count = 3000;
+    PanelState state = samples::usual();
+    ServiceStatus::Library& library = *samples::status(state).rekordboxDb;
+    for (int i = 0; i < count; ++i) {
+        const QString error(1 + i % 7 * 40, u'e'); // rows of different heights
+        library.failed.push_back({u"c%1"_s.arg(i), u"Change %1"_s.arg(i), error});
+        state.links.push_back(samples::link(u"l%1"_s.arg(i), Assistant::claude));
+    }
+    RowRanges ranges;
+    host.onShowRows = [&](RowRange RowRanges::* list, RowRange range) {
+        ranges.*list = range;
+        views->setContent(contentOf(state, ranges));
+    };
+    mainWindow(contentOf(state)).resize(front().width(), 600);
+    const auto press = [this](Qt::Key pressed) {
+        key(pressed);
+        wait(30);
+    };
+    for (int i = 0; i < 4; ++i) {
+        press(Qt::Key_End); // again, because the heights of rows are estimated until they exist
+    }
+    QSet<int> seen;
+    for (int page = 0; page < 15; ++page) {
+        const QRect window(front().position(), front().size());
+        const QList<Element> all = elements();
+        EXPECT_LT(all.size(), 1000);
+        for (const Element& each : all) {
+            static const QRegularExpression change(u"Change ([0-9]+)"_s);
+            if (const auto match = change.match(each.name); match.hasMatch() && window.intersects(each.geometry)) {
+                seen.insert(match.captured(1).toInt());
+            }
+        }
+        press(Qt::Key_PageUp);
+    }
+    EXPECT_TRUE(seen.contains(count - 1));
+    EXPECT_GT(seen.size(), 50);
+    EXPECT_EQ(*std::ranges::min_element(seen), count - seen.size()) << "a row was skipped";
+
+    press(Qt::Key_Home);
+    int tabs = 0;
+    const auto hasReached = [this] { return focusName(QAccessible::Description).contains(u"Claude, 100 of"_s); };
+    while (tabs < 500 && !hasReached()) {
+        key(Qt::Key_Tab);
+        ++tabs;
+    }
+    EXPECT_LT(tabs, 500) << "the keyboard reaches links that didn't exist at first";
+}
+
 TEST_F(WindowTests, RowsComeAndGoWhileTheWindowIsResized) {
     QQuickWindow& window = mainWindow(contentOf(samples::crowded()));
     press(u"Backups (60)"_s);
     for (int round = 0; round < 60; ++round) {
         PanelContent content = round % 3 == 0 ? contentOf(samples::usual()) : contentOf(samples::crowded());
         content.recent.jobs = content.recent.jobs.mid(round % 4);
-        content.assistants.links = content.assistants.links.mid(round % 5);
+        content.assistants.links.rows = content.assistants.links.rows.mid(round % 5);
         content.assistants.connect = contentOf(samples::checking()).assistants.connect.mid(round % 3);
         window.resize(window.width(), 400 + round * 37 % 500);
         setContent(content);
-        EXPECT_EQ(controls(u"Restore"_s).size(), content.rekordbox.backups.size()) << round;
+        EXPECT_EQ(controls(u"Restore"_s).size(), content.rekordbox.backups.rows.size()) << round;
     }
 }
 

@@ -1,6 +1,7 @@
 #include "TunedeckMenu/Actions/LibraryActions.h"
 
 #include "TunedeckCore/Support/Text/Text.h"
+#include "TunedeckMenu/Panel/ShownText.h"
 
 #include <algorithm>
 
@@ -27,9 +28,9 @@ const Backup* backupOf(const ServiceStatus::Library& library, const QString& ver
 Confirmation restoreQuestion(const Backup& backup) {
     const auto date = backup.date();
     return {
-        .message = u"Restore your Rekordbox library to v%1?"_s.arg(backup.version),
+        .message = u"Restore your Rekordbox library to v%1?"_s.arg(oneLine(backup.version)),
         .informativeText = u"This puts back the backup"_s + (date ? u" from "_s + dateAndTime(*date) : QString()) +
-                           u": “"_s + backup.reason +
+                           u": “"_s + oneLine(backup.reason) +
                            u"”.\n\nYour current library is backed up first, so you can undo this from the "
                            "same list. Keep Rekordbox closed until it finishes."_s,
         .confirmButton = u"Restore"_s,

@@ -2,6 +2,7 @@
 
 #include "TunedeckCore/Locations/WebEndpoint.h"
 #include "TunedeckMenu/Actions/OpenUrl.h"
+#include "TunedeckMenu/Panel/ShownText.h"
 
 #include <utility>
 
@@ -15,6 +16,10 @@ bool isShortcut(const AssistantLink& link) {
     return link.assistant() == Assistant::iphone;
 }
 
+QString nameOf(const AssistantLink& link) {
+    return oneLine(link.displayName());
+}
+
 /// The copy key of a link's secret, as in SecretFieldView.
 QString copyKey(const AssistantLink& link) {
     return link.id + (isShortcut(link) ? u".key"_s : u".url"_s);
@@ -22,9 +27,9 @@ QString copyKey(const AssistantLink& link) {
 
 Confirmation rotateQuestion(const AssistantLink& link) {
     const auto word = isShortcut(link) ? u"key"_s : u"URL"_s;
-    const auto place = isShortcut(link) ? u"your Shortcut"_s : link.displayName();
+    const auto place = isShortcut(link) ? u"your Shortcut"_s : nameOf(link);
     return {
-        .message = u"Make a new %1 for %2?"_s.arg(word, link.displayName()),
+        .message = u"Make a new %1 for %2?"_s.arg(word, nameOf(link)),
         .informativeText = u"The current %1 stops working right away. Put the new one into %2 to keep "
                            "using Tunedeck there."_s.arg(word, place),
         .confirmButton = isShortcut(link) ? u"New Key"_s : u"New URL"_s,
@@ -35,8 +40,8 @@ Confirmation rotateQuestion(const AssistantLink& link) {
 Confirmation newCodeQuestion(const AssistantLink& link) {
     return {
         .message = u"Pair a different Telegram chat?"_s,
-        .informativeText = link.displayName() + u" stops working with Tunedeck right away. Scan the new "
-                                                "code to pair again."_s,
+        .informativeText = nameOf(link) + u" stops working with Tunedeck right away. Scan the new "
+                                          "code to pair again."_s,
         .confirmButton = u"New Code"_s,
         .cancelButton = u"Cancel"_s,
     };
@@ -45,7 +50,7 @@ Confirmation newCodeQuestion(const AssistantLink& link) {
 Confirmation disconnectQuestion(const AssistantLink& link) {
     const bool telegram = link.assistant() == Assistant::telegram;
     return {
-        .message = u"Disconnect %1?"_s.arg(link.displayName()),
+        .message = u"Disconnect %1?"_s.arg(nameOf(link)),
         .informativeText = telegram ? u"The bot stops answering that chat right away. You can pair again later."_s
                                     : u"It stops working with Tunedeck right away. You can connect it again later."_s,
         .confirmButton = u"Disconnect"_s,

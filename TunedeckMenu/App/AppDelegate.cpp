@@ -49,8 +49,10 @@ AppDelegate::AppDelegate(MenuServices services, Desktop desktop, QObject* parent
                      },
                  .startUpdateChecks = [this] { m_updates.start(); }})
     , m_updates(m_model, m_services.clock)
-    , m_follow(m_services.clock, m_services.status, m_notifier,
-               [this](const std::optional<ServiceStatus>& status) { m_icon->statusFetched(status); }) {
+    , m_follow(m_services.clock, m_services.status, m_notifier, [this](const std::optional<ServiceStatus>& status) {
+        m_icon->statusFetched(status);
+        m_heap.trim();
+    }) {
     connect(&m_windows, &WindowController::onboardingFinished, this, &AppDelegate::showWindow);
     m_services.confirm = [this](const Confirmation& question, std::function<void(bool)> answer) {
         m_windows.confirm(question, std::move(answer));

@@ -10,6 +10,7 @@
 #include "TunedeckMenu/Background/UpdateLoop.h"
 #include "TunedeckMenu/Model/MenuModel.h"
 #include "TunedeckMenu/Model/MenuServices.h"
+#include "TunedeckMenu/Platform/HeapTrimmer.h"
 #include "TunedeckMenu/Windows/WindowController.h"
 
 #include <QCoroTask>
@@ -63,6 +64,7 @@ private:
     StartUp m_startUp;
     UpdateLoop m_updates;
     std::optional<IconController> m_icon;
+    HeapTrimmer m_heap;
     FollowLoop m_follow;
     TaskScope m_scope;
 };

@@ -1,5 +1,7 @@
 #include "TunedeckMenu/Panel/HeaderView.h"
 
+#include "TunedeckMenu/Panel/ShownText.h"
+
 using namespace Qt::StringLiterals;
 
 namespace tunedeck {
@@ -31,7 +33,7 @@ QString statusLine(const ServiceState& service) {
         return u"Running · cloud off"_s;
     }
     if (!status->cloud.connected) {
-        return u"Running · v"_s + status->version;
+        return u"Running · v"_s + oneLine(status->version);
     }
     return *status->cloud.connected ? u"Running · connected to the cloud"_s : u"Running · cloud not reachable yet"_s;
 }

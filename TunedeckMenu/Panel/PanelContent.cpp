@@ -4,16 +4,16 @@
 
 namespace tunedeck {
 
-PanelContent panelContent(const PanelState& state, const QDateTime& now) {
+PanelContent panelContent(const PanelState& state, const QDateTime& now, const RowRanges& ranges) {
     return {
         .header = headerView(state.service),
         .hiddenIcon = {.shown = state.menuBarIcon.kind == MenuBarIconVisibility::Kind::hidden},
         .notRunning = notRunningCard(state.service, state.isRestarting),
         .recent = recentCard(state.service, now),
         .tools = toolsNotice(state.toolbox),
-        .assistants = assistantsCard(state, now),
+        .assistants = assistantsCard(state, now, ranges.links),
         .downloads = downloadsCard(state.service, state.customFolder, state.home),
-        .rekordbox = rekordboxCard(state.service, state.libraryBusy, now),
+        .rekordbox = rekordboxCard(state.service, state.libraryBusy, now, ranges),
         .about = aboutCard(state.appVersion, state.update, now),
         .banner = actionBanner(state.actionError, state.actionNote),
         .footer = {.opensAtLogin = state.opensAtLogin, .restarting = state.isRestarting},

@@ -11,6 +11,7 @@
 #include "TunedeckMenu/Panel/Cards/ToolsNotice.h"
 #include "TunedeckMenu/Panel/FooterView.h"
 #include "TunedeckMenu/Panel/HeaderView.h"
+#include "TunedeckMenu/Panel/RowSlice.h"
 #include "TunedeckMenu/Panel/ViewProperty.h"
 
 #include <QDateTime>
@@ -38,6 +39,7 @@ struct PanelContent {
     bool operator==(const PanelContent&) const = default;
 };
 
-PanelContent panelContent(const PanelState& state, const QDateTime& now);
+/// `ranges`: the rows of long lists to include.
+PanelContent panelContent(const PanelState& state, const QDateTime& now, const RowRanges& ranges = {});
 
 } // namespace tunedeck

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TunedeckMenu/Panel/PanelActions.h"
+#include "TunedeckMenu/Panel/RowSlice.h"
 
 #include <QIcon>
 #include <QString>
@@ -14,6 +15,8 @@ public:
     virtual PanelActions& actions() = 0;
     /// The icon of the file or folder at a path.
     virtual QIcon fileIcon(const QString& path) = 0;
+    /// Includes another part of a long list in the content.
+    virtual void showRows(RowRange RowRanges::* list, RowRange range) = 0;
 };
 
 } // namespace tunedeck

@@ -7,6 +7,12 @@
 
 namespace tunedeck {
 
+namespace {
+
+constexpr qsizetype maxIcons = 16;
+
+} // namespace
+
 using namespace Qt::StringLiterals;
 
 WindowController::WindowController(Parts parts, QObject* parent) : QObject(parent), m_parts(parts) {
@@ -90,7 +96,15 @@ void WindowController::confirm(const Confirmation& question, std::function<void(
     }
 }
 
+void WindowController::showRows(RowRange RowRanges::* list, RowRange range) {
+    m_ranges.*list = range;
+    list == &RowRanges::tools ? updateOnboarding() : updateContent();
+}
+
 QIcon WindowController::fileIcon(const QString& path) {
+    if (m_icons.size() > maxIcons) { // the service chooses the paths
+        m_icons.clear();
+    }
     const auto known = m_icons.constFind(path);
     return known != m_icons.constEnd() ? *known : *m_icons.insert(path, m_parts.services.workspace.icon(path));
 }
@@ -104,11 +118,12 @@ void WindowController::updateContentSoon() {
 
 void WindowController::updateContent() {
     m_updatePending = false;
-    m_views->setContent(panelContent(m_parts.model.state(), m_parts.services.clock.now()));
+    m_views->setContent(panelContent(m_parts.model.state(), m_parts.services.clock.now(), m_ranges));
 }
 
 void WindowController::updateOnboarding() {
-    m_views->setOnboardingContent(onboardingContent(m_onboarding->state(), m_parts.services.clock.now()));
+    m_views->setOnboardingContent(
+        onboardingContent(m_onboarding->state(), m_parts.services.clock.now(), m_ranges.tools));
 }
 
 } // namespace tunedeck

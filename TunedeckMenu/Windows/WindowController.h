@@ -48,6 +48,7 @@ public:
 
     PanelActions& actions() override { return m_parts.panel; }
     QIcon fileIcon(const QString& path) override;
+    void showRows(RowRange RowRanges::* list, RowRange range) override;
 
 Q_SIGNALS:
     /// The first run is done and its window is closed.
@@ -62,6 +63,7 @@ private:
 
     Parts m_parts;
     QHash<QString, QIcon> m_icons;
+    RowRanges m_ranges;
     std::unique_ptr<OnboardingModel> m_onboarding; ///< while the first-run window exists
     bool m_hasBeenShown = false;
     bool m_updatePending = false;

@@ -131,9 +131,9 @@ void Screen::key(Qt::Key key, Qt::KeyboardModifiers modifiers) const {
     wait(1);
 }
 
-QString Screen::focusName() const {
+QString Screen::focusName(QAccessible::Text text) const {
     QAccessibleInterface* const access = QAccessible::queryAccessibleInterface(focus());
-    return access != nullptr ? access->text(QAccessible::Name) : QString();
+    return access != nullptr ? access->text(text) : QString();
 }
 
 void Screen::wait(int milliseconds) {

@@ -42,7 +42,7 @@ protected:
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const;
     /// The item with the keyboard focus, or the window's content item.
     [[nodiscard]] QQuickItem* focus() const { return front().activeFocusItem(); }
-    [[nodiscard]] QString focusName() const;
+    [[nodiscard]] QString focusName(QAccessible::Text text = QAccessible::Name) const;
 
     /// Runs the event loop for this time.
     static void wait(int milliseconds);

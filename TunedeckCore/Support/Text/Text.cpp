@@ -140,17 +140,20 @@ QString cut(const QString& text, int count) {
     if (text.size() <= count) {
         return text;
     }
+    // A character may have any number of combining marks.
+    const qsizetype bound = count * qsizetype{32};
+    const QStringView head = QStringView(text).left(bound);
     auto status = U_ZERO_ERROR;
     const std::unique_ptr<icu::BreakIterator> characters(
         icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
     if (U_FAILURE(status)) {
         return text.left(count);
     }
-    const icu::UnicodeString alias(false, reinterpret_cast<const char16_t*>(text.utf16()),
-                                   static_cast<std::int32_t>(text.size()));
+    const icu::UnicodeString alias(false, reinterpret_cast<const char16_t*>(head.utf16()),
+                                   static_cast<std::int32_t>(head.size()));
     characters->setText(alias);
     const auto end = characters->next(count);
-    return end == icu::BreakIterator::DONE ? text : text.left(end);
+    return end == icu::BreakIterator::DONE ? head.toString() : text.left(end);
 }
 
 QString relativeDate(const QDateTime& date, const QDateTime& now) {

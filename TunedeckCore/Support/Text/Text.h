@@ -21,7 +21,8 @@ QString joined(const QStringList& parts);
 /// The text without Unicode spaces and tabs at its ends. Line breaks stay.
 QStringView trimmingSpaces(QStringView text);
 
-/// The first `count` user-perceived characters. Never splits a flag or a family emoji.
+/// The first `count` user-perceived characters, but at most 32 times as many code units. Never splits a flag or a
+/// family emoji.
 QString cut(const QString& text, int count);
 
 /// The text with U+FFFD for each control character except tab (C0, DEL, C1, and those that change the direction of

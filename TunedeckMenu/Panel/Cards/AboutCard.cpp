@@ -1,6 +1,7 @@
 #include "TunedeckMenu/Panel/Cards/AboutCard.h"
 
 #include "TunedeckCore/Support/Text/Text.h"
+#include "TunedeckMenu/Panel/ShownText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -23,7 +24,7 @@ struct DescribeUpdate {
     }
     void operator()(const UpdateState::Available& state) const {
         card.updateText = u"Tunedeck %1 is available."_s.arg(state.release.version);
-        card.updateDetail = state.release.notes.value_or(QString());
+        card.updateDetail = paragraph(state.release.notes.value_or(QString()));
         card.updateButton = u"Update to "_s + state.release.version;
     }
     void operator()(const UpdateState::Installing& state) const {
@@ -32,7 +33,7 @@ struct DescribeUpdate {
         card.progress = state.progress.value_or(-1);
     }
     void operator()(const UpdateState::Failed& state) const {
-        card.updateText = u"Couldn't check for updates: "_s + state.message;
+        card.updateText = u"Couldn't check for updates: "_s + paragraph(state.message);
     }
 };
 

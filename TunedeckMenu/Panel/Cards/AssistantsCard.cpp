@@ -22,7 +22,7 @@ void describeCloud(AssistantsView& card, const ServiceStatus::Cloud& cloud) {
 
 } // namespace
 
-AssistantsView assistantsCard(const PanelState& state, const QDateTime& now) {
+AssistantsView assistantsCard(const PanelState& state, const QDateTime& now, RowRange links) {
     AssistantsView card{
         .revealSymbol = state.revealSecrets ? u"eye.slash"_s : u"eye"_s,
         .busy = state.linksBusy,
@@ -34,7 +34,7 @@ AssistantsView assistantsCard(const PanelState& state, const QDateTime& now) {
         card.emptyText = u"Connect one, then ask for tracks or playlist changes from your phone, even while "
                          "this Mac sleeps."_s;
     }
-    card.links = linkRows(state, now);
+    card.links = linkRows(state, now, links);
     for (const Assistant assistant : allAssistants) {
         if (std::ranges::none_of(state.links, [&](const auto& link) { return link.assistant() == assistant; })) {
             card.connect << connectRow(assistant, u"plus"_s, state.linksBusy);

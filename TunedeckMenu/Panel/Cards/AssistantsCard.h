@@ -2,6 +2,7 @@
 
 #include "TunedeckMenu/Panel/Cards/ConnectRow.h"
 #include "TunedeckMenu/Panel/Cards/LinkRow.h"
+#include "TunedeckMenu/Panel/RowSlice.h"
 #include "TunedeckMenu/Panel/ViewProperty.h"
 
 #include <QDateTime>
@@ -16,13 +17,13 @@ struct AssistantsView {
     VIEW_PROPERTY(QString, revealLabel); ///< empty when there is nothing to reveal
     VIEW_PROPERTY(QString, emptyText);   ///< empty when there are links
     VIEW_PROPERTY(bool, busy) = false;
-    QList<LinkRowView> links;
+    RowSlice<LinkRowView> links;
     QList<ConnectRowView> connect;
     VIEW_PROPERTY(QString, cloudText); ///< empty when there is no cloud line
     VIEW_PROPERTY(tunedeck::look::Tone, cloudTone) = look::Tone::Secondary;
     bool operator==(const AssistantsView&) const = default;
 };
 
-AssistantsView assistantsCard(const PanelState& state, const QDateTime& now);
+AssistantsView assistantsCard(const PanelState& state, const QDateTime& now, RowRange links = {});
 
 } // namespace tunedeck

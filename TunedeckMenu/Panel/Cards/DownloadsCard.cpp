@@ -1,6 +1,7 @@
 #include "TunedeckMenu/Panel/Cards/DownloadsCard.h"
 
 #include "TunedeckCore/Locations/Paths.h"
+#include "TunedeckMenu/Panel/ShownText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -12,7 +13,7 @@ BannerView folderWarning(const ServiceStatus* status, const std::optional<QStrin
     BannerView banner{.tone = look::Tone::Warning};
     if (status && !status->downloadDirWritable) {
         banner.shown = true;
-        banner.text = status->downloadDirError.value_or(u"tunedeck can't write to this folder."_s);
+        banner.text = paragraph(status->downloadDirError.value_or(u"tunedeck can't write to this folder."_s));
         return banner;
     }
     const std::optional<QString> folder = status ? std::optional(status->downloadDir) : customFolder;
@@ -36,9 +37,9 @@ DownloadsView downloadsCard(const ServiceState& service, const std::optional<QSt
         .defaultButton = custom ? u"Use Default"_s : QString(),
     };
     if (status) {
-        card.folderPath = status->downloadDir;
+        card.folderPath = oneLine(status->downloadDir);
         card.folderTitle = u"Show in Finder"_s;
-        card.folderSubtitle = abbreviatingHome(status->downloadDir, home);
+        card.folderSubtitle = oneLine(abbreviatingHome(status->downloadDir, home));
     } else {
         card.stoppedText = u"Start tunedeck to see where songs are saved."_s;
     }

@@ -3,10 +3,9 @@
 #include "TunedeckCore/Locations/WebEndpoint.h"
 #include "TunedeckCore/Masking.h"
 #include "TunedeckCore/Support/Text/Text.h"
+#include "TunedeckMenu/Panel/ShownText.h"
 
 #include <QHash>
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -33,8 +32,8 @@ void describePrivateUrl(LinkRowView& row, const AssistantLink& link, const Panel
     row.menu.renew = u"New URL…"_s;
     if (link.url) {
         const QString key = link.id + u".url"_s;
-        row.urlField =
-            privateUrlField(key, state.revealSecrets ? *link.url : maskingSecretPath(*link.url), state.copied == key);
+        row.urlField = privateUrlField(key, oneLine(state.revealSecrets ? *link.url : maskingSecretPath(*link.url)),
+                                       state.copied == key);
     } else {
         row.text = u"Made on another Mac or before a reinstall: choose New URL to get one here."_s;
     }
@@ -51,7 +50,7 @@ void describeShortcut(LinkRowView& row, const AssistantLink& link, const PanelSt
     }
     row.text = u"Build the Shortcut on your iPhone with these."_s;
     const auto field = [&](const QString& label, const QString& suffix, const QString& shown) {
-        return shortcutField(label, link.id + suffix, shown, state.copied == link.id + suffix);
+        return shortcutField(label, link.id + suffix, oneLine(shown), state.copied == link.id + suffix);
     };
     if (link.apiUrl) {
         row.urlField = field(u"URL"_s, u".url"_s, *link.apiUrl);
@@ -76,7 +75,7 @@ void describeTelegram(LinkRowView& row, const AssistantLink& link, const PanelSt
 LinkRowView linkRow(const AssistantLink& link, const PanelState& state, const QDateTime& now) {
     LinkRowView row{
         .id = link.id,
-        .name = link.displayName(),
+        .name = oneLine(link.displayName()),
         .detail = usage(link, now),
         .connected = link.isConnected(),
     };
@@ -91,26 +90,28 @@ LinkRowView linkRow(const AssistantLink& link, const PanelState& state, const QD
     return row;
 }
 
-/// The link's name, numbered when several links have the same name.
-QString uniqueName(const QList<LinkRowView>& links, qsizetype index) {
-    const auto hasSameName = [&](const LinkRowView& link) { return link.name == links[index].name; };
-    const auto count = std::ranges::count_if(links, hasSameName);
-    const auto before = std::count_if(links.begin(), links.begin() + index, hasSameName);
-    return count == 1 ? links[index].name : u"%1, %2 of %3"_s.arg(links[index].name).arg(before + 1).arg(count);
-}
-
 /// Gives controls unique accessible descriptions: the help, with the link's name when several controls share the help.
-void makeDescriptionsUnique(QList<LinkRowView>& links) {
+/// Links of the same name are numbered.
+void makeDescriptionsUnique(RowSlice<LinkRowView>& links, const PanelState& state, const QDateTime& now) {
     QHash<QString, int> helps;
-    for (const LinkRowView& link : links) {
-        ++helps[link.guideHelp];
-        ++helps[link.pairing.openHelp];
-        ++helps[link.urlField.help];
-        ++helps[link.keyField.help];
+    QHash<QString, int> names;
+    QHash<QString, int> numbers;
+    int index = 0;
+    for (const AssistantLink& link : state.links) { // also those outside of the slice
+        const LinkRowView row = linkRow(link, state, now);
+        ++helps[row.guideHelp];
+        ++helps[row.pairing.openHelp];
+        ++helps[row.urlField.help];
+        ++helps[row.keyField.help];
+        ++names[row.name];
+        if (index++ < links.before) {
+            ++numbers[row.name];
+        }
     }
-    for (qsizetype i = 0; i < links.size(); ++i) {
-        LinkRowView& link = links[i];
-        const QString name = uniqueName(links, i);
+    for (LinkRowView& link : links.rows) {
+        const QString number = QString::number(++numbers[link.name]);
+        const int count = names.value(link.name);
+        const QString name = count == 1 ? link.name : u"%1, %2 of %3"_s.arg(link.name, number, QString::number(count));
         const auto uniqueDescription = [&](const QString& help) {
             return !help.isEmpty() && helps.value(help) > 1 ? u"%1 (%2)"_s.arg(help, name) : help;
         };
@@ -126,13 +127,11 @@ void makeDescriptionsUnique(QList<LinkRowView>& links) {
 
 } // namespace
 
-QList<LinkRowView> linkRows(const PanelState& state, const QDateTime& now) {
-    QList<LinkRowView> rows;
-    for (const AssistantLink& link : state.links) {
-        rows << linkRow(link, state, now);
-    }
-    makeDescriptionsUnique(rows);
-    return rows;
+RowSlice<LinkRowView> linkRows(const PanelState& state, const QDateTime& now, RowRange range) {
+    auto links = RowSlice<LinkRowView>::of(state.links, range,
+                                           [&](const AssistantLink& link) { return linkRow(link, state, now); });
+    makeDescriptionsUnique(links, state, now);
+    return links;
 }
 
 QString guideTitle() {

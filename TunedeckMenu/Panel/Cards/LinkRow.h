@@ -4,10 +4,10 @@
 #include "TunedeckMenu/Panel/Cards/TelegramPairing.h"
 #include "TunedeckMenu/Panel/Look.h"
 #include "TunedeckMenu/Panel/PanelState.h"
+#include "TunedeckMenu/Panel/RowSlice.h"
 #include "TunedeckMenu/Panel/ViewProperty.h"
 
 #include <QDateTime>
-#include <QList>
 
 namespace tunedeck {
 
@@ -41,7 +41,7 @@ struct LinkRowView {
 };
 
 /// One row per link. Accessible descriptions are unique among the rows.
-QList<LinkRowView> linkRows(const PanelState& state, const QDateTime& now);
+RowSlice<LinkRowView> linkRows(const PanelState& state, const QDateTime& now, RowRange range);
 /// Title and help of the link to an assistant's setup guide.
 QString guideTitle();
 QString guideHelp(Assistant assistant);

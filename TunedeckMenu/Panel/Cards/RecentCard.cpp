@@ -1,6 +1,7 @@
 #include "TunedeckMenu/Panel/Cards/RecentCard.h"
 
 #include "TunedeckCore/Support/Text/Text.h"
+#include "TunedeckMenu/Panel/ShownText.h"
 
 #include <algorithm>
 
@@ -16,9 +17,9 @@ JobRowView jobRow(const ServiceStatus::Job& job, const QDateTime& now) {
     JobRowView row{
         .id = job.jobId,
         .symbol = u"clock.fill"_s,
-        .playlist = job.playlist,
+        .playlist = oneLine(job.playlist),
         .stateName = u"Waiting"_s,
-        .message = job.message,
+        .message = paragraph(job.message),
     };
     if (job.state == u"done") {
         row.symbol = u"checkmark.circle.fill"_s;

@@ -2,6 +2,9 @@
 
 #include "TunedeckCore/Support/Text/Text.h"
 #include "TunedeckCore/Support/Text/Time.h"
+#include "TunedeckMenu/Panel/ShownText.h"
+
+#include <ranges>
 
 using namespace Qt::StringLiterals;
 
@@ -10,6 +13,9 @@ namespace tunedeck {
 namespace {
 
 using Library = ServiceStatus::Library;
+
+/// More don't fit into the lines of the card.
+constexpr int maxSummaries = 100;
 
 const auto closeRekordbox = u"Quit Rekordbox to restore a backup."_s;
 const auto otherChange = u"Another change to the library is under way."_s;
@@ -32,16 +38,16 @@ QString headline(const Library& library) {
 QString detail(const Library& library, const QDateTime& now) {
     if (library.pending.empty()) {
         const auto& applied = library.lastApplied;
-        return applied ? joined({applied->summary, relative(applied->at, now)}) : QString();
+        return applied ? joined({oneLine(applied->summary), relative(applied->at, now)}) : QString();
     }
     if (library.lastError) {
-        return u"Last try failed: "_s + *library.lastError;
+        return u"Last try failed: "_s + paragraph(*library.lastError);
     }
     QStringList summaries;
-    for (const Library::Pending& change : library.pending) {
-        summaries << change.summary;
+    for (const Library::Pending& change : library.pending | std::views::take(maxSummaries)) {
+        summaries << oneLine(change.summary);
     }
-    return joined(summaries);
+    return paragraph(joined(summaries));
 }
 
 look::Tone tone(const Library& library) {
@@ -51,27 +57,24 @@ look::Tone tone(const Library& library) {
     return library.rekordboxRunning || library.lastError ? look::Tone::Warning : look::Tone::Accent;
 }
 
-QList<BannerView> failedChanges(const Library& library) {
-    QList<BannerView> banners;
-    for (const Library::Failed& change : library.failed) {
-        banners << BannerView{
-            .shown = true,
-            .text = u"Couldn't apply “%1”"_s.arg(change.summary),
-            .detail = change.error,
-            .tone = look::Tone::Warning,
-            .id = change.id,
-        };
-    }
-    return banners;
+BannerView failedChange(const Library::Failed& change) {
+    return {
+        .shown = true,
+        .text = u"Couldn't apply “%1”"_s.arg(oneLine(change.summary)),
+        .detail = paragraph(change.error),
+        .tone = look::Tone::Warning,
+        .id = change.id,
+    };
 }
 
 BackupRowView backupRow(const Library::Backup& backup, const Library& library, bool busy, const QDateTime& now) {
     BackupRowView row{
-        .version = backup.version,
+        .id = backup.version,
+        .version = oneLine(backup.version),
         .date = relative(backup.createdAt, now),
         .badge = backup.version == library.backups.front().version ? u"Latest"_s : QString(),
-        .reason = backup.reason,
-        .help = u"Restore the library to v"_s + backup.version,
+        .reason = oneLine(backup.reason),
+        .help = u"Restore the library to v"_s + oneLine(backup.version),
         .canRestore = !library.rekordboxRunning && !busy,
     };
     if (!row.canRestore) {
@@ -80,17 +83,18 @@ BackupRowView backupRow(const Library::Backup& backup, const Library& library, b
     return row;
 }
 
-void describeLibrary(RekordboxView& card, const Library& library, bool busy, const QDateTime& now) {
+void describeLibrary(RekordboxView& card, const Library& library, bool busy, const QDateTime& now,
+                     const RowRanges& ranges) {
     card.hasLibrary = true;
     if (library.currentVersion) {
-        card.badge = u"Library v"_s + *library.currentVersion;
+        card.badge = u"Library v"_s + oneLine(*library.currentVersion);
         card.badgeHelp = u"Semver of your Rekordbox library's latest backup"_s;
     }
     card.headline = headline(library);
     card.tone = tone(library);
     card.detail = detail(library, now);
-    card.failed = failedChanges(library);
-    if (!card.failed.isEmpty()) {
+    card.failed = RowSlice<BannerView>::of(library.failed, ranges.failedChanges, failedChange);
+    if (!library.failed.empty()) {
         card.retryButton = u"Retry"_s;
         card.dismissButton = u"Dismiss"_s;
     }
@@ -103,14 +107,14 @@ void describeLibrary(RekordboxView& card, const Library& library, bool busy, con
     if (library.rekordboxRunning) {
         card.backupsNote = closeRekordbox;
     }
-    for (const Library::Backup& backup : library.backups) {
-        card.backups << backupRow(backup, library, busy, now);
-    }
+    const auto rowOf = [&](const Library::Backup& backup) { return backupRow(backup, library, busy, now); };
+    card.backups = RowSlice<BackupRowView>::of(library.backups, ranges.backups, rowOf);
 }
 
 } // namespace
 
-RekordboxView rekordboxCard(const ServiceState& service, bool libraryBusy, const QDateTime& now) {
+RekordboxView rekordboxCard(const ServiceState& service, bool libraryBusy, const QDateTime& now,
+                            const RowRanges& ranges) {
     RekordboxView card;
     const ServiceStatus* status = service.status();
     if (!status) {
@@ -118,11 +122,11 @@ RekordboxView rekordboxCard(const ServiceState& service, bool libraryBusy, const
         return card;
     }
     if (status->rekordboxDb) {
-        describeLibrary(card, *status->rekordboxDb, libraryBusy, now);
+        describeLibrary(card, *status->rekordboxDb, libraryBusy, now, ranges);
     }
     card.xmlText = u"rekordbox xml"_s;
     card.xmlButton = u"Show"_s;
-    card.xmlHelp = status->importXml;
+    card.xmlHelp = oneLine(status->importXml);
     return card;
 }
 

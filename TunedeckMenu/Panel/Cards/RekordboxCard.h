@@ -2,16 +2,17 @@
 
 #include "TunedeckMenu/Panel/Banner.h"
 #include "TunedeckMenu/Panel/Look.h"
+#include "TunedeckMenu/Panel/RowSlice.h"
 #include "TunedeckMenu/Panel/ServiceState.h"
 #include "TunedeckMenu/Panel/ViewProperty.h"
 
 #include <QDateTime>
-#include <QList>
 
 namespace tunedeck {
 
 struct BackupRowView {
     Q_GADGET
+    VIEW_PROPERTY(QString, id); ///< the whole version, which names the backup
     VIEW_PROPERTY(QString, version);
     VIEW_PROPERTY(QString, date);
     VIEW_PROPERTY(QString, badge); ///< "Latest" or empty
@@ -31,7 +32,7 @@ struct RekordboxView {
     VIEW_PROPERTY(QString, headline);
     VIEW_PROPERTY(tunedeck::look::Tone, tone) = look::Tone::Secondary;
     VIEW_PROPERTY(QString, detail); ///< may be empty
-    QList<BannerView> failed;
+    RowSlice<BannerView> failed;
     VIEW_PROPERTY(QString, retryButton); ///< empty unless a change failed
     VIEW_PROPERTY(QString, dismissButton);
     VIEW_PROPERTY(QString, applyButton); ///< empty when there is nothing to apply
@@ -39,13 +40,14 @@ struct RekordboxView {
     VIEW_PROPERTY(QString, busyHelp); ///< why the buttons are disabled; empty when they aren't
     VIEW_PROPERTY(QString, backupsTitle);
     VIEW_PROPERTY(QString, backupsNote); ///< why backups can't be restored; empty when they can be
-    QList<BackupRowView> backups;
+    RowSlice<BackupRowView> backups;
     VIEW_PROPERTY(QString, xmlText);
     VIEW_PROPERTY(QString, xmlButton); ///< empty unless the service is running
     VIEW_PROPERTY(QString, xmlHelp);
     bool operator==(const RekordboxView&) const = default;
 };
 
-RekordboxView rekordboxCard(const ServiceState& service, bool libraryBusy, const QDateTime& now);
+RekordboxView rekordboxCard(const ServiceState& service, bool libraryBusy, const QDateTime& now,
+                            const RowRanges& ranges = {});
 
 } // namespace tunedeck

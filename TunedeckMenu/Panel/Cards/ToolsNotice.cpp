@@ -1,6 +1,7 @@
 #include "TunedeckMenu/Panel/Cards/ToolsNotice.h"
 
 #include "TunedeckCore/Support/Text/Text.h"
+#include "TunedeckMenu/Panel/ShownText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,8 +12,11 @@ namespace tunedeck {
 
 namespace {
 
+/// More don't fit into the card.
+constexpr qsizetype maxNames = 100;
+
 QString installDetail(const ToolboxReport& toolbox) {
-    QStringList parts{toolbox.step.value_or(QString())};
+    QStringList parts{oneLine(toolbox.step.value_or(QString()))};
     if (toolbox.progress) {
         parts << u"%1 %"_s.arg(std::lround(std::clamp(*toolbox.progress, 0.0, 1.0) * 100));
     }
@@ -29,12 +33,12 @@ ToolsNoticeView toolsNotice(const std::optional<ToolboxReport>& toolbox) {
     card.shown = true;
     QStringList missing;
     for (const ToolboxReport::Tool& tool : toolbox->all()) {
-        if (!tool.ready && !missing.contains(tool.name)) {
-            missing << tool.name;
+        if (!tool.ready && missing.size() < maxNames && !missing.contains(tool.name)) {
+            missing << oneLine(tool.name);
         }
     }
     if (!missing.isEmpty()) {
-        card.text = u"Missing: "_s + missing.join(u", "_s);
+        card.text = u"Missing: "_s + paragraph(missing.join(u", "_s));
     }
     if (toolbox->installing) {
         card.badge = u"Installing"_s;
@@ -45,7 +49,7 @@ ToolsNoticeView toolsNotice(const std::optional<ToolboxReport>& toolbox) {
     } else {
         card.badge = u"Needs repair"_s;
         card.badgeTone = look::Tone::Warning;
-        card.detail = toolbox->error.value_or(QString());
+        card.detail = paragraph(toolbox->error.value_or(QString()));
         card.button = u"Repair Tools"_s;
     }
     return card;

@@ -3,6 +3,7 @@
 #include "TunedeckCore/Support/Text/Text.h"
 #include "TunedeckMenu/Panel/Cards/LinkRow.h"
 #include "TunedeckMenu/Panel/FirstRun/OnboardingState.h"
+#include "TunedeckMenu/Panel/ShownText.h"
 
 #include <variant>
 
@@ -13,9 +14,9 @@ namespace tunedeck {
 namespace {
 
 ToolRowView toolRow(const ToolboxReport::Tool& tool, bool installing) {
-    ToolRowView row{.name = tool.name};
+    ToolRowView row{.name = oneLine(tool.name)};
     if (tool.ready) {
-        row.state = tool.displayVersion().value_or(u"Ready"_s);
+        row.state = oneLine(tool.displayVersion().value_or(u"Ready"_s));
         row.symbol = u"checkmark.circle.fill"_s;
         row.tone = look::Tone::Good;
     } else if (installing) {
@@ -29,7 +30,7 @@ ToolRowView toolRow(const ToolboxReport::Tool& tool, bool installing) {
     return row;
 }
 
-void describeTools(OnboardingContent& content, const OnboardingState& state) {
+void describeTools(OnboardingContent& content, const OnboardingState& state, RowRange range) {
     content.text = u"Tunedeck downloads the free tools it uses (yt-dlp, spotdl, ffmpeg) from their "
                    "official sources and keeps them up to date. About 250 MB, once."_s;
     if (!state.status) {
@@ -39,14 +40,13 @@ void describeTools(OnboardingContent& content, const OnboardingState& state) {
         return;
     }
     const auto& report = *state.toolbox;
-    for (const auto& tool : report.all()) {
-        content.tools.append(toolRow(tool, report.installing));
-    }
+    const auto rowOf = [&](const ToolboxReport::Tool& tool) { return toolRow(tool, report.installing); };
+    content.tools = RowSlice<ToolRowView>::of(report.all(), range, rowOf);
     if (report.installing) {
-        content.installText = report.step.value_or(u"Installing…"_s);
+        content.installText = paragraph(report.step.value_or(u"Installing…"_s));
         content.progress = report.progress.value_or(-1);
     } else if (!report.allReady()) {
-        content.installText = report.error.value_or(QString());
+        content.installText = paragraph(report.error.value_or(QString()));
         content.repairButton = u"Repair Tools"_s;
     }
 }
@@ -60,13 +60,13 @@ void describeBaseline(OnboardingContent& content, const OnboardingState& state) 
     }
     if (const auto* done = std::get_if<Baseline::Done>(&baseline)) {
         content.baselineText = u"Your library v%1 is backed up. Every change is backed up first; restore "
-                               "any time from the menu."_s.arg(done->version);
+                               "any time from the menu."_s.arg(oneLine(done->version));
         content.baselineSymbol = u"checkmark.shield.fill"_s;
         content.baselineTone = look::Tone::Good;
         return;
     }
     if (const auto* later = std::get_if<Baseline::Later>(&baseline)) {
-        content.baselineText = later->reason;
+        content.baselineText = paragraph(later->reason);
         content.baselineSymbol = u"clock.fill"_s;
         content.baselineButton = u"Back Up Now"_s;
     }
@@ -79,7 +79,7 @@ void describeBaseline(OnboardingContent& content, const OnboardingState& state) 
 
 void describeRekordbox(OnboardingContent& content, const OnboardingState& state) {
     if (state.rekordbox) {
-        content.rekordboxName = joined({state.rekordbox->name, state.rekordbox->version.value_or(QString())});
+        content.rekordboxName = oneLine(joined({state.rekordbox->name, state.rekordbox->version.value_or(QString())}));
         content.text = u"New songs and playlist changes go straight into your Rekordbox library (a "
                        "Tunedeck folder in Playlists). With Rekordbox open, they appear under rekordbox "
                        "xml and land in the library when you quit it."_s;
@@ -102,12 +102,12 @@ void describeLink(OnboardingContent& content, const OnboardingState& state, cons
         const bool isShortcut = assistant == Assistant::iphone;
         content.pasteText = u"Paste this into "_s + facts.name;
         if (isShortcut && link.apiUrl) {
-            content.urlField = shortcutField(u"URL"_s, u"url"_s, *link.apiUrl, state.copied);
+            content.urlField = shortcutField(u"URL"_s, u"url"_s, oneLine(*link.apiUrl), state.copied);
         } else if (!isShortcut && link.url) {
-            content.urlField = privateUrlField(u"url"_s, *link.url, state.copied);
+            content.urlField = privateUrlField(u"url"_s, oneLine(*link.url), state.copied);
         }
         if (isShortcut && link.token) {
-            content.keyField = shortcutField(u"Key"_s, u"key"_s, *link.token, state.keyCopied);
+            content.keyField = shortcutField(u"Key"_s, u"key"_s, oneLine(*link.token), state.keyCopied);
         }
         content.guideTitle = guideTitle();
         content.guideHelp = guideHelp(assistant);
@@ -138,17 +138,17 @@ void describeAssistants(OnboardingContent& content, const OnboardingState& state
 
 } // namespace
 
-OnboardingContent onboardingContent(const OnboardingState& state, const QDateTime& now) {
+OnboardingContent onboardingContent(const OnboardingState& state, const QDateTime& now, RowRange tools) {
     OnboardingContent content;
     content.step = static_cast<int>(state.step);
     content.stepLabel = u"Step %1 of %2"_s.arg(content.step + 1).arg(content.stepCount);
     content.title = title(state.step);
-    content.error = state.error.value_or(QString());
+    content.error = paragraph(state.error.value_or(QString()));
     content.backButton = state.step == OnboardingStep::tools ? QString() : u"Back"_s;
     content.nextButton = state.step == OnboardingStep::assistant ? u"Done"_s : u"Continue"_s;
     switch (state.step) {
     case OnboardingStep::tools:
-        describeTools(content, state);
+        describeTools(content, state, tools);
         break;
     case OnboardingStep::rekordbox:
         describeRekordbox(content, state);

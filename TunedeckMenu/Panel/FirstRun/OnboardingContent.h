@@ -4,6 +4,7 @@
 #include "TunedeckMenu/Panel/Cards/SecretField.h"
 #include "TunedeckMenu/Panel/Cards/TelegramPairing.h"
 #include "TunedeckMenu/Panel/Look.h"
+#include "TunedeckMenu/Panel/RowSlice.h"
 #include "TunedeckMenu/Panel/ViewProperty.h"
 
 #include <QDateTime>
@@ -33,7 +34,7 @@ struct OnboardingContent {
 
     // The tools step.
     VIEW_PROPERTY(QString, waitingText); ///< until the first status arrives
-    QList<ToolRowView> tools;
+    RowSlice<ToolRowView> tools;
     VIEW_PROPERTY(QString, installText); ///< the installation step or its error
     VIEW_PROPERTY(double, progress) = -1;
     VIEW_PROPERTY(QString, repairButton);
@@ -68,6 +69,7 @@ struct OnboardingContent {
     bool operator==(const OnboardingContent&) const = default;
 };
 
-OnboardingContent onboardingContent(const OnboardingState& state, const QDateTime& now);
+/// `tools`: the rows of a long list of tools to include.
+OnboardingContent onboardingContent(const OnboardingState& state, const QDateTime& now, RowRange tools = {});
 
 } // namespace tunedeck

@@ -24,17 +24,14 @@ Card {
         width: parent.width
     }
 
-    Column {
+    RowColumn {
+        model: Panel.links
         spacing: Theme.spacing
-        visible: children.length > 1
+        visible: count > 0
         width: parent.width
 
-        Repeater {
-            model: Panel.links
-
-            LinkRow {
-                width: parent.width
-            }
+        delegate: LinkRow {
+            width: parent.width
         }
     }
 

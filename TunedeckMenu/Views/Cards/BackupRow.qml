@@ -72,6 +72,6 @@ Item {
         hint: row.view.help
         label: row.view.button
 
-        onClicked: Panel.actions.restoreBackup(row.view.version)
+        onClicked: Panel.actions.restoreBackup(row.view.id)
     }
 }

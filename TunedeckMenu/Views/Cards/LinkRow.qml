@@ -84,38 +84,58 @@ Column {
         width: parent.width
     }
 
-    SecretField {
-        view: row.view.urlField
+    // Most rows have few of these parts.
+    Loader {
+        active: row.view.urlField.key !== ""
+        visible: active
         width: parent.width
 
-        onCopied: Panel.actions.copySecret(view.key)
+        sourceComponent: SecretField {
+            view: row.view.urlField
+
+            onCopied: Panel.actions.copySecret(view.key)
+        }
     }
 
-    SecretField {
-        view: row.view.keyField
+    Loader {
+        active: row.view.keyField.key !== ""
+        visible: active
         width: parent.width
 
-        onCopied: Panel.actions.copySecret(view.key)
+        sourceComponent: SecretField {
+            view: row.view.keyField
+
+            onCopied: Panel.actions.copySecret(view.key)
+        }
     }
 
-    TelegramPairing {
-        view: row.view.pairing
-        visible: view.shown
+    Loader {
+        active: row.view.pairing.shown
+        visible: active
         width: parent.width
 
-        onNewCodePressed: Panel.actions.newTelegramCode(row.view.id)
-        onOpenPressed: Panel.actions.openTelegram(row.view.id)
+        sourceComponent: TelegramPairing {
+            view: row.view.pairing
+
+            onNewCodePressed: Panel.actions.newTelegramCode(row.view.id)
+            onOpenPressed: Panel.actions.openTelegram(row.view.id)
+        }
     }
 
-    PushButton {
-        borderless: true
-        hint: row.view.guideHelp
-        label: row.view.guideTitle
-        role: Accessible.Link
+    Loader {
+        active: row.view.guideTitle !== ""
+        visible: active
         x: -6
 
-        Accessible.description: row.view.guideDescription
+        sourceComponent: PushButton {
+            borderless: true
+            hint: row.view.guideHelp
+            label: row.view.guideTitle
+            role: Accessible.Link
 
-        onClicked: Panel.actions.openSetupGuide(row.view.id)
+            Accessible.description: row.view.guideDescription
+
+            onClicked: Panel.actions.openSetupGuide(row.view.id)
+        }
     }
 }

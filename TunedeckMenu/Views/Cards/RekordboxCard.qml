@@ -46,10 +46,12 @@ Card {
         visible: card.view.retryButton !== ""
         width: parent.width
 
-        Repeater {
+        RowColumn {
             model: Panel.failedChanges
+            spacing: 6
+            width: parent.width
 
-            Banner {
+            delegate: Banner {
                 required property bannerView view
 
                 detail: view.detail
@@ -100,10 +102,12 @@ Card {
             spacing: 10
             topPadding: 4
 
-            Repeater {
+            RowColumn {
                 model: Panel.backups
+                spacing: 10
+                width: parent.width
 
-                BackupRow {
+                delegate: BackupRow {
                     width: parent.width
                 }
             }

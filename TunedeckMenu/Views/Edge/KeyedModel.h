@@ -1,6 +1,8 @@
 #pragma once
 
-#include <QAbstractListModel>
+#include "TunedeckMenu/Panel/RowSlice.h"
+#include "TunedeckMenu/Views/Edge/RowModel.h"
+
 #include <QHash>
 #include <QList>
 #include <QSet>
@@ -10,7 +12,7 @@ namespace tunedeck {
 /// A list model that keeps the rows of equal identity across updates, so that hover, focus and open menus survive. Its
 /// only role, "view", is the row, a gadget with ==. `identity`: the member that identifies a row.
 template<typename Row>
-class KeyedModel : public QAbstractListModel {
+class KeyedModel : public RowModel {
 public:
     explicit KeyedModel(QString Row::* identity) : m_identity(identity) {}
 
@@ -24,6 +26,12 @@ public:
     }
 
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override { return {{Qt::UserRole, "view"}}; }
+
+    /// Like assign() for all rows of a slice.
+    void assignSlice(const RowSlice<Row>& slice) {
+        assign(slice.rows);
+        setSurroundings(slice.before, slice.after);
+    }
 
     /// Replaces the rows by removing, inserting, moving and updating single ones; equal rows notify nobody.
     void assign(const QList<Row>& rows) {

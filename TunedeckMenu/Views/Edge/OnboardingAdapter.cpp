@@ -2,7 +2,8 @@
 
 namespace tunedeck {
 
-OnboardingAdapter::OnboardingAdapter(QQmlEngine& engine) : QObject(&engine) {
+OnboardingAdapter::OnboardingAdapter(PanelHost& host, QQmlEngine& engine) : QObject(&engine) {
+    m_tools.onRequest = [&host](RowRange range) { host.showRows(&RowRanges::tools, range); };
     QJSEngine::setObjectOwnership(this, QJSEngine::CppOwnership);
 }
 
@@ -11,7 +12,7 @@ OnboardingAdapter* OnboardingAdapter::create(QQmlEngine* engine, QJSEngine*) {
 }
 
 void OnboardingAdapter::setContent(const OnboardingContent& content) {
-    m_tools.assign(content.tools);
+    m_tools.assignSlice(content.tools);
     m_assistants.assign(content.assistants);
     if (m_content != content) {
         m_content = content;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TunedeckMenu/Panel/PanelHost.h"
 #include "TunedeckMenu/Views/Edge/KeyedModel.h"
 #include "TunedeckMenu/Views/Edge/Types.h"
 
@@ -15,11 +16,11 @@ class OnboardingAdapter : public QObject {
     QML_SINGLETON
     Q_PROPERTY(tunedeck::OnboardingActions* actions READ actions NOTIFY actionsChanged)
     Q_PROPERTY(tunedeck::OnboardingContent content READ content NOTIFY contentChanged)
-    Q_PROPERTY(QAbstractItemModel* tools READ tools CONSTANT)
+    Q_PROPERTY(tunedeck::RowModel* tools READ tools CONSTANT)
     Q_PROPERTY(QAbstractItemModel* assistants READ assistants CONSTANT)
 public:
     /// Becomes a child of `engine`, where create() finds it.
-    explicit OnboardingAdapter(QQmlEngine& engine);
+    OnboardingAdapter(PanelHost& host, QQmlEngine& engine);
     static OnboardingAdapter* create(QQmlEngine* engine, QJSEngine*);
 
     void setContent(const OnboardingContent& content);
@@ -28,7 +29,7 @@ public:
 
     [[nodiscard]] OnboardingActions* actions() const { return m_actions; }
     [[nodiscard]] OnboardingContent content() const { return m_content; }
-    [[nodiscard]] QAbstractItemModel* tools() { return &m_tools; }
+    [[nodiscard]] RowModel* tools() { return &m_tools; }
     [[nodiscard]] QAbstractItemModel* assistants() { return &m_assistants; }
 
 Q_SIGNALS:

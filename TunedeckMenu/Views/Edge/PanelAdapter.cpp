@@ -1,8 +1,13 @@
 #include "TunedeckMenu/Views/Edge/PanelAdapter.h"
 
+#include <QTimer>
+
 namespace tunedeck {
 
 namespace {
+
+/// When this many rows have disappeared, their memory is worth a collection; the engine alone would keep it.
+constexpr int manyRows = 20;
 
 /// Keeps the old text of a part that is hidden now: it is still visible while it fades out.
 template<typename Part>
@@ -15,7 +20,10 @@ void keepText(const Part& old, Part& next) {
 
 } // namespace
 
-PanelAdapter::PanelAdapter(PanelActions& actions, QQmlEngine& engine) : QObject(&engine), m_actions(actions) {
+PanelAdapter::PanelAdapter(PanelHost& host, QQmlEngine& engine) : QObject(&engine), m_actions(host.actions()) {
+    m_links.onRequest = [&host](RowRange range) { host.showRows(&RowRanges::links, range); };
+    m_failed.onRequest = [&host](RowRange range) { host.showRows(&RowRanges::failedChanges, range); };
+    m_backups.onRequest = [&host](RowRange range) { host.showRows(&RowRanges::backups, range); };
     QJSEngine::setObjectOwnership(this, QJSEngine::CppOwnership);
 }
 
@@ -24,6 +32,7 @@ PanelAdapter* PanelAdapter::create(QQmlEngine* engine, QJSEngine*) {
 }
 
 void PanelAdapter::setContent(const PanelContent& next) {
+    const int oldRows = rowCount();
     PanelContent content = next;
     keepText(m_content.hiddenIcon, content.hiddenIcon);
     keepText(m_content.notRunning, content.notRunning);
@@ -32,13 +41,17 @@ void PanelAdapter::setContent(const PanelContent& next) {
     keepText(m_content.banner, content.banner);
     keepText(m_content.downloads.warning, content.downloads.warning);
     m_jobs.assign(content.recent.jobs);
-    m_links.assign(content.assistants.links);
+    m_links.assignSlice(content.assistants.links);
     m_connect.assign(content.assistants.connect);
-    m_failed.assign(content.rekordbox.failed);
-    m_backups.assign(content.rekordbox.backups);
+    m_failed.assignSlice(content.rekordbox.failed);
+    m_backups.assignSlice(content.rekordbox.backups);
     if (m_content != content) {
         m_content = content;
         Q_EMIT contentChanged();
+    }
+    if (rowCount() < oldRows - manyRows) {
+        // Later: the items of the removed rows still exist.
+        QTimer::singleShot(1000, this, [this] { qmlEngine(this)->collectGarbage(); });
     }
 }
 

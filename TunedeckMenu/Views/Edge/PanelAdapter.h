@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TunedeckMenu/Panel/PanelContent.h"
+#include "TunedeckMenu/Panel/PanelHost.h"
 #include "TunedeckMenu/Views/Edge/KeyedModel.h"
 #include "TunedeckMenu/Views/Edge/Types.h"
 
@@ -17,13 +18,13 @@ class PanelAdapter : public QObject {
     Q_PROPERTY(tunedeck::PanelActions* actions READ actions CONSTANT)
     Q_PROPERTY(tunedeck::PanelContent content READ content NOTIFY contentChanged)
     Q_PROPERTY(QAbstractItemModel* jobs READ jobs CONSTANT)
-    Q_PROPERTY(QAbstractItemModel* links READ links CONSTANT)
+    Q_PROPERTY(tunedeck::RowModel* links READ links CONSTANT)
     Q_PROPERTY(QAbstractItemModel* connectRows READ connectRows CONSTANT)
-    Q_PROPERTY(QAbstractItemModel* failedChanges READ failedChanges CONSTANT)
-    Q_PROPERTY(QAbstractItemModel* backups READ backups CONSTANT)
+    Q_PROPERTY(tunedeck::RowModel* failedChanges READ failedChanges CONSTANT)
+    Q_PROPERTY(tunedeck::RowModel* backups READ backups CONSTANT)
 public:
     /// Becomes a child of `engine`, where create() finds it.
-    PanelAdapter(PanelActions& actions, QQmlEngine& engine);
+    PanelAdapter(PanelHost& host, QQmlEngine& engine);
     static PanelAdapter* create(QQmlEngine* engine, QJSEngine*);
 
     /// A part that is no longer shown keeps its old text, because it is still visible while it fades out.
@@ -32,22 +33,24 @@ public:
     [[nodiscard]] PanelActions* actions() const { return &m_actions; }
     [[nodiscard]] PanelContent content() const { return m_content; }
     [[nodiscard]] QAbstractItemModel* jobs() { return &m_jobs; }
-    [[nodiscard]] QAbstractItemModel* links() { return &m_links; }
+    [[nodiscard]] RowModel* links() { return &m_links; }
     [[nodiscard]] QAbstractItemModel* connectRows() { return &m_connect; }
-    [[nodiscard]] QAbstractItemModel* failedChanges() { return &m_failed; }
-    [[nodiscard]] QAbstractItemModel* backups() { return &m_backups; }
+    [[nodiscard]] RowModel* failedChanges() { return &m_failed; }
+    [[nodiscard]] RowModel* backups() { return &m_backups; }
 
 Q_SIGNALS:
     void contentChanged();
 
 private:
+    [[nodiscard]] int rowCount() const { return m_links.rowCount() + m_failed.rowCount() + m_backups.rowCount(); }
+
     PanelActions& m_actions;
     PanelContent m_content;
     KeyedModel<JobRowView> m_jobs{&JobRowView::id};
     KeyedModel<LinkRowView> m_links{&LinkRowView::id};
     KeyedModel<ConnectRowView> m_connect{&ConnectRowView::id};
     KeyedModel<BannerView> m_failed{&BannerView::id};
-    KeyedModel<BackupRowView> m_backups{&BackupRowView::version};
+    KeyedModel<BackupRowView> m_backups{&BackupRowView::id};
 };
 
 } // namespace tunedeck

@@ -71,8 +71,8 @@ void bringToFront(QQuickWindow& window) {
 QuickViews::QuickViews(PanelHost& host, const Appearance& appearance)
     : m_host(host)
     , m_style(*new SystemStyle(m_engine))
-    , m_panelAdapter(*new PanelAdapter(host.actions(), m_engine))
-    , m_onboardingAdapter(*new OnboardingAdapter(m_engine))
+    , m_panelAdapter(*new PanelAdapter(host, m_engine))
+    , m_onboardingAdapter(*new OnboardingAdapter(host, m_engine))
     , m_icon(appIcon()) {
     m_engine.addImportPath(u"qrc:/tunedeck/qml"_s);
     [[maybe_unused]] static const bool once = [] {

@@ -16,22 +16,19 @@ Column {
 
     Plate {
         height: list.implicitHeight
-        visible: list.implicitHeight > 12
+        visible: list.count > 0
         width: parent.width
 
-        Column {
+        RowColumn {
             id: list
 
             bottomPadding: 6
+            model: Onboarding.tools
             topPadding: 6
             width: parent.width
 
-            Repeater {
-                model: Onboarding.tools
-
-                ToolRow {
-                    width: parent.width
-                }
+            delegate: ToolRow {
+                width: parent.width
             }
         }
     }
