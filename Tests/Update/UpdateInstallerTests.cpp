@@ -240,6 +240,10 @@ TEST_F(UpdateInstallerTest, MovesABundleBackThatAKilledUpdateHadMovedAside) {
     QFile::rename(installed, home.path(killed + u"/Tunedeck.app.old"_s));
     sweep();
     EXPECT_TRUE(isUntouched());
+    const auto scratch = ScratchFolder::create(installed).value();
+    QFile::rename(installed, scratch->asidePath());
+    runToEnd(scratch->remove({}));
+    EXPECT_TRUE(isUntouched()) << "after a swap that failed halfway";
     home.write(u".tunedeck-update-Gone.app-killed/Gone.app.old/file"_s, "gone");
     home.write(u".tunedeck-update-Other.app-killed/Other.app.old/file"_s, "old");
     home.write(u"Other.app/file"_s, "other");

@@ -43,6 +43,20 @@ bool rename(const QString& from, const QString& to) {
     return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
 }
 
+QString placeOf(const QString& folder) {
+    return QFileInfo(folder).path() + u'/' + bundleOf(folder);
+}
+
+/// Whether an update had moved the bundle into the folder and nothing has taken its place.
+bool hasMissingBundle(const QString& folder) {
+    return QFileInfo::exists(asideIn(folder)) && !QFileInfo::exists(placeOf(folder));
+}
+
+/// Moves the bundle back if it is missing. False on failure.
+bool restoreBundle(const QString& folder) {
+    return !hasMissingBundle(folder) || rename(asideIn(folder), placeOf(folder));
+}
+
 /// Locks the folder. The result is closed, with errno set, if another process holds the lock or on failure.
 FileDescriptor lockFolder(const QString& folder) {
     const QByteArray path = QFile::encodeName(folder + lockName);
@@ -56,9 +70,12 @@ FileDescriptor lockFolder(const QString& folder) {
     return lock;
 }
 
-/// Removes a locked folder. The lock is removed last and closed before, because FUSE keeps a removed file, and with it
-/// the folder, until it is closed.
+/// Removes a locked folder, but not with the only bundle. The lock is removed last and closed before, because FUSE
+/// keeps a removed file, and with it the folder, until it is closed.
 bool removeLocked(const QString& folder, FileDescriptor lock) {
+    if (!restoreBundle(folder)) {
+        return false;
+    }
     const auto all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
     const auto entries = QDir(folder).entryList(all);
     for (const QString& entry : entries) {
@@ -86,15 +103,13 @@ void removeStaleOf(const QFileInfo& bundle) {
         const QString folder = entry.filePath();
         const QString owner = bundleOf(folder); // empty for the folders of earlier versions
         const bool isOther = !owner.isEmpty() && owner != bundle.fileName();
-        const bool isAside = QFileInfo::exists(asideIn(folder)) && !parent.exists(owner);
-        if (entry.ownerId() != getuid() || (isOther && !isAside)) {
+        if (entry.ownerId() != getuid() || (isOther && !hasMissingBundle(folder))) {
             continue;
         }
         FileDescriptor lock = lockFolder(folder);
-        if (lock && isAside) {
-            rename(asideIn(folder), parent.filePath(owner));
-        }
-        if (lock && !isOther) {
+        if (lock && isOther) {
+            restoreBundle(folder);
+        } else if (lock) {
             removeStaleFolder(folder, std::move(lock));
         }
     }

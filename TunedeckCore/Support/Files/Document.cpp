@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include <mutex>
+#include <utility>
 
 namespace tunedeck {
 
