@@ -1,5 +1,6 @@
 #include "Tests/Helpers/TemporaryHome.h"
 #include "Tests/Helpers/Test.h"
+#include "TunedeckCore/Support/Files/FileDescriptor.h"
 #include "TunedeckCore/Support/Files/LogFile.h"
 
 #include <QFile>
@@ -24,6 +25,10 @@ TEST(LogFile, NeverBlocksOrRenamesWhatIsNoRegularFile) {
     ASSERT_EQ(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
     appendLine(fifo, u"line"_s, 0);
     EXPECT_FALSE(QFile::exists(fifo + u".1"_s));
+    const auto reader = openForReading(fifo);
+    appendLine(fifo, u"line"_s, 0);
+    char byte = 0;
+    EXPECT_EQ(readSome(reader.get(), &byte, 1), 0) << "nothing is written to it, either";
 }
 
 } // namespace tunedeck::test

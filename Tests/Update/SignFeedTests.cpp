@@ -63,8 +63,10 @@ TEST_F(SignFeed, RejectsWhatInstalledCopiesWouldReject) {
     for (auto& entry : unexecutable) {
         entry.mode &= ~0111U;
     }
-    for (const auto& entries :
-         {appEntries("1.4", identifier, "new"), appEntries("1.4.1", "com.example.other", "new"), unexecutable}) {
+    auto unnamed = appEntries("1.4.1", identifier, "new");
+    unnamed[1].contents.replace("<string>Tunedeck<", "<string>Other<");
+    for (const auto& entries : {unnamed, appEntries("1.4", identifier, "new"),
+                                appEntries("1.4.1", "com.example.other", "new"), unexecutable}) {
         folder.write(u"a.zip"_s, zip(entries));
         EXPECT_FALSE(signs(key));
     }
