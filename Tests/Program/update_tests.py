@@ -1,7 +1,10 @@
+import collections
 import os
+import random
 import signal
 import subprocess
 import threading
+import time
 import unittest
 
 import web
@@ -107,15 +110,24 @@ class UpdateJourney(Journey):
         self.quit()
         self.assertEqual(self.run_program("--version").stdout, "Tunedeck 1.4.0\n")
 
-    def test_leaves_nothing_on_a_file_system_without_an_exchange(self):
+    def use_disk_without_exchange(self, *wrapper):
+        """Puts the bundle on a FUSE file system, which also keeps removed files until they are closed. `wrapper`: a command
+        that runs the file system."""
         source, disk = self.folder / "source", self.folder / "disk"
         source.mkdir()
         disk.mkdir()
-        if subprocess.run(["bindfs", source, disk], check=False).returncode != 0:
+        server = subprocess.Popen([*wrapper, "bindfs", "-f", source, disk])
+        self.addCleanup(server.wait)
+        self.comes(lambda: os.path.ismount(disk) or server.poll() is not None)
+        if server.returncode is not None:
             self.skipTest("FUSE isn't allowed here")
         self.addCleanup(subprocess.run, ["umount", "--lazy", disk], check=True)
+        self.addCleanup(self.end_all, kills=True)  # the file system ends when nothing uses it
         self.bundle = disk / "Tunedeck.app"
         write_bundle(self.bundle, "1.4.0")
+
+    def test_leaves_nothing_on_a_file_system_without_an_exchange(self):
+        self.use_disk_without_exchange()
         self.start()
         self.opens_with("Version 1.4.0")
         old = self.processes()
@@ -130,6 +142,73 @@ class UpdateJourney(Journey):
         self.comes(lambda: self.is_replaced(old))
         self.opens_with("Version 1.4.1")
         self.comes(lambda: self.siblings() == ["Tunedeck.app"], self.siblings())
+
+    def test_nightly_survives_a_hundred_kills_without_an_exchange(self):
+        # Each rename takes 0.1 s longer, so that some of the kills hit the moment without a bundle.
+        self.use_disk_without_exchange("strace", "-f", "--seccomp-bpf", "-o", "/dev/null",
+                                       "-e", "trace=rename,renameat,renameat2",
+                                       "-e", "inject=rename,renameat,renameat2:delay_exit=100000")
+        seed = time.time_ns()
+        chance = random.Random(seed)
+        print("seed", seed)
+        self.web.publish(self.archive("!"))
+        old, fresh, other = self.folder / "old/Tunedeck.app", self.folder / "fresh/Tunedeck.app", "Other Tunedeck.app"
+        write_bundle(old, "1.4.0")
+        write_bundle(self.bundle.with_name(other), "1.4.0")
+        ends = collections.Counter()
+        for _ in range(100):
+            self.start()
+            self.comes(lambda: self.siblings() == [other, "Tunedeck.app"], "the start removes the leftovers")
+            self.opens_with("Version 1.4.0")
+            self.find_update()
+            self.press("Update to 1.4.1")
+            step = chance.choice(("lock", "update.zip", "unpacked", "home", "home"))  # of the update
+            self.comes(lambda: list(self.bundle.parent.glob(".tunedeck-update-*/" + step)), step)
+            time.sleep(chance.uniform(0, 0.6))
+            kills_all = chance.random() < 0.5
+            self.application.kill()
+            self.application.wait()
+            if not kills_all:  # what it has begun is completed
+                time.sleep(0.5)
+            self.end_all(kills=True)
+            if not self.bundle.exists():
+                self.assertTrue(kills_all, "the bundle is missing although only the application was killed")
+                self.restore_from(other)
+                ends["restored"] += 1
+            matches = [subprocess.run(["diff", "-r", self.bundle, each], stdout=subprocess.DEVNULL, check=False).returncode
+                       for each in (old, fresh)]
+            self.assertIn(0, matches, "a whole bundle")
+            ends["old" if matches[0] == 0 else "new"] += 1
+            if matches[0] != 0:
+                time.sleep(1.5)  # a shell may be about to start it
+                self.end_all(kills=True)
+                write_bundle(self.bundle, "1.4.0")
+        print(ends)
+        self.assertGreater(min(ends["old"], ends["new"]), 0, ends)
+
+    def test_nightly_keeps_the_old_version_if_the_new_one_does_not_answer(self):
+        self.archive()
+        fresh = self.folder / "fresh/Tunedeck.app"
+        (fresh / "Contents/MacOS/Tunedeck").write_text("#!/bin/sh\nyes\n")
+        self.web.publish(web.zip_bundle(fresh, self.folder / "Tunedeck.zip"))
+        self.start()
+        self.opens_with("Version 1.4.0")
+        self.find_update()
+        begin = time.monotonic()
+        self.press("Update to 1.4.1")
+        self.sees("The download doesn't contain Tunedeck.")
+        self.assertAlmostEqual(time.monotonic() - begin, 11, delta=3)
+        self.assertEqual(self.siblings(), ["Tunedeck.app"])
+        self.quit()
+        self.assertEqual(self.run_program("--version").stdout, "Tunedeck 1.4.0\n")
+
+    def restore_from(self, other):
+        """Starts another bundle in the same folder, which moves the missing one back."""
+        self.bundle, missing = self.bundle.with_name(other), self.bundle
+        self.start()
+        self.comes(missing.exists)
+        self.quit()
+        self.bundle = missing
 
     def test_is_checked_by_the_checkup_only_on_request(self):
         def finds(text, *arguments):
