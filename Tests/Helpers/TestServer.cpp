@@ -1,6 +1,6 @@
 #include "Tests/Helpers/TestServer.h"
 
-#include "Tests/Helpers/PeerClosed.h"
+#include "Tests/Helpers/Sockets.h"
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
@@ -65,8 +65,7 @@ bool Connection::send(const QByteArray& bytes) {
         if (waitFor(m_socket, POLLOUT, m_wakeUp) != Waited::Ready) {
             return false;
         }
-        const auto count = ::send(m_socket, bytes.constData() + sent, static_cast<std::size_t>(bytes.size() - sent),
-                                  MSG_NOSIGNAL | MSG_DONTWAIT);
+        const auto count = sendNow(m_socket, bytes.constData() + sent, static_cast<std::size_t>(bytes.size() - sent));
         if (count < 0 && errno != EAGAIN) {
             return false;
         }

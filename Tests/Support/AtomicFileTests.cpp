@@ -1,14 +1,12 @@
 #include "Tests/Helpers/SmallDisk.h"
 #include "Tests/Helpers/Test.h"
 #include "TunedeckCore/Support/Files/AtomicFile.h"
-#include "TunedeckCore/Support/Files/RemoveTree.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 
-#include <sys/fsuid.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -126,18 +124,6 @@ TEST_F(AtomicFileTest, CreatesFoldersUnlessAFileIsInTheWay) {
     const std::expected<void, QString> isBlocked = std::unexpected(m_path + u"/below: Not a directory"_s);
     EXPECT_EQ(createFolder(m_path + u"/below"_s), isBlocked);
     EXPECT_FALSE(createFolder(m_path));
-}
-
-TEST(RemoveTree, RemovesFoldersThatAreNotWritable) {
-    const auto user = ::setfsuid(65534); // root may write anywhere
-    const QTemporaryDir home;
-    QDir(home.path()).mkpath(u"tree/inner/folder"_s);
-    for (const auto* name : {"tree/inner", "tree"}) {
-        ::chmod(QFile::encodeName(home.filePath(QString::fromLatin1(name))).constData(), 0500);
-    }
-    EXPECT_TRUE(removeTree(home.filePath(u"tree"_s)));
-    EXPECT_FALSE(QFileInfo::exists(home.filePath(u"tree"_s)));
-    ::setfsuid(static_cast<uid_t>(user));
 }
 
 } // namespace

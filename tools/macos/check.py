@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Checks the macOS side and what both sides share, on Linux.
 
-    check.py types JOBS             type-checks the sources in folders named MacOS, against GNUstep's headers and the folder
-                                    declarations, and looks for names in shared sources that only Linux has
-    check.py portable JOBS BUILD    compiles the shared sources of a compilation database against libc++, without output
+    check.py types JOBS             type-checks the sources in folders named MacOS, against GNUstep's headers and the
+                                    folder declarations, and looks for what only Linux has in shared sources and tests
+    check.py portable JOBS BUILD    compiles shared sources and tests of a compilation database against libc++
 
 Prints the findings; exits with 1 if there are any.
 """
@@ -17,10 +17,12 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 DECLARATIONS = ROOT / "tools/macos/declarations"
-SHARED = ("TunedeckCore", "TunedeckMenu", "UpdateHelper", "DemoService")
+# What a Mac builds; of the tests, the folders and not their subfolders.
+PRODUCT = ("TunedeckCore", "TunedeckMenu", "UpdateHelper", "DemoService")
+TESTS = tuple(f"Tests/{name}" for name in ("Core", "Demo", "Helpers", "Menu", "Panel", "Support"))
 # The C headers in shared sources: those of POSIX that macOS has, and those of the libraries.
-KNOWN_HEADERS = re.compile(r"(arpa/inet|fcntl|netinet/in|pwd|signal|sys/(file|socket|stat|statvfs|types|wait)|unistd|"
-                           r"archive(_entry)?|curl/curl|httplib|libxml/.*|openssl/.*|plist/.*|qrencode|rapidjson/.*|"
+KNOWN_HEADERS = re.compile(r"(arpa/inet|fcntl|gtest/gtest|netinet/in|poll|pwd|signal|unistd|"
+                           r"sys/(file|socket|stat|statvfs|types|wait)|archive(_entry)?|curl/curl|httplib|libxml/.*|openssl/.*|plist/.*|qrencode|rapidjson/.*|"
                            r"unicode/.*|qpa/.*|QtQml/.*|QtQuick/private/.*)\.h")
 LINUX_NAMES = re.compile(r"\b(accept4|close_range|epoll_\w+|eventfd|inotify_\w+|memfd_create|MSG_NOSIGNAL|O_PATH|O_TMPFILE|"
                          r"pidfd_\w+|pipe2|prctl|QDBus\w+|quick_exit|renameat2|signalfd|SOCK_(CLOEXEC|NONBLOCK)|syncfs|"
@@ -42,10 +44,17 @@ def type_check_command(file):
             *(f"-isystem{folder}" for folder in systems), str(file)]
 
 
+def is_built_on_a_mac(file):
+    name = file.relative_to(ROOT) if file.is_relative_to(ROOT) else file
+    folder = name.parent.parent if name.parent.name == "MacOS" else name.parent
+    return "Linux" not in name.parts and (name.parts[0] in PRODUCT or str(folder) in TESTS)
+
+
 def own_files(*suffixes):
-    listed = subprocess.run(["git", "-C", ROOT, "ls-files", "--cached", "--others", "--exclude-standard", *SHARED],
+    listed = subprocess.run(["git", "-C", ROOT, "ls-files", "--cached", "--others", "--exclude-standard", *PRODUCT, *TESTS],
                             capture_output=True, text=True, check=True).stdout.splitlines()
-    return [ROOT / name for name in listed if name.endswith(suffixes) and (ROOT / name).is_file()]
+    files = [ROOT / name for name in listed if name.endswith(suffixes)]
+    return [file for file in files if file.is_file() and is_built_on_a_mac(file)]
 
 
 def linux_only(file):
@@ -81,13 +90,12 @@ def main():
     if sys.argv[1] == "types":
         sources = own_files(".cpp", ".mm", ".h")
         for file in sources:
-            if not {"Linux", "MacOS"} & set(file.parts):
+            if "MacOS" not in file.parts:
                 findings += linux_only(file)
         tasks = [(type_check_command(file), ROOT) for file in sources if "MacOS" in file.parts and file.suffix != ".h"]
     else:
         entries = json.loads((pathlib.Path(sys.argv[3]) / "compile_commands.json").read_text())
-        shared = [entry for entry in entries if pathlib.Path(entry["file"]).is_relative_to(ROOT)
-                  and pathlib.Path(entry["file"]).relative_to(ROOT).parts[0] in SHARED and "/Linux/" not in entry["file"]]
+        shared = [entry for entry in entries if is_built_on_a_mac(pathlib.Path(entry["file"]))]
         tasks = [(portable_command(entry), entry["directory"]) for entry in shared]
     if not tasks:
         sys.exit("there are no sources to check")
