@@ -75,40 +75,44 @@ TEST_F(CardJourney, StartsAStoppedService) {
 }
 
 TEST_F(CardJourney, ChoosesAndResetsTheDownloadFolder) {
+    const QByteArray usual = R"("download_dir":"/usr","import_xml":"/etc/os-release")";
+    const QByteArray custom =
+        R"("download_dir":"/srv","download_dir_source":"settings","import_xml":"/etc/os-release")";
+    serveStatus(usual);
     open();
-    go({u"Show in Finder, /music"_s, u"Change Folder…"_s});
-    EXPECT_EQ(workspace.opened.back(), QUrl::fromLocalFile(u"/music"_s));
-    EXPECT_EQ((QStringList{picker.prompt, picker.start}), (QStringList{u"Use This Folder"_s, u"/music"_s}));
+    go({u"Show in Finder, /usr"_s, u"Change Folder…"_s});
+    EXPECT_EQ(workspace.opened.back(), QUrl::fromLocalFile(u"/usr"_s));
+    EXPECT_EQ((QStringList{picker.prompt, picker.start}), (QStringList{u"Use This Folder"_s, u"/usr"_s}));
     const auto choose = std::exchange(picker.answer, nullptr);
     go({u"Change Folder…"_s});
     EXPECT_FALSE(picker.answer) << "it is still open";
     model().showError(u"It broke."_s);
-    choose(u"/sets"_s);
+    choose(u"/srv"_s);
     EXPECT_FALSE(state().actionError);
-    go({u"Show in Finder, /music"_s, u"Change Folder…"_s}); // the service hasn't read the setting yet
-    EXPECT_EQ(workspace.opened.back(), QUrl::fromLocalFile(u"/sets"_s));
-    EXPECT_EQ(picker.start, u"/sets"_s);
-    serveStatus(R"("download_dir":"/sets","download_dir_source":"settings")");
+    go({u"Show in Finder, /usr"_s, u"Change Folder…"_s}); // the service hasn't read the setting yet
+    EXPECT_EQ(workspace.opened.back(), QUrl::fromLocalFile(u"/srv"_s));
+    EXPECT_EQ(picker.start, u"/srv"_s);
+    serveStatus(custom);
     picker.answer(std::nullopt);
-    EXPECT_EQ(services.settings.downloadDir(), u"/sets"_s);
+    EXPECT_EQ(services.settings.downloadDir(), u"/srv"_s);
     poll();
-    EXPECT_TRUE(shows({u"/sets"_s, u"Custom"_s}));
-    serveStatus();
+    EXPECT_TRUE(shows({u"/srv"_s, u"Custom"_s}));
+    serveStatus(usual);
     go({u"Use Default"_s});
-    EXPECT_TRUE(shows({u"Show in Finder, /music"_s}, {u"Use Default"_s}));
+    EXPECT_TRUE(shows({u"Show in Finder, /usr"_s}, {u"Use Default"_s}));
     EXPECT_FALSE(services.settings.downloadDir());
 
-    serveStatus(R"("download_dir":"/sets","download_dir_source":"settings")");
+    serveStatus(custom);
     poll();
     ASSERT_TRUE(QFile::remove(home.path(u".tunedeck/settings.json"_s)));
     home.write(u".tunedeck/settings.json/in-the-way"_s, "x");
     go({u"Use Default"_s});
     EXPECT_TRUE(comes([this] { return line().value_or(QString()).startsWith(u"Couldn't save the folder: "); }));
     workspace.works = false;
-    go({u"Show in Finder, /sets"_s});
-    EXPECT_TRUE(comes([this] { return line() == u"Couldn't open /sets."_s; }));
+    go({u"Show in Finder, /srv"_s});
+    EXPECT_TRUE(comes([this] { return line() == u"Couldn't open /srv."_s; }));
     go({u"Show"_s});
-    EXPECT_EQ(workspace.revealed, QStringList{u"/music/import.xml"_s});
+    EXPECT_EQ(workspace.revealed, QStringList{u"/etc/os-release"_s});
 }
 
 TEST_F(CardJourney, ShowsAndCopiesSecretsAndOpensGuides) {
@@ -199,6 +203,7 @@ TEST_F(CardJourney, TheFooterAndTheDiagnosticsWork) {
     loginItem.failure.clear();
     go({u"Open at Login"_s});
     EXPECT_TRUE(comes([this] { return !line(); }));
+    home.write(u"Library/Logs/tunedeck.log"_s, "a line");
     go({u"Open Log"_s, u"Quit Tunedeck"_s});
     EXPECT_TRUE(workspace.opened.back().path().endsWith(u"/Library/Logs/tunedeck.log"));
     EXPECT_EQ(quits, 1);

@@ -1,6 +1,6 @@
 #include "TunedeckMenu/Actions/FolderActions.h"
 
-#include "TunedeckMenu/Actions/OpenUrl.h"
+#include "TunedeckMenu/Actions/Openers.h"
 
 #include <utility>
 
@@ -49,13 +49,13 @@ void FolderActions::revealDownloads() {
     const auto* status = m_model.state().service.status();
     const auto folder = m_services.settings.downloadDir().value_or(status != nullptr ? status->downloadDir : QString());
     if (!folder.isEmpty()) {
-        openUrl(QUrl::fromLocalFile(folder), m_services.workspace, m_model);
+        openFolder(folder, m_services.workspace, m_model);
     }
 }
 
 void FolderActions::revealXML() {
     if (const auto* status = m_model.state().service.status()) {
-        m_services.workspace.reveal(status->importXml);
+        revealFile(status->importXml, m_services.workspace, m_model);
     }
 }
 

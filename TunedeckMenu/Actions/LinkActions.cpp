@@ -1,7 +1,7 @@
 #include "TunedeckMenu/Actions/LinkActions.h"
 
 #include "TunedeckCore/Locations/WebEndpoint.h"
-#include "TunedeckMenu/Actions/OpenUrl.h"
+#include "TunedeckMenu/Actions/Openers.h"
 #include "TunedeckMenu/Panel/ShownText.h"
 
 #include <utility>
@@ -226,7 +226,7 @@ void LinkActions::openSetupGuide(const QString& id) {
 
 void LinkActions::openTelegram(const QString& id) {
     if (const auto* link = m_model.link(id); link != nullptr && link->url) {
-        openUrl(QUrl(*link->url), m_services.workspace, m_model);
+        openTelegramUrl(*link->url, m_services.workspace, m_model);
     }
 }
 

@@ -2,7 +2,7 @@
 
 #include "TunedeckCore/Installation/ServiceInstaller.h"
 #include "TunedeckCore/Locations/UserPaths.h"
-#include "TunedeckMenu/Actions/OpenUrl.h"
+#include "TunedeckMenu/Actions/Openers.h"
 
 #include <QStringList>
 
@@ -32,7 +32,7 @@ ServiceActions::ServiceActions(PanelActions& panel, MenuModel& model, const Menu
     connect(&panel, &PanelActions::repairTools, this, [this] { m_repair.start(); });
     connect(&panel, &PanelActions::openLog, this, [this] {
         const auto log = UserPaths(m_services.facts.home).serviceLog();
-        openUrl(QUrl::fromLocalFile(log), m_services.workspace, m_model);
+        openFile(log, m_services.workspace, m_model);
     });
 }
 

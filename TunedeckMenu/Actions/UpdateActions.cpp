@@ -1,6 +1,6 @@
 #include "TunedeckMenu/Actions/UpdateActions.h"
 
-#include "TunedeckMenu/Actions/OpenUrl.h"
+#include "TunedeckMenu/Actions/Openers.h"
 
 #include <exception>
 #include <expected>

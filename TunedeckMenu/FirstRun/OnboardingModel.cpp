@@ -1,6 +1,6 @@
 #include "TunedeckMenu/FirstRun/OnboardingModel.h"
 
-#include "TunedeckMenu/Actions/OpenUrl.h"
+#include "TunedeckMenu/Actions/Openers.h"
 
 #include <algorithm>
 #include <chrono>
@@ -191,7 +191,7 @@ void OnboardingModel::copyKey() {
 
 void OnboardingModel::openTelegram() {
     if (m_state.link && m_state.link->url) {
-        openUrl(QUrl(*m_state.link->url), m_services.workspace, *this);
+        openTelegramUrl(*m_state.link->url, m_services.workspace, *this);
     }
 }
 

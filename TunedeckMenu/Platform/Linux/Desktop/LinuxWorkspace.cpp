@@ -51,6 +51,9 @@ bool LinuxWorkspace::open(const QUrl& url) {
     }
     // Some programs don't decode file URLs.
     const auto target = url.isLocalFile() ? url.toLocalFile() : url.toString(QUrl::FullyEncoded);
+    if (target.startsWith(u'-')) { // "file:--help" would be an option
+        return false;
+    }
     for (const auto& command : openers()) {
         const auto program = QStandardPaths::findExecutable(command.first());
         if (!program.isEmpty() && startDetached(program, command.mid(1) + QStringList{target})) {
@@ -65,8 +68,9 @@ void LinuxWorkspace::reveal(const QString& path) {
                                                u"org.freedesktop.FileManager1"_s, u"ShowItems"_s);
     call.setArguments({QStringList{QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded)}, QString()});
     m_bus.call(call, 5s, this, [this, path](const QDBusMessage& reply) {
-        if (reply.type() == QDBusMessage::ErrorMessage) {
-            open(QUrl::fromLocalFile(QFileInfo(path).path()));
+        const QFileInfo folder(QFileInfo(path).path());
+        if (reply.type() == QDBusMessage::ErrorMessage && folder.isDir()) {
+            open(QUrl::fromLocalFile(folder.filePath()));
         }
     });
 }
