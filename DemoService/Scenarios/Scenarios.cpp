@@ -1,6 +1,7 @@
 #include "DemoService/Scenarios/Scenarios.h"
 
 #include "DemoService/Scenarios/Crowd.h"
+#include "DemoService/Scenarios/Hostile.h"
 
 #include <algorithm>
 #include <array>
@@ -155,6 +156,8 @@ constexpr std::array all{
     Scenario{"no-telegram"_L1, "the Telegram bot isn't set up"_L1, noTelegram},
     Scenario{"crowded"_L1, "12 links, 60 backups, long names, right-to-left and emoji text, long paths"_L1,
              prepareCrowd},
+    Scenario{"hostile"_L1, "endless texts and lists, control characters, markup, and addresses that run programs"_L1,
+             prepareHostile},
 };
 
 } // namespace

@@ -8,6 +8,11 @@
 #include "TunedeckCore/Support/Json/Record.h"
 #include "TunedeckCore/Support/Json/Value.h"
 #include "TunedeckCore/Update/Appcast.h"
+#include "TunedeckMenu/Panel/PanelContent.h"
+#include "TunedeckMenu/Panel/PanelState.h"
+
+#include <algorithm>
+#include <tuple>
 
 namespace tunedeck::fuzz {
 
@@ -20,15 +25,43 @@ void check(const std::expected<Record, json::Error>& record, bool isObject) {
     require(!record || isObject, "only an object is a document");
 }
 
+/// Requires that the views get few rows and short texts, however large the document is.
+void requireShort(const PanelContent& content) {
+    constexpr qsizetype longest = 34'000; // code units; a text has at most 1,000 characters with many marks
+    const auto& [links, failed, backups] =
+        std::tie(content.assistants.links.rows, content.rekordbox.failed.rows, content.rekordbox.backups.rows);
+    require(std::max({links.size(), failed.size(), backups.size()}) <= RowRange().size, "few rows exist");
+    for (const BannerView& banner : failed) {
+        require(banner.text.size() < longest && banner.detail.size() < longest, "texts are cut");
+    }
+    for (const JobRowView& job : content.recent.jobs) {
+        require(job.playlist.size() < longest && job.message.size() < longest, "texts are cut");
+    }
+    require(content.rekordbox.detail.size() < longest && content.tools.text.size() < longest, "texts are cut");
+}
+
 } // namespace
 
 void documents(const QByteArray& input) {
     const bool isObject = json::parseObject(input).has_value();
-    check(ServiceStatus::decode(input), isObject);
-    check(ToolboxReport::decode(input), isObject);
+    const auto status = ServiceStatus::decode(input);
+    const auto toolbox = ToolboxReport::decode(input);
+    check(status, isObject);
+    check(toolbox, isObject);
     check(Appcast::decode(input), isObject);
     check(CloudHealth::decode(input), isObject);
-    check(json::decode<AssistantLink>(input, json::Keys::AsWritten), isObject);
+    const auto link = json::decode<AssistantLink>(input, json::Keys::AsWritten);
+    check(link, isObject);
+
+    PanelState state;
+    state.service = status ? ServiceState::running(*status) : ServiceState::notRunning();
+    if (toolbox) {
+        state.toolbox = *toolbox;
+    }
+    if (link) {
+        state.links.assign(100, *link);
+    }
+    requireShort(panelContent(state, QDateTime(QDate(2026, 3, 14), QTime(15, 9), Qt::UTC)));
 }
 
 void jsonValues(const QByteArray& input) {

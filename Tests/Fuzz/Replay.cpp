@@ -14,11 +14,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 TEST(Corpus, BreaksNoPromise) {
-    const std::map<QString, void (*)(const QByteArray&)> targets{{u"documents"_s, fuzz::documents},
-                                                                 {u"jsonValues"_s, fuzz::jsonValues},
-                                                                 {u"mask"_s, fuzz::mask},
-                                                                 {u"propertyList"_s, fuzz::propertyList},
-                                                                 {u"zipArchive"_s, fuzz::zipArchive}};
+    const std::map<QString, void (*)(const QByteArray&)> targets{
+        {u"documents"_s, fuzz::documents},       {u"httpReply"_s, fuzz::httpReply},
+        {u"jsonValues"_s, fuzz::jsonValues},     {u"mask"_s, fuzz::mask},
+        {u"propertyList"_s, fuzz::propertyList}, {u"zipArchive"_s, fuzz::zipArchive}};
     for (const auto& [name, target] : targets) {
         const auto seeds = QDir(u"" FUZZ_CORPUS "/"_s + name).entryInfoList(QDir::Files);
         EXPECT_FALSE(seeds.isEmpty()) << name.toStdString();

@@ -7,6 +7,7 @@
 namespace tunedeck::fuzz {
 
 void documents(const QByteArray& input);
+void httpReply(const QByteArray& input);
 void jsonValues(const QByteArray& input);
 void mask(const QByteArray& input);
 void propertyList(const QByteArray& input);

@@ -17,8 +17,10 @@ namespace {
 
 QStringList warnings; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): a handler has no object
 
-void recordWarning(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message) {
-    if (type != QtDebugMsg && type != QtInfoMsg && !message.contains(u"XDG_RUNTIME_DIR"_s) &&
+void recordWarning(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    const QByteArrayView category(context.category);
+    const bool isOurs = category == "app" || category == "files"; // the application's own log
+    if (type != QtDebugMsg && type != QtInfoMsg && !isOurs && !message.contains(u"XDG_RUNTIME_DIR"_s) &&
         !message.contains(u"does not support"_s)) {
         warnings.append(message);
     }
