@@ -4,6 +4,8 @@
 #include "TunedeckCore/Support/Json/Value.h"
 #include "TunedeckCore/Support/Text/Time.h"
 
+#include <QFileInfo>
+
 namespace tunedeck {
 
 using namespace Qt::StringLiterals;
@@ -67,7 +69,8 @@ std::expected<void, QString> MenuBarPlacement::write(const QString& path, const 
         {u"notch"_s, notch},
         {u"checked_at"_s, isoTimestamp(now)},
     };
-    return writeFileAtomically(path, json::prettyText(record));
+    const auto folder = createFolder(QFileInfo(path).path());
+    return folder ? writeFileAtomically(path, json::prettyText(record)) : folder;
 }
 
 } // namespace tunedeck

@@ -42,7 +42,7 @@ struct MenuBarPlacement {
     [[nodiscard]] bool underNotch() const;
     [[nodiscard]] bool offScreen() const;
     [[nodiscard]] MenuBarIconVisibility visibility() const;
-    /// Writes the measurement as JSON, atomically. Errors are described by the platform.
+    /// Writes the measurement as JSON, atomically, and creates the folder. Errors are described by the platform.
     [[nodiscard]] std::expected<void, QString> write(const QString& path, const QDateTime& now) const;
     bool operator==(const MenuBarPlacement&) const = default;
 };

@@ -47,17 +47,17 @@ TEST(MenuBarPlacementTest, IsMeasuredFromFramesOnAnyScreen) {
 
 TEST(MenuBarPlacementTest, IsWrittenAsSortedJson) {
     const TemporaryHome home;
-    const auto path = home.path(u"menu-bar.json"_s);
+    const auto path = home.path(u".tunedeck/menu-bar.json"_s);
     const QDateTime now(QDate(2025, 3, 1), QTime(19, 4, 5, 700), Qt::OffsetFromUTC, 3600);
     auto placement = at(700.25);
     placement.rightAreaWidth = 639.5;
     ASSERT_TRUE(placement.write(path, now));
-    EXPECT_EQ(home.read(u"menu-bar.json"_s).simplified(),
+    EXPECT_EQ(home.read(u".tunedeck/menu-bar.json"_s).simplified(),
               R"({ "checked_at": "2025-03-01T18:04:05Z", "item_width": 24, "item_x": 700.25, "notch": [ 640, 872.5 ], )"
               R"("occluded": false, "screen_width": 1512, "status": "hidden: Your menu bar is full, so macOS put the )"
               R"(Tunedeck icon behind the notch.", "visible": false })");
     ASSERT_TRUE(at(5, {}).write(path, now));
-    EXPECT_TRUE(home.read(u"menu-bar.json"_s).contains("\"notch\": [],"));
+    EXPECT_TRUE(home.read(u".tunedeck/menu-bar.json"_s).contains("\"notch\": [],"));
 }
 
 } // namespace
