@@ -27,8 +27,9 @@ TEST(CloudHealthTest, RequestsHealthBelowTheBaseURL) {
         EXPECT_EQ(health->protocol, u"3");
         EXPECT_EQ(health->agent->lastSeen, u"t");
     }
-    for (const char* invalid : {"", "no address", "http://", "file:///etc"}) {
-        EXPECT_FALSE(runToEnd(fetch(QString::fromLatin1(invalid)))) << invalid;
+    const auto withoutScheme = u"localhost:%1"_s.arg(server.url().port());
+    for (const auto& invalid : {QString(), u"no address"_s, u"http://"_s, u"file:///etc"_s, withoutScheme}) {
+        EXPECT_FALSE(runToEnd(fetch(invalid))) << invalid.toStdString();
     }
     EXPECT_EQ(server.requests().size(), 3);
 }

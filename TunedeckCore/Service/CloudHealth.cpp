@@ -28,7 +28,8 @@ QCoro::Task<std::optional<CloudHealth>> CloudHealth::fetch(QString baseURL, Down
         trimmed.chop(1);
     }
     const QUrl url(trimmed.toString() + "/health"_L1);
-    if (!url.isValid()) {
+    const bool isWeb = url.scheme() == u"https"_s || url.scheme() == u"http"_s;
+    if (!url.isValid() || !isWeb) { // libcurl would guess a scheme
         co_return std::nullopt;
     }
     const auto response = co_await downloader.fetch(url, maxSize, timeout, stop);

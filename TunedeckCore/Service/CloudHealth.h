@@ -35,7 +35,7 @@ struct CloudHealth {
 
     static std::expected<CloudHealth, json::Error> decode(const QByteArray& bytes);
 
-    /// Fetches the report from a base URL within 4 seconds; nothing on any failure.
+    /// Fetches the report from an http or https base URL within 4 seconds; nothing on any failure.
     static QCoro::Task<std::optional<CloudHealth>> fetch(QString baseURL, Downloader downloader, std::stop_token stop);
     bool operator==(const CloudHealth&) const = default;
 
