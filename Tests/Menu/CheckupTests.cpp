@@ -112,7 +112,7 @@ TEST_F(CheckupTest, ReportsTheProcessAndItsAnswer) {
                 {failure(404), "✗ What answers on port 8123 isn't the service."},
                 {failure(ServiceStatus::decode(statusDocument(R"("cloud":{})")).error()),
                  "✗ Its status can't be read. Unreadable document: \"cloud.enabled\" is missing."},
-                {status({}), "✓ Version 5.0 answers on port 8123."}});
+                {status(R"("version":"5%2")"), "✓ Version 5%2 answers on port 8123."}});
 }
 
 TEST_F(CheckupTest, ReportsTheToolsAndTheFolder) {
@@ -167,8 +167,8 @@ TEST_F(CheckupTest, ReportsTheConnectionAndTheTunnel) {
     expectEach(checks::tunnel, {{[] {}, "✓ None; Tunedeck doesn't need one."},
                                 {file(path, "hostname: a.example"), "! ~/.cloudflared/config.yml names no tunnel."},
                                 {file(path, "tunnel: t"), "✓ Your tunnel is configured."},
-                                {file(path, "tunnel: t\nhostname: a.example\nservice: http://localhost:8000"),
-                                 "! a.example leads to port 8000, but the service is on port 8123."},
+                                {file(path, "tunnel: t\nhostname: a%2.example\nservice: http://localhost:8000"),
+                                 "! a%2.example leads to port 8000, but the service is on port 8123."},
                                 {file(path, "tunnel: t\nhostname: a.example\nservice: http://localhost:8123"),
                                  "✓ a.example leads to http://localhost:8123."}});
 }

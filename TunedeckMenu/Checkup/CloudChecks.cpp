@@ -82,9 +82,9 @@ CheckResult tunnel(const CheckContext& context) {
     const auto target = config->service.value_or(QString());
     const auto port = QUrl(target).port();
     if (port > 0 && port != context.serviceUrl.port()) {
-        return CheckResult::warning(
-            u"%1 leads to port %2, but the service is on port %3."_s.arg(name).arg(port).arg(context.serviceUrl.port()),
-            u"Change the service in %1."_s.arg(context.shown(path)));
+        return CheckResult::warning(u"%1 leads to port %2, but the service is on port %3."_s.arg(
+                                        name, QString::number(port), QString::number(context.serviceUrl.port())),
+                                    u"Change the service in %1."_s.arg(context.shown(path)));
     }
     return CheckResult::ok(target.isEmpty() ? name + u" is configured."_s : u"%1 leads to %2."_s.arg(name, target));
 }

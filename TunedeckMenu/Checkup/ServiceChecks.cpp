@@ -88,7 +88,7 @@ QCoro::Task<CheckResult> serviceProcess(CheckContext context, std::stop_token st
 CheckResult serviceAnswer(const CheckContext& context) {
     const auto port = context.serviceUrl.port();
     if (context.status) {
-        return CheckResult::ok(u"Version %1 answers on port %2."_s.arg(context.status->version).arg(port));
+        return CheckResult::ok(u"Version %1 answers on port %2."_s.arg(context.status->version, QString::number(port)));
     }
     if (const auto* error = std::get_if<json::Error>(&context.status.error())) {
         return CheckResult::problem(u"Its status can't be read. "_s + error->description(),

@@ -26,7 +26,7 @@ using Owned = std::unique_ptr<std::remove_pointer_t<Reference>, Release>;
 constexpr SecCSFlags checks = kSecCSCheckAllArchitectures | kSecCSCheckNestedCode | kSecCSStrictValidate;
 
 std::unexpected<QString> failure(const QString& what, OSStatus status) {
-    return std::unexpected(u"%1 (code signature, status %2)."_s.arg(what).arg(status));
+    return std::unexpected(u"%1 (code signature, status %2)."_s.arg(what, QString::number(status)));
 }
 
 /// Whether this signature names no signer: that of a build for development.

@@ -32,7 +32,8 @@ bool isOnScreen(const QQuickWindow* window) {
 QIcon appIcon() {
     QIcon icon;
     for (const int size : {16, 32, 48, 64, 128}) {
-        const QString file = u"%1/../Resources/tunedeck-%2.png"_s.arg(QCoreApplication::applicationDirPath()).arg(size);
+        const QString file =
+            u"%1/../Resources/tunedeck-%2.png"_s.arg(QCoreApplication::applicationDirPath(), QString::number(size));
         if (QFileInfo::exists(file)) {
             icon.addFile(file, {size, size});
         }
