@@ -129,11 +129,12 @@ class FakeRelauncher final : public Relauncher {
 public:
     bool relaunch(const QString& bundle, const QStringList& arguments) override {
         relaunched.emplace_back(bundle, arguments);
-        return true;
+        return works;
     }
     [[nodiscard]] bool isReplaced(const QString&) const override { return false; }
 
     std::vector<std::pair<QString, QStringList>> relaunched;
+    bool works = true;
 };
 
 } // namespace tunedeck::test

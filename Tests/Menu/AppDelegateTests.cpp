@@ -1,5 +1,6 @@
 #include "Tests/Menu/MenuFixture.h"
 #include "TunedeckMenu/App/AppDelegate.h"
+#include "TunedeckMenu/Windows/PanelLoader.h"
 
 #include <QFile>
 
@@ -191,6 +192,18 @@ TEST_F(AppDelegateTest, ShowsAFailedInstallationAndContinues) {
     delegate->showWindow();
     EXPECT_TRUE(views.shown.content.banner.text.startsWith(u"Couldn't start Tunedeck's background service: "_s))
         << views.shown.content.banner.text.toStdString();
+}
+
+TEST_F(AppDelegateTest, ReportsAReplacementThatCannotBeStarted) {
+    launch();
+    delegate->showWindow();
+    PanelLoader loader(center, {.module = home.path(u"other.so"_s),
+                                .buildId = u"ours"_s,
+                                .wasReplaced = [] { return true; },
+                                .restart = [] { return false; }});
+    EXPECT_FALSE(loader.createViews(*views.host, {}));
+    ASSERT_EQ(center.posted.size(), 1U);
+    EXPECT_TRUE(center.posted[0].body.endsWith(u"the new version can't be started."));
 }
 
 TEST_F(AppDelegateTest, OpensTheWindowWithoutATrayAndMeasuresALateIcon) {

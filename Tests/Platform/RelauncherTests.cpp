@@ -16,6 +16,7 @@ TEST(RelauncherTest, StartsTheBundleWithTheProcessToWaitFor) {
     EXPECT_EQ(home.read(u"A.app/Contents/MacOS/Tunedeck.args"_s),
               "--after " + QByteArray::number(QCoreApplication::applicationPid()) + " --show\n");
     program.remove();
+    EXPECT_FALSE(relauncher.relaunch(home.path(u"A.app"_s), {}));
     EXPECT_FALSE(relauncher.isReplaced(home.path(u"A.app"_s)));
     ASSERT_TRUE(QFile::link(QCoreApplication::applicationFilePath(), program.fileName()));
     EXPECT_FALSE(relauncher.isReplaced(home.path(u"A.app"_s)));

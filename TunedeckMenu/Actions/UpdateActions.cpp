@@ -10,6 +10,13 @@ namespace tunedeck {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+const auto notRestarted =
+    u"The update is installed, but the new version couldn't be started. Quit Tunedeck and open it again."_s;
+
+} // namespace
+
 UpdateActions::UpdateActions(PanelActions& panel, MenuModel& model, const MenuServices& services)
     : m_model(model), m_services(services) {
     connect(&panel, &PanelActions::checkForUpdates, this,
@@ -44,8 +51,12 @@ QCoro::Task<> UpdateActions::install(Release release) {
         co_return;
     }
     if (installed) {
-        m_services.relauncher.relaunch(m_services.facts.bundle, {});
-        m_services.quit();
+        if (m_services.relauncher.relaunch(m_services.facts.bundle, {})) {
+            m_services.quit();
+        } else {
+            m_model.setUpdate({UpdateState::Idle{}});
+            m_model.showError(notRestarted);
+        }
     } else if (installed.error().kind == UpdateError::Kind::notWritable) {
         openDiskImage(release);
         m_model.setUpdate({UpdateState::Available{release}});

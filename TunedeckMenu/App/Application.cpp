@@ -24,8 +24,11 @@ PanelLoader::Options panelLoaderOptions(const QString& bundle, Relauncher& relau
             .wasReplaced = [bundle, &relauncher] { return relauncher.isReplaced(bundle); },
             .restart =
                 [bundle, &relauncher] {
-                    relauncher.relaunch(bundle, {u"--show"_s});
-                    QCoreApplication::quit();
+                    const bool isStarting = relauncher.relaunch(bundle, {u"--show"_s});
+                    if (isStarting) {
+                        QCoreApplication::quit();
+                    }
+                    return isStarting;
                 }};
 }
 

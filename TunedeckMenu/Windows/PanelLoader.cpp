@@ -24,7 +24,9 @@ std::unique_ptr<PanelViews> PanelLoader::createViews(PanelHost& host, const Appe
         // An upgrade may have replaced the running build; windows of another build are incompatible.
         if (m_options.wasReplaced()) {
             qCInfo(appLog) << "the application was replaced while running; starting the new version";
-            m_options.restart();
+            if (!m_options.restart()) {
+                reportFailure(u"the new version can't be started"_s);
+            }
         } else {
             reportFailure(QFileInfo(m_options.module).isFile() ? u"%1 is of another build"_s.arg(m_options.module)
                                                                : u"%1 is missing"_s.arg(m_options.module));

@@ -18,7 +18,7 @@ public:
         QString module;                    ///< path
         QString buildId;                   ///< a module of another build isn't loaded
         std::function<bool()> wasReplaced; ///< whether the program on disk isn't the running one
-        std::function<void()> restart;     ///< starts the program on disk with its window, and quits
+        std::function<bool()> restart;     ///< starts the program on disk with its window, and quits; false on failure
     };
     PanelLoader(NotificationCenter& notifications, Options options);
 

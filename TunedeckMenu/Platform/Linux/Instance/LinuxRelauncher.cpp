@@ -12,9 +12,11 @@ namespace tunedeck {
 using namespace Qt::StringLiterals;
 
 bool LinuxRelauncher::relaunch(const QString& bundle, const QStringList& arguments) {
-    const QStringList command{u"-c"_s, u"sleep 1; exec \"$0\" \"$@\""_s, BundlePaths(bundle).application(),
-                              u"--after"_s, QString::number(QCoreApplication::applicationPid())};
-    return startDetached(u"/bin/sh"_s, command + arguments);
+    const auto application = BundlePaths(bundle).application();
+    const QStringList command{u"-c"_s, u"sleep 1; exec \"$0\" \"$@\""_s, application, u"--after"_s,
+                              QString::number(QCoreApplication::applicationPid())};
+    // The shell would find out only after this process has quit.
+    return QFileInfo(application).isExecutable() && startDetached(u"/bin/sh"_s, command + arguments);
 }
 
 bool LinuxRelauncher::isReplaced(const QString& bundle) const {

@@ -4,6 +4,7 @@
 #include "TunedeckCore/Support/Async/Process.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 namespace tunedeck {
 
@@ -25,7 +26,9 @@ bool MacRelauncher::relaunch(const QString& bundle, const QStringList& arguments
     // Within that second this process exits: while it runs, Launch Services would only bring it to the front.
     const auto line =
         arguments.isEmpty() ? u"sleep 1; /usr/bin/open \"$0\""_s : u"sleep 1; /usr/bin/open \"$0\" --args \"$@\""_s;
-    return startDetached(u"/bin/sh"_s, QStringList{u"-c"_s, line, bundle} + arguments);
+    // The shell would find out only after this process has quit.
+    return QFileInfo(BundlePaths(bundle).application()).isExecutable() &&
+           startDetached(u"/bin/sh"_s, QStringList{u"-c"_s, line, bundle} + arguments);
 }
 
 bool MacRelauncher::isReplaced(const QString& bundle) const {
