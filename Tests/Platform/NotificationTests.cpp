@@ -84,15 +84,30 @@ TEST_F(NotificationTest, IgnoresTheLateReplyOfAnEarlierServer) {
     EXPECT_EQ(shown(note(u"a"_s)).replaces, 0U);
 }
 
-TEST_F(NotificationTest, AssumesNoCapabilitiesAfterFiveSecondsAndAsksAgain) {
+TEST_F(NotificationTest, IgnoresTheLateCapabilitiesOfAnEarlierServer) {
+    startServer();
+    m_server->holdsBack = true;
+    m_center.post(note(u"a"_s, u"<"_s));
+    ASSERT_TRUE(runUntil([this] { return m_server->heldBack.has_value(); }));
+    const auto earlier = std::move(m_server);
+    earlier->releaseName();
+    startServer({u"body-markup"_s});
+    runUntil([] { return false; }, 50ms); // until the center has noticed the server
+    earlier->replyToHeldBackCall();
+    ASSERT_TRUE(runUntil([this] { return !m_server->calls.empty(); }));
+    EXPECT_EQ(m_server->calls.back().body, u"&lt;"_s);
+}
+
+TEST_F(NotificationTest, AssumesMarkupAndNoActionsAfterFiveSecondsAndAsksAgain) {
     startServer();
     runUntil([] { return false; }, 50ms); // until the center has noticed the server
     m_server->holdsBack = true;
     QElapsedTimer watch;
     watch.start();
-    m_center.post(note(u"a"_s));
+    m_center.post(note(u"a"_s, u"<"_s));
     ASSERT_TRUE(runUntil([this] { return m_server->heldBack && m_server->heldBack->member() == u"Notify"; }));
     EXPECT_GE(watch.elapsed(), 4500);
+    EXPECT_EQ(m_server->calls.back().body, u"&lt;"_s);
     EXPECT_TRUE(m_server->calls.back().actions.isEmpty());
     m_server->replyToHeldBackCall();
     runUntil([] { return false; }, 50ms); // the queue is empty once the reply has arrived

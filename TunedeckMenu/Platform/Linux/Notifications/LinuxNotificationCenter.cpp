@@ -65,6 +65,7 @@ void LinuxNotificationCenter::subscribe() {
     m_watcher = std::make_unique<QDBusServiceWatcher>(text(service), bus, QDBusServiceWatcher::WatchForOwnerChange);
     connect(m_watcher.get(), &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString&, const QString& oldOwner, const QString& newOwner) {
+                m_owner = newOwner;
                 // The new owner may have replied before this signal arrived; in that case we already know it.
                 if (newOwner != m_server || oldOwner == m_server) {
                     resetServer();
@@ -110,13 +111,14 @@ void LinuxNotificationCenter::requestCapabilities(bool startServer) {
                [this, startServer, generation = m_serverGeneration](const QDBusMessage& reply) {
                    m_calling = false;
                    const bool hasReplied = reply.type() != QDBusMessage::ErrorMessage;
-                   if (generation == m_serverGeneration || hasReplied) {
+                   // A server that was started by this call is the owner; an earlier server no longer is.
+                   if (generation == m_serverGeneration || (hasReplied && reply.service() == m_owner)) {
                        if (hasReplied) {
                            setCapabilities(reply);
                        } else if (startServer && isServerMissing(reply.errorName())) {
                            m_queue.clear(); // nothing can show them
                        } else if (startServer) {
-                           m_capabilities = QStringList(); // the server hangs: assume that it has none
+                           m_capabilities = QStringList(); // the server hangs: assume that it only renders markup
                            m_areCapabilitiesAssumed = true;
                        }
                    }
@@ -153,6 +155,7 @@ QDBusMessage LinuxNotificationCenter::notifyCall(const UserNotification& notific
     const auto replaced =
         std::ranges::find_if(m_shown, [&](const auto& shown) { return shown.second == notification.identifier; });
     const auto hasCapability = [this](const char* capability) { return m_capabilities->contains(text(capability)); };
+    const bool rendersMarkup = m_areCapabilitiesAssumed || hasCapability("body-markup");
     QStringList actions;
     if (hasCapability("actions")) {
         actions = {u"default"_s, u"Open Tunedeck"_s};
@@ -162,9 +165,9 @@ QDBusMessage LinuxNotificationCenter::notifyCall(const UserNotification& notific
                             {u"sound-name"_s, u"message-new-instant"_s},
                             {u"urgency"_s, QVariant::fromValue(uchar(1))}};
     auto call = methodCall("Notify");
-    call.setArguments(
-        {m_identity.name, replaced == m_shown.end() ? quint32(0) : replaced->first, m_identity.icon, notification.title,
-         hasCapability("body-markup") ? escaped(notification.body) : notification.body, actions, hints, -1});
+    call.setArguments({m_identity.name, replaced == m_shown.end() ? quint32(0) : replaced->first, m_identity.icon,
+                       notification.title, rendersMarkup ? escaped(notification.body) : notification.body, actions,
+                       hints, -1});
     return call;
 }
 

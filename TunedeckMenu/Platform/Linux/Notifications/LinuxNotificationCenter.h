@@ -55,8 +55,9 @@ private:
     std::deque<UserNotification> m_queue;
     bool m_calling = false;
     std::optional<QStringList> m_capabilities;
-    bool m_areCapabilitiesAssumed = false; ///< the server didn't report them in time
+    bool m_areCapabilitiesAssumed = false; ///< the server didn't report them in time: none but markup
     QString m_server;                      ///< unique bus name, from its last reply
+    QString m_owner;                       ///< unique bus name, from the last change of the service's owner
     quint64 m_serverGeneration = 0;        ///< counts servers, to ignore the replies of earlier ones
     std::map<quint32, QString> m_shown;    ///< identifiers by the server's ids
     std::pair<quint32, QByteArray> m_token;
