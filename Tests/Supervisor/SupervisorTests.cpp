@@ -5,6 +5,7 @@
 #include "TunedeckCore/Support/Files/AtomicFile.h"
 #include "TunedeckMenu/Platform/Linux/Service/SystemdUserManager.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QTemporaryDir>
 
@@ -96,7 +97,10 @@ protected:
     QString m_home = m_folder.filePath(u"home"_s);
     const QString m_bundled = m_folder.filePath(u"bundled"_s);
     ManualClock m_clock;
-    Launchctl m_launchctl = SystemdUserManager::ofUser().launchctl();
+    Launchctl m_launchctl = [this](const QStringList& arguments, const std::stop_token& stop) {
+        const auto agentFolder = QFileInfo(installer().plistURL()).path();
+        return SystemdUserManager::ofUser(agentFolder).launchctl()(arguments, stop);
+    };
 };
 
 TEST_P(SupervisorTest, RunsTheServiceAsThePropertyListSays) {
@@ -181,6 +185,27 @@ TEST_F(SupervisorTest, UnloadsAndLoadsTheService) {
     EXPECT_EQ(install(), "upToDate");
     EXPECT_GT(pid(), 0);
     EXPECT_TRUE(isEnabled());
+}
+
+TEST_F(SupervisorTest, RepairsWhatTheManagerRuns) {
+    ASSERT_EQ(install(), "installed(serviceChanged: true, plistChanged: true)");
+    const auto unit = SystemdUserManager::ofUser().unitFolder + u"/com.brightfold.tunedeck.service"_s;
+    const auto text = readFile(unit).value();
+    const std::vector<std::function<void()>> faults{
+        [&] { QDir(m_home + u"/Library/Logs"_s).removeRecursively(); },
+        [&] { ASSERT_TRUE(writeFileAtomically(unit, text + "# edited\n")); },
+        [&] { ASSERT_TRUE(writeFileAtomically(unit, text)); }, // a reload is missing
+    };
+    for (const auto& breakIt : faults) {
+        const auto before = pid();
+        breakIt();
+        EXPECT_EQ(operation({u"print"_s, target}), 78);
+        EXPECT_EQ(install(), "upToDate");
+        EXPECT_EQ(operation({u"print"_s, target}), 0);
+        EXPECT_EQ(readFile(unit), text);
+        EXPECT_TRUE(pid() > 0 && pid() != before);
+    }
+    EXPECT_TRUE(runUntil([&] { return read(u"Library/Logs/tunedeck.log"_s).startsWith("err\n"); }));
 }
 
 TEST_F(SupervisorTest, ReportsFailuresByExitStatus) {

@@ -6,11 +6,13 @@
 #include "TunedeckMenu/Platform/Linux/Service/SystemdUnit.h"
 #include "TunedeckMenu/Platform/Log.h"
 
+#include <QFileInfo>
 #include <QMap>
 #include <QStandardPaths>
 
 #include <sysexits.h>
 
+#include <algorithm>
 #include <array>
 #include <csignal>
 #include <utility>
@@ -41,30 +43,46 @@ QCoro::Task<ProcessResult> systemctl(SystemdUserManager manager, QStringList arg
     co_return result.value_or(ProcessResult{.exitStatus = startFailed, .output = {}});
 }
 
-/// 0 when the unit is in one of these states, otherwise systemctl's exit status.
-QCoro::Task<std::int32_t> stateStatus(SystemdUserManager manager, QString unit, QByteArrayList states,
-                                      std::stop_token stop) {
-    const QStringList arguments{u"show"_s, u"--property=LoadState,ActiveState"_s, unit};
+/// True when the unit is the one that "bootstrap" makes from this property list, and the folders of its logs exist.
+bool isUpToDate(const QString& unitPath, const PropertyDictionary& plist) {
+    const auto unit = systemdUnit(plist);
+    return unit && readDocument(unitPath) == unit->text &&
+           std::ranges::all_of(unit->folders, [](const QString& folder) { return QFileInfo(folder).isDir(); });
+}
+
+struct UnitStatus {
+    std::int32_t exitStatus = 0; ///< 0 when the unit is in a wanted state, otherwise as systemctl's "status" exits
+    bool needsReload = false;    ///< its files have changed since they were loaded
+};
+
+QCoro::Task<UnitStatus> unitStatus(SystemdUserManager manager, QString unit, QByteArrayList wantedStates,
+                                   std::stop_token stop) {
+    const QStringList arguments{u"show"_s, u"--property=LoadState,ActiveState,NeedDaemonReload"_s, unit};
     const auto result = co_await systemctl(manager, arguments, stop);
     if (result.exitStatus != 0) {
-        co_return result.exitStatus;
+        co_return UnitStatus{result.exitStatus};
     }
     const auto lines = result.output.split('\n');
     if (!lines.contains("LoadState=loaded")) {
-        co_return noSuchUnit;
+        co_return UnitStatus{noSuchUnit};
     }
-    for (const auto& state : states) {
-        if (lines.contains("ActiveState=" + state)) {
-            co_return 0;
-        }
-    }
-    co_return notRunning;
+    const bool isWanted = std::ranges::any_of(
+        wantedStates, [&lines](const QByteArray& state) { return lines.contains("ActiveState=" + state); });
+    co_return UnitStatus{isWanted ? 0 : notRunning, lines.contains("NeedDaemonReload=yes")};
 }
 
 QCoro::Task<std::int32_t> print(SystemdUserManager manager, QString unit, std::stop_token stop) {
     // "activating" includes the wait for a restart.
-    return stateStatus(std::move(manager), std::move(unit), {"active", "activating", "reloading", "maintenance"},
-                       std::move(stop));
+    const QByteArrayList loaded{"active", "activating", "reloading", "maintenance"};
+    const auto status = co_await unitStatus(manager, unit, loaded, stop);
+    if (status.exitStatus != 0 || manager.agentFolder.isEmpty()) {
+        co_return status.exitStatus;
+    }
+    const auto label = QFileInfo(unit).completeBaseName();
+    const auto bytes = readDocument(manager.agentFolder + u'/' + label + u".plist"_s);
+    const auto plist = bytes ? parsePropertyList(*bytes) : std::nullopt;
+    const bool isOutdated = status.needsReload || (plist && !isUpToDate(manager.unitFolder + u'/' + unit, *plist));
+    co_return isOutdated ? EX_CONFIG : 0;
 }
 
 QCoro::Task<std::int32_t> runSystemctl(SystemdUserManager manager, QStringList arguments, std::stop_token stop) {
@@ -75,9 +93,9 @@ QCoro::Task<std::int32_t> runSystemctl(SystemdUserManager manager, QStringList a
 /// Starts the unit at once, even while it waits for its restart, where systemctl's "start" would wait as well.
 QCoro::Task<std::int32_t> start(SystemdUserManager manager, QString unit, std::stop_token stop) {
     const QByteArrayList running{"active"};
-    const auto state = co_await stateStatus(manager, unit, running, stop);
-    if (state == 0 || stop.stop_requested()) {
-        co_return state;
+    const auto status = co_await unitStatus(manager, unit, running, stop);
+    if (status.exitStatus == 0 || stop.stop_requested()) {
+        co_return status.exitStatus;
     }
     const QStringList arguments{u"restart"_s, unit};
     co_return co_await runSystemctl(manager, arguments, stop);
@@ -201,8 +219,9 @@ QCoro::Task<std::int32_t> run(const SystemdUserManager& manager, const QStringLi
 
 } // namespace
 
-SystemdUserManager SystemdUserManager::ofUser() {
-    return {.unitFolder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/systemd/user"_s};
+SystemdUserManager SystemdUserManager::ofUser(QString agentFolder) {
+    return {.unitFolder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/systemd/user"_s,
+            .agentFolder = std::move(agentFolder)};
 }
 
 Launchctl SystemdUserManager::launchctl() const {

@@ -18,13 +18,14 @@ using namespace Qt::StringLiterals;
 struct SystemdUserManager {
     QString unitFolder;                 ///< of the user's own units
     QString systemctl = u"systemctl"_s; ///< the manager's command
+    QString agentFolder = {};           ///< of the property lists that "print" compares with the units; empty for none
 
     /// Uses the user's unit folder: "systemd/user" in XDG_CONFIG_HOME or ~/.config.
-    static SystemdUserManager ofUser();
+    static SystemdUserManager ofUser(QString agentFolder = {});
 
     /// The operations of launchctl:
     /// - "print TARGET": 0 when the service is loaded and not stopped (waiting for its restart counts), 3 when it is
-    ///   stopped, 4 when it doesn't exist;
+    ///   stopped, 4 when it doesn't exist, 78 when "bootstrap" would change its unit or create a folder of its logs;
     /// - "bootstrap DOMAIN PLIST": makes the unit from the property list with the folders that it needs, enables and
     ///   starts it; 66 when the list can't be read, 73 when the unit can't be written;
     /// - "bootout TARGET": stops and disables it;

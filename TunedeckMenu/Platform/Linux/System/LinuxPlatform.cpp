@@ -1,4 +1,5 @@
 #include "TunedeckCore/Locations/BundlePaths.h"
+#include "TunedeckCore/Locations/UserPaths.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/LinuxAppearanceSource.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/LinuxLoginItem.h"
 #include "TunedeckMenu/Platform/Linux/Desktop/LinuxPasteboard.h"
@@ -12,6 +13,8 @@
 #include "TunedeckMenu/Platform/Platform.h"
 #include "TunedeckMenu/Platform/QtFolderPicker.h"
 
+#include <QFileInfo>
+
 namespace tunedeck {
 
 using namespace Qt::StringLiterals;
@@ -22,6 +25,7 @@ class LinuxPlatform final : public Platform {
 public:
     explicit LinuxPlatform(const SystemFacts& facts)
         : m_icon(BundlePaths(facts.bundle).icon())
+        , m_agentFolder(QFileInfo(UserPaths(facts.home).agentPlist()).path())
         , m_appearance(m_bus)
         , m_statusItem(m_bus, m_appearance)
         , m_notifications(m_bus, {u"Tunedeck"_s, facts.bundleIdentifier, m_icon})
@@ -38,10 +42,11 @@ public:
     AppearanceSource& appearance() override { return m_appearance; }
     Relauncher& relauncher() override { return m_relauncher; }
     ReopenListener& reopenListener() override { return m_reopenListener; }
-    Launchctl launchctl() override { return SystemdUserManager::ofUser().launchctl(); }
+    Launchctl launchctl() override { return SystemdUserManager::ofUser(m_agentFolder).launchctl(); }
 
 private:
     QString m_icon;
+    QString m_agentFolder;
     SessionBus m_bus;
     LinuxAppearanceSource m_appearance;
     LinuxStatusItem m_statusItem;
