@@ -56,6 +56,16 @@ class CheckupJourney(Journey):
             self.assertRegex(lines["Service answer"], f"^ok: .* answers on port {service.server_port}.$")
             self.assertEqual(lines["Download folder"], "problem: /music can't be written to. Bearer …")
 
+    def test_no_text_of_the_service_controls_the_terminal(self):
+        service = web.Server()
+        self.use_service(service)
+        status = web.STATUS | {"version": "1\u009b31m\u202e\u007f", "cloud": {"enabled": True, "base_url": ""}}
+        service.behaviours["/local/status"] = web.answer(json.dumps(status, ensure_ascii=False, indent=1))
+        for options in (["--status"], ["--status", "--json"]):
+            printed = self.run_program(*options).stdout
+            self.assertFalse(set("\u009b\u202e\u007f") & set(printed), printed)
+        self.assertEqual(json.loads(printed), status)
+
     def test_ends_in_time_when_nothing_responds(self):
         service = web.Server()
         service.behaviours["*"] = web.hang

@@ -30,7 +30,7 @@ void openTelegramUrl(const QString& address, Workspace& workspace, ActionFeedbac
     if (isTelegramUrl(url)) {
         openUrl(url, workspace, feedback);
     } else {
-        feedback.showError(u"Couldn't open %1: it isn't an address of Telegram."_s.arg(oneLine(address)));
+        feedback.showError(u"Couldn't open Telegram: “%1” isn't one of its addresses."_s.arg(oneLine(address)));
     }
 }
 
@@ -38,7 +38,7 @@ void openFolder(const QString& path, Workspace& workspace, ActionFeedback& feedb
     if (const QFileInfo folder(path); folder.isAbsolute() && folder.isDir()) {
         openUrl(QUrl::fromLocalFile(path), workspace, feedback);
     } else {
-        feedback.showError(u"Couldn't open %1: there is no such folder."_s.arg(oneLine(path)));
+        feedback.showError(u"Couldn't open “%1”: there is no such folder."_s.arg(oneLine(path)));
     }
 }
 
@@ -46,7 +46,7 @@ void openFile(const QString& path, Workspace& workspace, ActionFeedback& feedbac
     if (QFileInfo(path).isFile()) {
         openUrl(QUrl::fromLocalFile(path), workspace, feedback);
     } else {
-        feedback.showError(u"Couldn't open %1: there is no such file."_s.arg(oneLine(path)));
+        feedback.showError(u"Couldn't open “%1”: there is no such file."_s.arg(oneLine(path)));
     }
 }
 
@@ -54,7 +54,7 @@ void revealFile(const QString& path, Workspace& workspace, ActionFeedback& feedb
     if (const QFileInfo file(path); file.isAbsolute() && file.exists()) {
         workspace.reveal(path);
     } else {
-        feedback.showError(u"Couldn't show %1: there is no such file."_s.arg(oneLine(path)));
+        feedback.showError(u"Couldn't show “%1”: there is no such file."_s.arg(oneLine(path)));
     }
 }
 

@@ -106,6 +106,18 @@ QCoro::Task<CommandResult> statusCommand(StatusClient client) {
     co_return CommandResult{withoutControls(statusLine(service)) + u'\n', isRunning ? 0 : 1};
 }
 
+/// A JSON document with escapes for the characters in its texts that could control a terminal.
+QString escapingControls(const QString& document) {
+    const QString clean = withoutControls(document);
+    QString safe;
+    for (qsizetype i = 0; i < document.size(); ++i) {
+        const QChar each = document[i];
+        const bool isSafe = each == clean[i] || each == u'\n' || each == u'\r';
+        safe += isSafe ? QString(each) : u"\\u%1"_s.arg(each.unicode(), 4, 16, QChar(u'0'));
+    }
+    return safe;
+}
+
 QCoro::Task<CommandResult> statusDocumentCommand(StatusClient client) {
     // The document as the service sent it, including members that this version doesn't know.
     const auto url =
@@ -115,7 +127,7 @@ QCoro::Task<CommandResult> statusDocumentCommand(StatusClient client) {
     if (!reply || reply->status != 200 || !ServiceStatus::decode(reply->body)) {
         co_return CommandResult{u"null\n"_s, 1};
     }
-    co_return CommandResult{QString::fromUtf8(reply->body.trimmed()) + u'\n', 0};
+    co_return CommandResult{escapingControls(QString::fromUtf8(reply->body.trimmed())) + u'\n', 0};
 }
 
 QCoro::Task<CommandResult> checkupCommand(CheckupInput input, bool json) {
