@@ -74,9 +74,7 @@ protected:
             "pending":[{"id":"p","created_at":"2026-02-28T10:00:00Z","summary":"Add 2 tracks"}],
             "failed":[{"id":"f","summary":"Rename it","error":"locked"}],
             "backups":[{"version":"1.4.0","created_at":"2026-02-28T10:00:00Z","reason":"r","size_bytes":1}]})");
-        serveLinks(R"({"id":"a","kind":"chatgpt","label":"Studio","url":"https://x.example/1"},
-            {"id":"i","kind":"shortcut","apiUrl":"https://x.example/api","token":"old"},
-            {"id":"t","kind":"telegram","url":"https://t.me/b?start=1"})");
+        serveLinks(links);
         serve("GET /local/toolbox",
               R"({"tools":[{"name":"ffmpeg","wanted":"1","ready":false}],"venvs":[],"installing":false})");
     }
@@ -86,6 +84,10 @@ protected:
         ASSERT_TRUE(comes([this] { return hasText(u"Studio"_s); }));
         go({u"Backups (1)"_s});
     }
+
+    const QByteArray links = R"({"id":"a","kind":"chatgpt","label":"Studio","url":"https://x.example/1"},
+        {"id":"i","kind":"shortcut","apiUrl":"https://x.example/api","token":"old"},
+        {"id":"t","kind":"telegram","url":"https://t.me/b?start=1"})";
 
     /// Presses the controls and answers the question, if there is one.
     void perform(const Action& action, const QString& answer = {}) {
@@ -158,6 +160,7 @@ TEST_F(ActionJourney, SendsNothingWhenCancelled) {
 TEST_F(ActionJourney, SendsOneRequestForADoublePressAndShowsItsNote) {
     for (const Action& action : actions()) {
         pasteboard.text.clear();
+        serveLinks(action.way.first() == u"Claude"_s ? links + R"(,{"id":"n","kind":"claude"})" : links);
         server.on(action.route, behave::after(60ms, action.good));
         go(action.way.mid(0, action.way.size() - 1));
         const Element last = ready(action.way.last());

@@ -122,6 +122,27 @@ TEST_F(PanelControllerTest, ConnectingDependsOnTheAssistantAndTheReply) {
     EXPECT_EQ(state().copied, u"d.url"_s);
 }
 
+TEST_F(PanelControllerTest, ANoteGoesWithTheLinkThatItIsAbout) {
+    const QByteArray fresh = R"({"id":"t","kind":"telegram","url":"u"})";
+    refresh();
+    serve("POST /local/links", fresh, 201);
+    const auto connectTo = [&](const QByteArray& links) {
+        serveLinks(fresh);
+        panel->connectAssistant(u"telegram"_s);
+        awaitIdle();
+        EXPECT_EQ(note(), u"Scan the code with your phone, then tap Start in Telegram."_s);
+        serveLinks(links);
+        runToEnd(model.refreshLinks(MenuModel::LinksFetch::Always, {}));
+        return note();
+    };
+    EXPECT_EQ(connectTo(R"({"id":"t","kind":"telegram","paired":true})"), QString()) << "paired";
+    EXPECT_EQ(connectTo({}), QString()) << "removed elsewhere";
+    EXPECT_NE(connectTo(fresh + R"(,{"id":"c","kind":"claude","lastUsedAt":"t"})"), QString()) << "another link";
+    model.showNote(u"Something else."_s);
+    model.removeLink(u"t"_s);
+    EXPECT_EQ(note(), u"Something else."_s);
+}
+
 TEST_F(PanelControllerTest, ALinkThatChangedDuringTheQuestionIsLeftAlone) {
     serveLinks(
         R"({"id":"t","kind":"telegram","url":"https://t.me/b?start=1"},{"id":"a","kind":"claude","url":"https://old"},)"

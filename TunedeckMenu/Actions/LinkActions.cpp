@@ -127,19 +127,20 @@ void LinkActions::showNextStep(Assistant assistant, const AssistantLink& link) {
     switch (assistant) {
     case Assistant::iphone:
         m_model.showNote(u"Follow the setup guide on your iPhone, using the URL and key shown here."_s);
-        return;
+        break;
     case Assistant::telegram:
         m_model.showNote(u"Scan the code with your phone, then tap Start in Telegram."_s);
-        return;
+        break;
     case Assistant::chatgpt:
     case Assistant::claude:
+        if (!link.url) {
+            return;
+        }
+        m_copier.copy(*link.url, copyKey(link));
+        m_model.showNote(u"Copied %1's URL. "_s.arg(info(assistant).name) + info(assistant).setupSteps.join(u' '));
         break;
     }
-    if (!link.url) {
-        return;
-    }
-    m_copier.copy(*link.url, copyKey(link));
-    m_model.showNote(u"Copied %1's URL. "_s.arg(info(assistant).name) + info(assistant).setupSteps.join(u' '));
+    m_model.keepNoteWith(link);
 }
 
 void LinkActions::confirm(const QString& id, Confirmation (*question)(const AssistantLink&), Step step) {
@@ -178,10 +179,16 @@ void LinkActions::rotated(const AssistantLink& link, const Result<AssistantLink>
     m_copier.copy(*secret, copyKey(link));
     m_model.showNote(isKey ? u"New key copied. Paste it into your Shortcut's Authorization header."_s
                            : u"New URL copied. Paste it into "_s + link.displayName());
+    m_model.keepNoteWith(*renewed);
 }
 
 void LinkActions::renewPanelCode(const AssistantLink& link) {
-    renewCode(link.id, [this](const Result<AssistantLink>& renewed) { reportNewCode(renewed, m_model); });
+    renewCode(link.id, [this](const Result<AssistantLink>& renewed) {
+        reportNewCode(renewed, m_model);
+        if (renewed) {
+            m_model.keepNoteWith(*renewed);
+        }
+    });
 }
 
 void LinkActions::renewCode(const QString& id, ResultHandler<AssistantLink> done) {

@@ -102,7 +102,7 @@ QCoro::Task<> MenuModel::refreshLinks(LinksFetch fetch, std::stop_token stop) {
         co_return;
     }
     if (result && m_linksRequests.isCurrent(request)) {
-        set(m_state.links, std::move(*result));
+        setLinks(std::move(*result));
     }
 }
 
@@ -164,12 +164,17 @@ void MenuModel::showError(QString error) {
 }
 
 void MenuModel::showNote(QString note) {
+    m_noteLink.reset();
     if (m_state.actionNote == note && !m_state.actionError) {
         return;
     }
     m_state.actionError.reset();
     m_state.actionNote = std::move(note);
     Q_EMIT changed();
+}
+
+void MenuModel::keepNoteWith(const AssistantLink& link) {
+    m_noteLink = link;
 }
 
 void MenuModel::clearError() {
@@ -218,14 +223,25 @@ void MenuModel::storeLink(AssistantLink link) {
     } else {
         links.push_back(std::move(link));
     }
-    set(m_state.links, std::move(links));
+    setLinks(std::move(links));
 }
 
 void MenuModel::removeLink(const QString& id) {
     m_linksRequests.invalidate();
     auto links = m_state.links;
     std::erase_if(links, [&](const AssistantLink& link) { return link.id == id; });
+    setLinks(std::move(links));
+}
+
+void MenuModel::setLinks(std::vector<AssistantLink> links) {
     set(m_state.links, std::move(links));
+    if (m_noteLink) {
+        const auto* current = link(m_noteLink->id);
+        if (current == nullptr || (current->isConnected() && !m_noteLink->isConnected())) {
+            m_noteLink.reset();
+            set(m_state.actionNote, {});
+        }
+    }
 }
 
 void MenuModel::readSettings() {

@@ -15,6 +15,7 @@
 #include <optional>
 #include <stop_token>
 #include <utility>
+#include <vector>
 
 namespace tunedeck {
 
@@ -59,6 +60,8 @@ public:
 
     void showError(QString error) override;
     void showNote(QString note) override;
+    /// Removes the current note when this link is removed or used for the first time.
+    void keepNoteWith(const AssistantLink& link);
     void clearError() override;
     void setCopied(std::optional<QString> key) override;
 
@@ -86,6 +89,7 @@ Q_SIGNALS:
     void refreshed();
 
 private:
+    void setLinks(std::vector<AssistantLink> links);
     QCoro::Task<> poll();
     QCoro::Task<> runUpdateCheck(CheckTrigger trigger);
     template<class T>
@@ -99,6 +103,7 @@ private:
 
     const MenuServices& m_services;
     PanelState m_state;
+    std::optional<AssistantLink> m_noteLink; ///< the link that the note is about, as it was then
     RequestSequence m_statusRequests;
     RequestSequence m_toolboxRequests;
     RequestSequence m_linksRequests;
