@@ -31,7 +31,7 @@ void prepareHostile(Stage& stage) {
         stage.addLink(link_kind::telegram, markup, 1min).url = address;
     }
     for (int i = 0; i < 1000; ++i) {
-        stage.addLink(link_kind::claude, i % 2 == 0 ? u"Claude"_s : controls, 24h);
+        stage.addLink(link_kind::claude, i % 2 == 0 ? u"Claude"_s : controls, 24h, 5h);
     }
 }
 
