@@ -3,6 +3,10 @@
 #include "Tests/Helpers/Test.h"
 #include "TunedeckMenu/Actions/Openers.h"
 
+#include <QFile>
+
+#include <optional>
+
 namespace tunedeck::test {
 namespace {
 
@@ -24,7 +28,7 @@ TEST(OpenersTests, OpenOnlyWhatCantRunAProgram) {
     const QString folder = home.path();
     const QString file = home.path(u"evil.desktop"_s);
     const struct {
-        Opener open;
+        Opener open = nullptr;
         QStringList allowed;
         QStringList refused;
     } cases[] = {

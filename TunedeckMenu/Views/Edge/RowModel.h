@@ -22,7 +22,7 @@ public:
     /// The index of the first row that exists.
     [[nodiscard]] int first() const { return m_before; }
     /// Requests the rows of a range, which may arrive later.
-    Q_INVOKABLE void request(int first, int size) { onRequest({.first = first, .size = size}); }
+    Q_INVOKABLE void request(int first, int size) const { onRequest({.first = first, .size = size}); }
 
     std::function<void(RowRange)> onRequest = [](RowRange) {};
 
