@@ -30,6 +30,15 @@ class CheckupJourney(Journey):
         self.assertEqual(lines["Tunedeck"], "ok: Version 1.4.0 is running.")
         self.comes(lambda: self.checkup()["Tray icon"] == "ok: The icon is in the tray.")
 
+        unit = self.home / ".config/systemd/user" / UNIT
+        unit.write_text(unit.read_text() + "# edited\n")
+        self.assertRegex(self.checkup()["Service files"], " was changed.$")
+        edited = self.service_pid()
+        self.quit()
+        self.start()
+        self.comes(lambda: self.service_pid() not in (0, edited), "the next start repairs the unit")
+        self.assertRegex(self.checkup()["Service files"], "^ok: ")
+
         self.desktop.output("systemctl", "--user", "stop", UNIT)
         self.write("Library/LaunchAgents/com.brightfold.tunedeck.plist", "<plist/>")
         lines = self.checkup()
