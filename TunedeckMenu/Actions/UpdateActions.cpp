@@ -10,13 +10,6 @@ namespace tunedeck {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-const auto notRestarted =
-    u"The update is installed, but the new version couldn't be started. Quit Tunedeck and open it again."_s;
-
-} // namespace
-
 UpdateActions::UpdateActions(PanelActions& panel, MenuModel& model, const MenuServices& services)
     : m_model(model), m_services(services) {
     connect(&panel, &PanelActions::checkForUpdates, this,
@@ -51,12 +44,9 @@ QCoro::Task<> UpdateActions::install(Release release) {
         co_return;
     }
     if (installed) {
-        if (m_services.relauncher.relaunch(m_services.facts.bundle, {})) {
-            m_services.quit();
-        } else {
-            m_model.setUpdate({UpdateState::Idle{}});
-            m_model.showError(notRestarted);
-        }
+        // Quits in any case: the running version no longer matches the installed bundle.
+        m_services.relauncher.relaunch(m_services.facts.bundle, {});
+        m_services.quit();
     } else if (installed.error().kind == UpdateError::Kind::notWritable) {
         openDiskImage(release);
         m_model.setUpdate({UpdateState::Available{release}});
