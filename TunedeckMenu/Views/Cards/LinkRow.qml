@@ -84,7 +84,8 @@ Column {
         width: parent.width
     }
 
-    // Most rows have few of these parts.
+    // Most rows have few of these parts. The row outlives them, so they may refer to it.
+    // qmllint disable unqualified
     Loader {
         active: row.view.urlField.key !== ""
         visible: active
@@ -138,4 +139,5 @@ Column {
             onClicked: Panel.actions.openSetupGuide(row.view.id)
         }
     }
+    // qmllint enable unqualified
 }
