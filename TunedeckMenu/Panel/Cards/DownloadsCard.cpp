@@ -37,7 +37,7 @@ DownloadsView downloadsCard(const ServiceState& service, const std::optional<QSt
         .defaultButton = custom ? u"Use Default"_s : QString(),
     };
     if (status) {
-        card.folderPath = oneLine(status->downloadDir);
+        card.folderPath = paragraph(status->downloadDir); // also the path of the icon
         card.folderTitle = u"Show in Finder"_s;
         card.folderSubtitle = oneLine(abbreviatingHome(status->downloadDir, home));
     } else {

@@ -126,7 +126,7 @@ RekordboxView rekordboxCard(const ServiceState& service, bool libraryBusy, const
     }
     card.xmlText = u"rekordbox xml"_s;
     card.xmlButton = u"Show"_s;
-    card.xmlHelp = oneLine(status->importXml);
+    card.xmlHelp = paragraph(status->importXml);
     return card;
 }
 

@@ -33,8 +33,9 @@ ToolsNoticeView toolsNotice(const std::optional<ToolboxReport>& toolbox) {
     card.shown = true;
     QStringList missing;
     for (const ToolboxReport::Tool& tool : toolbox->all()) {
-        if (!tool.ready && missing.size() < maxNames && !missing.contains(tool.name)) {
-            missing << oneLine(tool.name);
+        const QString name = oneLine(tool.name);
+        if (!tool.ready && missing.size() < maxNames && !missing.contains(name)) {
+            missing << name;
         }
     }
     if (!missing.isEmpty()) {
