@@ -81,7 +81,7 @@ int main(int argc, char** argv) {
         }
         for (const QString& source : words.mid(2, split - 2)) {
             const qsizetype equals = source.indexOf(u'=');
-            const QImage mask = painted(source.mid(equals + 1), size.toInt(), 1.0 / 16, Qt::black);
+            const QImage mask = painted(source.mid(equals + 1), size.toInt(), 1.5 / 16, Qt::black);
             good &= save(mask.convertToFormat(QImage::Format_ARGB32),
                          folder + source.left(equals) + u'-' + size + u".png"_s);
         }

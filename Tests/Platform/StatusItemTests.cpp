@@ -5,7 +5,11 @@
 
 #include <QElapsedTimer>
 #include <QImage>
+#include <QPainter>
 #include <QRegularExpression>
+
+#include <algorithm>
+#include <cmath>
 
 namespace tunedeck::test {
 namespace {
@@ -143,19 +147,50 @@ TEST_F(StatusItemTest, WaitsSixSecondsForTheHostOfAWatcherBeforeItUsesAnX11Tray)
     EXPECT_LT(watch.elapsed(), 9500);
 }
 
-TEST(TrayGlyphTest, DrawsEverySymbolInContrastToThePanel) {
-    for (const auto& [symbol, tone] :
-         {std::pair(u"music.note.list"_s, GlyphTone::Dark), {u"exclamationmark.triangle"_s, GlyphTone::Light}}) {
-        const auto icon = trayGlyph(symbol, tone);
-        EXPECT_GE(icon.availableSizes().size(), 4);
-        const auto image = icon.pixmap(32, 32).toImage();
-        int body = 0;
-        for (int pixel = 0; pixel < 32 * 32; ++pixel) {
-            const auto colour = image.pixelColor(pixel % 32, pixel / 32);
-            body += colour.alpha() > 200 && (tone == GlyphTone::Dark) == (colour.lightness() < 80);
+/// WCAG's relative luminance.
+double luminance(const QColor& colour) {
+    const auto linear = [](double channel) {
+        return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
+}
+
+/// WCAG's contrast between the strokes of a glyph, which the mask defines, and the pixels next to them.
+double strokeContrast(const QImage& shown, const QImage& mask) {
+    const auto isStroke = [&](int x, int y) { return mask.valid(x, y) && qAlpha(mask.pixel(x, y)) >= 128; };
+    double sums[2] = {};
+    int counts[2] = {};
+    for (int y = 0; y < mask.height(); ++y) {
+        for (int x = 0; x < mask.width(); ++x) {
+            const bool isNext = qAlpha(mask.pixel(x, y)) < 32 &&
+                                (isStroke(x - 1, y) || isStroke(x + 1, y) || isStroke(x, y - 1) || isStroke(x, y + 1));
+            if (isNext || isStroke(x, y)) {
+                sums[isNext] += luminance(shown.pixelColor(x, y));
+                ++counts[isNext];
+            }
         }
-        EXPECT_GT(body, 60) << symbol.toStdString();
-        EXPECT_EQ(image.pixelColor(0, 0).alpha(), 0);
+    }
+    const auto [darker, lighter] = std::minmax({sums[0] / counts[0], sums[1] / counts[1]});
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+TEST(TrayGlyphTest, IsLegibleOnAnyBackgroundInBothTones) {
+    for (const auto& symbol : {u"music.note.list"_s, u"exclamationmark.triangle"_s}) {
+        for (const auto tone : {GlyphTone::Dark, GlyphTone::Light}) {
+            const auto icon = trayGlyph(symbol, tone);
+            EXPECT_GE(icon.availableSizes().size(), 4);
+            EXPECT_EQ(icon.pixmap(22, 22).toImage().pixelColor(0, 0).alpha(), 0) << "the plate's corners are round";
+            for (const int size : {16, 22, 24}) {
+                const QImage mask(u":/tunedeck/tray/%1-%2.png"_s.arg(symbol).arg(size));
+                for (const int grey : {0, 128, 255}) {
+                    QImage shown(size, size, QImage::Format_RGB32);
+                    shown.fill(QColor(grey, grey, grey));
+                    QPainter(&shown).drawPixmap(0, 0, icon.pixmap(size, size));
+                    const double contrast = strokeContrast(shown, mask);
+                    EXPECT_GE(contrast, 3) << symbol.toStdString() << ' ' << size << " on grey " << grey;
+                }
+            }
+        }
     }
     EXPECT_TRUE(trayGlyph(u"no.such.symbol"_s, GlyphTone::Dark).isNull());
 }

@@ -16,7 +16,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qreal edgeOpacity = 0.3;
+constexpr qreal plateOpacity = 0.75;
+constexpr qreal plateRounding = 0.22; ///< radius of the plate's corners, as a share of its size
 
 QImage coloured(const QImage& mask, const QColor& colour) {
     QImage image = mask.convertToFormat(QImage::Format_ARGB32_Premultiplied);
@@ -29,17 +30,18 @@ QImage coloured(const QImage& mask, const QColor& colour) {
 QPixmap drawn(const QImage& mask, GlyphTone tone) {
     const QColor dark(0x1f, 0x1f, 0x24);
     const QColor light(0xf7, 0xf7, 0xf8);
-    const auto edge = coloured(mask, tone == GlyphTone::Dark ? light : dark);
     QImage image(mask.size(), QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
-    painter.setOpacity(edgeOpacity);
-    const qreal width = mask.width() / 24.0;
-    for (const auto& offset : {QPointF(-width, 0), QPointF(width, 0), QPointF(0, -width), QPointF(0, width)}) {
-        painter.drawImage(offset, edge);
-    }
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(tone == GlyphTone::Dark ? light : dark);
+    painter.setOpacity(plateOpacity);
+    painter.drawRoundedRect(image.rect(), image.width() * plateRounding, image.height() * plateRounding);
     painter.setOpacity(1);
-    painter.drawImage(0, 0, coloured(mask, tone == GlyphTone::Dark ? dark : light));
+    const auto glyph = coloured(mask, tone == GlyphTone::Dark ? dark : light);
+    painter.drawImage(0, 0, glyph);
+    painter.drawImage(0, 0, glyph); // again: at small sizes, thin strokes are mostly half transparent
     painter.end();
     return QPixmap::fromImage(image);
 }
