@@ -1,7 +1,8 @@
 // The windows: position, size, visibility, painting and dialogs.
 #include "Tests/Helpers/Views/Screen.h"
 #include "TunedeckCore/QRCode.h"
-#include "TunedeckMenu/Views/Edge/PopoverPlace.h"
+#include "TunedeckMenu/Views/Windows/PopoverPlace.h"
+#include "TunedeckMenu/Views/Windows/WindowSize.h"
 
 #include <QAbstractEventDispatcher>
 #include <QCursor>
@@ -68,7 +69,17 @@ TEST(PopoverPlaceTests, ThePopoverIsAtItsIconAndInsideTheScreen) {
     }
 }
 
-TEST(PopoverPlaceTests, WindowManagersKeepTheHeightAtEveryScale) {
+TEST(WindowSizeTests, LeavesRoomForTheFrame) {
+    const QRect available(100, 30, 1024, 570);
+    const auto unknown = roomInside(available, {});
+    EXPECT_GE(unknown.top(), available.top() + 30) << "a title bar, before its height is known";
+    EXPECT_TRUE(available.contains(unknown));
+    const auto known = roomInside(available, {2, 60, 2, 10});
+    EXPECT_TRUE(available.contains(known.marginsAdded({2, 60, 2, 10})));
+    EXPECT_EQ(roomInside({0, 0, 40, 40}, {2, 60, 2, 10}), QRect(0, 0, 40, 40)) << "better without a gap than nothing";
+}
+
+TEST(WindowSizeTests, WindowManagersKeepTheHeightAtEveryScale) {
     for (const double ratio : {1.0, 1.25, 1.5, 1.75, 2.0, 2.5, 3.0}) {
         for (int wanted = 280; wanted < 1400; ++wanted) {
             const auto isKept = [&](int height) {

@@ -1,4 +1,4 @@
-#include "TunedeckMenu/Views/Edge/PopoverPlace.h"
+#include "TunedeckMenu/Views/Windows/PopoverPlace.h"
 
 #include <algorithm>
 
@@ -25,18 +25,6 @@ QRect popoverPlace(const QRect& anchor, const QSize& wanted, const QRect& screen
     const int left = known ? anchor.center().x() - width / 2 : room.right() + 1 - width;
     const int x = std::clamp(left, room.left(), std::max(room.left(), room.right() + 1 - width));
     return {x, opensDown ? top : bottom + 1 - height, width, height};
-}
-
-int steadyHeight(int wanted, double ratio) {
-    const int step = qRound(ratio);
-    int height = wanted;
-    while (true) {
-        const int pixels = qRound(height * ratio);
-        if (qRound((pixels - pixels % step) / ratio) == height || height - wanted > step) {
-            return height;
-        }
-        ++height;
-    }
 }
 
 } // namespace tunedeck

@@ -1,0 +1,113 @@
+#include "TunedeckMenu/Views/Windows/PopoverWindow.h"
+
+#include "TunedeckMenu/Views/Windows/PopoverPlace.h"
+#include "TunedeckMenu/Views/Windows/WindowPresence.h"
+#include "TunedeckMenu/Views/Windows/WindowSize.h"
+#include "TunedeckMenu/Views/Windows/WindowSizeWatch.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QScreen>
+
+using namespace Qt::StringLiterals;
+
+namespace tunedeck {
+
+PopoverWindow::PopoverWindow(const WindowFactory& factory, PanelActions& actions)
+    : m_factory(factory), m_actions(actions) {
+    m_grabIfUnfocused.setSingleShot(true);
+    m_grabIfUnfocused.setInterval(400);
+    connect(&m_grabIfUnfocused, &QTimer::timeout, this, [this] {
+        // Without the focus there is no focus-out event to close it: grab the mouse to see clicks outside instead.
+        if (isShown() && !m_window->isActive()) {
+            m_window->setMouseGrabEnabled(true);
+        }
+    });
+    // Delayed: window managers may take the focus away for a moment while they map a new window.
+    m_dismissIfUnfocused.setSingleShot(true);
+    m_dismissIfUnfocused.setInterval(120);
+    connect(&m_dismissIfUnfocused, &QTimer::timeout, this, [this] {
+        if (isShown() && !m_window->isActive() && QGuiApplication::modalWindow() == nullptr) {
+            dismiss();
+        }
+    });
+}
+
+PopoverWindow::~PopoverWindow() = default;
+
+void PopoverWindow::show(const QRect& anchor) {
+    // A click on the icon of the open popover first dismisses it by taking the focus: don't reopen it.
+    constexpr int clickMilliseconds = 300;
+    const bool sameClick = m_dismissed.isValid() && m_dismissed.elapsed() < clickMilliseconds &&
+                           (anchor.isEmpty() || anchor.adjusted(-2, -2, 2, 2).contains(QCursor::pos()));
+    m_dismissed.invalidate();
+    if (sameClick) {
+        return;
+    }
+    if (m_window == nullptr) {
+        create();
+    }
+    m_anchor = anchor;
+    place();
+    bringToFront(*m_window);
+    m_grabIfUnfocused.start();
+}
+
+void PopoverWindow::create() {
+    m_window = m_factory.create(u"Frames/Popover.qml"_s);
+    onPresenceChanged(*m_window,
+                      [this](bool present) { present ? m_actions.panelAppeared() : m_actions.panelDisappeared(); });
+    const auto* watch = new WindowSizeWatch(*m_window, 0);
+    connect(watch, &WindowSizeWatch::changed, this, [this] {
+        if (isShown()) {
+            place();
+        }
+    });
+    m_window->installEventFilter(this);
+    connect(m_window.get(), SIGNAL(dismissed()), this, SLOT(close()));
+    connect(m_window.get(), &QWindow::activeChanged, this,
+            [this] { m_window->isActive() ? m_dismissIfUnfocused.stop() : m_dismissIfUnfocused.start(); });
+}
+
+void PopoverWindow::place() {
+    const QScreen* screen = m_anchor.isEmpty() ? nullptr : QGuiApplication::screenAt(m_anchor.center());
+    if (screen == nullptr) {
+        screen = QGuiApplication::primaryScreen();
+    }
+    if (screen != nullptr) {
+        m_window->setGeometry(
+            popoverPlace(m_anchor, wantedSize(*m_window), screen->geometry(), screen->availableGeometry()));
+    }
+}
+
+void PopoverWindow::close() {
+    if (m_window != nullptr) {
+        m_grabIfUnfocused.stop();
+        m_dismissIfUnfocused.stop();
+        m_window->setMouseGrabEnabled(false);
+        m_window->hide();
+    }
+}
+
+void PopoverWindow::dismiss() {
+    m_dismissed.start();
+    close();
+}
+
+bool PopoverWindow::isShown() const {
+    return m_window != nullptr && m_window->isVisible();
+}
+
+bool PopoverWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_window.get() && event->type() == QEvent::MouseButtonPress) {
+        const QPointF at = static_cast<QMouseEvent*>(event)->position();
+        if (!QRectF(QPointF(), m_window->size()).contains(at)) {
+            dismiss();
+            return true;
+        }
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace tunedeck

@@ -1,0 +1,46 @@
+#include "TunedeckMenu/Views/Windows/WindowFactory.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QQmlComponent>
+#include <QUrl>
+
+using namespace Qt::StringLiterals;
+
+namespace tunedeck {
+
+namespace {
+
+/// The application's icon, for task bars and window lists.
+QIcon appIcon() {
+    QIcon icon;
+    for (const int size : {16, 32, 48, 64, 128}) {
+        const QString file =
+            u"%1/../Resources/tunedeck-%2.png"_s.arg(QCoreApplication::applicationDirPath(), QString::number(size));
+        if (QFileInfo::exists(file)) {
+            icon.addFile(file, {size, size});
+        }
+    }
+    return icon;
+}
+
+} // namespace
+
+WindowFactory::WindowFactory(QQmlEngine& engine) : m_engine(engine), m_icon(appIcon()) {}
+
+std::unique_ptr<QQuickWindow> WindowFactory::create(const QString& file, const QVariantMap& properties) const {
+    QQmlComponent component(&m_engine, QUrl(u"qrc:/tunedeck/qml/Tunedeck/Views/"_s + file));
+    if (component.isError()) {
+        qFatal("%s", qPrintable(component.errorString()));
+    }
+    std::unique_ptr<QObject> object(component.createWithInitialProperties(properties));
+    auto* const window = qobject_cast<QQuickWindow*>(object.get());
+    if (window == nullptr) {
+        qFatal("%s", qPrintable(component.errorString()));
+    }
+    object.release();
+    window->setIcon(m_icon);
+    return std::unique_ptr<QQuickWindow>(window);
+}
+
+} // namespace tunedeck

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QMargins>
+#include <QQuickWindow>
+#include <QRect>
+#include <QSize>
+
+namespace tunedeck {
+
+/// The smallest height of at least `wanted` points that X11 window managers keep at this device pixel ratio. Qt sets
+/// the size increment to the rounded ratio in pixels, and window managers round down to it: at 1.5x, a window of 1647
+/// pixels becomes 1646 pixels, one point too low.
+int steadyHeight(int wanted, double ratio);
+
+/// Where a window without its frame can be: the part of `available`, the screen without bars, that leaves room for the
+/// frame and a gap. `frame`: its widths; all 0 while they are unknown, when those of a usual title bar count.
+QRect roomInside(const QRect& available, const QMargins& frame);
+
+/// The size that the window's QML wants (`wantedWidth` and `wantedHeight`), in whole points.
+QSize wantedSize(const QQuickWindow& window);
+
+/// The largest size up to the wanted one that fits on the window's screen with its frame.
+QSize fittingSize(const QQuickWindow& window);
+
+/// Gives the window its fitting size, which the user can't change.
+void setFixedSize(QQuickWindow& window);
+
+/// Centres a window over another, or on its screen.
+void centre(QQuickWindow& window, const QWindow* over = nullptr);
+
+/// Moves a window as little as necessary to have it on its screen with its frame.
+void keepOnScreen(QQuickWindow& window);
+
+} // namespace tunedeck
