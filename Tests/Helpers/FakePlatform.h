@@ -26,6 +26,7 @@ public:
         symbol = newSymbol;
         toolTip = newToolTip;
     }
+    void setMenu(const TrayMenu& newMenu) override { menu = newMenu; }
     [[nodiscard]] std::optional<QRect> geometry() const override { return rectangle; }
     [[nodiscard]] std::optional<MenuBarPlacement> placement() const override { return place; }
 
@@ -38,6 +39,7 @@ public:
     bool available = true;
     QString symbol;
     QString toolTip;
+    TrayMenu menu;
     std::optional<QRect> rectangle;
     std::optional<MenuBarPlacement> place = MenuBarPlacement{.itemMinX = 1200, .itemWidth = 24, .screenWidth = 1600};
 };

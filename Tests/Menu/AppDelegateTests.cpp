@@ -96,7 +96,7 @@ TEST_F(AppDelegateTest, ShowsTheIconFirstAndKeepsItsPreferredPosition) {
     launch();
     EXPECT_EQ(item.installs, 1);
     EXPECT_EQ(item.symbol, normal);
-    EXPECT_EQ(item.toolTip, u"Tunedeck"_s);
+    EXPECT_EQ(item.toolTip, u"Tunedeck: Checking…"_s);
     EXPECT_EQ(defaults.value(positionKey), u"220");
     EXPECT_EQ(center.starts, 1);
     EXPECT_EQ(views.asked, 0) << "the windows are loaded on demand";
@@ -161,7 +161,7 @@ TEST_F(AppDelegateTest, OpensTheWindowOnARequestOrAfterAStartByHandButNotAtLogin
     finishStartUp();
     EXPECT_TRUE(views.shown.calls.isEmpty());
     Q_EMIT center.opened(u"b-requested"_s);
-    Q_EMIT item.openRequested();
+    Q_EMIT item.selected(TrayMenuEntry::Kind::Open);
     EXPECT_EQ(views.shown.calls, (QStringList{u"window"_s, u"window"_s}));
 
     views.shown.calls.clear();
@@ -241,7 +241,7 @@ TEST_F(AppDelegateTest, TogglesThePanelAtTheIcon) {
     EXPECT_FALSE(views.shown.popover);
     appearance.set({.dark = true});
     EXPECT_EQ(views.shown.calls.last(), u"appearance"_s);
-    Q_EMIT item.quitRequested();
+    Q_EMIT item.selected(TrayMenuEntry::Kind::Quit);
     EXPECT_EQ(quits, 1);
 }
 

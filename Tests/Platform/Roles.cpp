@@ -61,8 +61,8 @@ int runInstance(int argc, char** argv) {
 }
 
 void click(QWidget* widget, Qt::MouseButton button) {
-    if (widget->accessibleName() != u"Tunedeck") {
-        print(u"the icon has no name"_s);
+    if (widget->accessibleName() != u"Tunedeck" || widget->accessibleDescription() != u"Tunedeck: fine") {
+        print(u"the icon has no name or no description"_s);
     }
     const QPointF middle = widget->rect().center();
     QMouseEvent press(QEvent::MouseButtonPress, middle, widget->mapToGlobal(middle), button, button, Qt::NoModifier);
@@ -91,9 +91,11 @@ int runStatusItem(int argc, char** argv) {
     };
     QObject::connect(&item, &StatusItem::availabilityChanged, &item, printPlace);
     QObject::connect(&item, &StatusItem::activated, &item, [] { print(u"activated"_s); });
-    QObject::connect(&item, &StatusItem::openRequested, &item, [] { print(u"open"_s); });
-    QObject::connect(&item, &StatusItem::quitRequested, &item, [] { print(u"quit"_s); });
-    item.setSymbol(u"music.note.list"_s, u"Tunedeck"_s);
+    QObject::connect(&item, &StatusItem::selected, &item, [](TrayMenuEntry::Kind kind) {
+        print(kind == TrayMenuEntry::Kind::Open ? u"open"_s : u"quit"_s);
+    });
+    item.setMenu({{TrayMenuEntry::Kind::Open, u"Open"_s}, {TrayMenuEntry::Kind::Quit, u"Quit"_s}});
+    item.setSymbol(u"music.note.list"_s, u"Tunedeck: fine"_s);
     item.install();
     printPlace();
     readCommands(&item, [&](const QString& command) {

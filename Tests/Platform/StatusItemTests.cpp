@@ -77,7 +77,7 @@ TEST_F(StatusItemTest, RegistersWithAHostThatStartsLateAndAfterRestartsOfHostAnd
 
     const auto showsTheIcon = [](TrayHost& host) {
         EXPECT_TRUE(runUntil([&] { return !host.reads.isEmpty(); }));
-        EXPECT_TRUE(host.reads.value(0).startsWith(u"Tunedeck dark ") && !host.reads.value(0).endsWith(u" 0"));
+        EXPECT_TRUE(host.reads.value(0).startsWith(u"Tunedeck: fine dark ") && !host.reads.value(0).endsWith(u" 0"));
     };
     const auto registersWithAHost = [&] {
         auto host = std::make_unique<TrayHost>(desktop.busAddress());
@@ -115,7 +115,7 @@ TEST_F(StatusItemTest, RegistersWithAHostThatStartsLateAndAfterRestartsOfHostAnd
         return host->reads.value(0).toStdString();
     };
     const auto light = lookAfter(u"dark"_s);
-    EXPECT_TRUE(light.starts_with("Tunedeck light ")) << light;
+    EXPECT_TRUE(light.starts_with("Tunedeck: fine light ")) << light;
     EXPECT_EQ(lookAfter(u"gnome"_s), light) << "its panel is always dark";
     const auto warning = lookAfter(u"warn"_s);
     EXPECT_TRUE(warning.starts_with("Attention light ")) << warning;

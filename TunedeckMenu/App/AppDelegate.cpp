@@ -49,8 +49,8 @@ AppDelegate::AppDelegate(MenuServices services, Desktop desktop, QObject* parent
                      },
                  .startUpdateChecks = [this] { m_updates.start(); }})
     , m_updates(m_model, m_services.clock)
-    , m_follow(m_services.clock, m_services.status, m_notifier, [this](const std::optional<ServiceStatus>& status) {
-        m_icon->statusFetched(status);
+    , m_follow(m_services.clock, m_services.status, m_notifier, [this](std::optional<ServiceStatus> status) {
+        m_icon->statusFetched(std::move(status));
         m_heap.trim();
     }) {
     connect(&m_windows, &WindowController::onboardingFinished, this, &AppDelegate::showWindow);
@@ -75,8 +75,7 @@ void AppDelegate::installStatusItem() {
 
     auto& item = m_desktop.statusItem;
     connect(&item, &StatusItem::activated, this, &AppDelegate::togglePopover);
-    connect(&item, &StatusItem::openRequested, this, &AppDelegate::reopen);
-    connect(&item, &StatusItem::quitRequested, this, [this] { m_services.quit(); });
+    connect(&item, &StatusItem::selected, this, &AppDelegate::select);
     connect(&item, &StatusItem::spaceChanged, &m_windows, &WindowController::closePopover);
     connect(&item, &StatusItem::availabilityChanged, this, &AppDelegate::screensChanged);
     m_icon.emplace(m_model, item);
@@ -123,6 +122,32 @@ void AppDelegate::showWindow() {
 
 void AppDelegate::togglePopover() {
     m_windows.togglePopover(m_desktop.statusItem.geometry().value_or(QRect()));
+}
+
+void AppDelegate::select(TrayMenuEntry::Kind kind) {
+    switch (kind) {
+    case TrayMenuEntry::Kind::Open:
+        reopen();
+        break;
+    case TrayMenuEntry::Kind::StartService:
+        Q_EMIT m_controller.restartService();
+        break;
+    case TrayMenuEntry::Kind::RepairTools:
+        Q_EMIT m_controller.repairTools();
+        break;
+    case TrayMenuEntry::Kind::ApplyChanges:
+        Q_EMIT m_controller.applyLibraryNow();
+        break;
+    case TrayMenuEntry::Kind::OpenLog:
+        Q_EMIT m_controller.openLog();
+        break;
+    case TrayMenuEntry::Kind::Quit:
+        Q_EMIT m_controller.quit();
+        break;
+    case TrayMenuEntry::Kind::Text:
+    case TrayMenuEntry::Kind::Separator:
+        break;
+    }
 }
 
 void AppDelegate::screensChanged() {

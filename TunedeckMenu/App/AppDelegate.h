@@ -45,6 +45,8 @@ public:
     void showWindow();
     void showOnboarding();
     void togglePopover();
+    /// Does what an entry of the icon's menu says.
+    void select(TrayMenuEntry::Kind kind);
     void screensChanged();
 
 private:

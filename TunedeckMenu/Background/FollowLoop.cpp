@@ -11,7 +11,7 @@ namespace tunedeck {
 using namespace std::chrono_literals;
 
 FollowLoop::FollowLoop(Clock& clock, StatusClient client, Notifier& notifier,
-                       std::function<void(const std::optional<ServiceStatus>&)> onFetched)
+                       std::function<void(std::optional<ServiceStatus>)> onFetched)
     : m_clock(clock), m_client(std::move(client)), m_notifier(notifier), m_onFetched(std::move(onFetched)) {}
 
 void FollowLoop::start() {
@@ -21,16 +21,15 @@ void FollowLoop::start() {
 QCoro::Task<> FollowLoop::follow() {
     const auto stop = m_scope.token();
     while (!stop.stop_requested()) {
-        const auto reply = co_await m_client.request(stop);
+        auto reply = co_await m_client.request(stop);
         if (stop.stop_requested()) {
             co_return;
         }
         logIfInvalid(reply);
-        const auto status = reply ? std::optional(*reply) : std::nullopt;
-        if (status) {
-            m_notifier.update(*status);
+        if (reply) {
+            m_notifier.update(*reply);
         }
-        m_onFetched(status);
+        m_onFetched(reply ? std::optional(std::move(*reply)) : std::nullopt);
         co_await m_clock.sleep(4s, stop);
     }
 }

@@ -19,7 +19,7 @@ class FollowLoop {
 public:
     /// `onFetched` gets the result of every fetch, nothing for a failed one.
     FollowLoop(Clock& clock, StatusClient client, Notifier& notifier,
-               std::function<void(const std::optional<ServiceStatus>&)> onFetched);
+               std::function<void(std::optional<ServiceStatus>)> onFetched);
 
     /// Call it once.
     void start();
@@ -31,7 +31,7 @@ private:
     Clock& m_clock;
     StatusClient m_client;
     Notifier& m_notifier;
-    std::function<void(const std::optional<ServiceStatus>&)> m_onFetched;
+    std::function<void(std::optional<ServiceStatus>)> m_onFetched;
     QString m_logged; ///< why the last document was invalid; empty when it was valid
     TaskScope m_scope;
 };

@@ -15,8 +15,8 @@ QString shortened(const QString& text, int limit) {
 
 } // namespace
 
-QString oneLine(const QString& text) {
-    return withoutControls(shortened(text, 200));
+QString oneLine(const QString& text, int limit) {
+    return withoutControls(shortened(text, limit));
 }
 
 QString paragraph(const QString& text) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TunedeckCore/MenuBarPlacement.h"
+#include "TunedeckMenu/Panel/TrayMenu.h"
 
 #include <QObject>
 #include <QRect>
@@ -22,6 +23,8 @@ public:
     [[nodiscard]] virtual bool isAvailable() const = 0;
     /// Shows a symbol ("music.note.list", "exclamationmark.triangle"). Does nothing when it is already shown.
     virtual void setSymbol(const QString& symbol, const QString& toolTip) = 0;
+    /// Sets the entries of the item's menu. Does nothing when they are equal; else changes those that differ in place.
+    virtual void setMenu(const TrayMenu& menu) = 0;
     /// Where the icon is on the screen, if the desktop reports it.
     [[nodiscard]] virtual std::optional<QRect> geometry() const = 0;
     /// The measurement for the placement rule. Nothing when there is no item (see isAvailable()) or the desktop doesn't
@@ -31,9 +34,10 @@ public:
 Q_SIGNALS:
     /// The icon was clicked.
     void activated();
-    /// An entry of its menu was selected.
-    void openRequested();
-    void quitRequested();
+    /// The item's menu is about to be shown.
+    void menuOpening();
+    /// An entry of the menu was selected.
+    void selected(tunedeck::TrayMenuEntry::Kind kind);
     /// The user switched to another space, where the panel at the icon doesn't belong.
     void spaceChanged();
     /// The desktop's tray appeared or disappeared.

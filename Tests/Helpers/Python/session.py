@@ -85,8 +85,41 @@ class TrayHost(Peer):
     def answer(self, method, sender, arguments):
         self.item = sender
 
+    def call(self, path, interface, method, *arguments):
+        """The results of a call to the item that registered last."""
+        return self.bus.call_sync(self.item, path, interface, method, GLib.Variant(*arguments), None,
+                                  Gio.DBusCallFlags.NONE, 5000, None).unpack()
+
     def click(self):
-        """Clicks the item that registered last."""
+        """Clicks the item, which may be gone."""
         if self.item:
             self.bus.call(self.item, "/StatusNotifierItem", "org.kde.StatusNotifierItem", "Activate",
                           GLib.Variant("(ii)", (0, 0)), None, Gio.DBusCallFlags.NONE, -1, None, None)
+
+    def property(self, name):
+        return self.call("/StatusNotifierItem", "org.freedesktop.DBus.Properties", "Get",
+                         "(ss)", ("org.kde.StatusNotifierItem", name))[0]
+
+    def entries(self):
+        """The ids of the shown entries of the item's menu, by their labels; disabled ones are in parentheses."""
+        _, (_, _, children) = self.call("/MenuBar", "com.canonical.dbusmenu", "GetLayout", "(iias)", (0, -1, []))
+        entries = {}
+        for number, properties, _ in children:
+            if properties.get("visible", True) and "label" in properties:
+                label = properties["label"]
+                entries[label if properties.get("enabled", True) else f"({label})"] = number
+        return entries
+
+    def open_menu(self):
+        self.call("/MenuBar", "com.canonical.dbusmenu", "AboutToShow", "(i)", (0,))
+
+    def select(self, label):
+        event = (self.entries()[label], "clicked", GLib.Variant("i", 0), 0)
+        self.call("/MenuBar", "com.canonical.dbusmenu", "Event", "(isvu)", event)
+
+    def watch(self):
+        """A list that gets the names of the signals that the item and its menu emit from now on."""
+        names = []
+        self.bus.signal_subscribe(self.item, None, None, None, None, Gio.DBusSignalFlags.NONE,
+                                  lambda _bus, _sender, _path, _interface, name, _arguments: names.append(name))
+        return names

@@ -9,13 +9,14 @@ namespace tunedeck {
 
 namespace {
 
-BannerView folderWarning(const ServiceStatus* status, const std::optional<QString>& customFolder, const QString& home) {
+BannerView folderWarning(const ServiceState& service, const std::optional<QString>& customFolder, const QString& home) {
     BannerView banner{.tone = look::Tone::Warning};
-    if (status && !status->downloadDirWritable) {
+    if (const auto fault = folderFault(service)) {
         banner.shown = true;
-        banner.text = paragraph(status->downloadDirError.value_or(u"tunedeck can't write to this folder."_s));
+        banner.text = paragraph(*fault);
         return banner;
     }
+    const auto* status = service.status();
     const std::optional<QString> folder = status ? std::optional(status->downloadDir) : customFolder;
     if (const auto place = folder ? protectedLocation(*folder, home) : std::nullopt) {
         banner.shown = true;
@@ -27,13 +28,21 @@ BannerView folderWarning(const ServiceStatus* status, const std::optional<QStrin
 
 } // namespace
 
+std::optional<QString> folderFault(const ServiceState& service) {
+    const auto* status = service.status();
+    if (status == nullptr || status->downloadDirWritable) {
+        return std::nullopt;
+    }
+    return status->downloadDirError.value_or(u"tunedeck can't write to this folder."_s);
+}
+
 DownloadsView downloadsCard(const ServiceState& service, const std::optional<QString>& customFolder,
                             const QString& home) {
     const ServiceStatus* status = service.status();
     const bool custom = status && status->downloadDirSource == u"settings";
     DownloadsView card{
         .badge = custom ? u"Custom"_s : u"Default"_s,
-        .warning = folderWarning(status, customFolder, home),
+        .warning = folderWarning(service, customFolder, home),
         .defaultButton = custom ? u"Use Default"_s : QString(),
     };
     if (status) {

@@ -25,6 +25,9 @@ struct DownloadsView {
     bool operator==(const DownloadsView&) const = default;
 };
 
+/// Why the service can't save songs; nothing if it can or isn't running.
+std::optional<QString> folderFault(const ServiceState& service);
+
 /// `customFolder`: the download folder in the settings file.
 DownloadsView downloadsCard(const ServiceState& service, const std::optional<QString>& customFolder,
                             const QString& home);

@@ -11,30 +11,25 @@ namespace tunedeck {
 
 namespace {
 
-constexpr std::size_t maxRows = 3;
-
 JobRowView jobRow(const ServiceStatus::Job& job, const QDateTime& now) {
     JobRowView row{
         .id = job.jobId,
         .symbol = u"clock.fill"_s,
         .playlist = oneLine(job.playlist),
-        .stateName = u"Waiting"_s,
+        .stateName = jobStateName(job),
         .message = paragraph(job.message),
     };
     if (job.state == u"done") {
         row.symbol = u"checkmark.circle.fill"_s;
         row.tone = look::Tone::Good;
-        row.stateName = u"Added"_s;
     } else if (job.state == u"failed") {
         row.symbol = u"xmark.octagon.fill"_s;
         row.tone = look::Tone::Bad;
-        row.stateName = u"Failed"_s;
     } else if (job.state == u"running") {
         row.symbol = u"arrow.down.circle.fill"_s;
         row.tone = look::Tone::Accent;
         row.pulsing = true;
-        row.trailing = u"Downloading"_s;
-        row.stateName = row.trailing;
+        row.trailing = row.stateName;
         return row;
     }
     if (const auto date = job.date()) {
@@ -45,12 +40,26 @@ JobRowView jobRow(const ServiceStatus::Job& job, const QDateTime& now) {
 
 } // namespace
 
+std::span<const ServiceStatus::Job> latestJobs(const ServiceState& service) {
+    const ServiceStatus* status = service.status();
+    return status ? std::span(status->recentJobs).first(std::min(maxLatestJobs, status->recentJobs.size()))
+                  : std::span<const ServiceStatus::Job>();
+}
+
+QString jobStateName(const ServiceStatus::Job& job) {
+    if (job.state == u"done") {
+        return u"Added"_s;
+    }
+    if (job.state == u"failed") {
+        return u"Failed"_s;
+    }
+    return job.state == u"running" ? u"Downloading"_s : u"Waiting"_s;
+}
+
 RecentView recentCard(const ServiceState& service, const QDateTime& now) {
     RecentView card;
-    if (const ServiceStatus* status = service.status()) {
-        for (std::size_t i = 0; i < std::min(maxRows, status->recentJobs.size()); ++i) {
-            card.jobs << jobRow(status->recentJobs[i], now);
-        }
+    for (const auto& job : latestJobs(service)) {
+        card.jobs << jobRow(job, now);
     }
     card.shown = !card.jobs.isEmpty();
     return card;

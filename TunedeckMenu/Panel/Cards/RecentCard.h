@@ -7,6 +7,9 @@
 #include <QDateTime>
 #include <QList>
 
+#include <cstddef>
+#include <span>
+
 namespace tunedeck {
 
 struct JobRowView {
@@ -30,7 +33,13 @@ struct RecentView {
     bool operator==(const RecentView&) const = default;
 };
 
-/// The three latest jobs of a running service.
+constexpr std::size_t maxLatestJobs = 3;
+
+/// The latest jobs of a running service.
+std::span<const ServiceStatus::Job> latestJobs(const ServiceState& service);
+/// What a job is doing: "Waiting", "Downloading", "Added" or "Failed".
+QString jobStateName(const ServiceStatus::Job& job);
+/// The latest jobs.
 RecentView recentCard(const ServiceState& service, const QDateTime& now);
 
 } // namespace tunedeck

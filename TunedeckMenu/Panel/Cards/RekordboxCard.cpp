@@ -98,9 +98,7 @@ void describeLibrary(RekordboxView& card, const Library& library, bool busy, con
         card.retryButton = u"Retry"_s;
         card.dismissButton = u"Dismiss"_s;
     }
-    if (!library.pending.empty() && !library.rekordboxRunning) {
-        card.applyButton = busy ? u"Applying…"_s : u"Apply Now"_s;
-    }
+    card.applyButton = applyButton(library, busy);
     card.busy = busy;
     card.busyHelp = busy ? otherChange : QString();
     card.backupsTitle = u"Backups (%1)"_s.arg(library.backups.size());
@@ -112,6 +110,13 @@ void describeLibrary(RekordboxView& card, const Library& library, bool busy, con
 }
 
 } // namespace
+
+QString applyButton(const Library& library, bool isBusy) {
+    if (library.pending.empty() || library.rekordboxRunning) {
+        return {};
+    }
+    return isBusy ? u"Applying…"_s : u"Apply Now"_s;
+}
 
 RekordboxView rekordboxCard(const ServiceState& service, bool libraryBusy, const QDateTime& now,
                             const RowRanges& ranges) {

@@ -47,6 +47,9 @@ struct RekordboxView {
     bool operator==(const RekordboxView&) const = default;
 };
 
+/// The label of the button that applies waiting changes; empty when there is nothing to apply.
+QString applyButton(const ServiceStatus::Library& library, bool isBusy);
+
 RekordboxView rekordboxCard(const ServiceState& service, bool libraryBusy, const QDateTime& now,
                             const RowRanges& ranges = {});
 

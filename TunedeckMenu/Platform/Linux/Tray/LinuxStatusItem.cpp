@@ -16,6 +16,22 @@ namespace tunedeck {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// Escapes the characters that would mark a mnemonic. In a menu that a host draws the mark is "_"; Qt replaces the
+/// first
+/// "&" by it, and no other.
+QString escapedLabel(QString text, TrayWatch::Tray kind) {
+    if (kind == TrayWatch::Tray::XEmbed) {
+        return text.replace(u'&', u"&&"_s);
+    }
+    text.replace(u'_', u"__"_s);
+    const auto first = text.indexOf(u'&');
+    return first < 0 ? text : text.insert(first, u'&');
+}
+
+} // namespace
+
 LinuxStatusItem::LinuxStatusItem(SessionBus& bus, AppearanceSource& appearance, QObject* parent)
     : m_appearance(appearance), m_trays(bus) {
     setParent(parent);
@@ -83,6 +99,9 @@ void LinuxStatusItem::setSymbol(const QString& symbol, const QString& toolTip) {
         if (m_icon) {
             m_icon->setToolTip(m_toolTip);
         }
+        if (m_dock) {
+            m_dock->setAccessibleDescription(m_toolTip);
+        }
     }
 }
 
@@ -120,10 +139,34 @@ void LinuxStatusItem::onActivated(QSystemTrayIcon::ActivationReason reason) {
 QMenu* LinuxStatusItem::menu() {
     if (!m_menu) {
         m_menu = std::make_unique<QMenu>();
-        connect(m_menu->addAction(u"Open Tunedeck"_s), &QAction::triggered, this, &LinuxStatusItem::openRequested);
-        connect(m_menu->addAction(u"Quit Tunedeck"_s), &QAction::triggered, this, &LinuxStatusItem::quitRequested);
+        connect(m_menu.get(), &QMenu::aboutToShow, this, &LinuxStatusItem::menuOpening);
+        for (const auto& entry : m_entries) {
+            auto* action = m_menu->addAction(QString());
+            action->setSeparator(entry.kind == TrayMenuEntry::Kind::Separator);
+            connect(action, &QAction::triggered, this, [this, kind = entry.kind] { Q_EMIT selected(kind); });
+        }
+        fillMenu();
     }
     return m_menu.get();
+}
+
+void LinuxStatusItem::setMenu(const TrayMenu& menu) {
+    if (menu != m_entries) {
+        m_entries = menu;
+        if (m_menu) {
+            fillMenu();
+        }
+    }
+}
+
+void LinuxStatusItem::fillMenu() {
+    const auto actions = m_menu->actions();
+    for (qsizetype i = 0; i < actions.size(); ++i) {
+        const auto& entry = m_entries[i];
+        actions[i]->setText(escapedLabel(entry.text, m_kind));
+        actions[i]->setEnabled(entry.enabled);
+        actions[i]->setVisible(entry.isShown());
+    }
 }
 
 bool LinuxStatusItem::eventFilter(QObject* watched, QEvent* event) {
@@ -154,6 +197,7 @@ void LinuxStatusItem::check() {
         if (dock != widgets.end()) {
             m_dock = *dock;
             m_dock->setAccessibleName(u"Tunedeck"_s);
+            m_dock->setAccessibleDescription(m_toolTip);
             m_dock->installEventFilter(this);
         }
     }

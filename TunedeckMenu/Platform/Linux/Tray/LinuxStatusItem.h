@@ -28,6 +28,7 @@ public:
     void install() override;
     [[nodiscard]] bool isAvailable() const override;
     void setSymbol(const QString& symbol, const QString& toolTip) override;
+    void setMenu(const TrayMenu& menu) override;
     [[nodiscard]] std::optional<QRect> geometry() const override;
     [[nodiscard]] std::optional<MenuBarPlacement> placement() const override;
 
@@ -40,6 +41,7 @@ private:
     void draw();
     void onActivated(QSystemTrayIcon::ActivationReason reason);
     QMenu* menu();
+    void fillMenu();
     void checkSoon();
     void check();
     [[nodiscard]] bool isDocked() const;
@@ -48,7 +50,8 @@ private:
     AppearanceSource& m_appearance;
     TrayWatch m_trays;
     TrayWatch::Tray m_kind = TrayWatch::Tray::None;
-    std::unique_ptr<QMenu> m_menu;
+    TrayMenu m_entries;
+    std::unique_ptr<QMenu> m_menu; ///< made when the icon needs it
     std::unique_ptr<QSystemTrayIcon> m_icon;
     QPointer<QWidget> m_dock; ///< Qt's widget in an X11 tray
     QTimer m_check;

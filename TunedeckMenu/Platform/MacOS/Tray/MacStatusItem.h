@@ -17,6 +17,7 @@ public:
     void install() override;
     [[nodiscard]] bool isAvailable() const override;
     void setSymbol(const QString& symbol, const QString& toolTip) override;
+    void setMenu(const TrayMenu& /*menu*/) override {}
     [[nodiscard]] std::optional<QRect> geometry() const override;
     [[nodiscard]] std::optional<MenuBarPlacement> placement() const override;
 
