@@ -1,5 +1,8 @@
 import unittest
 
+from gi.repository import Gio, GLib
+from Xlib import X, display
+
 import session
 import web
 from journey import Journey
@@ -75,6 +78,51 @@ class TrayJourney(Journey):
         self.comes(lambda: self.desktop.windows() == ["Tunedeck"])
         host.select("Quit Tunedeck")
         self.comes(lambda: not self.processes())
+
+    def test_ends_the_busy_pointer_of_a_start_and_of_each_activation(self):
+        notifications = StartupNotifications(self.environment["DISPLAY"])
+        session.TrayHost(self.environment["DBUS_SESSION_BUS_ADDRESS"])
+        environment = self.environment
+        self.environment = environment | {"DESKTOP_STARTUP_ID": "start-1_TIME5"}
+        self.service.behaviours["/local/status"] = web.hang
+        self.start()  # shows no window
+        self.comes(lambda: notifications.ended() == ["start-1_TIME5"], notifications.messages)
+        self.environment = environment
+        self.report()
+        self.opens_with("Running · connected to the cloud")
+        # As a desktop opens it a second time; the window is already shown.
+        for method, arguments in (("Activate", "(a{sv})"), ("ActivateAction", "(sava{sv})")):
+            token = f"{method} of a launcher with an identifier longer than one message_TIME6".replace(" ", "-")
+            data = {"desktop-startup-id": GLib.Variant("s", token)}
+            session.connect(environment["DBUS_SESSION_BUS_ADDRESS"]).call_sync(
+                "com.brightfold.tunedeck.menu", "/com/brightfold/tunedeck/menu", "org.freedesktop.Application", method,
+                GLib.Variant(arguments, (data,) if method == "Activate" else ("", [], data)), None,
+                Gio.DBusCallFlags.NONE, 5000, None)
+            self.comes(lambda: notifications.ended()[-1] == token, notifications.messages)
+
+
+class StartupNotifications:
+    """What an X11 desktop receives about starts, by the startup notification protocol."""
+
+    def __init__(self, name):
+        self.display = display.Display(name)
+        self.display.screen().root.change_attributes(event_mask=X.PropertyChangeMask)
+        self.display.sync()
+        self.begin = self.display.intern_atom("_NET_STARTUP_INFO_BEGIN")
+        self.messages = []
+
+    def ended(self):
+        """The identifiers of the starts that have ended, in order."""
+        self.display.sync()
+        while self.display.pending_events():
+            event = self.display.next_event()
+            if event.type == X.ClientMessage:
+                piece = bytes(event.data[1]).split(b"\0")[0].decode()
+                if event.client_type == self.begin:
+                    self.messages.append(piece)
+                else:
+                    self.messages[-1] += piece
+        return [each.removeprefix("remove: ID=") for each in self.messages if each.startswith("remove: ID=")]
 
 
 if __name__ == "__main__":

@@ -22,6 +22,7 @@ LinuxReopenListener::LinuxReopenListener(SessionBus& bus, QObject* parent) : m_b
 void LinuxReopenListener::start() {
     connect(&m_bus, &SessionBus::reconnected, this, &LinuxReopenListener::publish);
     publish();
+    endActivation(); // the start may have shown no window
 }
 
 void LinuxReopenListener::publish() {
@@ -38,6 +39,7 @@ void LinuxReopenListener::Activate(const QVariantMap& platformData) {
     const auto token = platformData.value(u"activation-token"_s, platformData.value(u"desktop-startup-id"_s));
     useActivationToken(token.toString().toUtf8());
     Q_EMIT reopenRequested();
+    endActivation();
 }
 
 void LinuxReopenListener::Open(const QStringList& /*urls*/, const QVariantMap& platformData) {

@@ -197,6 +197,7 @@ void LinuxNotificationCenter::onAction(const QDBusMessage& message) {
     }
     const auto identifier = shown->second;
     Q_EMIT opened(identifier);
+    endActivation();
 }
 
 } // namespace tunedeck
