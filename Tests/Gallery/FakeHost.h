@@ -25,6 +25,8 @@ public:
     void windowClosed() override { --appeared; }
     void advance() override { pressed << u"advance"_s; }
     void back() override { pressed << u"back"_s; }
+    void startService() override { pressed << u"startService"_s; }
+    void openLog() override { pressed << u"openLog"_s; }
     void repairTools() override { pressed << u"repairTools"_s; }
     void takeBaseline() override { pressed << u"takeBaseline"_s; }
     void choose(const QString& kind) override { pressed << u"choose "_s + kind; }

@@ -240,6 +240,19 @@ PanelState offered() {
     return state;
 }
 
+OnboardingState noService() {
+    return {.serviceFailure = u"Couldn't start Tunedeck's background service: launchctl bootstrap exited 1"_s,
+            .serviceAdvice = u"The systemd of your session runs it. Log in at the desktop itself."_s};
+}
+
+OnboardingState slowBackup() {
+    OnboardingState state = rekordboxStep();
+    state.rekordbox.reset();
+    state.baseline.value = Baseline::Working{};
+    state.waitingSince = presentTime().addSecs(-minute);
+    return state;
+}
+
 OnboardingState toolsStep() {
     OnboardingState state;
     state.status = goodStatus();
@@ -302,10 +315,13 @@ QList<std::pair<QString, OnboardingState>> firstRuns() {
     claude.link->lastUsedAt = ago(minute);
     claude.error = u"Couldn't open https://tunedeck.example/connect/claude."_s;
     return {{u"waiting"_s, {}},
+            {u"no-service"_s, noService()},
+            {u"slow-service"_s, {.waitingSince = presentTime().addSecs(-minute)}},
             {u"tools"_s, toolsStep()},
             {u"no-tools"_s, brokenTools()},
             {u"rekordbox"_s, rekordboxStep()},
             {u"no-rekordbox"_s, postponedBackup()},
+            {u"slow-backup"_s, slowBackup()},
             {u"assistant"_s, assistantStep()},
             {u"telegram"_s, assistantStep(Assistant::telegram)},
             {u"claude"_s, claude},

@@ -39,6 +39,10 @@ ServiceStatus& status(PanelState& state);
 /// With a version on offer and the note of an action.
 PanelState offered();
 
+/// The service can't be started.
+OnboardingState noService();
+/// The first backup has been under way for a minute.
+OnboardingState slowBackup();
 OnboardingState toolsStep();
 /// After a failed installation.
 OnboardingState brokenTools();

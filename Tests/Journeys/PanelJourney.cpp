@@ -7,8 +7,12 @@ PanelJourney::PanelJourney() {
     services.confirm = [this](const Confirmation& question, std::function<void(bool)> answer) {
         m_windows->confirm(question, std::move(answer));
     };
-    m_windows = std::make_unique<WindowController>(WindowController::Parts{
-        .model = m_model, .panel = m_controller, .services = services, .appearance = m_appearance, .source = *this});
+    m_windows = std::make_unique<WindowController>(WindowController::Parts{.model = m_model,
+                                                                           .panel = m_controller,
+                                                                           .services = services,
+                                                                           .setup = m_setup,
+                                                                           .appearance = m_appearance,
+                                                                           .source = *this});
 }
 
 void PanelJourney::TearDown() {

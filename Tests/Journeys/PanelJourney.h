@@ -41,6 +41,7 @@ private:
     FakeAppearanceSource m_appearance;
     MenuModel m_model{services};
     PanelController m_controller{m_model, services};
+    ServiceSetup m_setup{ServiceInstaller(home.path(), {}, 501, services.launchctl, clock)};
     std::unique_ptr<WindowController> m_windows;
 };
 

@@ -35,7 +35,10 @@ protected:
 
     MenuModel menu{services};
     PanelController panel{menu, services};
-    std::unique_ptr<OnboardingModel> model = std::make_unique<OnboardingModel>(panel.links(), services, std::nullopt);
+    ServiceSetup setup{ServiceInstaller(home.path(), home.writeScript(u"bundled/tunedeck"_s, "exit 0"), 501,
+                                        services.launchctl, clock)};
+    std::unique_ptr<OnboardingModel> model =
+        std::make_unique<OnboardingModel>(panel.links(), services, setup, std::nullopt);
 };
 
 const QByteArray baselineRoute = "POST /local/rekordbox/baseline";
@@ -68,6 +71,71 @@ TEST_F(OnboardingTest, PollsEveryTwoSecondsWhileTheWindowIsOpen) {
     EXPECT_EQ(count("GET /local/status"), 2);
     open();
     EXPECT_EQ(count("GET /local/status"), 3);
+}
+
+TEST_F(OnboardingTest, SaysInEachStepWhyTheServiceCannotStartAndGoesOnWhenItCan) {
+    const auto cause = home.write(u".tunedeck/bin"_s, "a file where the folder belongs");
+    serve("GET /local/status", "{}", 500);
+    open();
+    EXPECT_EQ(content().waitingText, u"Starting Tunedeck's background service…"_s);
+    model->startService();
+    for (const auto step : {0, 1, 2}) {
+        EXPECT_EQ(content().step, step);
+        EXPECT_TRUE(content().serviceFailure.startsWith(u"Couldn't start Tunedeck's background service: "));
+        EXPECT_TRUE(content().serviceAdvice.isEmpty()) << "it wasn't the supervisor";
+        EXPECT_EQ((QStringList{content().waitingText, content().startButton, content().logButton}),
+                  (QStringList{QString(), u"Try Again"_s, u"Open Log"_s}));
+        if (step < 2) {
+            model->advance();
+        }
+    }
+    QFile::remove(cause);
+    services.facts.supervisorAdvice = u"Log in at the desktop."_s;
+    launchctlStatus.assign(11, 1); // "print" and ten times "bootstrap"
+    for (int second = 0; second < 8; second += 2) {
+        poll();
+    }
+    EXPECT_TRUE(launchctlCalls.empty()) << "not yet time to try again";
+    ASSERT_TRUE(comes([&] {
+        clock.advance(500ms);
+        settle();
+        return !content().serviceAdvice.isEmpty();
+    }));
+    EXPECT_TRUE(content().serviceFailure.endsWith(u"launchctl bootstrap exited 1"));
+    ASSERT_TRUE(comes([&] {
+        clock.advance(1s);
+        settle();
+        return content().serviceFailure.isEmpty();
+    }));
+    EXPECT_FALSE(content().waitingText.isEmpty()) << "started, and not yet answering";
+    serveStatus();
+    ASSERT_TRUE(comes([&] {
+        clock.advance(2s);
+        settle();
+        return content().waitingText.isEmpty();
+    }));
+    EXPECT_TRUE(content().startButton.isEmpty());
+}
+
+TEST_F(OnboardingTest, SaysWhatAWaitOfTwentySecondsIsFor) {
+    serve("GET /local/status", "{}", 500);
+    open();
+    const auto waits = [&](int seconds) {
+        for (int passed = 0; passed < seconds; passed += 2) {
+            poll();
+        }
+        return content().waitNote;
+    };
+    EXPECT_TRUE(waits(18).isEmpty());
+    EXPECT_FALSE(waits(2).isEmpty());
+    EXPECT_EQ(content().startButton, u"Try Again"_s);
+    serveStatus();
+    EXPECT_TRUE(waits(2).isEmpty());
+    showAssistants();
+    server.on("POST /local/links", behave::hang());
+    model->choose(u"claude"_s);
+    EXPECT_TRUE(waits(18).isEmpty()) << "another wait begins anew";
+    EXPECT_TRUE(waits(2).contains(u"cloud"));
 }
 
 TEST_F(OnboardingTest, RequestsTheFirstBackupOnceAutomaticallyAndThenByButton) {
@@ -239,7 +307,7 @@ TEST_F(OnboardingTest, CancelsItsRequestsWhenDestroyed) {
         const auto before = server.connections();
         action(*model);
         ASSERT_TRUE(comes([&] { return server.connections() > before; }));
-        model = std::make_unique<OnboardingModel>(panel.links(), services, std::nullopt);
+        model = std::make_unique<OnboardingModel>(panel.links(), services, setup, std::nullopt);
     }
     // The panel's action continues.
     EXPECT_TRUE(comes([&] { return server.open() == 1; }));

@@ -13,6 +13,7 @@ OnboardingContent contentAt(OnboardingStep step, OnboardingState state = {}) {
 }
 
 OnboardingContent assistantContent(Assistant assistant, const AssistantLink& made, OnboardingState state = {}) {
+    state.status = goodStatus();
     state.assistant = assistant;
     state.link = made;
     return contentAt(OnboardingStep::assistant, state);

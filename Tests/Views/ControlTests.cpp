@@ -185,6 +185,8 @@ TEST_F(ControlTests, TheFirstRunsControlsCallTheirActions) {
     for (const auto& [shown, labels, actions] :
          {std::tuple(contentOf(samples::brokenTools()), &OnboardingContent::repairButton, u"repairTools"_s),
           {contentOf(samples::brokenTools()), &OnboardingContent::nextButton, u"advance"_s},
+          {contentOf(samples::noService()), &OnboardingContent::startButton, u"startService"_s},
+          {contentOf(samples::noService()), &OnboardingContent::logButton, u"openLog"_s},
           {contentOf(samples::postponedBackup()), &OnboardingContent::baselineButton, u"takeBaseline"_s},
           {contentOf(samples::postponedBackup()), &OnboardingContent::backButton, u"back"_s},
           {contentOf(samples::assistantStep(Assistant::claude)), &OnboardingContent::guideTitle,
@@ -205,6 +207,21 @@ TEST_F(ControlTests, TheFirstRunsControlsCallTheirActions) {
     EXPECT_EQ(host.pressed.join(u';').toStdString(), "copyLink;copyKey;openTelegram;newTelegramCode;choose chatgpt");
     key(Qt::Key_Escape);
     EXPECT_EQ(host.appeared, 0) << "closed";
+}
+
+TEST_F(ControlTests, OneReturnTooManyDoesNotEndTheFirstRun) {
+    onboarding(contentOf(samples::toolsStep()));
+    key(Qt::Key_Backtab);
+    ASSERT_EQ(focusName(), u"Continue");
+    views->setOnboardingContent(contentOf(samples::rekordboxStep()));
+    key(Qt::Key_Return);
+    EXPECT_EQ(host.pressed, QStringList{u"advance"_s}) << "Return goes on through the steps";
+    views->setOnboardingContent(contentOf(samples::assistantStep()));
+    wait(1);
+    key(Qt::Key_Return);
+    EXPECT_EQ(host.pressed, QStringList{u"advance"_s});
+    key(Qt::Key_Tab);
+    EXPECT_EQ(focusName(), contentOf(samples::assistantStep()).assistants.first().accessibleName);
 }
 
 TEST_F(ControlTests, ScreenReadersAreNotifiedOfResultsAndStates) {

@@ -7,6 +7,7 @@
 #include <QAbstractEventDispatcher>
 #include <QCursor>
 #include <QGuiApplication>
+#include <QProcess>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QScreen>
@@ -380,6 +381,48 @@ TEST_F(WindowTests, TheWindowFitsItsContentUntilTheUserResizesIt) {
     setContent(contentOf(samples::crowded()));
     wait(120);
     EXPECT_EQ(window.height(), 400);
+}
+
+TEST_F(WindowTests, EveryWindowFollowsTheFreeAreaOfTheScreen) {
+    Confirmation longQuestion = disconnect;
+    longQuestion.informativeText = u"It is a long story. "_s.repeated(90);
+    struct Case {
+        std::function<QQuickWindow&()> open;
+        QStringList inSight; ///< controls that never scroll
+    };
+    const Case cases[] = {
+        {[&]() -> QQuickWindow& { return onboarding(contentOf(samples::assistantStep(Assistant::claude))); },
+         {u"Back"_s, u"Done"_s}},
+        {[&]() -> QQuickWindow& { return mainWindow(contentOf(samples::crowded())); }, {u"Quit Tunedeck"_s}},
+        {[&]() -> QQuickWindow& {
+             mainWindow(contentOf(samples::usual()));
+             views->confirm(longQuestion, [](bool) {});
+             return front();
+         },
+         {u"Disconnect"_s, u"Cancel"_s}},
+    };
+    for (const auto& [open, inSight] : cases) {
+        auto& window = open();
+        ASSERT_TRUE(runUntil([&] { return window.isActive() && !window.frameMargins().isNull(); }));
+        const auto fits = [&] { return window.screen()->availableGeometry().contains(window.frameGeometry()); };
+        EXPECT_TRUE(runUntil(fits));
+        const auto height = window.height();
+        QWindow bar; // takes half of the screen, which is the most that openbox grants
+        bar.setGeometry(0, 0, 40, 40);
+        bar.create();
+        QProcess::execute(u"xprop"_s,
+                          {u"-id"_s, QString::number(bar.winId()), u"-f"_s, u"_NET_WM_STRUT"_s, u"32c"_s, u"-set"_s,
+                           u"_NET_WM_STRUT"_s, u"0, 0, %1, 0"_s.arg(window.screen()->geometry().height() - 420)});
+        bar.show();
+        EXPECT_TRUE(runUntil([&] { return window.height() < height && fits(); })) << window.frameGeometry().height();
+        for (const auto& name : inSight) {
+            EXPECT_TRUE(runUntil([&] { return window.geometry().contains(control(name).geometry); }))
+                << name.toStdString();
+        }
+        bar.hide();
+        EXPECT_TRUE(runUntil([&] { return window.height() >= height; })) << "it doesn't grow back";
+        views.reset();
+    }
 }
 
 TEST_F(WindowTests, AQuestionIsAnsweredByButtonKeyOrClosing) {

@@ -30,14 +30,16 @@ AppDelegate::AppDelegate(MenuServices services, Desktop desktop, QObject* parent
     , m_desktop(desktop)
     , m_model(m_services)
     , m_controller(m_model, m_services)
+    , m_setup(installer())
     , m_windows({.model = m_model,
                  .panel = m_controller,
                  .services = m_services,
+                 .setup = m_setup,
                  .appearance = desktop.appearance,
                  .source = desktop.views})
     , m_notifier(desktop.notifications, m_services.clock, UserPaths(m_services.facts.home).notificationLog())
     , m_placement(m_model, desktop.statusItem, m_services.clock, UserPaths(m_services.facts.home).menuBarReport())
-    , m_startUp(m_model, m_services, installer(),
+    , m_startUp(m_model, m_services, m_setup,
                 {.waitEnded = [this] { m_icon->stopWaitingForService(); },
                  .showOnboarding = [this] { showOnboarding(); },
                  .showWindow =

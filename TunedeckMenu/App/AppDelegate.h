@@ -10,6 +10,7 @@
 #include "TunedeckMenu/Background/UpdateLoop.h"
 #include "TunedeckMenu/Model/MenuModel.h"
 #include "TunedeckMenu/Model/MenuServices.h"
+#include "TunedeckMenu/Model/ServiceSetup.h"
 #include "TunedeckMenu/Platform/HeapTrimmer.h"
 #include "TunedeckMenu/Windows/WindowController.h"
 
@@ -60,6 +61,7 @@ private:
     Desktop m_desktop;
     MenuModel m_model;
     PanelController m_controller;
+    ServiceSetup m_setup;
     WindowController m_windows;
     Notifier m_notifier;
     PlacementWatcher m_placement;

@@ -1,7 +1,6 @@
 #include "TunedeckMenu/App/StartUp.h"
 
 #include "TunedeckCore/Onboarding.h"
-#include "TunedeckMenu/Platform/Log.h"
 
 #include <chrono>
 #include <tuple>
@@ -10,7 +9,6 @@
 namespace tunedeck {
 
 using namespace std::chrono_literals;
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -21,8 +19,8 @@ constexpr auto maxUptimeAtLogin = 300s;
 
 } // namespace
 
-StartUp::StartUp(MenuModel& model, const MenuServices& services, ServiceInstaller installer, Callbacks callbacks)
-    : m_model(model), m_services(services), m_installer(std::move(installer)), m_callbacks(std::move(callbacks)) {}
+StartUp::StartUp(MenuModel& model, const MenuServices& services, ServiceSetup& setup, Callbacks callbacks)
+    : m_model(model), m_services(services), m_setup(setup), m_callbacks(std::move(callbacks)) {}
 
 void StartUp::start() {
     spawn(run());
@@ -78,13 +76,18 @@ QCoro::Task<std::vector<AssistantLink>> StartUp::registeredLinks(bool registered
 }
 
 QCoro::Task<> StartUp::install(std::stop_token stop) {
-    const auto outcome = co_await m_installer.ensureInstalled(stop);
-    if (stop.stop_requested()) {
+    co_await m_setup.attempt();
+    if (stop.stop_requested() || !m_setup.outcome()) {
         co_return;
     }
-    qCInfo(appLog).noquote() << "service install:" << outcome.description();
-    if (outcome.kind == ServiceInstaller::Outcome::Kind::failed) {
-        m_model.showError(u"Couldn't start Tunedeck's background service: "_s + outcome.message);
+    if (m_setup.outcome()->kind == ServiceInstaller::Outcome::Kind::failed) {
+        const auto failure = setupFailure(*m_setup.outcome());
+        m_model.showError(failure);
+        QObject::connect(&m_setup, &ServiceSetup::changed, &m_model, [&model = m_model, &setup = m_setup, failure] {
+            if (setupFailure(*setup.outcome()).isEmpty()) {
+                model.withdrawError(failure);
+            }
+        });
     }
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "TunedeckCore/Installation/ServiceInstaller.h"
 #include "TunedeckCore/Support/Async/TaskScope.h"
 #include "TunedeckMenu/Model/MenuModel.h"
+#include "TunedeckMenu/Model/ServiceSetup.h"
 
 #include <QCoroTask>
 
@@ -22,7 +22,7 @@ public:
         std::function<void()> showWindow;        ///< the user started the application by hand
         std::function<void()> startUpdateChecks; ///< everything else is done
     };
-    StartUp(MenuModel& model, const MenuServices& services, ServiceInstaller installer, Callbacks callbacks);
+    StartUp(MenuModel& model, const MenuServices& services, ServiceSetup& setup, Callbacks callbacks);
 
     /// Call it once.
     void start();
@@ -36,7 +36,7 @@ private:
 
     MenuModel& m_model;
     const MenuServices& m_services;
-    ServiceInstaller m_installer;
+    ServiceSetup& m_setup;
     Callbacks m_callbacks;
     TaskScope m_scope;
 };

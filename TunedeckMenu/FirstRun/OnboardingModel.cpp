@@ -1,5 +1,6 @@
 #include "TunedeckMenu/FirstRun/OnboardingModel.h"
 
+#include "TunedeckCore/Locations/UserPaths.h"
 #include "TunedeckMenu/Actions/Openers.h"
 
 #include <algorithm>
@@ -15,21 +16,61 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::chrono::milliseconds pollInterval = 2s;
+/// Between attempts to start the service, each of which takes several seconds.
+constexpr auto setupInterval = 10s;
 // Keys of the values that can be copied.
 const auto urlKey = u"url"_s;
 const auto tokenKey = u"key"_s;
 
 } // namespace
 
-OnboardingModel::OnboardingModel(LinkActions& links, const MenuServices& services,
+OnboardingModel::OnboardingModel(LinkActions& links, const MenuServices& services, ServiceSetup& setup,
                                  std::optional<RekordboxInstall> rekordbox)
-    : m_links(links), m_services(services), m_copier(services, *this), m_repair(services, *this) {
+    : m_links(links), m_services(services), m_setup(setup), m_copier(services, *this), m_repair(services, *this) {
     m_state.rekordbox = std::move(rekordbox);
+    connect(&m_setup, &ServiceSetup::changed, this, &OnboardingModel::setupChanged);
+    setupChanged();
 }
 
 OnboardingModel::~OnboardingModel() = default;
 
+void OnboardingModel::update() {
+    if (const auto wait = m_state.wait(); m_wait != wait) {
+        m_wait = wait;
+        m_state.waitingSince = wait == OnboardingWait::Nothing ? std::nullopt : std::optional(m_services.clock.now());
+    }
+    Q_EMIT changed();
+}
+
+void OnboardingModel::setupChanged() {
+    m_state.isStartingService = m_setup.isBusy();
+    if (const auto& outcome = m_setup.outcome(); outcome && !m_setup.isBusy()) {
+        m_setupEnded = m_services.clock.elapsed();
+        m_state.serviceFailure = setupFailure(*outcome);
+        const bool refused = outcome->message.startsWith(u"launchctl "); // by the supervisor, not by a file
+        m_state.serviceAdvice = refused ? m_services.facts.supervisorAdvice : QString();
+    }
+    update();
+}
+
+void OnboardingModel::startService() {
+    spawn(m_setup.attempt());
+}
+
+void OnboardingModel::startServiceWhenDue() {
+    const bool isDue = m_services.clock.elapsed() - m_setupEnded >= setupInterval;
+    if (!m_state.status && !m_state.serviceFailure.isEmpty() && isDue) {
+        startService();
+    }
+}
+
+void OnboardingModel::openLog() {
+    openFile(UserPaths(m_services.facts.home).serviceLog(), m_services.workspace, *this);
+}
+
 void OnboardingModel::windowAppeared() {
+    m_wait = OnboardingWait::Nothing; // the time while the window was closed doesn't count
+    update();
     m_polling.restart();
     spawn(poll());
 }
@@ -47,15 +88,16 @@ QCoro::Task<> OnboardingModel::poll() {
             co_return;
         }
         m_state.status = std::move(status);
+        startServiceWhenDue();
         takeBaselineWhenDue();
-        Q_EMIT changed();
+        update();
 
         auto report = co_await m_services.toolbox.fetch(stop);
         if (stop.stop_requested()) {
             co_return;
         }
         m_state.toolbox = std::move(report);
-        Q_EMIT changed();
+        update();
 
         // Detached: a list may take 30 seconds, and polling goes on.
         spawn(refreshLink(stop));
@@ -78,7 +120,7 @@ QCoro::Task<> OnboardingModel::refreshLink(std::stop_token stop) {
     const auto found = std::ranges::find(*links, m_state.link->id, &AssistantLink::id);
     if (found != links->end()) {
         m_state.link = *found;
-        Q_EMIT changed();
+        update();
     }
 }
 
@@ -108,7 +150,7 @@ void OnboardingModel::back() {
 void OnboardingModel::showStep(OnboardingStep step) {
     m_state.step = step;
     takeBaselineWhenDue();
-    Q_EMIT changed();
+    update();
 }
 
 void OnboardingModel::repairTools() {
@@ -116,8 +158,8 @@ void OnboardingModel::repairTools() {
 }
 
 void OnboardingModel::takeBaselineWhenDue() {
-    const bool isDue = m_state.step == OnboardingStep::rekordbox && m_state.status && m_state.status->rekordboxDb;
-    if (isDue && !m_baselineRequested) {
+    const bool hasLibrary = m_state.status && (m_state.status->rekordboxDb || m_state.rekordbox);
+    if (m_state.step == OnboardingStep::rekordbox && hasLibrary && !m_baselineRequested) {
         takeBaseline();
     }
 }
@@ -128,7 +170,7 @@ void OnboardingModel::takeBaseline() {
     }
     m_baselineRequested = true;
     m_state.baseline.value = Baseline::Working{};
-    Q_EMIT changed();
+    update();
     spawn(requestBaseline());
 }
 
@@ -143,7 +185,7 @@ QCoro::Task<> OnboardingModel::requestBaseline() {
     } else {
         m_state.baseline.value = Baseline::Later{reply.error.value_or(u"Rekordbox is open."_s)};
     }
-    Q_EMIT changed();
+    update();
 }
 
 void OnboardingModel::choose(const QString& kind) {
@@ -154,7 +196,7 @@ void OnboardingModel::choose(const QString& kind) {
     m_state.assistant = assistant;
     m_state.connecting = true;
     m_state.error.reset();
-    Q_EMIT changed();
+    update();
     m_links.connectAssistant(*assistant, [this, stop = m_scope.token()](const auto& made) {
         if (!stop.stop_requested()) {
             connected(made);
@@ -172,7 +214,7 @@ void OnboardingModel::connected(const LinkActions::Result<AssistantLink>& made) 
         const auto& reason = made.error().message;
         m_state.error = reason.isEmpty() ? u"Couldn't make a link. Is this Mac online?"_s : reason;
     }
-    Q_EMIT changed();
+    update();
 }
 
 void OnboardingModel::copyLink() {
@@ -200,7 +242,7 @@ void OnboardingModel::newTelegramCode() {
         return;
     }
     m_state.renewing = true;
-    Q_EMIT changed();
+    update();
     m_links.renewCode(m_state.link->id, [this, id = m_state.link->id, stop = m_scope.token()](const auto& renewed) {
         if (!stop.stop_requested()) {
             codeRenewed(id, renewed);
@@ -214,7 +256,7 @@ void OnboardingModel::codeRenewed(const QString& id, const LinkActions::Result<A
         setLink(*renewed);
     }
     LinkActions::reportNewCode(renewed, *this);
-    Q_EMIT changed();
+    update();
 }
 
 void OnboardingModel::setLink(const AssistantLink& link) {
@@ -230,7 +272,7 @@ void OnboardingModel::openSetupGuide() {
 
 void OnboardingModel::showError(QString error) {
     m_state.error = std::move(error);
-    Q_EMIT changed();
+    update();
 }
 
 void OnboardingModel::showNote(QString) {
@@ -239,13 +281,13 @@ void OnboardingModel::showNote(QString) {
 
 void OnboardingModel::clearError() {
     m_state.error.reset();
-    Q_EMIT changed();
+    update();
 }
 
 void OnboardingModel::setCopied(std::optional<QString> key) {
     m_state.copied = key == urlKey;
     m_state.keyCopied = key == tokenKey;
-    Q_EMIT changed();
+    update();
 }
 
 } // namespace tunedeck

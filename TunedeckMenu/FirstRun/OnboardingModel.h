@@ -7,6 +7,7 @@
 #include "TunedeckMenu/Model/ActionFeedback.h"
 #include "TunedeckMenu/Model/MenuServices.h"
 #include "TunedeckMenu/Model/RequestSequence.h"
+#include "TunedeckMenu/Model/ServiceSetup.h"
 #include "TunedeckMenu/Panel/FirstRun/OnboardingActions.h"
 #include "TunedeckMenu/Panel/FirstRun/OnboardingState.h"
 
@@ -26,7 +27,8 @@ class OnboardingModel : public OnboardingActions, public ActionFeedback {
 public:
     /// `links`: the panel's actions, shared so that the panel knows the links made here. They and the services must
     /// outlive the model.
-    OnboardingModel(LinkActions& links, const MenuServices& services, std::optional<RekordboxInstall> rekordbox);
+    OnboardingModel(LinkActions& links, const MenuServices& services, ServiceSetup& setup,
+                    std::optional<RekordboxInstall> rekordbox);
     ~OnboardingModel() override;
 
     [[nodiscard]] const OnboardingState& state() const { return m_state; }
@@ -38,6 +40,8 @@ public:
     void windowClosed() override;
     void advance() override;
     void back() override;
+    void startService() override;
+    void openLog() override;
     void repairTools() override;
     void takeBaseline() override;
     void choose(const QString& kind) override;
@@ -59,6 +63,12 @@ Q_SIGNALS:
 
 private:
     QCoro::Task<> poll();
+    /// Takes over how the service's start went.
+    void setupChanged();
+    /// Tries again to start a service that couldn't be started, from time to time.
+    void startServiceWhenDue();
+    /// Emits changed().
+    void update();
     QCoro::Task<> refreshLink(std::stop_token stop);
     QCoro::Task<> requestBaseline();
     /// Requests the first backup once, automatically, when the user reaches its step and there is a library.
@@ -71,7 +81,10 @@ private:
 
     LinkActions& m_links;
     const MenuServices& m_services;
+    ServiceSetup& m_setup;
     OnboardingState m_state;
+    OnboardingWait m_wait = OnboardingWait::Nothing;
+    std::chrono::nanoseconds m_setupEnded{}; ///< when the last attempt to start the service ended
     FieldCopier m_copier;
     ToolRepair m_repair;
     bool m_baselineRequested = false;

@@ -181,6 +181,12 @@ void MenuModel::clearError() {
     set(m_state.actionError, {});
 }
 
+void MenuModel::withdrawError(const QString& error) {
+    if (m_state.actionError == error) {
+        clearError();
+    }
+}
+
 void MenuModel::setService(ServiceState service) {
     const bool differs = m_state.service != service;
     bool losesToolbox = false;

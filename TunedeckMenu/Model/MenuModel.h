@@ -63,6 +63,8 @@ public:
     /// Removes the current note when this link is removed or used for the first time.
     void keepNoteWith(const AssistantLink& link);
     void clearError() override;
+    /// Clears this error, whose cause is gone, if it is still shown.
+    void withdrawError(const QString& error);
     void setCopied(std::optional<QString> key) override;
 
     void setService(ServiceState service);

@@ -17,6 +17,7 @@ struct SystemFacts {
     QString bundle;                     ///< path of the application bundle
     QString bundleIdentifier;           ///< from BundleFacts
     QString appVersion;                 ///< from BundleFacts
+    QString supervisorAdvice = {};      ///< what a user can do when the supervisor can't start the service, if anything
 };
 
 SystemFacts systemFacts();

@@ -48,7 +48,7 @@ void WindowController::showOnboarding() {
         return;
     }
     if (!m_onboarding) {
-        m_onboarding = std::make_unique<OnboardingModel>(m_parts.panel.links(), m_parts.services,
+        m_onboarding = std::make_unique<OnboardingModel>(m_parts.panel.links(), m_parts.services, m_parts.setup,
                                                          RekordboxInstall::detect(u"/Applications"_s));
         connect(m_onboarding.get(), &OnboardingModel::changed, this, &WindowController::updateOnboarding);
         // Queued: the model calls this from a member function, and a double press calls it twice.

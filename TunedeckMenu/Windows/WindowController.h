@@ -3,6 +3,7 @@
 #include "TunedeckMenu/Actions/PanelController.h"
 #include "TunedeckMenu/FirstRun/OnboardingModel.h"
 #include "TunedeckMenu/Model/MenuModel.h"
+#include "TunedeckMenu/Model/ServiceSetup.h"
 #include "TunedeckMenu/Panel/PanelHost.h"
 #include "TunedeckMenu/Panel/PanelViews.h"
 #include "TunedeckMenu/Platform/AppearanceSource.h"
@@ -28,6 +29,7 @@ public:
         MenuModel& model;
         PanelController& panel;
         const MenuServices& services;
+        ServiceSetup& setup;
         AppearanceSource& appearance;
         ViewsSource& source;
     };

@@ -17,6 +17,9 @@ public:
     /// Go to the next step, which ends the first run after the last one, or to the previous step.
     Q_INVOKABLE virtual void advance() = 0;
     Q_INVOKABLE virtual void back() = 0;
+    /// Tries again to install and start the service.
+    Q_INVOKABLE virtual void startService() = 0;
+    Q_INVOKABLE virtual void openLog() = 0;
     Q_INVOKABLE virtual void repairTools() = 0;
     Q_INVOKABLE virtual void takeBaseline() = 0;
     /// Connects an assistant. `kind`: its raw value.

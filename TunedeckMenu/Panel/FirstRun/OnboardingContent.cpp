@@ -5,6 +5,8 @@
 #include "TunedeckMenu/Panel/FirstRun/OnboardingState.h"
 #include "TunedeckMenu/Panel/ShownText.h"
 
+#include <chrono>
+#include <utility>
 #include <variant>
 
 using namespace Qt::StringLiterals;
@@ -30,13 +32,50 @@ ToolRowView toolRow(const ToolboxReport::Tool& tool, bool installing) {
     return row;
 }
 
+/// What takes so long, if it does.
+QString waitNote(const OnboardingState& state, const QDateTime& now) {
+    constexpr auto patience = std::chrono::seconds(20);
+    if (!state.waitingSince || *state.waitingSince + patience > now) {
+        return {};
+    }
+    switch (state.wait()) {
+    case OnboardingWait::Nothing:
+        break;
+    case OnboardingWait::Service:
+        return u"The service was started and hasn't answered yet. Tunedeck goes on by itself as soon as it does."_s;
+    case OnboardingWait::Tools:
+        return u"Still waiting for the service's list of tools."_s;
+    case OnboardingWait::Backup:
+        return u"Still copying. A large library on a slow disk can take some minutes."_s;
+    case OnboardingWait::Link:
+        return u"Still waiting for Tunedeck's cloud to answer. Is this Mac online?"_s;
+    }
+    return {};
+}
+
+void describeService(OnboardingContent& content, const OnboardingState& state) {
+    if (state.status) {
+        return;
+    }
+    content.serviceFailure = paragraph(state.serviceFailure);
+    content.serviceAdvice = state.serviceAdvice;
+    content.startingService = state.isStartingService;
+    if (content.serviceFailure.isEmpty()) {
+        content.waitingText = u"Starting Tunedeck's background service…"_s;
+    }
+    if (!content.serviceFailure.isEmpty() || !content.waitNote.isEmpty()) {
+        content.startButton = u"Try Again"_s;
+        content.logButton = u"Open Log"_s;
+    }
+}
+
 void describeTools(OnboardingContent& content, const OnboardingState& state, RowRange range) {
     content.text = u"Tunedeck downloads the free tools it uses (yt-dlp, spotdl, ffmpeg) from their "
                    "official sources and keeps them up to date. About 250 MB, once."_s;
-    if (!state.status) {
-        content.waitingText = u"Starting Tunedeck's background service…"_s;
-    }
     if (!state.toolbox) {
+        if (state.status) {
+            content.waitingText = std::exchange(content.waitNote, {});
+        }
         return;
     }
     const auto& report = *state.toolbox;
@@ -86,6 +125,9 @@ void describeRekordbox(OnboardingContent& content, const OnboardingState& state)
     } else {
         content.text = u"Rekordbox isn't installed here. Tunedeck still saves your songs and writes a "
                        "rekordbox xml file; install Rekordbox any time and they'll show up."_s;
+        if (state.status && state.status->rekordboxDb) {
+            content.libraryNote = u"There is a Rekordbox library here, though. Tunedeck looks after it."_s;
+        }
     }
     describeBaseline(content, state);
 }
@@ -138,6 +180,22 @@ void describeAssistants(OnboardingContent& content, const OnboardingState& state
 
 } // namespace
 
+OnboardingWait OnboardingState::wait() const {
+    if (!status) {
+        return serviceFailure.isEmpty() ? OnboardingWait::Service : OnboardingWait::Nothing;
+    }
+    switch (step) {
+    case OnboardingStep::tools:
+        return toolbox ? OnboardingWait::Nothing : OnboardingWait::Tools;
+    case OnboardingStep::rekordbox:
+        return std::holds_alternative<Baseline::Working>(baseline.value) ? OnboardingWait::Backup
+                                                                         : OnboardingWait::Nothing;
+    case OnboardingStep::assistant:
+        return connecting ? OnboardingWait::Link : OnboardingWait::Nothing;
+    }
+    return OnboardingWait::Nothing;
+}
+
 OnboardingContent onboardingContent(const OnboardingState& state, const QDateTime& now, RowRange tools) {
     OnboardingContent content;
     content.step = static_cast<int>(state.step);
@@ -146,6 +204,8 @@ OnboardingContent onboardingContent(const OnboardingState& state, const QDateTim
     content.error = paragraph(state.error.value_or(QString()));
     content.backButton = state.step == OnboardingStep::tools ? QString() : u"Back"_s;
     content.nextButton = state.step == OnboardingStep::assistant ? u"Done"_s : u"Continue"_s;
+    content.waitNote = waitNote(state, now);
+    describeService(content, state);
     switch (state.step) {
     case OnboardingStep::tools:
         describeTools(content, state, tools);

@@ -32,8 +32,16 @@ struct OnboardingContent {
     VIEW_PROPERTY(QString, title);
     VIEW_PROPERTY(QString, text);
 
+    // The service, in every step that waits for it.
+    VIEW_PROPERTY(QString, waitingText);    ///< until the first status arrives
+    VIEW_PROPERTY(QString, waitNote);       ///< what a long wait is for, of whichever kind
+    VIEW_PROPERTY(QString, serviceFailure); ///< instead of waitingText
+    VIEW_PROPERTY(QString, serviceAdvice);
+    VIEW_PROPERTY(QString, startButton); ///< also when the wait takes long
+    VIEW_PROPERTY(bool, startingService) = false;
+    VIEW_PROPERTY(QString, logButton);
+
     // The tools step.
-    VIEW_PROPERTY(QString, waitingText); ///< until the first status arrives
     RowSlice<ToolRowView> tools;
     VIEW_PROPERTY(QString, installText); ///< the installation step or its error
     VIEW_PROPERTY(double, progress) = -1;
@@ -41,6 +49,7 @@ struct OnboardingContent {
 
     // The Rekordbox step.
     VIEW_PROPERTY(QString, rekordboxName); ///< empty when Rekordbox wasn't found
+    VIEW_PROPERTY(QString, libraryNote);   ///< when there is a library nevertheless
     VIEW_PROPERTY(QString, baselineText);
     VIEW_PROPERTY(QString, baselineNote); ///< when the backup is made instead
     VIEW_PROPERTY(QString, baselineSymbol);

@@ -7,6 +7,7 @@
 #include "TunedeckCore/Service/ServiceStatus.h"
 #include "TunedeckCore/Service/Toolbox.h"
 
+#include <QDateTime>
 #include <QString>
 
 #include <optional>
@@ -35,6 +36,9 @@ struct Baseline {
     bool operator==(const Baseline&) const = default;
 };
 
+/// What the first-run window is waiting for.
+enum class OnboardingWait { Nothing, Service, Tools, Backup, Link };
+
 /// The state that the first-run window shows.
 struct OnboardingState {
     OnboardingStep step = OnboardingStep::tools;
@@ -45,10 +49,16 @@ struct OnboardingState {
     std::optional<Assistant> assistant; ///< chosen by the user
     std::optional<AssistantLink> link;  ///< of the chosen assistant
     bool connecting = false;
-    bool renewing = false; ///< a new pairing code was requested
+    bool renewing = false;                 ///< a new pairing code was requested
+    bool isStartingService = false;        ///< an attempt is under way
+    QString serviceFailure;                ///< why the service couldn't be started; empty if it could
+    QString serviceAdvice;                 ///< what the user can do about that, if known
+    std::optional<QDateTime> waitingSince; ///< start of the current wait
     std::optional<QString> error;
     bool copied = false;    ///< the URL was copied a moment ago
     bool keyCopied = false; ///< the same for the Shortcut's key
+
+    [[nodiscard]] OnboardingWait wait() const;
     bool operator==(const OnboardingState&) const = default;
 };
 

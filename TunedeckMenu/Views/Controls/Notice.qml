@@ -1,11 +1,12 @@
 import QtQuick
 import Tunedeck.Views
 
-/// The result of the last action, which fades in and out; screen readers read it out when it appears.
+/// A message that fades in and out; screen readers read it out when it appears.
 Item {
     id: notice
 
     required property string text
+    property string advice
     property alias shown: line.shown
     property int tone: Look.Warning
     property real margin: Theme.margin
@@ -31,6 +32,7 @@ Item {
             Banner {
                 id: banner
 
+                detail: notice.advice // qmllint disable unqualified
                 silent: true
                 text: alert.text
                 tone: notice.tone // qmllint disable unqualified

@@ -6,6 +6,7 @@ Item {
     id: area
 
     default property alias content: column.data
+    property alias spacing: column.spacing
     readonly property real contentHeight: column.implicitHeight
     readonly property real maximumOffset: Math.max(0, Math.floor(column.implicitHeight - height))
     readonly property bool canScrollUp: flick.contentY > 0.5

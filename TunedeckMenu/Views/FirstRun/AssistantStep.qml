@@ -20,6 +20,7 @@ Column {
 
             ConnectButton {
                 chosen: view.id === Onboarding.content.chosen
+                implicitHeight: Math.round(40 * Theme.scale)
                 usable: !Onboarding.content.connecting
                 width: (parent.width - 8) / 2
 
@@ -28,9 +29,10 @@ Column {
         }
     }
 
-    BusyLine {
-        anchors.horizontalCenter: parent.horizontalCenter
+    WaitLine {
+        note: step.view.waitNote
         text: step.view.connectingText
+        width: parent.width
     }
 
     Plate {

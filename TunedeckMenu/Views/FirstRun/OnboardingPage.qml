@@ -37,6 +37,10 @@ Column {
         width: page.contentWidth
     }
 
+    ServiceWait {
+        width: page.contentWidth
+    }
+
     Loader {
         source: ["ToolsStep.qml", "RekordboxStep.qml", "AssistantStep.qml"][page.step] ?? ""
         width: page.contentWidth

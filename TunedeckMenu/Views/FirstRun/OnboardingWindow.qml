@@ -9,8 +9,10 @@ Window {
     readonly property string error: view.error
     /// Still visible while it fades out.
     property string lastError
-    readonly property real wantedHeight: Math.round(680 + (Theme.scale - 1) * 320)
-    readonly property real wantedWidth: Math.round(500 + (Theme.scale - 1) * 240)
+    readonly property real wantedHeight: Math.round(660 + (Theme.scale - 1) * 400)
+    readonly property real wantedWidth: Math.round(560 + (Theme.scale - 1) * 320)
+    /// Where there is little room, the page gets the logo's.
+    readonly property bool compact: height < wantedHeight - 60
 
     color: Theme.window
     // Can be closed, but not minimized.
@@ -21,21 +23,32 @@ Window {
         lastError = error
 
     Item {
-        anchors.fill: parent
+        id: sheetArea
+
+        readonly property int step: window.view.step
+
+        anchors.horizontalCenter: parent.horizontalCenter
         focus: true
+        height: parent.height
+        // Not wider where a window manager gives the window more than it wants.
+        width: Math.min(parent.width, window.wantedWidth * 1.2)
+
+        // Return has just pressed "Continue": in its place, "Done" would end the first run with nothing connected.
+        onStepChanged: if (step === window.view.stepCount - 1)
+            sheetArea.forceActiveFocus()
 
         Keys.onEscapePressed: window.close()
 
         Item {
             id: top
 
-            height: 112
+            height: window.compact ? 64 : 112
             width: parent.width
 
             AppGlyph {
                 anchors.horizontalCenter: parent.horizontalCenter
-                size: 56
-                y: 20
+                size: window.compact ? 30 : 56
+                y: window.compact ? 10 : 20
             }
 
             StepDots {

@@ -48,15 +48,22 @@ Column {
         }
     }
 
-    BusyLine {
-        anchors.horizontalCenter: parent.horizontalCenter
-        text: step.view.baselineText
-        visible: step.view.baselineBusy
+    Label {
+        color: Theme.secondary
+        horizontalAlignment: Text.AlignHCenter
+        text: step.view.libraryNote
+        width: parent.width
     }
 
-    Item {
-        implicitHeight: words.implicitHeight
-        visible: !step.view.baselineBusy && implicitHeight > 0
+    WaitLine {
+        note: step.view.waitNote
+        text: step.view.baselineBusy ? step.view.baselineText : ""
+        width: parent.width
+    }
+
+    Plate {
+        height: words.implicitHeight + 28
+        visible: !step.view.baselineBusy && words.implicitHeight > 0
         width: parent.width
 
         Symbol {
@@ -64,9 +71,10 @@ Column {
 
             color: Theme.symbolColor(step.view.baselineTone)
             name: step.view.baselineSymbol
-            size: Math.round(16 * Theme.scale)
+            size: Math.round(20 * Theme.scale)
             visible: name !== ""
             x: 14
+            y: 14
         }
 
         Column {
@@ -77,6 +85,7 @@ Column {
             anchors.right: parent.right
             anchors.rightMargin: 14
             spacing: 4
+            y: 14
 
             Label {
                 text: step.view.baselineText

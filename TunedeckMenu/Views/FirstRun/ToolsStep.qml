@@ -9,11 +9,6 @@ Column {
 
     spacing: 12
 
-    BusyLine {
-        anchors.horizontalCenter: parent.horizontalCenter
-        text: step.view.waitingText
-    }
-
     Plate {
         height: list.implicitHeight
         visible: list.count > 0

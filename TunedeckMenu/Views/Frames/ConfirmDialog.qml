@@ -10,7 +10,7 @@ Window {
     required property string confirmLabel
     required property string cancelLabel
     required property bool warning
-    readonly property real wantedHeight: column.implicitHeight + 40
+    readonly property real wantedHeight: texts.contentHeight + buttons.implicitHeight + 40 + 12
     readonly property real wantedWidth: Math.round(320 + (Theme.scale - 1) * 160)
 
     signal answered(bool confirmed)
@@ -37,13 +37,18 @@ Window {
                 window.answered(true);
         }
 
-        Column {
-            id: column
+        ScrollArea {
+            id: texts
 
+            anchors.bottom: buttons.top
+            anchors.bottomMargin: 12
+            anchors.left: parent.left
+            anchors.leftMargin: 20
+            anchors.right: parent.right
+            anchors.rightMargin: 20
+            anchors.top: parent.top
+            anchors.topMargin: 20
             spacing: 10
-            width: window.wantedWidth - 40
-            x: 20
-            y: 20
 
             Item {
                 height: 46
@@ -82,11 +87,16 @@ Window {
                 text: window.informativeText
                 width: parent.width
             }
+        }
 
-            Item {
-                height: 2
-                width: 1
-            }
+        Column {
+            id: buttons
+
+            anchors.bottom: parent.bottom
+            anchors.bottomMargin: 20
+            spacing: 10
+            width: parent.width - 40
+            x: 20
 
             PushButton {
                 label: window.confirmLabel

@@ -17,8 +17,11 @@ Window {
     PanelView {
         id: view
 
-        anchors.fill: parent
+        anchors.horizontalCenter: parent.horizontalCenter
         focus: true
+        height: parent.height
+        // Not stretched where a window manager gives the window more than it wants.
+        width: Math.min(parent.width, window.wantedWidth)
         topInset: 16
 
         Keys.onEscapePressed: window.close()

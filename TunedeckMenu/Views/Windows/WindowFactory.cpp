@@ -1,9 +1,12 @@
 #include "TunedeckMenu/Views/Windows/WindowFactory.h"
 
+#include "TunedeckMenu/Views/Windows/WindowSize.h"
+
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QQmlComponent>
 #include <QUrl>
+#include <QtQuick/private/qquickwindow_p.h>
 
 using namespace Qt::StringLiterals;
 
@@ -40,6 +43,9 @@ std::unique_ptr<QQuickWindow> WindowFactory::create(const QString& file, const Q
     }
     object.release();
     window->setIcon(m_icon);
+    // Lay out the items, which Qt does with the first frame: the window must have its size before that.
+    window->contentItem()->setWidth(wantedSize(*window).width());
+    QQuickWindowPrivate::get(window)->polishItems();
     return std::unique_ptr<QQuickWindow>(window);
 }
 

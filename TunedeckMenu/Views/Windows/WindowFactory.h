@@ -16,7 +16,8 @@ public:
     /// The engine must outlive this and the windows.
     explicit WindowFactory(QQmlEngine& engine);
 
-    /// `file`: its path in the module. `properties`: initial values. A file with an error ends the application.
+    /// A window that is laid out, so that its wanted size is known. `file`: its path in the module. `properties`:
+    /// initial values. A file with an error ends the application.
     [[nodiscard]] std::unique_ptr<QQuickWindow> create(const QString& file, const QVariantMap& properties = {}) const;
 
 private:

@@ -24,7 +24,10 @@ SystemFacts systemFacts() {
             .architecture = QSysInfo::currentCpuArchitecture(),
             .bundle = bundle,
             .bundleIdentifier = facts.identifier,
-            .appVersion = facts.version};
+            .appVersion = facts.version,
+            .supervisorAdvice =
+                u"The systemd of your session runs it. Log in at the desktop itself, not with su or over "
+                "ssh, and try again."_s};
 }
 
 } // namespace tunedeck
