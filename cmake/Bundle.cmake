@@ -3,6 +3,8 @@ set(TUNEDECK_BUNDLE ${PROJECT_BINARY_DIR}/Tunedeck.app)
 set(TUNEDECK_CONTENTS ${TUNEDECK_BUNDLE}/Contents)
 
 configure_file(packaging/Info.plist ${TUNEDECK_CONTENTS}/Info.plist COPYONLY)
+# As plain text, which every desktop can show.
+configure_file(docs/desktops.md ${TUNEDECK_CONTENTS}/Resources/desktops.txt COPYONLY)
 
 # The target "bundle" builds exactly the bundle's content.
 add_custom_target(bundle)

@@ -16,6 +16,8 @@ function(tunedeck_install_bundle component folder)
   endif()
   install(TARGETS TunedeckPanelModule LIBRARY DESTINATION ${contents}/PlugIns COMPONENT ${component})
   install(FILES ${TUNEDECK_CONTENTS}/Info.plist DESTINATION ${contents} COMPONENT ${component})
+  install(FILES ${TUNEDECK_CONTENTS}/Resources/desktops.txt
+    DESTINATION ${contents}/Resources COMPONENT ${component})
   foreach(size IN LISTS TUNEDECK_APP_ICON_SIZES)
     install(FILES ${TUNEDECK_CONTENTS}/Resources/tunedeck-${size}.png
       DESTINATION ${contents}/Resources COMPONENT ${component})

@@ -161,6 +161,7 @@ PanelState troubled() {
         {u"1"_s, u"Rename ‘Peak’ to ‘Peak Time’"_s, u"There is no playlist of that name."_s},
         {u"2"_s, u"Add 2 tracks to ‘Sunday’"_s, u"The file is gone: ~/Music/Tunedeck/Sunday/04 – Intro.mp3"_s}};
     state.menuBarIcon.kind = MenuBarIconVisibility::Kind::hidden;
+    state.missingTray = MissingTray::Yes;
     state.links.push_back(link(u"u"_s, Assistant::telegram));
     state.toolbox = ToolboxReport{.tools = {{.name = u"yt-dlp"_s}, {.name = u"ffmpeg"_s}},
                                   .error = u"The last try failed: the download was cut off."_s};

@@ -22,6 +22,7 @@ class FakeStatusItem final : public StatusItem {
 public:
     void install() override { ++installs; }
     [[nodiscard]] bool isAvailable() const override { return available; }
+    [[nodiscard]] bool needsTray() const override { return true; }
     void setSymbol(const QString& newSymbol, const QString& newToolTip) override {
         symbol = newSymbol;
         toolTip = newToolTip;

@@ -131,6 +131,14 @@ TEST(PanelContent, ShowsCardsOnlyWhenTheyApply) {
     state.isRestarting = true;
     EXPECT_EQ(panelContent(state, moment()).notRunning.button, u"Starting…");
     EXPECT_EQ(textOf(stopped.footer), "opensAtLogin: true");
+    EXPECT_EQ(textOf(stopped.hiddenIcon), "shown: true") << "there is a tray";
+    state.missingTray = MissingTray::Yes;
+    EXPECT_EQ(
+        textOf(panelContent(state, moment()).hiddenIcon),
+        "shown: true | missingTray: This desktop shows no tray icons, so Tunedeck opens this window instead. Many "
+        "desktops show them after a small change. | guideButton: Show how | dismissButton: Don't show again");
+    state.missingTray = MissingTray::Dismissed;
+    EXPECT_FALSE(panelContent(state, moment()).hiddenIcon.shown);
 
     for (const auto& [error, note] : {std::pair(u"Failed."_s, u"Done."_s), {{}, u"Done."_s}}) {
         state.actionError = error.isEmpty() ? std::nullopt : std::optional(error);

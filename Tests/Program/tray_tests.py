@@ -1,3 +1,4 @@
+import pathlib
 import unittest
 
 from gi.repository import Gio, GLib
@@ -99,6 +100,21 @@ class TrayJourney(Journey):
                 GLib.Variant(arguments, (data,) if method == "Activate" else ("", [], data)), None,
                 Gio.DBusCallFlags.NONE, 5000, None)
             self.comes(lambda: notifications.ended()[-1] == token, notifications.messages)
+
+    def test_explains_a_desktop_without_a_tray_until_the_user_knows(self):
+        hint = "This desktop shows no tray icons"
+        self.start()
+        self.opens_with(hint)
+        self.press("Show how")
+        self.comes(lambda: "desktops.txt" in (self.folder / "opened").read_text())
+        guide = pathlib.Path((self.folder / "opened").read_text().strip())
+        self.assertIn("gnome-shell-extension-appindicator", guide.read_text())
+        self.press("Don't show again")
+        self.comes(lambda: not any(hint in each for each in self.desktop.screen.texts()))
+        self.quit()
+        self.start()
+        self.opens_with("Version 1.4.0")
+        self.assertFalse([each for each in self.desktop.screen.texts() if hint in each])
 
 
 class StartupNotifications:

@@ -21,6 +21,8 @@ public:
     [[nodiscard]] QString updateHelper() const { return below("Helpers/tunedeck-update"); }
     [[nodiscard]] QString panelModule() const { return below("PlugIns/TunedeckPanel.so"); }
     [[nodiscard]] QString icon() const { return below("Resources/tunedeck-128.png"); }
+    /// The guide's page about desktops.
+    [[nodiscard]] QString desktopGuide() const { return below("Resources/desktops.txt"); }
 
 private:
     [[nodiscard]] QString below(const char* relative) const;

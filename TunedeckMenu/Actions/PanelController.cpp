@@ -1,6 +1,8 @@
 #include "TunedeckMenu/Actions/PanelController.h"
 
+#include "TunedeckCore/Locations/BundlePaths.h"
 #include "TunedeckMenu/Actions/DiagnosticsReport.h"
+#include "TunedeckMenu/Actions/Openers.h"
 
 namespace tunedeck {
 
@@ -25,6 +27,9 @@ PanelController::PanelController(MenuModel& model, const MenuServices& services)
             model.showError(u"Couldn't change Open at Login: "_s + changed.error());
         }
         model.readSettings(); // the actual state, which may differ from the requested one
+    });
+    connect(this, &PanelActions::openDesktopGuide, &model, [&model, &services] {
+        openFile(BundlePaths(services.facts.bundle).desktopGuide(), services.workspace, model);
     });
     connect(this, &PanelActions::copyDiagnostics, &model, [&model, &services] {
         services.pasteboard.setText(diagnosticsReport(model.state(), services.facts, services.clock.now()));

@@ -38,7 +38,8 @@ AppDelegate::AppDelegate(MenuServices services, Desktop desktop, QObject* parent
                  .appearance = desktop.appearance,
                  .source = desktop.views})
     , m_notifier(desktop.notifications, m_services.clock, UserPaths(m_services.facts.home).notificationLog())
-    , m_placement(m_model, desktop.statusItem, m_services.clock, UserPaths(m_services.facts.home).menuBarReport())
+    , m_placement(m_model, desktop.statusItem, m_services.clock, UserPaths(m_services.facts.home).menuBarReport(),
+                  desktop.defaults)
     , m_startUp(m_model, m_services, m_setup,
                 {.waitEnded = [this] { m_icon->stopWaitingForService(); },
                  .showOnboarding = [this] { showOnboarding(); },
@@ -56,6 +57,7 @@ AppDelegate::AppDelegate(MenuServices services, Desktop desktop, QObject* parent
         m_heap.trim();
     }) {
     connect(&m_windows, &WindowController::onboardingFinished, this, &AppDelegate::showWindow);
+    connect(&m_controller, &PanelActions::dismissMissingTray, this, [this] { m_placement.dismissMissingTray(); });
     m_services.confirm = [this](const Confirmation& question, std::function<void(bool)> answer) {
         m_windows.confirm(question, std::move(answer));
     };

@@ -10,10 +10,29 @@ namespace tunedeck {
 using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
-PlacementWatcher::PlacementWatcher(MenuModel& model, StatusItem& item, Clock& clock, QString recordPath)
-    : m_model(model), m_item(item), m_clock(clock), m_recordPath(std::move(recordPath)) {}
+namespace {
+
+const auto dismissedKey = u"MissingTrayDismissed"_s;
+
+} // namespace
+
+PlacementWatcher::PlacementWatcher(MenuModel& model, StatusItem& item, Clock& clock, QString recordPath,
+                                   UserDefaults defaults)
+    : m_model(model)
+    , m_item(item)
+    , m_clock(clock)
+    , m_recordPath(std::move(recordPath))
+    , m_defaults(std::move(defaults)) {}
+
+void PlacementWatcher::dismissMissingTray() {
+    m_defaults.setValue(dismissedKey, u"true"_s);
+    check();
+}
 
 void PlacementWatcher::check() {
+    const bool hasTray = m_item.isAvailable() || !m_item.needsTray();
+    const bool isDismissed = !hasTray && !m_defaults.value(dismissedKey).isEmpty();
+    m_model.setMissingTray(hasTray ? MissingTray::No : isDismissed ? MissingTray::Dismissed : MissingTray::Yes);
     const auto placement = m_item.placement();
     if (!placement) {
         // Some desktops show the icon without reporting its position.

@@ -208,6 +208,10 @@ void MenuModel::setMenuBarIcon(MenuBarIconVisibility visibility) {
     set(m_state.menuBarIcon, std::move(visibility));
 }
 
+void MenuModel::setMissingTray(MissingTray missing) {
+    set(m_state.missingTray, missing);
+}
+
 void MenuModel::setCopied(std::optional<QString> key) {
     set(m_state.copied, std::move(key));
 }

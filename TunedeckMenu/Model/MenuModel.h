@@ -69,6 +69,7 @@ public:
 
     void setService(ServiceState service);
     void setMenuBarIcon(MenuBarIconVisibility visibility);
+    void setMissingTray(MissingTray missing);
     void setRevealSecrets(bool reveal);
     void setUpdate(UpdateState update);
     /// The panel shows the library, the links or the restart as busy while a guard lives.

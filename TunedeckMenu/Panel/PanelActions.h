@@ -22,6 +22,10 @@ Q_SIGNALS:
     void openLog();
     void quit();
     void setOpensAtLogin(bool on);
+    /// Opens the guide's page about desktops.
+    void openDesktopGuide();
+    /// Hides the card about a missing tray, also after the next start.
+    void dismissMissingTray();
 
     void chooseFolder();
     void useDefaultFolder();

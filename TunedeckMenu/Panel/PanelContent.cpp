@@ -7,7 +7,7 @@ namespace tunedeck {
 PanelContent panelContent(const PanelState& state, const QDateTime& now, const RowRanges& ranges) {
     return {
         .header = headerView(state.service),
-        .hiddenIcon = {.shown = state.menuBarIcon.kind == MenuBarIconVisibility::Kind::hidden},
+        .hiddenIcon = hiddenIconCard(state.menuBarIcon, state.missingTray),
         .notRunning = notRunningCard(state.service, state.isRestarting),
         .recent = recentCard(state.service, now),
         .tools = toolsNotice(state.toolbox),

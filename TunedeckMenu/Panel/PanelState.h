@@ -3,6 +3,7 @@
 #include "TunedeckCore/MenuBarPlacement.h"
 #include "TunedeckCore/Service/AssistantLink.h"
 #include "TunedeckCore/Service/Toolbox.h"
+#include "TunedeckMenu/Panel/Cards/HiddenIconCard.h"
 #include "TunedeckMenu/Panel/ServiceState.h"
 #include "TunedeckMenu/Panel/UpdateState.h"
 
@@ -21,6 +22,7 @@ struct PanelState {
     std::optional<QString> actionNote;
     bool isRestarting = false;
     MenuBarIconVisibility menuBarIcon;
+    MissingTray missingTray = MissingTray::No;
     std::optional<QString> copied; ///< key of the value copied a moment ago
     bool revealSecrets = false;
     std::vector<AssistantLink> links;

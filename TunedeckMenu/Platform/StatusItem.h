@@ -21,6 +21,8 @@ public:
     virtual void install() = 0;
     /// True when the icon is docked in a tray or registered with a tray host.
     [[nodiscard]] virtual bool isAvailable() const = 0;
+    /// True on platforms whose desktops may lack a tray, so that an icon that isn't available means just that.
+    [[nodiscard]] virtual bool needsTray() const = 0;
     /// Shows a symbol ("music.note.list", "exclamationmark.triangle"). Does nothing when it is already shown.
     virtual void setSymbol(const QString& symbol, const QString& toolTip) = 0;
     /// Sets the entries of the item's menu. Does nothing when they are equal; else changes those that differ in place.

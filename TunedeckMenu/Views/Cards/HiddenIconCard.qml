@@ -14,4 +14,27 @@ Card {
         text: card.view.text
         width: parent.width
     }
+
+    Label {
+        text: card.view.missingTray
+        width: parent.width
+    }
+
+    Flow {
+        spacing: 8
+        width: parent.width
+
+        PushButton {
+            label: card.view.guideButton
+            prominent: true
+
+            onClicked: Panel.actions.openDesktopGuide()
+        }
+
+        PushButton {
+            label: card.view.dismissButton
+
+            onClicked: Panel.actions.dismissMissingTray()
+        }
+    }
 }

@@ -16,6 +16,7 @@ public:
 
     void install() override;
     [[nodiscard]] bool isAvailable() const override;
+    [[nodiscard]] bool needsTray() const override { return false; }
     void setSymbol(const QString& symbol, const QString& toolTip) override;
     void setMenu(const TrayMenu& /*menu*/) override {}
     [[nodiscard]] std::optional<QRect> geometry() const override;
