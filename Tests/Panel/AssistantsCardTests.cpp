@@ -53,24 +53,25 @@ TEST(LinkRow, ShowsTheSecretsOfEachKindMaskedOrRevealed) {
     state.copied = u"s.key"_s;
     const auto rows = assistantsCard(state, moment()).links.rows;
     EXPECT_EQ(textOf(rows[0]), "id: c | name: Claude | detail: · not used yet | "
-                               "description: Claude · not used yet | renew: New URL… | "
+                               "accessibleName: More, Claude | description: Claude · not used yet | renew: New URL… | "
                                "shownValue: https://x.example/u/k7Qx…/mcp | key: c.url | "
                                "help: Copy this assistant's private URL | "
-                               "description: Copy this assistant's private URL | button: Copy | "
-                               "buttonSymbol: doc.on.doc | newCodeDescription: Claude | guideTitle: Setup guide | "
+                               "button: Copy | buttonName: Copy | "
+                               "buttonSymbol: doc.on.doc | guideTitle: Setup guide | "
                                "guideHelp: How to set up Claude, on tunedeck.example | "
-                               "guideDescription: How to set up Claude, on tunedeck.example");
-    EXPECT_EQ(textOf(rows[1]), "id: s | kind: Shortcut | name: iPhone | detail: · not used yet | "
-                               "description: iPhone · not used yet | renew: New Key… | "
-                               "text: Build the Shortcut on your iPhone with these. | "
-                               "label: URL | shownValue: https://x.example/api | key: s.url | "
-                               "help: Copy the URL for the Shortcut | description: Copy the URL for the Shortcut | "
-                               "button: Copy | buttonSymbol: doc.on.doc | label: Key | shownValue: secr… | "
-                               "key: s.key | help: Copy the Key for the Shortcut | "
-                               "description: Copy the Key for the Shortcut | button: Copied | "
-                               "buttonSymbol: checkmark | newCodeDescription: iPhone | guideTitle: Setup guide | "
-                               "guideHelp: How to set up iPhone, on tunedeck.example | "
-                               "guideDescription: How to set up iPhone, on tunedeck.example");
+                               "guideName: Setup guide, Claude");
+    EXPECT_EQ(textOf(rows[1]),
+              "id: s | kind: Shortcut | name: iPhone | detail: · not used yet | "
+              "accessibleName: More, iPhone | description: iPhone · not used yet | renew: New Key… | "
+              "text: Build the Shortcut on your iPhone with these. | "
+              "label: URL | shownValue: https://x.example/api | key: s.url | "
+              "help: Copy the URL for the Shortcut | "
+              "button: Copy | buttonName: Copy URL | buttonSymbol: doc.on.doc | label: Key | shownValue: secr… | "
+              "key: s.key | help: Copy the Key for the Shortcut | "
+              "button: Copied | buttonName: Copied Key | "
+              "buttonSymbol: checkmark | guideTitle: Setup guide | "
+              "guideHelp: How to set up iPhone, on tunedeck.example | "
+              "guideName: Setup guide, iPhone");
     state.revealSecrets = true;
     const AssistantsView revealed = assistantsCard(state, moment());
     EXPECT_EQ(revealed.revealSymbol, u"eye.slash");
@@ -105,16 +106,17 @@ TEST(LinkRow, FollowsItsUseAndPairing) {
     EXPECT_EQ(row(stateWith({link("x", "gemini")})).guideTitle, QString()) << "an unknown assistant has no guide";
 }
 
-TEST(LinkRow, DescribesControlsOfLinksWithTheSameNameDifferently) {
+TEST(LinkRow, NamesControlsOfLinksWithTheSameNameDifferently) {
     AssistantLink claude = link("c", "claude");
     claude.url = u"https://x.example/u/abcdef/mcp"_s;
     AssistantLink chat = claude;
     chat.kind = u"chatgpt"_s;
     const auto rows = assistantsCard(stateWith({claude, claude, chat}), moment()).links.rows;
     EXPECT_EQ(rows[0].menu.description, u"Claude, 1 of 2 · not used yet");
-    EXPECT_EQ(rows[1].urlField.description, u"Copy this assistant's private URL (Claude, 2 of 2)");
-    EXPECT_NE(rows[0].guideDescription, rows[1].guideDescription);
-    EXPECT_EQ(rows[2].guideDescription, rows[2].guideHelp) << "already unique";
+    EXPECT_EQ(rows[1].urlField.buttonName, u"Copy, Claude, 2 of 2");
+    EXPECT_NE(rows[0].guideName, rows[1].guideName);
+    EXPECT_EQ(rows[2].menu.accessibleName, u"More, ChatGPT");
+    EXPECT_EQ(row(stateWith({claude})).menu.accessibleName, u"More") << "already unique";
 }
 
 TEST(TelegramPairing, FollowsTheCodeUntilItExpires) {
@@ -127,14 +129,14 @@ TEST(TelegramPairing, FollowsTheCodeUntilItExpires) {
               "shown: true | startUrl: https://t.me/bot?start=abc | "
               "text: Scan with your phone's camera, then tap Start in Telegram. | openButton: Open Telegram | "
               "openHelp: Opens the Tunedeck bot in Telegram on this Mac | "
-              "openDescription: Opens the Tunedeck bot in Telegram on this Mac | newCodeButton: New Code | "
+              "openName: Open Telegram | newCodeButton: New Code | newCodeName: New Code | "
               "expiryNote: Expires in 10 min | qrName: QR code to pair Telegram");
     EXPECT_EQ(textOf(telegramPairing(pairing(ago(0)), false, moment())),
               "shown: true | startUrl: https://t.me/bot?start=abc | expired: true | text: This code has expired. | "
-              "newCodeButton: Get a New Code | qrName: QR code to pair Telegram");
+              "newCodeButton: Get a New Code | newCodeName: Get a New Code | qrName: QR code to pair Telegram");
     EXPECT_EQ(textOf(telegramPairing(link("t", "telegram"), true, moment())),
               "shown: true | text: Paired from another Mac or before a reinstall. | newCodeButton: New Code | "
-              "newCodeHelp: Another link is being changed. | newCodeDescription: Another link is being changed. | "
+              "newCodeHelp: Another link is being changed. | newCodeName: New Code | "
               "busy: true");
 }
 

@@ -116,17 +116,17 @@ TEST(AssistantStep, ShowsWhatToCopyAndHowToSetItUp) {
     EXPECT_EQ(textOf(assistantContent(Assistant::iphone, shortcut, {.keyCopied = true})),
               page +
                   "shortcut | pasteText: Paste this into iPhone | label: URL | shownValue: https://x.example/api | "
-                  "key: url | help: Copy the URL for the Shortcut | description: Copy the URL for the Shortcut | "
-                  "button: Copy | buttonSymbol: doc.on.doc | label: Key | shownValue: secret | key: key | "
-                  "help: Copy the Key for the Shortcut | description: Copy the Key for the Shortcut | "
-                  "button: Copied | buttonSymbol: checkmark | guideTitle: Setup guide | "
+                  "key: url | help: Copy the URL for the Shortcut | button: Copy | buttonName: Copy URL | "
+                  "buttonSymbol: doc.on.doc | label: Key | shownValue: secret | key: key | "
+                  "help: Copy the Key for the Shortcut | "
+                  "button: Copied | buttonName: Copied Key | buttonSymbol: checkmark | guideTitle: Setup guide | "
                   "guideHelp: How to set up iPhone, on tunedeck.example | setupSteps: " +
                   steps(Assistant::iphone) + " | liveText: Waiting for the first request from iPhone… | " + buttons);
     EXPECT_EQ(textOf(assistantContent(Assistant::claude, claude, {.copied = true})),
               page +
                   "claude | pasteText: Paste this into Claude | shownValue: https://x.example/u/1/mcp | key: url | "
-                  "help: Copy this assistant's private URL | description: Copy this assistant's private URL | "
-                  "button: Copied | buttonSymbol: checkmark | guideTitle: Setup guide | "
+                  "help: Copy this assistant's private URL | button: Copied | buttonName: Copied | buttonSymbol: "
+                  "checkmark | guideTitle: Setup guide | "
                   "guideHelp: How to set up Claude, on tunedeck.example | setupSteps: " +
                   steps(Assistant::claude) +
                   " | liveText: Connected. Try: “Add https://open.spotify.com/track/… to a playlist called Friday” | "

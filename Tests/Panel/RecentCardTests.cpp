@@ -40,7 +40,8 @@ TEST(RecentCard, ShowsTheThreeLatestJobsWithTheirTimes) {
                         u"id: 1 | symbol: checkmark.circle.fill | tone: Good | playlist: Friday | "
                         "trailing: 5 minutes ago | stateName: Added | message: Saved."_s,
                         u"id: 1 | symbol: xmark.octagon.fill | tone: Bad | playlist: Friday | stateName: Failed | "
-                        "message: Saved."_s,
+                        "message: Saved. | openName: Why “Friday” failed | openHelp: Saved. | logButton: Open Log | "
+                        "logName: Open Log for “Friday”"_s,
                         u"id: 1 | symbol: clock.fill | playlist: Friday | trailing: 2 hours ago | stateName: Waiting | "
                         "message: Saved."_s}));
 }

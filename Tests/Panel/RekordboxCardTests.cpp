@@ -81,6 +81,14 @@ TEST(RekordboxCard, BackupsCanBeRestoredOnlyWhileRekordboxIsClosed) {
                       "help: Restore the library to v1.1.0. Quit Rekordbox to restore a backup.");
 }
 
+TEST(RekordboxCard, IsNotGreenWhileAChangeCouldNotBeApplied) {
+    Library library;
+    EXPECT_EQ(card(library).tone, look::Tone::Good);
+    library.failed = {{u"7"_s, u"Rename it"_s, u"It is locked."_s}};
+    EXPECT_EQ(card(library).tone, look::Tone::Warning);
+    EXPECT_EQ(card(library).headline, u"Up to date");
+}
+
 TEST(RekordboxCard, ShowsWhatTheServiceReports) {
     Library library = pendingLibrary(1, false);
     library.currentVersion = u"1.3.0"_s;
@@ -89,7 +97,8 @@ TEST(RekordboxCard, ShowsWhatTheServiceReports) {
     const RekordboxView busy = card(library, true);
     EXPECT_EQ(textOf(busy), "badge: Library v1.3.0 | "
                             "badgeHelp: Semver of your Rekordbox library's latest backup | hasLibrary: true | "
-                            "headline: Applying 1 change… | tone: Accent | detail: Change 1 | retryButton: Retry | "
+                            "headline: Applying 1 change… | tone: Accent | detail: Change 1 | failedShown: true | "
+                            "failedNote: 1 change couldn't be applied | retryButton: Retry | "
                             "dismissButton: Dismiss | applyButton: Applying… | busy: true | "
                             "busyHelp: Another change to the library is under way. | backupsTitle: Backups (1) | "
                             "xmlText: rekordbox xml | xmlButton: Show | xmlHelp: /srv/music/tunedeck.xml");

@@ -1,3 +1,4 @@
+#include "Tests/Helpers/Contrast.h"
 #include "Tests/Helpers/Desktop/BareDesktop.h"
 #include "Tests/Helpers/Test.h"
 #include "Tests/Peers/TrayHost.h"
@@ -7,9 +8,6 @@
 #include <QImage>
 #include <QPainter>
 #include <QRegularExpression>
-
-#include <algorithm>
-#include <cmath>
 
 namespace tunedeck::test {
 namespace {
@@ -147,14 +145,6 @@ TEST_F(StatusItemTest, WaitsSixSecondsForTheHostOfAWatcherBeforeItUsesAnX11Tray)
     EXPECT_LT(watch.elapsed(), 9500);
 }
 
-/// WCAG's relative luminance.
-double luminance(const QColor& colour) {
-    const auto linear = [](double channel) {
-        return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
-}
-
 /// WCAG's contrast between the strokes of a glyph, which the mask defines, and the pixels next to them.
 double strokeContrast(const QImage& shown, const QImage& mask) {
     const auto isStroke = [&](int x, int y) { return mask.valid(x, y) && qAlpha(mask.pixel(x, y)) >= 128; };
@@ -170,8 +160,7 @@ double strokeContrast(const QImage& shown, const QImage& mask) {
             }
         }
     }
-    const auto [darker, lighter] = std::minmax({sums[0] / counts[0], sums[1] / counts[1]});
-    return (lighter + 0.05) / (darker + 0.05);
+    return contrast(sums[0] / counts[0], sums[1] / counts[1]);
 }
 
 TEST(TrayGlyphTest, IsLegibleOnAnyBackgroundInBothTones) {
@@ -186,8 +175,8 @@ TEST(TrayGlyphTest, IsLegibleOnAnyBackgroundInBothTones) {
                     QImage shown(size, size, QImage::Format_RGB32);
                     shown.fill(QColor(grey, grey, grey));
                     QPainter(&shown).drawPixmap(0, 0, icon.pixmap(size, size));
-                    const double contrast = strokeContrast(shown, mask);
-                    EXPECT_GE(contrast, 3) << symbol.toStdString() << ' ' << size << " on grey " << grey;
+                    EXPECT_GE(strokeContrast(shown, mask), 3)
+                        << symbol.toStdString() << ' ' << size << " on grey " << grey;
                 }
             }
         }

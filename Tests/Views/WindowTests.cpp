@@ -1,4 +1,5 @@
 // The windows: position, size, visibility, painting and dialogs.
+#include "Tests/Helpers/Contrast.h"
 #include "Tests/Helpers/Views/Screen.h"
 #include "TunedeckCore/QRCode.h"
 #include "TunedeckMenu/Views/Windows/PopoverPlace.h"
@@ -12,8 +13,6 @@
 #include <QQmlEngine>
 #include <QScreen>
 #include <QWheelEvent>
-
-#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -35,15 +34,6 @@ const Confirmation disconnect{.message = u"Disconnect Claude?"_s,
                               .confirmButton = u"Disconnect"_s,
                               .cancelButton = u"Cancel"_s,
                               .warning = true};
-
-/// As defined by WCAG, with its gamma curve approximated.
-double contrast(const QColor& a, const QColor& b) {
-    const auto luminance = [](const QColor& colour) {
-        return 0.2126 * std::pow(colour.redF(), 2.2) + 0.7152 * std::pow(colour.greenF(), 2.2) +
-               0.0722 * std::pow(colour.blueF(), 2.2) + 0.05;
-    };
-    return std::max(luminance(a), luminance(b)) / std::min(luminance(a), luminance(b));
-}
 
 } // namespace
 
@@ -229,7 +219,7 @@ TEST_F(WindowTests, ARefreshKeepsRowsAndTheirFocus) {
     next.rekordbox.backups.rows.first().id = u"1.4.0"_s;
     next.rekordbox.backups.rows.first().help = u"Restore v1.4.0"_s;
     next.assistants.links.rows.swapItemsAt(0, 1);
-    next.assistants.links.rows.last().urlField.button = u"Copied"_s;
+    next.assistants.links.rows.last().urlField.buttonName = u"Copied"_s;
     setContent(next);
 
     EXPECT_EQ(control(u"Restore"_s, u"v1.2.0"_s).item(), restore);

@@ -99,14 +99,17 @@ QStringList Screen::texts() const {
 
 QList<Element> Screen::controls(const QString& name) const {
     QList<Element> found = elements();
-    found.removeIf(
-        [&](const Element& element) { return !element.isControl() || (!name.isEmpty() && element.name != name); });
+    found.removeIf([&](const Element& element) {
+        const bool isNamed = name.isEmpty() || element.name == name || element.name.startsWith(name + u", "_s);
+        return !element.isControl() || !isNamed;
+    });
     return found;
 }
 
 Element Screen::control(const QString& name, const QString& which) const {
     QList<Element> found = controls(name);
-    found.removeIf([&](const Element& element) { return !element.description.contains(which); });
+    found.removeIf(
+        [&](const Element& element) { return !element.description.contains(which) && !element.name.contains(which); });
     if (found.size() != 1) {
         throw std::runtime_error(QString(u"%1 controls are called “%2” (%3) among: %4"_s)
                                      .arg(found.size())

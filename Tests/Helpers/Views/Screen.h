@@ -35,7 +35,8 @@ protected:
     [[nodiscard]] QStringList texts() const;
     [[nodiscard]] QList<Element> controls(const QString& name = {}) const;
     [[nodiscard]] bool hasText(const QString& text) const { return texts().join(QChar(0x1f)).contains(text); }
-    /// The only control with this name whose description contains `which`.
+    /// The only control with this label (its name is longer where several have it) whose name or description contains
+    /// `which`.
     Element control(const QString& name, const QString& which = {}) const;
     void press(const QString& name, const QString& which = {}) const;
     void click(const Element& control) const;

@@ -90,19 +90,21 @@ LinkRowView linkRow(const AssistantLink& link, const PanelState& state, const QD
     return row;
 }
 
-/// Gives controls unique accessible descriptions: the help, with the link's name when several controls share the help.
+/// Gives controls unique accessible names: the label, with the link's name when several links have such a control.
 /// Links of the same name are numbered.
-void makeDescriptionsUnique(RowSlice<LinkRowView>& links, const PanelState& state, const QDateTime& now) {
-    QHash<QString, int> helps;
+void makeNamesUnique(RowSlice<LinkRowView>& links, const PanelState& state, const QDateTime& now) {
+    QHash<QString, int> labels;
     QHash<QString, int> names;
     QHash<QString, int> numbers;
     int index = 0;
     for (const AssistantLink& link : state.links) { // also those outside of the slice
         const LinkRowView row = linkRow(link, state, now);
-        ++helps[row.guideHelp];
-        ++helps[row.pairing.openHelp];
-        ++helps[row.urlField.help];
-        ++helps[row.keyField.help];
+        ++labels[row.menu.label];
+        ++labels[row.guideTitle];
+        ++labels[row.pairing.openButton];
+        ++labels[row.pairing.newCodeButton];
+        ++labels[row.urlField.buttonName];
+        ++labels[row.keyField.buttonName];
         ++names[row.name];
         if (index++ < links.before) {
             ++numbers[row.name];
@@ -112,16 +114,16 @@ void makeDescriptionsUnique(RowSlice<LinkRowView>& links, const PanelState& stat
         const QString number = QString::number(++numbers[link.name]);
         const int count = names.value(link.name);
         const QString name = count == 1 ? link.name : u"%1, %2 of %3"_s.arg(link.name, number, QString::number(count));
-        const auto uniqueDescription = [&](const QString& help) {
-            return !help.isEmpty() && helps.value(help) > 1 ? u"%1 (%2)"_s.arg(help, name) : help;
+        const auto uniqueName = [&](const QString& label) {
+            return labels.value(label) > 1 && !label.isEmpty() ? u"%1, %2"_s.arg(label, name) : label;
         };
+        link.menu.accessibleName = uniqueName(link.menu.label);
         link.menu.description = name + u' ' + link.detail;
-        link.guideDescription = uniqueDescription(link.guideHelp);
-        link.pairing.openDescription = uniqueDescription(link.pairing.openHelp);
-        link.pairing.newCodeDescription =
-            link.pairing.newCodeHelp.isEmpty() ? name : u"%1. %2"_s.arg(name, link.pairing.newCodeHelp);
-        link.urlField.description = uniqueDescription(link.urlField.help);
-        link.keyField.description = uniqueDescription(link.keyField.help);
+        link.guideName = uniqueName(link.guideTitle);
+        link.pairing.openName = uniqueName(link.pairing.openButton);
+        link.pairing.newCodeName = uniqueName(link.pairing.newCodeButton);
+        link.urlField.buttonName = uniqueName(link.urlField.buttonName);
+        link.keyField.buttonName = uniqueName(link.keyField.buttonName);
     }
 }
 
@@ -130,7 +132,7 @@ void makeDescriptionsUnique(RowSlice<LinkRowView>& links, const PanelState& stat
 RowSlice<LinkRowView> linkRows(const PanelState& state, const QDateTime& now, RowRange range) {
     auto links = RowSlice<LinkRowView>::of(state.links, range,
                                            [&](const AssistantLink& link) { return linkRow(link, state, now); });
-    makeDescriptionsUnique(links, state, now);
+    makeNamesUnique(links, state, now);
     return links;
 }
 

@@ -15,8 +15,9 @@ namespace tunedeck {
 struct LinkMenuView {
     Q_GADGET
     VIEW_PROPERTY(QString, label) = u"More"_s;
-    VIEW_PROPERTY(QString, description); ///< names the link, for screen readers
-    VIEW_PROPERTY(QString, renew);       ///< "New URL…", "New Key…"; empty when the menu has no such item
+    VIEW_PROPERTY(QString, accessibleName); ///< unique among the rows
+    VIEW_PROPERTY(QString, description);    ///< the link's state, for screen readers
+    VIEW_PROPERTY(QString, renew);          ///< "New URL…", "New Key…"; empty when the menu has no such item
     VIEW_PROPERTY(QString, guide) = u"Setup Guide"_s;
     VIEW_PROPERTY(QString, disconnect) = u"Disconnect"_s;
     bool operator==(const LinkMenuView&) const = default;
@@ -36,11 +37,11 @@ struct LinkRowView {
     VIEW_PROPERTY(tunedeck::TelegramPairingView, pairing);
     VIEW_PROPERTY(QString, guideTitle); ///< of the link below the fields; empty when there is none
     VIEW_PROPERTY(QString, guideHelp);
-    VIEW_PROPERTY(QString, guideDescription); ///< the help, made unique among the rows
+    VIEW_PROPERTY(QString, guideName); ///< for screen readers; unique among the rows
     bool operator==(const LinkRowView&) const = default;
 };
 
-/// One row per link. Accessible descriptions are unique among the rows.
+/// One row per link. Accessible names are unique among the rows.
 RowSlice<LinkRowView> linkRows(const PanelState& state, const QDateTime& now, RowRange range);
 /// Title and help of the link to an assistant's setup guide.
 QString guideTitle();

@@ -11,6 +11,15 @@ namespace tunedeck {
 
 namespace {
 
+void describeFailure(JobRowView& row) {
+    if (!row.message.isEmpty()) {
+        row.openName = u"Why “%1” failed"_s.arg(row.playlist);
+        row.openHelp = oneLine(row.message);
+        row.logButton = u"Open Log"_s;
+        row.logName = u"Open Log for “%1”"_s.arg(row.playlist);
+    }
+}
+
 JobRowView jobRow(const ServiceStatus::Job& job, const QDateTime& now) {
     JobRowView row{
         .id = job.jobId,
@@ -25,6 +34,7 @@ JobRowView jobRow(const ServiceStatus::Job& job, const QDateTime& now) {
     } else if (job.state == u"failed") {
         row.symbol = u"xmark.octagon.fill"_s;
         row.tone = look::Tone::Bad;
+        describeFailure(row);
     } else if (job.state == u"running") {
         row.symbol = u"arrow.down.circle.fill"_s;
         row.tone = look::Tone::Accent;

@@ -21,7 +21,12 @@ struct JobRowView {
     VIEW_PROPERTY(QString, playlist);
     VIEW_PROPERTY(QString, trailing);  ///< "Downloading" or a relative date
     VIEW_PROPERTY(QString, stateName); ///< for screen readers
-    VIEW_PROPERTY(QString, message);   ///< the service's message, for the tooltip
+    VIEW_PROPERTY(QString, message);   ///< the service's message
+    // Of a failed job, which opens and shows its message.
+    VIEW_PROPERTY(QString, openName);
+    VIEW_PROPERTY(QString, openHelp);
+    VIEW_PROPERTY(QString, logButton);
+    VIEW_PROPERTY(QString, logName);
     bool operator==(const JobRowView&) const = default;
 };
 

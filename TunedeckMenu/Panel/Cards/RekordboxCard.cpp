@@ -52,7 +52,7 @@ QString detail(const Library& library, const QDateTime& now) {
 
 look::Tone tone(const Library& library) {
     if (library.pending.empty()) {
-        return look::Tone::Good;
+        return library.failed.empty() ? look::Tone::Good : look::Tone::Warning;
     }
     return library.rekordboxRunning || library.lastError ? look::Tone::Warning : look::Tone::Accent;
 }
@@ -94,7 +94,10 @@ void describeLibrary(RekordboxView& card, const Library& library, bool busy, con
     card.tone = tone(library);
     card.detail = detail(library, now);
     card.failed = RowSlice<BannerView>::of(library.failed, ranges.failedChanges, failedChange);
-    if (!library.failed.empty()) {
+    card.failedShown = !library.failed.empty();
+    if (card.failedShown) {
+        card.failedNote =
+            counted(static_cast<std::int64_t>(library.failed.size()), u"change"_s) + u" couldn't be applied"_s;
         card.retryButton = u"Retry"_s;
         card.dismissButton = u"Dismiss"_s;
     }

@@ -33,6 +33,8 @@ struct RekordboxView {
     VIEW_PROPERTY(tunedeck::look::Tone, tone) = look::Tone::Secondary;
     VIEW_PROPERTY(QString, detail); ///< may be empty
     RowSlice<BannerView> failed;
+    VIEW_PROPERTY(bool, failedShown) = false;
+    VIEW_PROPERTY(QString, failedNote);  ///< for screen readers, with the headline
     VIEW_PROPERTY(QString, retryButton); ///< empty unless a change failed
     VIEW_PROPERTY(QString, dismissButton);
     VIEW_PROPERTY(QString, applyButton); ///< empty when there is nothing to apply

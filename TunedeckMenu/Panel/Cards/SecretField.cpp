@@ -7,11 +7,13 @@ namespace tunedeck {
 namespace {
 
 SecretFieldView field(const QString& label, const QString& key, const QString& shown, bool copied) {
+    const auto button = copied ? u"Copied"_s : u"Copy"_s;
     return {
         .label = label,
         .shownValue = shown,
         .key = key,
-        .button = copied ? u"Copied"_s : u"Copy"_s,
+        .button = button,
+        .buttonName = label.isEmpty() ? button : button + u' ' + label,
         .buttonSymbol = copied ? u"checkmark"_s : u"doc.on.doc"_s,
     };
 }
@@ -20,13 +22,13 @@ SecretFieldView field(const QString& label, const QString& key, const QString& s
 
 SecretFieldView privateUrlField(const QString& key, const QString& shown, bool copied) {
     SecretFieldView url = field({}, key, shown, copied);
-    url.help = url.description = u"Copy this assistant's private URL"_s;
+    url.help = u"Copy this assistant's private URL"_s;
     return url;
 }
 
 SecretFieldView shortcutField(const QString& label, const QString& key, const QString& shown, bool copied) {
     SecretFieldView value = field(label, key, shown, copied);
-    value.help = value.description = u"Copy the %1 for the Shortcut"_s.arg(label);
+    value.help = u"Copy the %1 for the Shortcut"_s.arg(label);
     return value;
 }
 

@@ -11,8 +11,8 @@ struct SecretFieldView {
     VIEW_PROPERTY(QString, shownValue); ///< masked while secrets are hidden
     VIEW_PROPERTY(QString, key);        ///< identifies the value in PanelActions::copySecret()
     VIEW_PROPERTY(QString, help);
-    VIEW_PROPERTY(QString, description); ///< the help, made unique among the rows
-    VIEW_PROPERTY(QString, button);      ///< "Copy" or "Copied"
+    VIEW_PROPERTY(QString, button);     ///< "Copy" or "Copied"
+    VIEW_PROPERTY(QString, buttonName); ///< for screen readers; unique among the rows
     VIEW_PROPERTY(QString, buttonSymbol);
     bool operator==(const SecretFieldView&) const = default;
 };

@@ -23,23 +23,22 @@ TelegramPairingView telegramPairing(const AssistantLink& link, bool busy, const 
     if (!block.shown) {
         return block;
     }
-    block.newCodeButton = u"New Code"_s;
-    block.newCodeHelp = block.newCodeDescription = busy ? u"Another link is being changed."_s : QString();
     block.startUrl = link.url.value_or(QString());
+    block.expired = !block.startUrl.isEmpty() && link.pairingExpired(now);
+    block.newCodeButton = block.newCodeName = block.expired ? u"Get a New Code"_s : u"New Code"_s;
+    block.newCodeHelp = busy ? u"Another link is being changed."_s : QString();
     if (block.startUrl.isEmpty()) {
         block.text = u"Paired from another Mac or before a reinstall."_s;
         return block;
     }
     block.qrName = u"QR code to pair Telegram"_s;
-    block.expired = link.pairingExpired(now);
     if (block.expired) {
         block.text = u"This code has expired."_s;
-        block.newCodeButton = u"Get a New Code"_s;
         return block;
     }
     block.text = u"Scan with your phone's camera, then tap Start in Telegram."_s;
-    block.openButton = u"Open Telegram"_s;
-    block.openHelp = block.openDescription = u"Opens the Tunedeck bot in Telegram on this Mac"_s;
+    block.openButton = block.openName = u"Open Telegram"_s;
+    block.openHelp = u"Opens the Tunedeck bot in Telegram on this Mac"_s;
     block.expiryNote = expiryNote(link, now);
     return block;
 }

@@ -15,11 +15,11 @@ struct TelegramPairingView {
     VIEW_PROPERTY(QString, text);
     VIEW_PROPERTY(QString, openButton); ///< empty unless there is a valid code
     VIEW_PROPERTY(QString, openHelp);
-    VIEW_PROPERTY(QString, openDescription); ///< the help, made unique among the rows
+    VIEW_PROPERTY(QString, openName); ///< for screen readers; unique among the rows
     VIEW_PROPERTY(QString, newCodeButton);
-    VIEW_PROPERTY(QString, newCodeHelp);        ///< why the button is disabled; empty when it isn't
-    VIEW_PROPERTY(QString, newCodeDescription); ///< the link's name and the help
-    VIEW_PROPERTY(QString, expiryNote);         ///< may be empty
+    VIEW_PROPERTY(QString, newCodeHelp); ///< why the button is disabled; empty when it isn't
+    VIEW_PROPERTY(QString, newCodeName); ///< for screen readers; unique among the rows
+    VIEW_PROPERTY(QString, expiryNote);  ///< may be empty
     VIEW_PROPERTY(QString, qrName);
     VIEW_PROPERTY(bool, busy) = false;
     bool operator==(const TelegramPairingView&) const = default;

@@ -1,61 +1,111 @@
 import QtQuick
 import Tunedeck.Views
 
-/// A job: state, playlist and time.
-HintArea {
+/// A job: state, playlist and time. A failed one opens in place and says why.
+Column {
     id: row
 
     required property jobRowView view
+    property bool open: false
 
-    hint: view.message
-    implicitHeight: name.implicitHeight
+    spacing: 6
 
-    Symbol {
-        id: mark
+    HintArea {
+        hint: opener.visible ? "" : row.view.message
+        implicitHeight: name.implicitHeight
+        width: parent.width
 
-        property int phase: 0
+        Control {
+            id: opener
 
-        anchors.verticalCenter: parent.verticalCenter
-        color: Theme.symbolColor(row.view.tone)
-        name: row.view.symbol
-        opacity: 0.7 + 0.3 * Math.cos(2 * Math.PI * phase / 24)
-        size: Math.round(14 * Theme.scale)
+            anchors.fill: parent
+            expandable: true
+            expanded: row.open
+            hint: row.view.openHelp
+            label: row.view.openName
+            pressedScale: 1
+            visible: label !== ""
 
-        Accessible.role: Accessible.Graphic
-        Accessible.name: row.view.stateName
-        Accessible.description: row.view.message
+            onClicked: row.open = !row.open
 
-        Timer {
-            // A period of 1.6 s in 24 steps: an animation would redraw the window 60 times per second.
-            interval: 66
-            repeat: true
-            running: row.view.pulsing && row.visible && !Theme.reduceMotion && mark.Window.visibility !== Window.Hidden && mark.Window.visibility !== Window.Minimized
+            Symbol {
+                id: chevron
 
-            onRunningChanged: mark.phase = 0
-            onTriggered: mark.phase = (mark.phase + 1) % 24
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                color: opener.hovered ? Theme.text : Theme.secondary
+                name: "chevron.right"
+                rotation: row.open ? 90 : 0
+                size: Math.round(11 * Theme.scale)
+
+                Behavior on rotation  {
+                    Ease {
+                    }
+                }
+            }
+        }
+
+        JobMark {
+            id: mark
+
+            anchors.verticalCenter: parent.verticalCenter
+            view: row.view
+        }
+
+        Label {
+            id: name
+
+            anchors.left: mark.right
+            anchors.leftMargin: 8
+            anchors.right: when.visible ? when.left : parent.right
+            anchors.rightMargin: when.visible ? 10 : 0
+            elide: Text.ElideRight
+            horizontalAlignment: Text.AlignLeft
+            text: row.view.playlist
+        }
+
+        FigureText {
+            id: when
+
+            anchors.baseline: name.baseline
+            anchors.right: parent.right
+            anchors.rightMargin: opener.visible ? chevron.width + 6 : 0
+            color: Theme.secondary
+            font.family: Theme.family
+            font.pixelSize: Theme.captionSize
+            text: row.view.trailing
+            visible: text !== ""
+
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
     }
 
-    Label {
-        id: name
+    // The row outlives its part, which may refer to it.
+    // qmllint disable unqualified
+    Loader {
+        active: row.open && opener.visible
+        visible: active
+        width: parent.width
 
-        anchors.left: mark.right
-        anchors.leftMargin: 8
-        anchors.right: when.visible ? when.left : parent.right
-        anchors.rightMargin: when.visible ? 10 : 0
-        elide: Text.ElideRight
-        horizontalAlignment: Text.AlignLeft
-        text: row.view.playlist
+        sourceComponent: Column {
+            leftPadding: name.x
+            spacing: 6
+
+            SelectableText {
+                color: Theme.secondary
+                text: row.view.message
+                width: parent.width - name.x
+            }
+
+            PushButton {
+                label: row.view.logButton
+
+                Accessible.name: row.view.logName
+
+                onClicked: Panel.actions.openLog()
+            }
+        }
     }
-
-    Label {
-        id: when
-
-        anchors.baseline: name.baseline
-        anchors.right: parent.right
-        caption: true
-        color: Theme.secondary
-        text: row.view.trailing
-        wrapMode: Text.NoWrap
-    }
+    // qmllint enable unqualified
 }

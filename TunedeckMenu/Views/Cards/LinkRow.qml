@@ -57,6 +57,7 @@ Column {
             role: Accessible.ButtonMenu
             symbol: "ellipsis.circle"
 
+            Accessible.name: row.view.menu.accessibleName
             Accessible.description: row.view.menu.description
 
             onClicked: menuLoader.setSource("LinkMenu.qml", {
@@ -134,7 +135,7 @@ Column {
             label: row.view.guideTitle
             role: Accessible.Link
 
-            Accessible.description: row.view.guideDescription
+            Accessible.name: row.view.guideName
 
             onClicked: Panel.actions.openSetupGuide(row.view.id)
         }

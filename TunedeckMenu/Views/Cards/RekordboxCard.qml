@@ -25,6 +25,7 @@ Card {
         DotLine {
             label.font.weight: Font.Medium
             label.text: card.view.headline
+            meaning: card.view.failedNote
             tone: card.view.tone
             width: parent.width
         }
@@ -41,46 +42,11 @@ Card {
         }
     }
 
-    Column {
-        spacing: 6
-        visible: card.view.retryButton !== ""
+    FadeLoader {
+        shown: card.view.failedShown
         width: parent.width
 
-        RowColumn {
-            model: Panel.failedChanges
-            spacing: 6
-            width: parent.width
-
-            delegate: Banner {
-                required property bannerView view
-
-                detail: view.detail
-                text: view.text
-                tone: view.tone
-                width: parent.width
-            }
-        }
-
-        Flow {
-            spacing: 8
-            topPadding: 2
-            width: parent.width
-
-            PushButton {
-                usable: !card.view.busy
-                hint: card.view.busyHelp
-                label: card.view.retryButton
-
-                onClicked: Panel.actions.retryFailedChanges()
-            }
-
-            PushButton {
-                usable: !card.view.busy
-                hint: card.view.busyHelp
-                label: card.view.dismissButton
-
-                onClicked: Panel.actions.dismissFailedChanges()
-            }
+        sourceComponent: FailedChanges {
         }
     }
 

@@ -52,7 +52,7 @@ Item {
         label: field.view.button
         symbol: field.view.buttonSymbol
 
-        Accessible.description: field.view.description
+        Accessible.name: field.view.buttonName
 
         onClicked: field.copied()
         onLabelChanged: if (visible)

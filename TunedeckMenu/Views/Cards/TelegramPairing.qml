@@ -43,7 +43,7 @@ Item {
             label: block.view.openButton
             prominent: true
 
-            Accessible.description: block.view.openDescription
+            Accessible.name: block.view.openName
 
             onClicked: block.openPressed()
         }
@@ -54,7 +54,7 @@ Item {
             label: block.view.newCodeButton
             prominent: block.view.expired
 
-            Accessible.description: block.view.newCodeDescription
+            Accessible.name: block.view.newCodeName
 
             onClicked: block.newCodePressed()
         }

@@ -22,7 +22,10 @@ HintLayer {
 
         interval: 600
 
-        onTriggered: layer.delayPassed = true
+        onTriggered: {
+            layer.findTarget();
+            layer.delayPassed = true;
+        }
     }
 
     Rectangle {

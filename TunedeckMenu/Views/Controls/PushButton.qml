@@ -32,6 +32,17 @@ Control {
         }
     }
 
+    // The ring around the button has nearly the colour of the accent.
+    Rectangle {
+        anchors.fill: parent
+        anchors.margins: 2
+        border.color: Theme.accentText
+        border.width: 2
+        color: "transparent"
+        radius: Theme.controlRadius - 2
+        visible: button.prominent && button.focusShown
+    }
+
     Row {
         id: row
 

@@ -40,6 +40,11 @@ void PanelAdapter::setContent(const PanelContent& next) {
     keepText(m_content.tools, content.tools);
     keepText(m_content.banner, content.banner);
     keepText(m_content.downloads.warning, content.downloads.warning);
+    if (!content.rekordbox.failedShown) {
+        content.rekordbox.failed = m_content.rekordbox.failed;
+        content.rekordbox.retryButton = m_content.rekordbox.retryButton;
+        content.rekordbox.dismissButton = m_content.rekordbox.dismissButton;
+    }
     m_jobs.assign(content.recent.jobs);
     m_links.assignSlice(content.assistants.links);
     m_connect.assign(content.assistants.connect);

@@ -12,7 +12,7 @@ void HintArea::setHint(const QString& hint) {
     if (m_hint != hint) {
         m_hint = hint;
         Q_EMIT hintChanged();
-        if (HintLayer* layer = m_hovered ? HintLayer::of(*this) : nullptr) {
+        if (HintLayer* layer = m_hintWanted ? HintLayer::of(*this) : nullptr) {
             layer->show(this);
         }
     }
@@ -31,6 +31,7 @@ void HintArea::hoverLeaveEvent(QHoverEvent* event) {
 void HintArea::itemChange(ItemChange change, const ItemChangeData& data) {
     if (change == ItemSceneChange || (change == ItemVisibleHasChanged && !data.boolValue)) {
         setHovered(false);
+        setFocusHint(false);
     }
     QQuickItem::itemChange(change, data);
 }
@@ -41,8 +42,22 @@ void HintArea::setHovered(bool hovered) {
     }
     m_hovered = hovered;
     Q_EMIT hoveredChanged();
+    updateHint();
+}
+
+void HintArea::setFocusHint(bool focused) {
+    m_focused = focused;
+    updateHint();
+}
+
+void HintArea::updateHint() {
+    const bool wanted = m_hovered || m_focused;
+    if (m_hintWanted == wanted) {
+        return;
+    }
+    m_hintWanted = wanted;
     if (HintLayer* layer = HintLayer::of(*this)) {
-        hovered ? layer->show(this) : layer->hide(this);
+        wanted ? layer->show(this) : layer->hide(this);
     }
 }
 

@@ -5,7 +5,8 @@
 
 namespace tunedeck {
 
-/// Shows a tooltip while the pointer is over it, for example a control's help or the whole of an elided text.
+/// Shows a tooltip while the pointer is over it or it has the focus by keyboard, for example a control's help or the
+/// whole of an elided text.
 class HintArea : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
@@ -23,15 +24,20 @@ Q_SIGNALS:
     void hoveredChanged();
 
 protected:
+    /// Whether it has the focus by keyboard.
+    void setFocusHint(bool focused);
     void hoverEnterEvent(QHoverEvent* event) override;
     void hoverLeaveEvent(QHoverEvent* event) override;
     void itemChange(ItemChange change, const ItemChangeData& data) override;
 
 private:
     void setHovered(bool hovered);
+    void updateHint();
 
     QString m_hint;
     bool m_hovered = false;
+    bool m_focused = false;
+    bool m_hintWanted = false;
 };
 
 } // namespace tunedeck

@@ -11,8 +11,15 @@ HintLayer* HintLayer::of(const QQuickItem& item) {
 void HintLayer::show(const HintArea* area) {
     m_area = area;
     m_text = area->hint();
-    m_target = mapRectFromItem(area, area->boundingRect());
+    findTarget();
     Q_EMIT changed();
+}
+
+void HintLayer::findTarget() {
+    if (m_area != nullptr) {
+        m_target = mapRectFromItem(m_area, m_area->boundingRect());
+        Q_EMIT targetChanged();
+    }
 }
 
 void HintLayer::hide(const HintArea* area) {

@@ -12,20 +12,23 @@ class HintLayer : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString text READ text NOTIFY changed)
-    Q_PROPERTY(QRectF target READ target NOTIFY changed)
+    Q_PROPERTY(QRectF target READ target NOTIFY targetChanged)
 public:
     using QQuickItem::QQuickItem;
     /// The layer of the window that `item` is in, or null.
     static HintLayer* of(const QQuickItem& item);
     [[nodiscard]] QString text() const { return m_text; }
-    /// The hovered area, in this layer's coordinates.
+    /// The area that the hint belongs to, in this layer's coordinates.
     [[nodiscard]] QRectF target() const { return m_target; }
     void show(const HintArea* area);
+    /// Updates the target: the focus may have scrolled the area since show().
+    Q_INVOKABLE void findTarget();
     /// No-op when another area's hint is shown.
     void hide(const HintArea* area);
 
 Q_SIGNALS:
     void changed();
+    void targetChanged();
 
 private:
     const HintArea* m_area = nullptr;

@@ -41,6 +41,9 @@ void Pressable::setState(bool& state, bool value, void (*mark)(QAccessible::Stat
 
 void Pressable::activate() {
     if (isUsable() && isVisible()) {
+        if (HintLayer* layer = HintLayer::of(*this)) {
+            layer->hide(this);
+        }
         Q_EMIT clicked();
     }
 }
@@ -55,6 +58,7 @@ void Pressable::setPressed(bool pressed) {
 void Pressable::setFocusShown(bool shown) {
     if (m_focusShown != shown) {
         m_focusShown = shown;
+        setFocusHint(shown);
         Q_EMIT focusShownChanged();
     }
 }
