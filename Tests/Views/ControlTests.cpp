@@ -91,7 +91,10 @@ TEST_F(ControlTests, DisabledControlsIgnoreMouseKeysAndAssistiveTechnology) {
         EXPECT_EQ(host.pressed.join(u';').toStdString(), "");
         return names.join(u'|').toStdString();
     };
-    onboarding(contentOf(connecting));
+    onboarding(contentOf(samples::assistantStep()));
+    views->setOnboardingContent(contentOf(connecting));
+    wait(1);
+    EXPECT_TRUE(hasText(u"Making your private link…"_s));
     EXPECT_EQ(disabled(), "ChatGPT, Paid plan|Claude|Telegram|iPhone");
     views.reset();
     mainWindow(busy).resize(400, 2600);
@@ -276,6 +279,20 @@ TEST_F(ControlTests, ATooltipAppearsAfterADelayUntilThePointerLeavesOrPresses) {
         EXPECT_TRUE(layer->property("text").toString().isEmpty()) << "it would appear again";
         QTest::mouseRelease(&window, Qt::LeftButton, {}, {3, 3});
     }
+}
+
+TEST_F(ControlTests, AHintGoesWithItsControl) {
+    PanelContent content = contentOf(samples::usual());
+    QQuickWindow& window = mainWindow(content);
+    const auto& layer = hintLayer(window);
+    QTest::mouseMove(&window,
+                     control(content.assistants.connect.last().accessibleName).geometry.center() - window.position());
+    EXPECT_TRUE(runUntil([&] { return !layer.property("text").toString().isEmpty(); }));
+    content.assistants.connect.clear();
+    setContent(content);
+    EXPECT_TRUE(runUntil([&] { return layer.property("text").toString().isEmpty(); }));
+    wait(700); // when the hint would have appeared
+    EXPECT_FALSE(layer.childItems().first()->isVisible());
 }
 
 TEST_F(ControlTests, AFailedDownloadOpensInPlaceByKeyboard) {

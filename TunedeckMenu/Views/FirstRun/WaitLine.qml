@@ -9,7 +9,7 @@ Column {
     property string note
 
     spacing: 6
-    visible: busy.visible
+    visible: text !== ""
 
     BusyLine {
         id: busy

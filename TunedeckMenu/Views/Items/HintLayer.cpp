@@ -9,7 +9,9 @@ HintLayer* HintLayer::of(const QQuickItem& item) {
 }
 
 void HintLayer::show(const HintArea* area) {
+    disconnect(m_areaGone);
     m_area = area;
+    m_areaGone = connect(area, &QObject::destroyed, this, &HintLayer::clear);
     m_text = area->hint();
     findTarget();
     Q_EMIT changed();
@@ -24,10 +26,15 @@ void HintLayer::findTarget() {
 
 void HintLayer::hide(const HintArea* area) {
     if (m_area == area) {
-        m_area = nullptr;
-        m_text.clear();
-        Q_EMIT changed();
+        clear();
     }
+}
+
+void HintLayer::clear() {
+    disconnect(m_areaGone);
+    m_area.clear();
+    m_text.clear();
+    Q_EMIT changed();
 }
 
 } // namespace tunedeck

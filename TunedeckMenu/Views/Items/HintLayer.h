@@ -2,6 +2,7 @@
 
 #include "TunedeckMenu/Views/Items/HintArea.h"
 
+#include <QPointer>
 #include <QQuickItem>
 #include <QtQml/qqmlregistration.h>
 
@@ -31,7 +32,10 @@ Q_SIGNALS:
     void targetChanged();
 
 private:
-    const HintArea* m_area = nullptr;
+    void clear();
+
+    QPointer<const HintArea> m_area;
+    QMetaObject::Connection m_areaGone;
     QString m_text;
     QRectF m_target;
 };
