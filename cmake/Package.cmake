@@ -87,7 +87,8 @@ set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 # the user's service manager, which runs the service.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS libpam-systemd)
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "ca-certificates, default-dbus-session-bus | dbus-session-bus, xdg-utils")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
+  "ca-certificates, default-dbus-session-bus | dbus-session-bus, qt6-wayland, xdg-utils")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/packaging/debian/prerm)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_TUNEDECK_QML ${PROJECT_SOURCE_DIR}/TunedeckMenu/Views)

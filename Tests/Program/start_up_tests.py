@@ -3,6 +3,7 @@ import pathlib
 import shutil
 import signal
 import socket
+import subprocess
 import time
 import unittest
 
@@ -109,6 +110,18 @@ class StartUpJourney(Journey):
         self.desktop.start_bus()
         self.comes(lambda: self.desktop.icons() == 1)
         self.quit()
+
+    def test_names_the_package_that_a_wayland_session_lacks(self):
+        plugins = subprocess.run(["/usr/lib/qt6/bin/qmake", "-query", "QT_INSTALL_PLUGINS"], text=True, check=True,
+                                 stdout=subprocess.PIPE).stdout.strip()
+        for name in ("DISPLAY", "QT_QPA_PLATFORM"):
+            del self.environment[name]
+        self.environment["WAYLAND_DISPLAY"] = "wayland-0"
+        hide = f"mount -t tmpfs tmpfs '{plugins}/platforms' && exec '{self.bundle}/Contents/MacOS/Tunedeck'"
+        started = subprocess.run(["unshare", "-m", "sh", "-c", hide], env=self.environment, text=True, check=False,
+                                 stderr=subprocess.PIPE, timeout=TIMEOUT)
+        self.assertEqual(started.returncode, 1)
+        self.assertIn("qt6-wayland", started.stderr)
 
     def test_writes_to_the_journal(self):
         address = pathlib.Path("/run/systemd/journal/socket")  # private, as the service manager's

@@ -10,6 +10,7 @@
 #include "TunedeckMenu/Platform/SystemFacts.h"
 #include "TunedeckMenu/Platform/SystemProbe.h"
 #include "TunedeckMenu/Platform/Uninstall.h"
+#include "TunedeckMenu/Platform/WindowSystem.h"
 
 #include <QApplication>
 #include <QCoreApplication>
@@ -94,8 +95,8 @@ int runCheckup(int& argc, char** argv, const CommandLine& commandLine) {
 /// Replaces Qt's fatal message about a missing display, which ends the process.
 void explainMissingDisplay(QtMsgType type, const QMessageLogContext&, const QString& message) {
     if (type == QtFatalMsg) {
-        printError(u"there is no display to run on. Start it in a graphical session (“--help” lists what "
-                   "works without one)"_s,
+        printError(missingDisplay(u"there is no display to run on. Start it in a graphical session (“--help” lists "
+                                  "what works without one)"_s),
                    EXIT_FAILURE);
         ::_exit(EXIT_FAILURE);
     }
@@ -106,9 +107,18 @@ void explainMissingDisplay(QtMsgType type, const QMessageLogContext&, const QStr
 
 int runApplication(int& argc, char** argv, bool show) {
     QuitSignals quitSignals;
+    const auto windowSystem = chooseWindowSystem();
+    for (const auto& [name, value] : windowSystem.environment) {
+        qputenv(name.constData(), value);
+    }
     const auto defaultHandler = qInstallMessageHandler(explainMissingDisplay);
     QApplication application(argc, argv);
     qInstallMessageHandler(defaultHandler);
+    for (const auto& [name, value] : windowSystem.environment) {
+        qunsetenv(name.constData()); // for the programs that the application starts
+    }
+    qCInfo(appLog).noquote() << "window system:" << QGuiApplication::platformName() + u", because"_s
+                             << windowSystem.reason;
     QApplication::setQuitOnLastWindowClosed(false);
     QObject::connect(&quitSignals, &QuitSignals::received, &application, &QCoreApplication::quit);
     quitSignals.listen();

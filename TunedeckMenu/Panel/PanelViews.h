@@ -20,8 +20,8 @@ public:
     /// Sets what the panel shows, in the popover and in the main window; only differences are repainted. Set it before
     /// showing either.
     virtual void setContent(const PanelContent& content) = 0;
-    /// Opens the panel at the tray icon; it closes when the user clicks elsewhere.
-    /// `anchor`: the icon's rectangle on the screen, empty when unknown.
+    /// Opens the panel at the tray icon; it closes when the user clicks elsewhere. Where windows can't be placed at the
+    /// icon, the main window takes its part. `anchor`: the icon's rectangle on the screen, empty when unknown.
     virtual void showPopover(const QRect& anchor) = 0;
     virtual void closePopover() = 0;
     [[nodiscard]] virtual bool isPopoverShown() const = 0;

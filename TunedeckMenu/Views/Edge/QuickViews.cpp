@@ -2,9 +2,20 @@
 
 #include "TunedeckMenu/Views/Items/PressableAccess.h"
 
+#include <QGuiApplication>
+
 using namespace Qt::StringLiterals;
 
 namespace tunedeck {
+
+namespace {
+
+/// Wayland compositors choose the places of windows, and don't report clicks outside of them.
+bool canPlaceWindows() {
+    return !QGuiApplication::platformName().startsWith(u"wayland"_s);
+}
+
+} // namespace
 
 QuickViews::QuickViews(PanelHost& host, const Appearance& appearance)
     : m_style(*new SystemStyle(m_engine))
@@ -24,6 +35,18 @@ QuickViews::QuickViews(PanelHost& host, const Appearance& appearance)
     }();
     m_style.setAppearance(appearance);
     m_style.setFileIcons([&host](const QString& path) { return host.fileIcon(path); });
+}
+
+void QuickViews::showPopover(const QRect& anchor) {
+    canPlaceWindows() ? m_popover.show(anchor) : m_window.show();
+}
+
+void QuickViews::closePopover() {
+    canPlaceWindows() ? m_popover.close() : m_window.close();
+}
+
+bool QuickViews::isPopoverShown() const {
+    return canPlaceWindows() ? m_popover.isShown() : m_window.isShown();
 }
 
 void QuickViews::showWindow() {

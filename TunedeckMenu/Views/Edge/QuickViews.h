@@ -23,9 +23,9 @@ public:
     QuickViews(PanelHost& host, const Appearance& appearance);
 
     void setContent(const PanelContent& content) override { m_panelAdapter.setContent(content); }
-    void showPopover(const QRect& anchor) override { m_popover.show(anchor); }
-    void closePopover() override { m_popover.close(); }
-    [[nodiscard]] bool isPopoverShown() const override { return m_popover.isShown(); }
+    void showPopover(const QRect& anchor) override;
+    void closePopover() override;
+    [[nodiscard]] bool isPopoverShown() const override;
     void showWindow() override;
     [[nodiscard]] bool isWindowShown() const override { return m_window.isShown(); }
     void setOnboardingContent(const OnboardingContent& content) override { m_onboardingAdapter.setContent(content); }

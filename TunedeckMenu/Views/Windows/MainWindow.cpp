@@ -41,6 +41,12 @@ void MainWindow::fit() {
     }
 }
 
+void MainWindow::close() {
+    if (m_window != nullptr) {
+        m_window->hide();
+    }
+}
+
 bool MainWindow::isShown() const {
     return isOnScreen(m_window.get());
 }

@@ -20,6 +20,8 @@ public:
 
     /// Shows it and brings it to the front.
     void show();
+    /// Hides it.
+    void close();
     [[nodiscard]] bool isShown() const;
     /// The window, or null before it was first shown.
     [[nodiscard]] QQuickWindow* window() const { return m_window.get(); }
