@@ -37,7 +37,7 @@ class Walk:
         self.name, self.pictures = name, pictures
         self.program = contents / "MacOS/Tunedeck"
         self.service = contents / "Helpers/tunedeck"
-        self.view = sight.SwayDesktop() if "SWAYSOCK" in os.environ else sight.XDesktop()
+        self.view = sight.SwayDesktop() if "SWAYSOCK" in os.environ else sight.XDesktop(shadow=32 if name == "weston" else 0)
         self.item = sight.TrayItem()
         self.screen = eventually(lambda: desktop.Screen.on(os.environ["DBUS_SESSION_BUS_ADDRESS"]))
         self.application = None
@@ -46,8 +46,7 @@ class Walk:
 
     def start(self, scenario, onboarded):
         subprocess.run(["systemctl", "--user", "stop", UNIT], check=False, stderr=subprocess.DEVNULL)
-        scenarios = pathlib.Path(__file__).resolve().parents[2] / "tools/lib/scenario"
-        subprocess.run([scenarios, self.service, scenario], check=True)
+        subprocess.run([desktop.TOOLS / "scenario", self.service, scenario], check=True)
         settings = pathlib.Path.home() / ".tunedeck/settings.json"
         settings.parent.mkdir(exist_ok=True)
         settings.write_text(json.dumps({"onboarded": onboarded}))

@@ -49,6 +49,7 @@ TEST(PopoverPlaceTests, ThePopoverIsAtItsIconAndInsideTheScreen) {
     // Unknown icon position: the corner where trays usually are.
     EXPECT_EQ(popoverPlace({}, size, screen, barAbove), QRect(1234, 34, 360, 600));
     EXPECT_EQ(popoverPlace({}, size, screen, barBelow).bottomRight(), QPoint(1593, 949));
+    EXPECT_EQ(popoverPlace({}, {360, 4000}, screen, screen).top(), 42) << "a bar that isn't reported";
     // A second screen that is too small, with icons partly outside.
     const QRect second(1600, -200, 800, 480);
     for (const QRect& anchor :
@@ -318,11 +319,11 @@ TEST_F(WindowTests, ReportsEachWindowOnceWhenItAppearsOrDisappears) {
 TEST_F(WindowTests, ThePopoverClosesOnFocusLossAndTheSameClickDoesNotReopenIt) {
     popover(contentOf(samples::usual()));
     const QRect anchor(400, 2, 24, 24);
+    QCursor::setPos(anchor.center());
     QWindow elsewhere;
     elsewhere.show();
     elsewhere.requestActivate();
     EXPECT_TRUE(runUntil([this] { return !views->isPopoverShown(); }));
-    QCursor::setPos(anchor.center());
     views->showPopover(anchor);
     EXPECT_FALSE(views->isPopoverShown());
     views->showPopover(anchor);

@@ -1,4 +1,5 @@
 """A private desktop whose parts can be stopped and started again, and what a user sees of it."""
+import pathlib
 import queue
 import subprocess
 import threading
@@ -8,6 +9,7 @@ from gi.repository import Gio, GLib
 
 import session
 
+TOOLS = pathlib.Path(__file__).resolve().parents[3] / "tools/lib"
 ACCESSIBILITY = "/usr/libexec/at-spi-bus-launcher"
 TIMEOUT = 30  # seconds; generous, for slow machines
 SHOWING = 1 << 25  # ATSPI_STATE_SHOWING of AtspiStateType
@@ -38,7 +40,7 @@ class Desktop:
         environment["DISPLAY"] = ":" + first_line(server)
         environment["DBUS_SESSION_BUS_ADDRESS"] = f"unix:path={folder}/bus"
         self.start_bus()
-        self.start("openbox", "--sm-disable")
+        self.window_manager = self.start("openbox", "--sm-disable")
         self.start_tray()
         threading.Thread(target=GLib.MainLoop().run, daemon=True).start()
 

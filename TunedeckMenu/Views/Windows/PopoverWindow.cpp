@@ -7,7 +7,6 @@
 
 #include <QCursor>
 #include <QGuiApplication>
-#include <QMouseEvent>
 #include <QScreen>
 
 using namespace Qt::StringLiterals;
@@ -16,12 +15,10 @@ namespace tunedeck {
 
 PopoverWindow::PopoverWindow(const WindowFactory& factory, PanelActions& actions)
     : m_factory(factory), m_actions(actions) {
-    m_grabIfUnfocused.setSingleShot(true);
-    m_grabIfUnfocused.setInterval(400);
-    connect(&m_grabIfUnfocused, &QTimer::timeout, this, [this] {
-        // Without the focus there is no focus-out event to close it: grab the mouse to see clicks outside instead.
-        if (isShown() && !m_window->isActive()) {
-            m_window->setMouseGrabEnabled(true);
+    // A click on the empty desktop or on a bar may take no focus.
+    connect(&m_presses, &ButtonPresses::pressed, this, [this] {
+        if (isShown() && !m_window->geometry().contains(QCursor::pos()) && QGuiApplication::modalWindow() == nullptr) {
+            dismiss();
         }
     });
     // Delayed: window managers may take the focus away for a moment while they map a new window.
@@ -37,10 +34,11 @@ PopoverWindow::PopoverWindow(const WindowFactory& factory, PanelActions& actions
 PopoverWindow::~PopoverWindow() = default;
 
 void PopoverWindow::show(const QRect& anchor) {
-    // A click on the icon of the open popover first dismisses it by taking the focus: don't reopen it.
-    constexpr int clickMilliseconds = 300;
+    // A click on the icon of the open popover first dismisses it, as any click elsewhere: don't reopen it.
+    constexpr int clickMilliseconds = 400;
+    constexpr int clickDistance = 4;
     const bool sameClick = m_dismissed.isValid() && m_dismissed.elapsed() < clickMilliseconds &&
-                           (anchor.isEmpty() || anchor.adjusted(-2, -2, 2, 2).contains(QCursor::pos()));
+                           (QCursor::pos() - m_dismissedAt).manhattanLength() <= clickDistance;
     m_dismissed.invalidate();
     if (sameClick) {
         return;
@@ -51,7 +49,7 @@ void PopoverWindow::show(const QRect& anchor) {
     m_anchor = anchor;
     place();
     bringToFront(*m_window);
-    m_grabIfUnfocused.start();
+    m_presses.start();
 }
 
 void PopoverWindow::create() {
@@ -64,7 +62,6 @@ void PopoverWindow::create() {
             place();
         }
     });
-    m_window->installEventFilter(this);
     connect(m_window.get(), SIGNAL(dismissed()), this, SLOT(close()));
     connect(m_window.get(), &QWindow::activeChanged, this,
             [this] { m_window->isActive() ? m_dismissIfUnfocused.stop() : m_dismissIfUnfocused.start(); });
@@ -83,31 +80,20 @@ void PopoverWindow::place() {
 
 void PopoverWindow::close() {
     if (m_window != nullptr) {
-        m_grabIfUnfocused.stop();
+        m_presses.stop();
         m_dismissIfUnfocused.stop();
-        m_window->setMouseGrabEnabled(false);
         m_window->hide();
     }
 }
 
 void PopoverWindow::dismiss() {
     m_dismissed.start();
+    m_dismissedAt = QCursor::pos();
     close();
 }
 
 bool PopoverWindow::isShown() const {
     return m_window != nullptr && m_window->isVisible();
-}
-
-bool PopoverWindow::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == m_window.get() && event->type() == QEvent::MouseButtonPress) {
-        const QPointF at = static_cast<QMouseEvent*>(event)->position();
-        if (!QRectF(QPointF(), m_window->size()).contains(at)) {
-            dismiss();
-            return true;
-        }
-    }
-    return QObject::eventFilter(watched, event);
 }
 
 } // namespace tunedeck

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TunedeckMenu/Panel/PanelActions.h"
+#include "TunedeckMenu/Views/Windows/ButtonPresses.h"
 #include "TunedeckMenu/Views/Windows/WindowFactory.h"
 
 #include <QElapsedTimer>
@@ -28,9 +29,6 @@ public:
     /// The window, or null before it was first shown.
     [[nodiscard]] QQuickWindow* window() const { return m_window.get(); }
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
     void create();
     void place();
@@ -41,7 +39,8 @@ private:
     std::unique_ptr<QQuickWindow> m_window;
     QRect m_anchor;
     QElapsedTimer m_dismissed; ///< since the popover lost the focus or a click outside closed it
-    QTimer m_grabIfUnfocused;
+    QPoint m_dismissedAt;      ///< where the pointer was then
+    ButtonPresses m_presses;
     QTimer m_dismissIfUnfocused;
 };
 

@@ -1,8 +1,10 @@
 """What a user sees of the application on a desktop, and what they do with the mouse and the keyboard."""
+import atexit
 import collections
 import json
 import os
 import subprocess
+import time
 
 import Xlib.display
 import Xlib.ext.xtest
@@ -15,9 +17,12 @@ import session
 
 Rect = collections.namedtuple("Rect", "x y width height")
 Window = collections.namedtuple("Window", "title frame")  # the frame includes the title bar
-Control = collections.namedtuple("Control", "name rect scrolls")
+Control = collections.namedtuple("Control", "name rect scrolls focused")
+
+Facts = collections.namedtuple("Facts", "name role shows focused rect children")
 
 LEFT, RIGHT = 1, 3
+FOCUSED = 1 << 12  # ATSPI_STATE_FOCUSED
 
 
 def contains(outer, inner):
@@ -40,26 +45,27 @@ def controls(screen):
             (*place, "org.freedesktop.DBus.Properties", "Get", title), (*place, accessible, "GetRoleName", None),
             (*place, accessible, "GetState", None), (*place, component, "GetExtents", on_screen),
             (*place, accessible, "GetChildren", None)])
-        return name or "", role, bool(state and state[0] & desktop.SHOWING), Rect(*extents) if extents else None, children or []
+        return Facts(name or "", role, bool(state and state[0] & desktop.SHOWING), bool(state and state[0] & FOCUSED),
+                     Rect(*extents) if extents else None, children or [])
 
     def visit(place, window, scrolls, found):
-        name, role, shows, rect, children = facts(place)
+        name, role, shows, focused, rect, children = facts(place)
         if not shows or rect is None:
             return
         if role in interactive and rect.width > 0:
-            found.append(Control(name, rect, scrolls))
+            found.append(Control(name, rect, scrolls, focused))
         for child in children:
             visit(child, window, scrolls or (role == "panel" and contains(window, rect)), found)
 
     result = []
-    for program in facts(("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"))[4]:
-        name, _, _, _, windows = facts(program)
-        for window in windows if name == "Tunedeck" else []:
-            name, _, shows, rect, children = facts(window)
+    for program in facts(("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")).children:
+        application = facts(program)
+        for window in application.children if application.name == "Tunedeck" else []:
+            found = []
+            name, _, shows, _, rect, children = facts(window)
+            for child in children if shows else []:
+                visit(child, rect, False, found)
             if shows:
-                found = []
-                for child in children:
-                    visit(child, rect, False, found)
                 result.append((name, rect, found))
     return result
 
@@ -67,8 +73,9 @@ def controls(screen):
 class XDesktop:
     """An X server, or XWayland where the compositor doesn't show its windows otherwise."""
 
-    def __init__(self):
-        self.display = Xlib.display.Display()
+    def __init__(self, display=None, shadow=0):
+        self.shadow = shadow  # how much of a frame is invisible, on each side
+        self.display = Xlib.display.Display(display)
         self.root = self.display.screen().root
         self.size = self.root.get_geometry()
 
@@ -117,7 +124,10 @@ class XDesktop:
                     pass  # it is gone
 
     def windows(self):
-        return [Window(window.get_wm_name() or "", frame) for window, frame, managed in self.ours() if managed]
+        inset = self.shadow
+        return [Window(window.get_wm_name() or "", Rect(frame.x + inset, frame.y + inset, frame.width - 2 * inset,
+                                                        frame.height - 2 * inset))
+                for window, frame, managed in self.ours() if managed]
 
     def free_area(self):
         """The screen without the bars."""
@@ -139,15 +149,21 @@ class XDesktop:
 
     def click(self, x, y, button=LEFT):
         Xlib.ext.xtest.fake_input(self.display, Xlib.X.MotionNotify, x=int(x), y=int(y))
-        Xlib.ext.xtest.fake_input(self.display, Xlib.X.ButtonPress, button)
-        Xlib.ext.xtest.fake_input(self.display, Xlib.X.ButtonRelease, button)
+        for event in (Xlib.X.ButtonPress, Xlib.X.ButtonRelease):
+            Xlib.ext.xtest.fake_input(self.display, event, button)
+        self.display.sync()
+
+    def hold(self, name, seconds):
+        """Holds a key down; the server repeats it."""
+        code = self.display.keysym_to_keycode(Xlib.XK.string_to_keysym(name))
+        Xlib.ext.xtest.fake_input(self.display, Xlib.X.KeyPress, code)
+        self.display.sync()
+        time.sleep(seconds)
+        Xlib.ext.xtest.fake_input(self.display, Xlib.X.KeyRelease, code)
         self.display.sync()
 
     def key(self, name):
-        code = self.display.keysym_to_keycode(Xlib.XK.string_to_keysym(name))
-        Xlib.ext.xtest.fake_input(self.display, Xlib.X.KeyPress, code)
-        Xlib.ext.xtest.fake_input(self.display, Xlib.X.KeyRelease, code)
-        self.display.sync()
+        self.hold(name, 0)
 
     def picture(self, path):
         # Under a Wayland compositor the root shows nothing: take the application's window.
@@ -160,8 +176,10 @@ class SwayDesktop:
     """Sway reports its windows, those of XWayland as well, and moves the pointer."""
 
     def __init__(self):
-        output = self.ask("get_outputs")[0]["rect"]
-        self.size = Rect(**output)
+        self.size = Rect(**self.ask("get_outputs")[0]["rect"])
+        # A keyboard for as long as this runs: one that comes and goes with each key would lose some.
+        self.keyboard = subprocess.Popen(["wtype", "-s", "86400000"])
+        atexit.register(self.keyboard.kill)
 
     @staticmethod
     def ask(what):
