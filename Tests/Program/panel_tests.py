@@ -42,6 +42,17 @@ class PanelJourney(Journey):
         rect = next(each.rect for each in self.controls() if each.name == name)
         self.view.click(rect.x + rect.width / 2, rect.y + rect.height / 2)
 
+    def focus(self, name):
+        """Moves the keyboard focus to a control."""
+        def moved():
+            if any(each.focused and each.name == name for each in self.controls()):
+                return True
+            self.view.key("Tab")
+            time.sleep(0.1)
+            return False
+
+        self.comes(moved, f"the focus doesn't reach {name}")
+
     def test_closes_on_a_click_anywhere_else_and_opens_its_menu(self):
         for button, where in ((sight.LEFT, "the desktop"), (sight.RIGHT, "the desktop, with the right button")):
             self.opens()
@@ -76,6 +87,17 @@ class PanelJourney(Journey):
         self.click("Cancel")
         self.comes(lambda: not self.is_shown("Cancel"), "a click doesn't answer the question")
         self.assertTrue(self.is_shown())
+
+    def test_a_held_key_opens_a_question_but_does_not_answer_it(self):
+        self.opens()
+        self.press("Backups (24)")
+        self.focus("Restore")
+        self.view.hold("Return", 2)
+        self.comes(lambda: self.is_shown("Cancel"), "the key opens no question")
+        time.sleep(0.5)
+        self.assertTrue(self.is_shown("Cancel"), "the held key answered the question")
+        self.view.key("Return")
+        self.comes(lambda: not self.is_shown("Cancel"), "Return doesn't answer the question")
 
 
 if __name__ == "__main__":

@@ -6,6 +6,7 @@
 #include "TunedeckMenu/Views/Edge/PanelAdapter.h"
 #include "TunedeckMenu/Views/Edge/SystemStyle.h"
 #include "TunedeckMenu/Views/Windows/FirstRunWindow.h"
+#include "TunedeckMenu/Views/Windows/KeyRepeats.h"
 #include "TunedeckMenu/Views/Windows/MainWindow.h"
 #include "TunedeckMenu/Views/Windows/PopoverWindow.h"
 #include "TunedeckMenu/Views/Windows/Questions.h"
@@ -39,6 +40,7 @@ public:
 private:
     [[nodiscard]] QQuickWindow* openPanel() const;
 
+    KeyRepeats m_keyRepeats;
     QQmlEngine m_engine;
     // Owned by the engine, whose QML sees them as singletons.
     SystemStyle& m_style;

@@ -93,8 +93,10 @@ void Pressable::mouseUngrabEvent() {
 void Pressable::keyPressEvent(QKeyEvent* event) {
     const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
     if (plain && event->key() == Qt::Key_Space) {
-        m_spaceHeld = isUsable();
-        setPressed(m_spaceHeld);
+        if (!event->isAutoRepeat()) {
+            m_spaceHeld = isUsable();
+            setPressed(m_spaceHeld);
+        }
     } else if (plain && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
         if (!event->isAutoRepeat()) {
             activate();
