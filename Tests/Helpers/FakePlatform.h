@@ -106,11 +106,13 @@ class FakeFolderPicker final : public FolderPicker {
 public:
     void choose(const QString& /*title*/, const QString& newPrompt, const QString& newStart,
                 std::function<void(std::optional<QString>)> done) override {
+        ++calls;
         prompt = newPrompt;
         start = newStart;
         answer = std::move(done);
     }
 
+    int calls = 0;
     QString prompt;
     QString start;
     std::function<void(std::optional<QString>)> answer; ///< set while the picker is open

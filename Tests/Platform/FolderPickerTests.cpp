@@ -29,6 +29,12 @@ TEST(FolderPickerTest, CallsBackOnceWithAFolderOrNothing) {
     EXPECT_EQ(dialog()->windowTitle(), title);
     EXPECT_TRUE(dialog()->testOption(QFileDialog::ShowDirsOnly));
     EXPECT_EQ(dialog()->labelText(QFileDialog::Accept), u"Use This Folder"_s);
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    EXPECT_TRUE(runUntil([&] { return other.isActiveWindow(); }));
+    picker.choose(title, {}, u"/"_s, keep);
+    EXPECT_TRUE(runUntil([&] { return dialog()->isActiveWindow(); })) << "the open one comes to the front";
     EXPECT_TRUE(answers.empty());                  // it doesn't block
     QMetaObject::invokeMethod(dialog(), "accept"); // as its button does
     ASSERT_EQ(answers.size(), 1U);

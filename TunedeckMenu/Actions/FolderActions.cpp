@@ -17,18 +17,11 @@ FolderActions::FolderActions(PanelActions& panel, MenuModel& model, const MenuSe
 }
 
 void FolderActions::choose() {
-    if (std::exchange(m_isChoosing, true)) {
-        return;
-    }
     const auto* status = m_model.state().service.status();
     const auto start =
         m_services.settings.downloadDir().value_or(status != nullptr ? status->downloadDir : m_services.facts.home);
     auto chosen = [this, stop = m_scope.token()](const std::optional<QString>& folder) {
-        if (stop.stop_requested()) {
-            return;
-        }
-        m_isChoosing = false;
-        if (folder) {
+        if (folder && !stop.stop_requested()) {
             save(folder);
         }
     };

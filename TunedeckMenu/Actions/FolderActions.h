@@ -25,7 +25,6 @@ private:
 
     MenuModel& m_model;
     const MenuServices& m_services;
-    bool m_isChoosing = false;
     TaskScope m_scope;
 };
 

@@ -12,7 +12,8 @@ class FolderPicker {
 public:
     virtual ~FolderPicker() = default;
     /// Shows a folder picker that starts at `start`; `prompt` is the label of its confirming button. Calls `done` once,
-    /// with the chosen path or, when the user cancels, nothing. Not to be called again before that.
+    /// with the chosen path or, when the user cancels, nothing. While a picker is open, brings that one to the front
+    /// instead, and drops `done`.
     virtual void choose(const QString& title, const QString& prompt, const QString& start,
                         std::function<void(std::optional<QString>)> done) = 0;
 };

@@ -10,6 +10,12 @@ QtFolderPicker::~QtFolderPicker() {
 
 void QtFolderPicker::choose(const QString& title, const QString& prompt, const QString& start,
                             std::function<void(std::optional<QString>)> done) {
+    if (m_dialog != nullptr) {
+        m_dialog->setWindowState(m_dialog->windowState() & ~Qt::WindowMinimized);
+        m_dialog->raise();
+        m_dialog->activateWindow();
+        return;
+    }
     m_dialog = new QFileDialog(nullptr, title, start);
     m_dialog->setAttribute(Qt::WA_DeleteOnClose);
     m_dialog->setFileMode(QFileDialog::Directory);
