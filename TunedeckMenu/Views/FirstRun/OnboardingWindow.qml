@@ -9,7 +9,7 @@ Window {
     readonly property string error: view.error
     /// Still visible while it fades out.
     property string lastError
-    readonly property real wantedHeight: Math.round(660 + (Theme.scale - 1) * 400)
+    readonly property real wantedHeight: Math.round(680 + (Theme.scale - 1) * 400)
     readonly property real wantedWidth: Math.round(560 + (Theme.scale - 1) * 320)
     /// Where there is little room, the page gets the logo's.
     readonly property bool compact: height < wantedHeight - 60
