@@ -53,6 +53,23 @@ class NewUserJourney(Journey):
         self.assertIn("onboarded", (self.home / ".tunedeck/settings.json").read_text())  # settings stay
         self.assertTrue(log.read_text().startswith(announced))
 
+    def test_says_why_the_service_cannot_start_and_goes_on_when_it_can(self):
+        blocker = self.home / ".tunedeck/bin"
+        blocker.parent.mkdir(exist_ok=True)
+        blocker.write_text("a file where the folder of the service belongs")
+        self.start()
+        self.opens_with("Couldn't start Tunedeck's background service: ")
+        self.press("Continue")
+        self.sees("Couldn't start Tunedeck's background service: ")
+        self.press("Open Log")
+        self.sees("there is no such file")
+        blocker.unlink()
+        self.sees("is backed up. Every change is backed up first; restore any time from the menu.")
+        self.press("Continue")
+        self.press("Done")
+        self.sees("Running · ")
+        self.assertFalse([text for text in self.desktop.screen.texts() if "Couldn't start" in text])
+
 
 if __name__ == "__main__":
     unittest.main()
