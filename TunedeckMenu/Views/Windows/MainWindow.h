@@ -10,7 +10,7 @@
 
 namespace tunedeck {
 
-/// The panel in a window of its own. It is as high as its content until the user chooses another height.
+/// The panel in a separate window. It is as high as its content until the user chooses another height.
 class MainWindow : public QObject {
     Q_OBJECT
 public:

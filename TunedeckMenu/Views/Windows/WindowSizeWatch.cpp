@@ -6,7 +6,8 @@ namespace tunedeck {
 
 namespace {
 
-/// A change of screen is mostly the user dragging the window there, who shall finish first.
+/// A change of screen is mostly the user dragging the window there, who shall finish first. Soon after a window is
+/// shown, it has its frame and the place that the window manager gives it.
 constexpr int screenDelay = 300;
 
 } // namespace
@@ -18,6 +19,11 @@ WindowSizeWatch::WindowSizeWatch(QQuickWindow& window, int delay) : QObject(&win
     connect(&window, SIGNAL(wantedHeightChanged()), this, SLOT(wantedSizeChanged()));
     connect(&window, SIGNAL(wantedWidthChanged()), this, SLOT(wantedSizeChanged()));
     watchScreen(window.screen());
+    connect(&window, &QWindow::visibleChanged, this, [this](bool visible) {
+        if (visible) {
+            m_timer.start(screenDelay);
+        }
+    });
     connect(&window, &QWindow::screenChanged, this, [this](QScreen* screen) {
         watchScreen(screen);
         m_timer.start(screenDelay);

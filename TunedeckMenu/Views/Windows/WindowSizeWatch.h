@@ -10,7 +10,7 @@
 namespace tunedeck {
 
 /// Notices that a window may need another size or place: its content or text size changed, or its screen, or the
-/// screen's free area or scale.
+/// screen's free area or scale, or it was shown.
 class WindowSizeWatch : public QObject {
     Q_OBJECT
 public:

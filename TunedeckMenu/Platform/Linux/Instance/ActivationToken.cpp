@@ -28,7 +28,7 @@ xcb_atom_t atom(xcb_connection_t* x, std::string_view name) {
     return atom;
 }
 
-/// Sends a message of the startup notification protocol, zero-terminated and in pieces, from a window of its own.
+/// Sends a message of the startup notification protocol, zero-terminated and in pieces, from a new window.
 void broadcast(xcb_connection_t* x, xcb_window_t root, const QByteArray& message) {
     const auto window = xcb_generate_id(x);
     xcb_create_window(x, XCB_COPY_FROM_PARENT, window, root, 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,

@@ -28,7 +28,7 @@ bool isWheel(std::uint32_t button) {
 
 } // namespace
 
-/// A connection of its own: selecting events on Qt's could replace what Qt has selected.
+/// A separate connection: selecting events on Qt's could replace what Qt has selected.
 class ButtonPresses::Observer {
 public:
     explicit Observer(ButtonPresses& owner) : m_owner(owner), m_x(xcb_connect(nullptr, nullptr)) {
