@@ -1,3 +1,4 @@
+import itertools
 import pathlib
 import unittest
 
@@ -82,7 +83,9 @@ class TrayJourney(Journey):
 
     def test_ends_the_busy_pointer_of_a_start_and_of_each_activation(self):
         notifications = StartupNotifications(self.environment["DISPLAY"])
-        session.TrayHost(self.environment["DBUS_SESSION_BUS_ADDRESS"])
+        address = self.environment["DBUS_SESSION_BUS_ADDRESS"]
+        session.TrayHost(address)
+        server = session.NotificationServer(address)
         environment = self.environment
         self.environment = environment | {"DESKTOP_STARTUP_ID": "start-1_TIME5"}
         self.service.behaviours["/local/status"] = web.hang
@@ -95,11 +98,21 @@ class TrayJourney(Journey):
         for method, arguments in (("Activate", "(a{sv})"), ("ActivateAction", "(sava{sv})")):
             token = f"{method} of a launcher with an identifier longer than one message_TIME6".replace(" ", "-")
             data = {"desktop-startup-id": GLib.Variant("s", token)}
-            session.connect(environment["DBUS_SESSION_BUS_ADDRESS"]).call_sync(
+            session.connect(address).call_sync(
                 "com.brightfold.tunedeck.menu", "/com/brightfold/tunedeck/menu", "org.freedesktop.Application", method,
                 GLib.Variant(arguments, (data,) if method == "Activate" else ("", [], data)), None,
                 Gio.DBusCallFlags.NONE, 5000, None)
             self.comes(lambda: notifications.ended()[-1] == token, notifications.messages)
+        names = map(str, itertools.count())
+        # A new job in each status: those in the first one aren't notified.
+        self.comes(lambda: server.posted or self.report(**jobs(**{next(names): "running"})))
+
+        def click():  # has no effect before the application has received its notification's number
+            server.emit("ActivationToken", "(us)", (1, "notification_TIME7"))
+            server.click_last()
+            return notifications.ended()[-1] == "notification_TIME7"
+
+        self.comes(click, notifications.messages)
 
     def test_explains_a_desktop_without_a_tray_until_the_user_knows(self):
         hint = "This desktop shows no tray icons"

@@ -25,7 +25,8 @@ public:
     [[nodiscard]] virtual bool needsTray() const = 0;
     /// Shows a symbol ("music.note.list", "exclamationmark.triangle"). Does nothing when it is already shown.
     virtual void setSymbol(const QString& symbol, const QString& toolTip) = 0;
-    /// Sets the entries of the item's menu. Does nothing when they are equal; else changes those that differ in place.
+    /// Sets the entries of the item's menu, first before install(). Does nothing when they are equal; else changes
+    /// those that differ in place.
     virtual void setMenu(const TrayMenu& menu) = 0;
     /// Where the icon is on the screen, if the desktop reports it.
     [[nodiscard]] virtual std::optional<QRect> geometry() const = 0;
