@@ -117,6 +117,7 @@ class TrayJourney(Journey):
     def test_explains_a_desktop_without_a_tray_until_the_user_knows(self):
         hint = "This desktop shows no tray icons"
         self.start()
+        self.comes(self.lock.exists)
         self.opens_with(hint)
         self.press("Show how")
         self.comes(lambda: "desktops.txt" in (self.folder / "opened").read_text())
@@ -126,6 +127,7 @@ class TrayJourney(Journey):
         self.comes(lambda: not any(hint in each for each in self.desktop.screen.texts()))
         self.quit()
         self.start()
+        self.comes(self.lock.exists)
         self.opens_with("Version 1.4.0")
         self.assertFalse([each for each in self.desktop.screen.texts() if hint in each])
 
