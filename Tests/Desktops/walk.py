@@ -14,6 +14,7 @@ import time
 from gi.repository import GLib
 
 import desktop
+import session
 import sight
 
 UNIT = "com.brightfold.tunedeck.service"
@@ -38,7 +39,7 @@ class Walk:
         self.program = contents / "MacOS/Tunedeck"
         self.service = contents / "Helpers/tunedeck"
         self.view = sight.SwayDesktop() if "SWAYSOCK" in os.environ else sight.XDesktop(shadow=32 if name == "weston" else 0)
-        self.item = sight.TrayItem()
+        self.item = session.TrayItem(session.connect(os.environ["DBUS_SESSION_BUS_ADDRESS"]))
         self.screen = eventually(lambda: desktop.Screen.on(os.environ["DBUS_SESSION_BUS_ADDRESS"]))
         self.application = None
 
@@ -198,7 +199,7 @@ class Walk:
             return NONE
         place = self.icon()
         if place is None:
-            self.item.choose("Quit Tunedeck")
+            self.item.select("Quit Tunedeck")
         else:
             before = self.view.menus()
             for opens_first in (False, True):

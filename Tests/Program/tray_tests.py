@@ -37,48 +37,49 @@ class TrayJourney(Journey):
 
     def test_shows_the_state_in_the_menu_and_does_what_its_entries_say(self):
         host = session.TrayHost(self.environment["DBUS_SESSION_BUS_ADDRESS"])
+        icon = session.TrayItem(host.bus)
         self.start()
         self.comes(lambda: host.item)
         self.opens_with("Running · connected to the cloud")
         self.desktop.output("wmctrl", "-c", "Tunedeck")
         self.comes(lambda: self.desktop.windows() == [])
         common = ["Open Tunedeck", "Open Log", "Quit Tunedeck"]
-        self.comes(lambda: [*host.entries()] == ["(Running · connected to the cloud)", *common])
-        self.assertEqual((host.property("Title"), host.property("ToolTip")[2]),
+        self.comes(lambda: [*icon.entries()] == ["(Running · connected to the cloud)", *common])
+        self.assertEqual((icon.property("Title"), icon.property("ToolTip")[2]),
                          ("Tunedeck", "Tunedeck: Running · connected to the cloud"))
 
-        signals = host.watch()
+        signals = icon.watch()
         before = self.service.requested.count("/local/status")
         self.comes(lambda: self.service.requested.count("/local/status") >= before + 3)
         self.assertEqual(signals, [], "an unchanged status changes nothing")
         self.report(**jobs(**{"R&B & Soul_1": "running"}), rekordbox_db=LIBRARY)
-        self.comes(lambda: "Apply Now" in host.entries())
+        self.comes(lambda: "Apply Now" in icon.entries())
         # As a host reads it: "__" and "_&" are shown as "_" and "&".
-        self.assertEqual([*host.entries()], ["(Running · connected to the cloud)", "Open Tunedeck", "Apply Now",
+        self.assertEqual([*icon.entries()], ["(Running · connected to the cloud)", "Open Tunedeck", "Apply Now",
                                              "R_&B & Soul__1 · Downloading", *common[1:]])
         self.assertEqual(set(signals), {"ItemsPropertiesUpdated"}, "no new layout, which would close an open menu")
 
         self.service.behaviours["/local/toolbox"] = web.answer(
             {"tools": [{"name": "ffmpeg", "ready": False, "wanted": "7"}], "venvs": [], "installing": False})
-        host.open_menu()
-        self.comes(lambda: "Repair Tools" in host.entries())
-        host.select("Repair Tools")
+        icon.open_menu()
+        self.comes(lambda: "Repair Tools" in icon.entries())
+        icon.select("Repair Tools")
         self.comes(lambda: "/local/toolbox/install" in self.service.requested)
-        host.select("Apply Now")
+        icon.select("Apply Now")
         self.comes(lambda: "/local/rekordbox/apply" in self.service.requested)
         self.write("Library/Logs/tunedeck.log", "")
-        host.select("Open Log")
+        icon.select("Open Log")
         self.comes(lambda: "tunedeck.log" in (self.folder / "opened").read_text())
 
         self.service.stop()
-        self.comes(lambda: "Start tunedeck" in host.entries())
-        self.assertEqual(host.property("ToolTip")[2], "Tunedeck: Not running")
-        host.select("Start tunedeck")
-        self.comes(lambda: "(Starting…)" in host.entries())
-        self.comes(lambda: any(each.startswith("(Couldn't start tunedeck (launchctl exit") for each in host.entries()))
-        host.select("Open Tunedeck")
+        self.comes(lambda: "Start tunedeck" in icon.entries())
+        self.assertEqual(icon.property("ToolTip")[2], "Tunedeck: Not running")
+        icon.select("Start tunedeck")
+        self.comes(lambda: "(Starting…)" in icon.entries())
+        self.comes(lambda: any(each.startswith("(Couldn't start tunedeck (launchctl exit") for each in icon.entries()))
+        icon.select("Open Tunedeck")
         self.comes(lambda: self.desktop.windows() == ["Tunedeck"])
-        host.select("Quit Tunedeck")
+        icon.select("Quit Tunedeck")
         self.comes(lambda: not self.processes())
 
     def test_ends_the_busy_pointer_of_a_start_and_of_each_activation(self):

@@ -84,17 +84,40 @@ class TrayHost(Peer):
 
     def answer(self, method, sender, arguments):
         self.item = sender
-
-    def call(self, path, interface, method, *arguments):
-        """The results of a call to the item that registered last."""
-        return self.bus.call_sync(self.item, path, interface, method, GLib.Variant(*arguments), None,
-                                  Gio.DBusCallFlags.NONE, 5000, None).unpack()
+        self.properties["RegisteredStatusNotifierItems"] = GLib.Variant("as", [f"{sender}/StatusNotifierItem"])
 
     def click(self):
-        """Clicks the item, which may be gone."""
+        """Clicks the item that registered last."""
         if self.item:
             self.bus.call(self.item, "/StatusNotifierItem", "org.kde.StatusNotifierItem", "Activate",
                           GLib.Variant("(ii)", (0, 0)), None, Gio.DBusCallFlags.NONE, -1, None, None)
+
+
+class TrayItem:
+    """The application's item on the session bus and its menu, as the desktop's bar sees them."""
+
+    def __init__(self, bus):
+        self.bus = bus
+
+    def item(self):
+        """The bus name of the item that registered last, or None."""
+        watcher = "org.kde.StatusNotifierWatcher"
+        try:
+            items, = self.bus.call_sync(watcher, "/StatusNotifierWatcher", "org.freedesktop.DBus.Properties", "Get",
+                                        GLib.Variant("(ss)", (watcher, "RegisteredStatusNotifierItems")), None,
+                                        Gio.DBusCallFlags.NONE, 5000, None).unpack()
+        except GLib.Error:
+            return None
+        names = [each.split("/")[0] for each in items]
+        return names[-1] if names else None
+
+    def activate(self):
+        self.call("/StatusNotifierItem", "org.kde.StatusNotifierItem", "Activate", "(ii)", (0, 0))
+
+    def call(self, path, interface, method, *arguments):
+        """The results of a call to the item."""
+        return self.bus.call_sync(self.item(), path, interface, method, GLib.Variant(*arguments), None,
+                                  Gio.DBusCallFlags.NONE, 5000, None).unpack()
 
     def property(self, name):
         return self.call("/StatusNotifierItem", "org.freedesktop.DBus.Properties", "Get",
@@ -120,6 +143,6 @@ class TrayHost(Peer):
     def watch(self):
         """A list that gets the names of the signals that the item and its menu emit from now on."""
         names = []
-        self.bus.signal_subscribe(self.item, None, None, None, None, Gio.DBusSignalFlags.NONE,
+        self.bus.signal_subscribe(self.item(), None, None, None, None, Gio.DBusSignalFlags.NONE,
                                   lambda _bus, _sender, _path, _interface, name, _arguments: names.append(name))
         return names

@@ -10,10 +10,9 @@ import Xlib.display
 import Xlib.ext.xtest
 import Xlib.X
 import Xlib.XK
-from gi.repository import Gio, GLib
+from gi.repository import GLib
 
 import desktop
-import session
 
 Rect = collections.namedtuple("Rect", "x y width height")
 Window = collections.namedtuple("Window", "title frame")  # the frame includes the title bar
@@ -213,37 +212,3 @@ class SwayDesktop:
 
     def picture(self, path):
         subprocess.run(["grim", path], check=False)
-
-
-class TrayItem:
-    """The application's item on the session bus, as the desktop's bar sees it."""
-
-    def __init__(self):
-        self.bus = session.connect(os.environ["DBUS_SESSION_BUS_ADDRESS"])
-
-    def call(self, name, path, interface, method, arguments=None):
-        return self.bus.call_sync(name, path, interface, method, arguments, None, Gio.DBusCallFlags.NONE, 5000, None).unpack()
-
-    def item(self):
-        """The bus name of the item, or None."""
-        watcher = "org.kde.StatusNotifierWatcher"
-        try:
-            items, = self.call(watcher, "/StatusNotifierWatcher", "org.freedesktop.DBus.Properties", "Get",
-                               GLib.Variant("(ss)", (watcher, "RegisteredStatusNotifierItems")))
-        except GLib.Error:
-            return None
-        names = [each.split("/")[0] for each in items]
-        return names[-1] if names else None
-
-    def activate(self):
-        self.call(self.item(), "/StatusNotifierItem", "org.kde.StatusNotifierItem", "Activate", GLib.Variant("(ii)", (0, 0)))
-
-    def entries(self):
-        """The menu's entries by label."""
-        _, (_, _, entries) = self.call(self.item(), "/MenuBar", "com.canonical.dbusmenu", "GetLayout",
-                                       GLib.Variant("(iias)", (0, -1, [])))
-        return {entry[1].get("label", ""): entry[0] for entry in entries}
-
-    def choose(self, label):
-        self.call(self.item(), "/MenuBar", "com.canonical.dbusmenu", "Event",
-                  GLib.Variant("(isvu)", (self.entries()[label], "clicked", GLib.Variant("i", 0), 0)))
