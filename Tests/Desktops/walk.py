@@ -126,6 +126,7 @@ class Walk:
         return self.view.windows()
 
     def open_popover(self):
+        time.sleep(0.6)  # it isn't the second press of a double click
         self.click_icon()
         if not eventually(self.popovers, 5):
             raise Fault("a click on the icon opens nothing")
@@ -158,8 +159,11 @@ class Walk:
         if not self.has_icon():
             return NONE
         self.hide_window()
-        self.open_popover()
-        self.check_fit("Tunedeck", "popover")
+        for name in ("popover", "popover-again"):
+            self.open_popover()
+            self.check_fit("Tunedeck", name)
+            self.click_icon()
+            self.close_popover("a second click on the icon")
         return None
 
     def toggles(self):

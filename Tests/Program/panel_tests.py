@@ -60,6 +60,7 @@ class PanelJourney(Journey):
             self.closes(f"a click on {where}")
             self.view.key("Escape")  # the window manager's menu
         self.opens()
+        self.assertLessEqual({"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"}, self.view.states())
         self.click_icon()
         self.closes("a second click on the icon")
         time.sleep(0.6)

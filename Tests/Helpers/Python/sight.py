@@ -128,6 +128,12 @@ class XDesktop:
                                                         frame.height - 2 * inset))
                 for window, frame, managed in self.ours() if managed]
 
+    def states(self):
+        """What window managers and task bars know about the application's windows."""
+        atoms = [atom for window, _, managed in self.ours() if managed
+                 for atom in window.get_full_property(self.atom("_NET_WM_STATE"), Xlib.X.AnyPropertyType).value]
+        return {self.display.get_atom_name(atom) for atom in atoms}
+
     def free_area(self):
         """The screen without the bars."""
         found = self.root.get_full_property(self.atom("_NET_WORKAREA"), Xlib.X.AnyPropertyType)

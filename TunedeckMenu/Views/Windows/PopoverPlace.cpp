@@ -1,15 +1,15 @@
 #include "TunedeckMenu/Views/Windows/PopoverPlace.h"
 
+#include "TunedeckMenu/Views/Windows/WindowSize.h"
+
 #include <algorithm>
 
 namespace tunedeck {
 
 QRect popoverPlace(const QRect& anchor, const QSize& wanted, const QRect& screen, const QRect& available) {
     constexpr int gap = 6;
-    // The tray is in a bar. XWayland may report neither, and some compositors then place the popover themselves.
-    constexpr int usualBar = 36;
-    const bool hidesBar = anchor.isEmpty() && available == screen;
-    const QRect room = available.adjusted(gap, hidesBar ? usualBar + gap : gap, -gap, -gap);
+    // With a known icon, its distance from the edge of the screen is enough room for the bar.
+    const QRect room = (anchor.isEmpty() ? freeArea(screen, available) : available).adjusted(gap, gap, -gap, -gap);
     const int width = std::min(wanted.width(), room.width());
 
     // A bar at the bottom usually contains the tray; without any bar, assume the top.

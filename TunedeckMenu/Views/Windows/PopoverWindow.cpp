@@ -1,6 +1,7 @@
 #include "TunedeckMenu/Views/Windows/PopoverWindow.h"
 
 #include "TunedeckMenu/Views/Windows/PopoverPlace.h"
+#include "TunedeckMenu/Views/Windows/TaskBars.h"
 #include "TunedeckMenu/Views/Windows/WindowPresence.h"
 #include "TunedeckMenu/Views/Windows/WindowSize.h"
 #include "TunedeckMenu/Views/Windows/WindowSizeWatch.h"
@@ -21,6 +22,9 @@ PopoverWindow::PopoverWindow(const WindowFactory& factory, PanelActions& actions
             dismiss();
         }
     });
+    // When a window manager shows a window again, it may add the size of a frame that it doesn't draw.
+    m_settling.setSingleShot(true);
+    m_settling.setInterval(300);
     // Delayed: window managers may take the focus away for a moment while they map a new window.
     m_dismissIfUnfocused.setSingleShot(true);
     m_dismissIfUnfocused.setInterval(120);
@@ -48,8 +52,10 @@ void PopoverWindow::show(const QRect& anchor) {
     }
     m_anchor = anchor;
     place();
+    keepOutOfTaskBars(*m_window);
     bringToFront(*m_window);
     m_presses.start();
+    m_settling.start();
 }
 
 void PopoverWindow::create() {
@@ -62,6 +68,14 @@ void PopoverWindow::create() {
             place();
         }
     });
+    const auto settle = [this] {
+        if (m_settling.isActive()) {
+            m_settling.stop(); // once: the window manager may insist
+            QMetaObject::invokeMethod(this, &PopoverWindow::place, Qt::QueuedConnection);
+        }
+    };
+    connect(m_window.get(), &QWindow::xChanged, this, settle);
+    connect(m_window.get(), &QWindow::yChanged, this, settle);
     connect(m_window.get(), SIGNAL(dismissed()), this, SLOT(close()));
     connect(m_window.get(), &QWindow::activeChanged, this,
             [this] { m_window->isActive() ? m_dismissIfUnfocused.stop() : m_dismissIfUnfocused.start(); });

@@ -42,6 +42,7 @@ private:
     QPoint m_dismissedAt;      ///< where the pointer was then
     ButtonPresses m_presses;
     QTimer m_dismissIfUnfocused;
+    QTimer m_settling; ///< while the window manager places it
 };
 
 } // namespace tunedeck

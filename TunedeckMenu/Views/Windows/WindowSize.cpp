@@ -9,9 +9,13 @@ namespace tunedeck {
 
 namespace {
 
+constexpr QMargins usualFrame(4, 36, 4, 4);
+
 QRect roomOf(const QQuickWindow& window) {
     const auto* screen = window.screen();
-    return screen != nullptr ? roomInside(screen->availableGeometry(), window.frameMargins()) : QRect();
+    return screen != nullptr
+               ? roomInside(freeArea(screen->geometry(), screen->availableGeometry()), window.frameMargins())
+               : QRect();
 }
 
 } // namespace
@@ -28,8 +32,12 @@ int steadyHeight(int wanted, double ratio) {
     }
 }
 
+QRect freeArea(const QRect& screen, const QRect& available) {
+    constexpr int usualBar = 36;
+    return available == screen ? screen.adjusted(0, usualBar, 0, 0) : available;
+}
+
 QRect roomInside(const QRect& available, const QMargins& frame) {
-    constexpr QMargins usualFrame(4, 36, 4, 4);
     constexpr int gap = 12;
     const auto margins = (frame.isNull() ? usualFrame : frame) + gap;
     // Of a screen that is too small even for the gap, use everything.
@@ -66,6 +74,10 @@ void centre(QQuickWindow& window, const QWindow* over) {
         place.moveCenter((over != nullptr ? over->geometry() : roomOf(window)).center());
         window.setPosition(place.topLeft());
         keepOnScreen(window);
+        if (window.frameMargins().isNull()) {
+            // Some window managers take this for the place of the frame: be right for them, too, but for half a title.
+            window.setPosition(window.x(), window.y() - usualFrame.top() / 2);
+        }
     }
 }
 

@@ -12,6 +12,9 @@ namespace tunedeck {
 /// pixels becomes 1646 pixels, one point too low.
 int steadyHeight(int wanted, double ratio);
 
+/// The part of a screen without bars. i3 and Wayland compositors don't report theirs: leaves room for one then.
+QRect freeArea(const QRect& screen, const QRect& available);
+
 /// Where a window without its frame can be: the part of `available`, the screen without bars, that leaves room for the
 /// frame and a gap. `frame`: its widths; all 0 while they are unknown, when those of a usual title bar count.
 QRect roomInside(const QRect& available, const QMargins& frame);
