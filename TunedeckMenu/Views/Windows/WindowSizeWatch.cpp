@@ -1,5 +1,7 @@
 #include "TunedeckMenu/Views/Windows/WindowSizeWatch.h"
 
+#include "TunedeckMenu/Views/Windows/WindowPresence.h"
+
 #include <QScreen>
 
 namespace tunedeck {
@@ -19,11 +21,8 @@ WindowSizeWatch::WindowSizeWatch(QQuickWindow& window, int delay) : QObject(&win
     connect(&window, SIGNAL(wantedHeightChanged()), this, SLOT(wantedSizeChanged()));
     connect(&window, SIGNAL(wantedWidthChanged()), this, SLOT(wantedSizeChanged()));
     watchScreen(window.screen());
-    connect(&window, &QWindow::visibleChanged, this, [this](bool visible) {
-        if (visible) {
-            m_timer.start(screenDelay);
-        }
-    });
+    connect(&window, &QWindow::visibilityChanged, this,
+            [this, &window] { isOnScreen(&window) ? m_timer.start(screenDelay) : m_timer.stop(); });
     connect(&window, &QWindow::screenChanged, this, [this](QScreen* screen) {
         watchScreen(screen);
         m_timer.start(screenDelay);
