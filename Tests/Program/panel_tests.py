@@ -74,8 +74,8 @@ class PanelJourney(Journey):
         self.view.key("Return")
         self.comes(lambda: self.application.poll() == 0, "the last entry of the menu doesn't quit")
 
-    def test_without_the_focus_it_closes_as_well_and_its_questions_take_the_mouse(self):
-        self.desktop.window_manager.kill()  # it gives the focus to no other window
+    def test_without_a_window_manager_it_closes_as_well_and_its_questions_take_the_mouse(self):
+        self.desktop.window_manager.kill()  # a click on the desktop takes no focus
         self.desktop.window_manager.wait()
         self.opens()
         self.view.click(200, 700)

@@ -118,19 +118,19 @@ class XDesktop:
                     if (self.is_ours(window) and window.get_attributes().map_state == Xlib.X.IsViewable and
                             window.get_full_property(self.atom("_XEMBED_INFO"), Xlib.X.AnyPropertyType)):
                         managed = window.get_full_property(self.atom("WM_STATE"), Xlib.X.AnyPropertyType)
-                        yield window, frame, managed is not None
+                        yield window, window.get_wm_name() or "", frame, managed is not None
                 except Xlib.error.XError:
                     pass  # it is gone
 
     def windows(self):
         inset = self.shadow
-        return [Window(window.get_wm_name() or "", Rect(frame.x + inset, frame.y + inset, frame.width - 2 * inset,
+        return [Window(title, Rect(frame.x + inset, frame.y + inset, frame.width - 2 * inset,
                                                         frame.height - 2 * inset))
-                for window, frame, managed in self.ours() if managed]
+                for _, title, frame, managed in self.ours() if managed]
 
     def states(self):
         """What window managers and task bars know about the application's windows."""
-        atoms = [atom for window, _, managed in self.ours() if managed
+        atoms = [atom for window, _, _, managed in self.ours() if managed
                  for atom in window.get_full_property(self.atom("_NET_WM_STATE"), Xlib.X.AnyPropertyType).value]
         return {self.display.get_atom_name(atom) for atom in atoms}
 
@@ -141,15 +141,23 @@ class XDesktop:
 
     def menus(self):
         """The number of menus of any program: windows that no window manager handles."""
-        return sum(1 for top, frame in self.top_levels()
-                   if top.get_attributes().override_redirect and frame.height > 40 and
-                   (top.get_full_property(self.atom("_NET_WM_WINDOW_TYPE"), Xlib.X.AnyPropertyType) is not None))
+        return sum(1 for top, frame in self.top_levels() if frame.height > 40 and self.is_menu(top))
+
+    def is_menu(self, window):
+        try:
+            return (window.get_attributes().override_redirect and
+                    window.get_full_property(self.atom("_NET_WM_WINDOW_TYPE"), Xlib.X.AnyPropertyType) is not None)
+        except Xlib.error.XError:
+            return False  # it is gone
 
     def tray_window(self):
         """The rectangle of the application's icon in an XEmbed tray."""
-        for window, _, managed in self.ours():
+        for window, _, _, managed in self.ours():
             if not managed:
-                return self.absolute(window)
+                try:
+                    return self.absolute(window)
+                except Xlib.error.XError:
+                    pass  # it is gone
         return None
 
     def click(self, x, y, button=LEFT):
@@ -172,7 +180,9 @@ class XDesktop:
 
     def picture(self, path):
         # Under a Wayland compositor the root shows nothing: take the application's window.
-        targets = [hex(window.id) for window, _, managed in self.ours() if managed] if "WAYLAND_DISPLAY" in os.environ else ["root"]
+        targets = ["root"]
+        if "WAYLAND_DISPLAY" in os.environ:
+            targets = [hex(window.id) for window, _, _, managed in self.ours() if managed]
         for target in targets[:1]:
             subprocess.run(["import", "-window", target, path], check=False)
 
