@@ -9,13 +9,27 @@ namespace tunedeck {
 
 namespace {
 
-constexpr QMargins usualFrame(4, 36, 4, 4);
+/// The widths of the window's frame. Before the window manager has told them, or if it never does, those of a usual
+/// one.
+QMargins frameOf(const QQuickWindow& window) {
+    constexpr QMargins usualFrame(4, 36, 4, 4);
+    const auto frame = window.frameMargins();
+    return frame.isNull() ? usualFrame : frame;
+}
 
 QRect roomOf(const QQuickWindow& window) {
     const auto* screen = window.screen();
-    return screen != nullptr
-               ? roomInside(freeArea(screen->geometry(), screen->availableGeometry()), window.frameMargins())
-               : QRect();
+    constexpr int gap = 6;
+    return screen != nullptr ? freeArea(screen->geometry(), screen->availableGeometry()).adjusted(gap, gap, -gap, -gap)
+                             : QRect();
+}
+
+/// Moves a window's frame as little as necessary to be in the room. What doesn't fit sticks out at the right and below:
+/// the title bar stays within reach.
+QRect movedInto(const QRect& room, QRect frame) {
+    frame.moveLeft(std::max(room.left(), std::min(frame.left(), room.right() + 1 - frame.width())));
+    frame.moveTop(std::max(room.top(), std::min(frame.top(), room.bottom() + 1 - frame.height())));
+    return frame;
 }
 
 } // namespace
@@ -34,15 +48,7 @@ int steadyHeight(int wanted, double ratio) {
 
 QRect freeArea(const QRect& screen, const QRect& available) {
     constexpr int usualBar = 36;
-    return available == screen ? screen.adjusted(0, usualBar, 0, 0) : available;
-}
-
-QRect roomInside(const QRect& available, const QMargins& frame) {
-    constexpr int gap = 12;
-    const auto margins = (frame.isNull() ? usualFrame : frame) + gap;
-    // Of a screen that is too small even for the gap, use everything.
-    const auto room = available.marginsRemoved(margins);
-    return room.isValid() ? room : available;
+    return available == screen ? screen.adjusted(0, usualBar, 0, -usualBar) : available;
 }
 
 QSize wantedSize(const QQuickWindow& window) {
@@ -52,8 +58,8 @@ QSize wantedSize(const QQuickWindow& window) {
 
 QSize fittingSize(const QQuickWindow& window) {
     const auto wanted = wantedSize(window);
-    const auto room = roomOf(window);
-    if (room.isEmpty() || (wanted.width() <= room.width() && wanted.height() <= room.height())) {
+    const auto room = roomOf(window).marginsRemoved(frameOf(window));
+    if (!room.isValid() || (wanted.width() <= room.width() && wanted.height() <= room.height())) {
         return wanted;
     }
     constexpr int maxRounding = 2; // added by steadyHeight
@@ -68,30 +74,21 @@ void setFixedSize(QQuickWindow& window) {
     window.resize(size);
 }
 
+// Both set the place of the frame: some window managers take the place of a window for that of its frame.
+
 void centre(QQuickWindow& window, const QWindow* over) {
-    if (window.screen() != nullptr) {
-        QRect place(QPoint(), window.size());
-        place.moveCenter((over != nullptr ? over->geometry() : roomOf(window)).center());
-        window.setPosition(place.topLeft());
-        keepOnScreen(window);
-        if (window.frameMargins().isNull()) {
-            // Some window managers take this for the place of the frame: be right for them, too, but for half a title.
-            window.setPosition(window.x(), window.y() - usualFrame.top() / 2);
-        }
+    if (const auto room = roomOf(window); room.isValid()) {
+        auto frame = QRect(QPoint(), window.size()).marginsAdded(frameOf(window));
+        frame.moveCenter((over != nullptr ? over->geometry() : room).center());
+        window.setFramePosition(movedInto(room, frame).topLeft());
     }
 }
 
 void keepOnScreen(QQuickWindow& window) {
-    const auto room = roomOf(window);
-    if (room.isEmpty()) {
-        return;
-    }
-    // What doesn't fit sticks out at the right and below: the title bar stays within reach.
-    const auto inside = [](int at, int low, int high) { return std::max(low, std::min(at, high)); };
-    const QPoint place(inside(window.x(), room.left(), room.right() + 1 - window.width()),
-                       inside(window.y(), room.top(), room.bottom() + 1 - window.height()));
-    if (place != window.position()) {
-        window.setPosition(place);
+    const auto frame = window.geometry().marginsAdded(frameOf(window));
+    const auto place = movedInto(roomOf(window), frame);
+    if (place != frame) {
+        window.setFramePosition(place.topLeft());
     }
 }
 

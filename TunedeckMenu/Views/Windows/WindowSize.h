@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QMargins>
 #include <QQuickWindow>
 #include <QRect>
 #include <QSize>
@@ -12,12 +11,9 @@ namespace tunedeck {
 /// pixels becomes 1646 pixels, one point too low.
 int steadyHeight(int wanted, double ratio);
 
-/// The part of a screen without bars. i3 and Wayland compositors don't report theirs: leaves room for one then.
+/// The part of a screen without bars. i3 and Wayland compositors don't report theirs: `available` is all of the screen
+/// then, and bars above and below are assumed.
 QRect freeArea(const QRect& screen, const QRect& available);
-
-/// Where a window without its frame can be: the part of `available`, the screen without bars, that leaves room for the
-/// frame and a gap. `frame`: its widths; all 0 while they are unknown, when those of a usual title bar count.
-QRect roomInside(const QRect& available, const QMargins& frame);
 
 /// The size that the window's QML wants (`wantedWidth` and `wantedHeight`), in whole points.
 QSize wantedSize(const QQuickWindow& window);
