@@ -38,20 +38,21 @@ class Walk:
         self.name, self.pictures = name, pictures
         self.program = contents / "MacOS/Tunedeck"
         self.service = contents / "Helpers/tunedeck"
-        self.view = sight.SwayDesktop() if "SWAYSOCK" in os.environ else sight.XDesktop(shadow=32 if name == "weston" else 0)
+        is_sway = "SWAYSOCK" in os.environ
+        self.view = sight.SwayDesktop() if is_sway else sight.XDesktop(shadow=32 if name == "weston" else 0)
         self.item = session.TrayItem(session.connect(os.environ["DBUS_SESSION_BUS_ADDRESS"]))
         self.screen = eventually(lambda: desktop.Screen.on(os.environ["DBUS_SESSION_BUS_ADDRESS"]))
         self.application = None
 
     # What is shared by the rows.
 
-    def start(self, scenario, onboarded):
+    def start(self, scenario, onboarded, **environment):
         subprocess.run(["systemctl", "--user", "stop", UNIT], check=False, stderr=subprocess.DEVNULL)
         subprocess.run([desktop.TOOLS / "scenario", self.service, scenario], check=True)
         settings = pathlib.Path.home() / ".tunedeck/settings.json"
         settings.parent.mkdir(exist_ok=True)
         settings.write_text(json.dumps({"onboarded": onboarded}))
-        self.application = subprocess.Popen([self.program, "--show"])
+        self.application = subprocess.Popen([self.program, "--show"], env=os.environ | environment)
 
     def quit(self):
         if self.application and self.application.poll() is None:
@@ -225,6 +226,14 @@ class Walk:
             raise Fault("the menu's Quit Tunedeck doesn't quit")
         return None
 
+    def without_keyboard(self):
+        if self.name != "weston":
+            return NONE
+        self.start("lively", True, QT_QPA_PLATFORM="wayland")
+        self.sees("Running")
+        self.quit()
+        return None
+
     def hide_window(self):
         """Closes the main window with its keyboard shortcut."""
         while self.view.windows():
@@ -236,7 +245,8 @@ class Walk:
 
     def run(self):
         rows = {"first run fits": self.first_run, "window fits": self.panel, "popover opens": self.opens,
-                "toggles": self.toggles, "closes elsewhere": self.closes_elsewhere, "menu": self.menu}
+                "toggles": self.toggles, "closes elsewhere": self.closes_elsewhere, "menu": self.menu,
+                "no keyboard": self.without_keyboard}
         for name, check in rows.items():
             try:
                 result = check() or "ok"
@@ -244,7 +254,7 @@ class Walk:
                 self.picture("fault-" + name.replace(" ", "-"))
                 result = str(fault)
             print(f"{name}\t{result}", flush=True)
-            if name == "first run fits":
+            if name in ("first run fits", "menu"):
                 self.quit()
         self.quit()
 

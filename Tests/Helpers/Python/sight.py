@@ -212,7 +212,8 @@ class SwayDesktop:
             names = node.get("app_id") or (node.get("window_properties") or {}).get("class", "")
             if names.lower() in ("tunedeck", "com.brightfold.tunedeck.menu") and node.get("visible"):
                 body, title = node["rect"], node["deco_rect"]["height"]
-                found.append(Window(node["name"] or "", Rect(body["x"], body["y"] - title, body["width"], body["height"] + title)))
+                frame = Rect(body["x"], body["y"] - title, body["width"], body["height"] + title)
+                found.append(Window(node["name"] or "", frame))
         return found
 
     def free_area(self):
