@@ -144,7 +144,7 @@ class Walk:
     def first_run(self):
         self.start("first-run", False)
         title = "Welcome to Tunedeck"
-        for number, text in enumerate(("Install the tools", "Find Rekordbox", "Pick where you'll ask for tracks."), 1):
+        for number, text in enumerate(("spotdl environment", "Find Rekordbox", "Pick where you'll ask for tracks."), 1):
             self.sees(text)
             self.check_fit(title, f"first-run-{number}")
             if number < 3:
