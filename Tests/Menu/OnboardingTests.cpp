@@ -3,6 +3,8 @@
 #include "TunedeckMenu/FirstRun/OnboardingModel.h"
 #include "TunedeckMenu/Panel/FirstRun/OnboardingContent.h"
 
+#include <QFile>
+
 #include <memory>
 
 namespace tunedeck::test {

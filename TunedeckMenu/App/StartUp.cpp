@@ -77,14 +77,15 @@ QCoro::Task<std::vector<AssistantLink>> StartUp::registeredLinks(bool registered
 
 QCoro::Task<> StartUp::install(std::stop_token stop) {
     co_await m_setup.attempt();
-    if (stop.stop_requested() || !m_setup.outcome()) {
+    if (stop.stop_requested()) {
         co_return;
     }
-    if (m_setup.outcome()->kind == ServiceInstaller::Outcome::Kind::failed) {
-        const auto failure = setupFailure(*m_setup.outcome());
+    const auto& outcome = m_setup.outcome();
+    if (outcome && outcome->kind == ServiceInstaller::Outcome::Kind::failed) {
+        const auto failure = m_setup.failure();
         m_model.showError(failure);
         QObject::connect(&m_setup, &ServiceSetup::changed, &m_model, [&model = m_model, &setup = m_setup, failure] {
-            if (setupFailure(*setup.outcome()).isEmpty()) {
+            if (setup.failure().isEmpty()) {
                 model.withdrawError(failure);
             }
         });

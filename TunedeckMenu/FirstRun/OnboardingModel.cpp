@@ -46,7 +46,7 @@ void OnboardingModel::setupChanged() {
     m_state.isStartingService = m_setup.isBusy();
     if (const auto& outcome = m_setup.outcome(); outcome && !m_setup.isBusy()) {
         m_setupEnded = m_services.clock.elapsed();
-        m_state.serviceFailure = setupFailure(*outcome);
+        m_state.serviceFailure = m_setup.failure();
         const bool refused = outcome->message.startsWith(u"launchctl "); // by the supervisor, not by a file
         m_state.serviceAdvice = refused ? m_services.facts.supervisorAdvice : QString();
     }

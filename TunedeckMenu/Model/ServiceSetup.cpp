@@ -30,11 +30,12 @@ QCoro::Task<> ServiceSetup::attempt() {
     Q_EMIT changed();
 }
 
-QString setupFailure(const Outcome& outcome) {
+QString ServiceSetup::failure() const {
     const auto couldNotStart = u"Couldn't start Tunedeck's background service: "_s;
-    switch (outcome.kind) {
+    const auto last = m_outcome.value_or(Outcome());
+    switch (last.kind) {
     case Outcome::Kind::failed:
-        return couldNotStart + outcome.message;
+        return couldNotStart + last.message;
     case Outcome::Kind::notBundled:
         return couldNotStart + u"it is missing from the application. Please install Tunedeck again."_s;
     case Outcome::Kind::installed:

@@ -23,6 +23,8 @@ public:
     [[nodiscard]] bool isBusy() const { return m_isBusy; }
     /// How the last attempt ended; nothing before the first has.
     [[nodiscard]] const std::optional<ServiceInstaller::Outcome>& outcome() const { return m_outcome; }
+    /// Why the last attempt failed, as a sentence; empty if it didn't.
+    [[nodiscard]] QString failure() const;
 
 Q_SIGNALS:
     /// An attempt has begun or ended.
@@ -34,8 +36,5 @@ private:
     std::optional<ServiceInstaller::Outcome> m_outcome;
     TaskScope m_scope;
 };
-
-/// Why the service couldn't be started, as a sentence; empty if it could.
-QString setupFailure(const ServiceInstaller::Outcome& outcome);
 
 } // namespace tunedeck
