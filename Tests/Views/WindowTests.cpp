@@ -12,6 +12,7 @@
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QScreen>
+#include <QSet>
 #include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
@@ -200,6 +201,18 @@ TEST_F(WindowTests, DrawsCodesIconsAndTones) {
     onboarding(contentOf(samples::rekordboxStep()));
     const QImage dots = picture(u"Step 2 of 3"_s);
     EXPECT_EQ(dots.pixelColor(dots.rect().center()), QColor("#6d3ee0"));
+}
+
+TEST_F(WindowTests, TimesInRowsKeepTheirPlaceWhileTheyCount) {
+    PanelContent content = contentOf(samples::usual());
+    QSet<int> lefts;
+    for (const auto& time : {u"11 minutes ago"_s, u"28 minutes ago"_s, u"40 minutes ago"_s}) {
+        content.recent.jobs[1].trailing = time;
+        mainWindow(content);
+        const auto all = elements();
+        lefts.insert(std::ranges::find(all, time, &Element::name)->geometry.left());
+    }
+    EXPECT_EQ(lefts.size(), 1);
 }
 
 TEST_F(WindowTests, ARefreshKeepsRowsAndTheirFocus) {
