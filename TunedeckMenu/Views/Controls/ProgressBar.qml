@@ -13,7 +13,7 @@ Rectangle {
     visible: value >= 0
 
     Accessible.role: Accessible.ProgressBar
-    Accessible.name: Math.round(Math.min(1, value) * 100) + " %"
+    Accessible.name: Math.round(Math.max(0, Math.min(1, value)) * 100) + " %"
 
     Rectangle {
         color: Theme.accentFill
