@@ -18,9 +18,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Escapes the characters that would mark a mnemonic. In a menu that a host draws the mark is "_"; Qt replaces the
-/// first
-/// "&" by it, and no other.
+/// Escapes the characters that would mark a mnemonic. In a menu that a host draws the mark is "_"; Qt replaces by it
+/// the first "&" and no other.
 QString escapedLabel(QString text, TrayWatch::Tray kind) {
     if (kind == TrayWatch::Tray::XEmbed) {
         return text.replace(u'&', u"&&"_s);
