@@ -1,13 +1,11 @@
 #include "TunedeckMenu/Platform/Linux/Instance/ActivationToken.h"
 
+#include "TunedeckCore/Support/Linux/Xcb.h"
+
 #include <QtGui/private/qtx11extras_p.h>
 
-#include <xcb/xcb.h>
-
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
-#include <string_view>
 
 namespace tunedeck {
 namespace {
@@ -20,14 +18,6 @@ bool isPlausible(const QByteArray& token) {
            std::ranges::all_of(token, [](char c) { return c > ' ' && c < 127; });
 }
 
-xcb_atom_t atom(xcb_connection_t* x, std::string_view name) {
-    auto* reply =
-        xcb_intern_atom_reply(x, xcb_intern_atom(x, 0, static_cast<std::uint16_t>(name.size()), name.data()), nullptr);
-    const xcb_atom_t atom = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-    std::free(reply);
-    return atom;
-}
-
 /// Sends a message of the startup notification protocol, zero-terminated and in pieces, from a new window.
 void broadcast(xcb_connection_t* x, xcb_window_t root, const QByteArray& message) {
     const auto window = xcb_generate_id(x);
@@ -37,13 +27,13 @@ void broadcast(xcb_connection_t* x, xcb_window_t root, const QByteArray& message
     event.response_type = XCB_CLIENT_MESSAGE;
     event.format = 8;
     event.window = window;
-    event.type = atom(x, "_NET_STARTUP_INFO_BEGIN");
+    event.type = xcbAtom(x, "_NET_STARTUP_INFO_BEGIN");
     constexpr qsizetype pieceSize = sizeof event.data.data8;
     for (qsizetype sent = 0; sent <= message.size(); sent += pieceSize) {
         const auto piece = message.mid(sent, pieceSize).leftJustified(pieceSize, '\0');
         std::memcpy(event.data.data8, piece.constData(), pieceSize);
         xcb_send_event(x, 0, root, XCB_EVENT_MASK_PROPERTY_CHANGE, reinterpret_cast<const char*>(&event));
-        event.type = atom(x, "_NET_STARTUP_INFO");
+        event.type = xcbAtom(x, "_NET_STARTUP_INFO");
     }
     xcb_destroy_window(x, window);
     xcb_flush(x);

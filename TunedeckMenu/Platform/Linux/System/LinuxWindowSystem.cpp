@@ -1,11 +1,9 @@
 #include "TunedeckMenu/Platform/Linux/System/LinuxWindowSystem.h"
 
+#include "TunedeckCore/Support/Linux/Xcb.h"
+
 #include <QDir>
 #include <QLibraryInfo>
-
-#include <xcb/xcb.h>
-
-#include <memory>
 
 namespace tunedeck {
 
@@ -18,8 +16,7 @@ constexpr auto inputMethodVariable = "QT_IM_MODULE";
 constexpr auto waylandVariable = "WAYLAND_DISPLAY";
 
 bool reachesX11() {
-    const std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> x(xcb_connect(nullptr, nullptr),
-                                                                         &xcb_disconnect);
+    const XcbConnection x(xcb_connect(nullptr, nullptr));
     return xcb_connection_has_error(x.get()) == 0;
 }
 

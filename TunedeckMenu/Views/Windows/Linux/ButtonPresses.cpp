@@ -1,25 +1,17 @@
 #include "TunedeckMenu/Views/Windows/ButtonPresses.h"
 
+#include "TunedeckCore/Support/Linux/Xcb.h"
+
 #include <QGuiApplication>
 #include <QSocketNotifier>
 
-#include <xcb/xcb.h>
 #include <xcb/xinput.h>
 
 #include <cstdint>
-#include <cstdlib>
 
 namespace tunedeck {
 
 namespace {
-
-struct Free {
-    void operator()(void* reply) const { std::free(reply); }
-};
-
-struct Disconnect {
-    void operator()(xcb_connection_t* x) const { xcb_disconnect(x); }
-};
 
 /// Buttons 4 to 7 are the wheel.
 bool isWheel(std::uint32_t button) {
@@ -38,7 +30,7 @@ public:
         }
         m_opcode = extension->major_opcode;
         // From version 2.1 on, raw events are sent even while another program holds the pointer.
-        const std::unique_ptr<xcb_input_xi_query_version_reply_t, Free> version(
+        const XcbReply<xcb_input_xi_query_version_reply_t> version(
             xcb_input_xi_query_version_reply(m_x.get(), xcb_input_xi_query_version(m_x.get(), 2, 2), nullptr));
         const struct {
             xcb_input_event_mask_t head{XCB_INPUT_DEVICE_ALL_MASTER, 1};
@@ -54,7 +46,7 @@ public:
 private:
     void read() {
         bool pressed = false;
-        while (const std::unique_ptr<xcb_generic_event_t, Free> event{xcb_poll_for_event(m_x.get())}) {
+        while (const XcbReply<xcb_generic_event_t> event{xcb_poll_for_event(m_x.get())}) {
             const auto* const press = reinterpret_cast<const xcb_input_raw_button_press_event_t*>(event.get());
             if ((event->response_type & 0x7f) == XCB_GE_GENERIC && press->extension == m_opcode &&
                 press->event_type == XCB_INPUT_RAW_BUTTON_PRESS && !isWheel(press->detail)) {
@@ -68,7 +60,7 @@ private:
     }
 
     ButtonPresses& m_owner;
-    std::unique_ptr<xcb_connection_t, Disconnect> m_x;
+    XcbConnection m_x;
     std::uint8_t m_opcode = 0;
     std::unique_ptr<QSocketNotifier> m_notifier;
 };
