@@ -67,7 +67,7 @@ private:
     void setupChanged();
     /// Tries again to start a service that couldn't be started, from time to time.
     void startServiceWhenDue();
-    /// Emits changed().
+    /// Notices when a wait begins or ends, and emits changed().
     void update();
     QCoro::Task<> refreshLink(std::stop_token stop);
     QCoro::Task<> requestBaseline();
