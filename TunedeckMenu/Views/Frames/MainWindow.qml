@@ -10,7 +10,7 @@ Window {
 
     color: Theme.window
     maximumWidth: wantedWidth
-    minimumHeight: 280
+    minimumHeight: 220
     minimumWidth: wantedWidth
     title: "Tunedeck"
 
